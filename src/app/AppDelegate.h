@@ -1,0 +1,26 @@
+#pragma once
+
+#include <memory>
+
+#include "platform/Application.h"
+#include "platform/Computer.h"
+#include "session/MainWindowController.h"
+
+namespace vantrel {
+
+/// Lets one instance run, and lets it quit when no lockdown is active. Main thread.
+class AppDelegate : public ApplicationDelegate {
+  public:
+    explicit AppDelegate(const Computer& computer) : computer_(computer) {}
+
+    void applicationDidFinishLaunching() override;
+    TerminateReply applicationShouldTerminate() override;
+
+  private:
+    bool isOnlyInstance() const;
+
+    const Computer computer_;
+    std::shared_ptr<MainWindowController> mainWindowController_;
+};
+
+}  // namespace vantrel

@@ -1,0 +1,9 @@
+#include "lockdown/BlackoutOverlayManager.h"
+
+namespace vantrel {
+
+void BlackoutOverlayManager::activate(const std::optional<Screen>&) {}
+
+void BlackoutOverlayManager::deactivate() {}
+
+}  // namespace vantrel

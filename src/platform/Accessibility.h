@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "platform/Geometry.h"
+#include "platform/ProcessLauncher.h"
+
+namespace vantrel {
+
+class AccessibilityElement;
+
+/// The value of an attribute. std::monostate stands for a type that is not used here. Positions count from the top left
+/// of the primary display.
+using AccessibilityValue = std::variant<std::monostate, bool, Point, Size, std::shared_ptr<AccessibilityElement>,
+                                        std::vector<std::shared_ptr<AccessibilityElement>>>;
+
+/// AXError: 0 is success, failures are negative (-25200 and below).
+using AccessibilityError = std::int32_t;
+inline constexpr AccessibilityError accessibilitySuccess = 0;
+
+/// AXUIElement. Any thread. A call can take seconds when the application does not answer.
+class AccessibilityElement {
+  public:
+    virtual ~AccessibilityElement() = default;
+
+    /// AXUIElementCopyAttributeValue: the value, or why there is none.
+    virtual std::variant<AccessibilityValue, AccessibilityError> attribute(std::string_view name) const = 0;
+    /// AXUIElementSetAttributeValue.
+    virtual AccessibilityError setAttribute(std::string_view name, const AccessibilityValue& value) = 0;
+    /// AXUIElementPerformAction.
+    virtual AccessibilityError performAction(std::string_view name) = 0;
+};
+
+/// The elements of other applications. Any thread.
+class Accessibility {
+  public:
+    virtual ~Accessibility() = default;
+
+    /// AXUIElementCreateApplication; never null, even for a process that does not exist.
+    virtual std::shared_ptr<AccessibilityElement> application(ProcessIdentifier process) const = 0;
+};
+
+}  // namespace vantrel

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <functional>
+
+namespace vantrel {
+
+/// AVMediaTypeAudio and AVMediaTypeVideo.
+enum class MediaType { audio, video };
+
+/// AVAuthorizationStatus; the numbers appear in log lines.
+enum class AuthorizationStatus { notDetermined = 0, restricted = 1, denied = 2, authorized = 3 };
+
+/// Access to microphone and camera (AVCaptureDevice). Any thread.
+class CaptureAuthorization {
+  public:
+    virtual ~CaptureAuthorization() = default;
+
+    virtual AuthorizationStatus status(MediaType media) const = 0;
+
+    /// requestAccessForMediaType:completionHandler:. Asks the user when undecided; the handler is called once, on any
+    /// thread.
+    virtual void requestAccess(MediaType media, std::function<void(bool granted)> completion) = 0;
+};
+
+}  // namespace vantrel

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace vantrel {
+
+/// NSFileManager and NSHomeDirectory. Any thread. Paths are UTF-8.
+class FileManager {
+  public:
+    virtual ~FileManager() = default;
+
+    /// fileExistsAtPath:. Follows links, so a broken one does not exist; a directory does.
+    virtual bool fileExists(std::string_view path) const = 0;
+
+    /// The user's home directory, without a trailing slash.
+    virtual std::string homeDirectory() const = 0;
+};
+
+}  // namespace vantrel

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace vantrel {
+
+/// What NSString knows of Unicode. Any thread; texts are UTF-8.
+class UnicodeText {
+  public:
+    virtual ~UnicodeText() = default;
+
+    /// uppercaseString: Unicode's full mapping without regard to a language (ß becomes SS).
+    virtual std::string uppercased(std::string_view text) const = 0;
+
+    /// Whether the bytes are valid UTF-8 (initWithData:encoding: gives a string).
+    virtual bool isValidUTF8(std::string_view bytes) const = 0;
+};
+
+}  // namespace vantrel

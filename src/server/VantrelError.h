@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+
+namespace vantrel {
+
+/// Why a join failed, in words for the participant.
+struct VantrelError {
+    std::string message;
+    bool operator==(const VantrelError&) const = default;
+};
+
+}  // namespace vantrel

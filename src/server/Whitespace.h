@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace vantrel {
+
+/// The text without white space at either end: Unicode's space separators and the tab. Line breaks are not white space
+/// here.
+std::string trimmed(std::string_view text);
+
+}  // namespace vantrel

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "platform/Alerts.h"
+#include "platform/URLs.h"
+#include "platform/Workspace.h"
+
+namespace vantrel {
+
+/// Explains how to grant the Accessibility permission and, if asked to, opens the pane where it is granted. Main
+/// thread; returns after the alert has been dismissed.
+void showAccessibilityAlert(Alerts& alerts, const URLs& urls, Workspace& workspace);
+
+}  // namespace vantrel

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "platform/Block.h"
+#include "platform/CaptureAuthorization.h"
+#include "platform/Dispatch.h"
+#include "platform/Log.h"
+
+namespace vantrel {
+
+/// Has microphone and camera decided by the participant, in this order, then runs the continuation once on the main
+/// queue. The answers are only logged. Main thread; returns at once.
+void settleCapturePermissions(CaptureAuthorization& capture, Dispatch& dispatch, Log& log, Block continuation);
+
+}  // namespace vantrel

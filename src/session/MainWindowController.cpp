@@ -1,0 +1,292 @@
+#include "session/MainWindowController.h"
+
+#include <utility>
+
+#include "server/ServerAddress.h"
+#include "session/AccessibilityAlert.h"
+#include "session/CapturePermissions.h"
+#include "session/MainThreadOwned.h"
+#include "session/StatusMenu.h"
+
+namespace vantrel {
+namespace {
+
+constexpr Rect contentRect{{0, 0}, {440, 460}};
+constexpr double versionCheckDelay = 1.0;
+constexpr std::string_view separatorLine = "🔒 ========================================";
+
+WindowDescription mainWindow(const std::string& clientVersion) {
+    WindowDescription description;
+    description.contentRect = contentRect;
+    description.styleMask = windowTitled | windowClosable | windowMiniaturizable;
+    description.title = "Vantrel";
+    description.views = {JoinScreen::view(contentRect, clientVersion), EndScreen::view(contentRect)};
+    return description;
+}
+
+}  // namespace
+
+std::shared_ptr<MainWindowController> MainWindowController::create(const Computer& computer) {
+    auto controller = makeMainThreadOwned<MainWindowController>(computer.dispatch, computer.threads, computer);
+    const std::weak_ptr<MainWindowController> weak = controller;
+
+    controller->window_ =
+        computer.windows.makeWindow(mainWindow(controller->clientVersion_), [weak](std::string_view id) {
+            const auto self = weak.lock();
+            if (!self) return;
+            if (id == JoinScreen::joinButton) self->joinTapped();
+            if (id == EndScreen::newSessionButton) self->resetToJoin();
+        });
+    controller->joinScreen_ = std::make_unique<JoinScreen>(*controller->window_, computer.userDefaults);
+    controller->endScreen_ = std::make_unique<EndScreen>(*controller->window_);
+    controller->joinScreen_->fill();
+
+    controller->sessionJoin_.onClientOutdated = [weak, &dispatch = computer.dispatch](const std::string& message,
+                                                                                      const std::string& downloadUrl) {
+        dispatch.mainQueue().async([weak, message, downloadUrl] {
+            if (const auto self = weak.lock()) self->updatePrompts_.showRequiredUpdate(message, downloadUrl);
+        });
+    };
+
+    computer.dispatch.mainQueue().asyncAfter(versionCheckDelay, [weak] {
+        if (const auto self = weak.lock()) self->checkForUpdates();
+    });
+    return controller;
+}
+
+MainWindowController::MainWindowController(const Computer& computer)
+    : computer_(computer),
+      updatePrompts_(computer.alerts, computer.urls, computer.workspace),
+      sessionJoin_(ServerRequests(computer.dispatch, computer.urls, computer.json, computer.urlSession),
+                   computer.userDefaults, computer.unicode, computer.log, clientVersion_) {}
+
+void MainWindowController::joinTapped() {
+    const auto read = joinScreen_->read();
+    if (const auto* missing = std::get_if<std::string>(&read)) {
+        joinScreen_->showStatus(*missing);
+        return;
+    }
+    const auto input = std::get<JoinScreen::Input>(read);
+    joinScreen_->save(input);
+    joinScreen_->setJoinEnabled(false);
+    joinScreen_->showStatus("⏳ Connessione al server...");
+
+    computer_.dispatch.userInitiatedQueue().async([weak = weak_from_this(), &dispatch = computer_.dispatch, input] {
+        const auto self = weak.lock();
+        if (!self) return;
+        dispatch.mainQueue().async([weak, code = input.sessionCode, outcome = self->joinSession(input)] {
+            if (const auto controller = weak.lock()) controller->handleJoinOutcome(code, outcome);
+        });
+    });
+}
+
+JoinOutcome MainWindowController::joinSession(const JoinScreen::Input& input) const {
+    return sessionJoin_.join(input.sessionCode, input.fullName, input.email);
+}
+
+void MainWindowController::handleJoinOutcome(const std::string& sessionCode, const JoinOutcome& outcome) {
+    joinScreen_->setJoinEnabled(true);
+    joinScreen_->showStatus("");
+    if (const auto* error = std::get_if<VantrelError>(&outcome)) {
+        joinScreen_->showStatus("❌ " + error->message);
+        return;
+    }
+    activateLockdown(sessionCode, std::get<JoinResult>(outcome));
+}
+
+void MainWindowController::activateLockdown(const std::string& sessionCode, const JoinResult& result) {
+    print("🔒 Demo Mode: false");
+    isInLockdown_ = true;
+    setClosable(false);
+    if (!verifyAccessibility()) return;
+    createServices(sessionCode, result);
+    wireServices();
+    print("🔒 Step 1/4: Fullscreen browser...");
+    settleCapturePermissions(computer_.captureAuthorization, computer_.dispatch, computer_.log,
+                             [weak = weak_from_this(), lockdown = lockdownsOver_, sessionCode, result] {
+                                 const auto self = weak.lock();
+                                 if (self && self->lockdownsOver_ == lockdown) self->launchBrowser(sessionCode, result);
+                             });
+}
+
+bool MainWindowController::verifyAccessibility() {
+    if (!computer_.accessibilityTrust.isProcessTrusted()) {
+        showAccessibilityAlert(computer_.alerts, computer_.urls, computer_.workspace);
+        leaveLockdown();
+        setClosable(true);
+        return false;
+    }
+    print(separatorLine);
+    print("🔒 VERIFICA ACCESSIBILITY");
+    print(separatorLine);
+    print("🔒 AXIsProcessTrusted: true");
+    print("✅ Accessibility OK - Procedo con lockdown");
+    print(separatorLine);
+    print("🔒 ATTIVAZIONE LOCKDOWN");
+    print(separatorLine);
+    return true;
+}
+
+void MainWindowController::createServices(const std::string& sessionCode, const JoinResult& result) {
+    auto& dispatch = computer_.dispatch;
+    auto& threads = computer_.threads;
+    browserLauncher_ = makeMainThreadOwned<BrowserLauncher>(dispatch, threads);
+    keyboardHook_ = makeMainThreadOwned<KeyboardHookService>(dispatch, threads);
+    windowMonitor_ = makeMainThreadOwned<WindowMonitorService>(dispatch, threads);
+    heartbeat_ = makeMainThreadOwned<HeartbeatService>(dispatch, threads, serverBaseAddress(computer_.userDefaults),
+                                                       sessionCode, result.userToken, clientVersion_);
+}
+
+void MainWindowController::wireServices() {
+    const auto weak = weak_from_this();
+    const auto report = [weak](const char* type) {
+        return [weak, type](const std::string& detail) {
+            if (const auto self = weak.lock(); self && self->heartbeat_) self->heartbeat_->addViolation(type, detail);
+        };
+    };
+    keyboardHook_->onKeyBlocked = report("KEY_BLOCKED");
+    windowMonitor_->onViolation = report("FOCUS_VIOLATION");
+    windowMonitor_->onSessionEnded = [weak](SessionEndReason reason) {
+        if (const auto self = weak.lock()) self->endOnMainQueue(reason);
+    };
+    heartbeat_->onSessionEnded = [weak] {
+        if (const auto self = weak.lock()) self->endOnMainQueue(SessionEndReason::userRequest);
+    };
+}
+
+void MainWindowController::endOnMainQueue(SessionEndReason reason) {
+    computer_.dispatch.mainQueue().async([weak = weak_from_this(), reason] {
+        if (const auto self = weak.lock()) self->endSession(reason);
+    });
+}
+
+void MainWindowController::launchBrowser(const std::string& sessionCode, const JoinResult& result) {
+    computer_.dispatch.userInitiatedQueue().async([weak = weak_from_this(), lockdown = lockdownsOver_,
+                                                   launcher = browserLauncher_, &dispatch = computer_.dispatch,
+                                                   sessionCode, result] {
+        if (launcher) launcher->launch(result.meetLink);
+        dispatch.mainQueue().async([weak, lockdown, sessionCode, result] {
+            const auto self = weak.lock();
+            if (self && self->lockdownsOver_ == lockdown) self->completeLockdown(sessionCode, result);
+        });
+    });
+}
+
+void MainWindowController::completeLockdown(const std::string& sessionCode, const JoinResult& result) {
+    print("✅ Step 1/4: Fullscreen completato");
+    startKeyboardHook();
+    startWindowMonitor(result.meetLink);
+    coverSecondaryDisplays();
+    installStatusItem(result.sessionTitle, sessionCode);
+    if (heartbeat_) {
+        heartbeat_->lockdownActive = true;
+        heartbeat_->meetConnected = true;
+        heartbeat_->start();
+    }
+    window_->orderOut();
+    print(separatorLine);
+    print("✅✅✅ LOCKDOWN COMPLETO E ATTIVO ✅✅✅");
+    print(separatorLine);
+}
+
+void MainWindowController::startKeyboardHook() {
+    print("🔒 Step 2/4: Attivazione keyboard hook...");
+    if (keyboardHook_) keyboardHook_->start();
+    if (keyboardHook_ && keyboardHook_->isActive()) print("[LOCKDOWN] ✅ Keyboard hook verificato e attivo");
+    print("✅ Step 2/4: Keyboard hook attivato");
+}
+
+void MainWindowController::startWindowMonitor(const std::string& meetLink) {
+    print("🔒 Step 3/4: Avvio window monitor...");
+    if (browserLauncher_ && windowMonitor_) {
+        windowMonitor_->authorizedMeetURL = meetLink;
+        windowMonitor_->startMonitoring(browserLauncher_);
+    }
+    if (browserLauncher_) browserLauncher_->windowMonitor = windowMonitor_;
+    print("✅ Step 3/4: Window monitor avviato");
+}
+
+void MainWindowController::coverSecondaryDisplays() {
+    print("🔒 Step 3.5: Blackout monitor secondari...");
+    blackoutOverlay_ = makeMainThreadOwned<BlackoutOverlayManager>(computer_.dispatch, computer_.threads);
+    blackoutOverlay_->activate(computer_.screens.mainScreen());
+    print("✅ Step 3.5: " + std::to_string(blackoutOverlay_->windowCount()) + " monitor secondari coperti");
+}
+
+void MainWindowController::installStatusItem(const std::string& sessionTitle, const std::string& sessionCode) {
+    print("🔒 Step 4/4: Setup menu bar...");
+    statusItem_ = computer_.statusBar.statusItem(variableStatusItemLength);
+    statusItem_->setButtonTitle(statusItemTitle);
+    statusItem_->setMenu(statusMenu(sessionTitle, sessionCode, [weak = weak_from_this()] {
+        if (const auto self = weak.lock()) self->menuEndSession();
+    }));
+    print("✅ Step 4/4: Menu bar configurato");
+}
+
+void MainWindowController::menuEndSession() {
+    if (confirmManualEnd(computer_.alerts)) endSession(SessionEndReason::userRequest);
+}
+
+void MainWindowController::endSession(SessionEndReason reason) {
+    if (!isInLockdown_) return;
+    leaveLockdown();
+    const auto text = std::string(message(reason));
+    print("[SESSION] Fine sessione: " + text);
+
+    if (keyboardHook_) keyboardHook_->stop();
+    if (windowMonitor_) windowMonitor_->stopMonitoring();
+    if (blackoutOverlay_) {
+        blackoutOverlay_->deactivate();
+        blackoutOverlay_.reset();
+    }
+    closeBrowserIfRunning();
+    if (heartbeat_) {
+        heartbeat_->sendDisconnect(reason);
+        heartbeat_->stop();
+    }
+    keyboardHook_.reset();
+    windowMonitor_.reset();
+    browserLauncher_.reset();
+    heartbeat_.reset();
+    if (statusItem_) {
+        computer_.statusBar.removeStatusItem(*statusItem_);
+        statusItem_.reset();
+    }
+
+    setClosable(true);
+    window_->makeKeyAndOrderFront();
+    computer_.application.activate();
+    endScreen_->setMessage(text);
+    joinScreen_->setHidden(true);
+    endScreen_->setHidden(false);
+    print("[SESSION] Schermata fine visibile, join hidden: true, end hidden: false");
+}
+
+void MainWindowController::leaveLockdown() {
+    isInLockdown_ = false;
+    ++lockdownsOver_;
+}
+
+void MainWindowController::closeBrowserIfRunning() {
+    const auto process = browserLauncher_ ? browserLauncher_->browserPID() : std::nullopt;
+    if (!process || !computer_.runningApplications.withProcessIdentifier(*process)) return;
+    browserLauncher_->closeBrowser();
+    print("[SESSION] Browser terminato");
+}
+
+void MainWindowController::resetToJoin() {
+    endScreen_->setHidden(true);
+    joinScreen_->setHidden(false);
+    joinScreen_->showStatus("");
+    setClosable(true);
+    joinScreen_->fill();
+}
+
+void MainWindowController::checkForUpdates() {}
+
+void MainWindowController::setClosable(bool closable) {
+    const auto mask = window_->styleMask();
+    window_->setStyleMask(closable ? mask | windowClosable : mask & ~static_cast<unsigned>(windowClosable));
+}
+
+}  // namespace vantrel

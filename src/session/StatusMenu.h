@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+
+#include "platform/Alerts.h"
+#include "platform/Menu.h"
+
+namespace vantrel {
+
+inline constexpr const char* statusItemTitle = "🔒 Vantrel";
+
+/// The menu of the status item: which session runs, and the way to end it by hand.
+Menu statusMenu(const std::string& sessionTitle, const std::string& sessionCode, Block onEndSession);
+
+/// Asks whether the session is to end. Main thread; returns after the alert has been dismissed.
+bool confirmManualEnd(Alerts& alerts);
+
+}  // namespace vantrel

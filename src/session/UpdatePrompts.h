@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+
+#include "platform/Alerts.h"
+#include "platform/URLs.h"
+#include "platform/Workspace.h"
+
+namespace vantrel {
+
+/// The alerts that lead to a newer client. Main thread; each returns after it has been dismissed.
+class UpdatePrompts {
+  public:
+    UpdatePrompts(Alerts& alerts, const URLs& urls, Workspace& workspace)
+        : alerts_(alerts), urls_(urls), workspace_(workspace) {}
+
+    /// After a join that was refused because the client is too old. An empty address offers no download.
+    void showRequiredUpdate(const std::string& message, const std::string& downloadUrl);
+
+  private:
+    /// Opens the page in the default browser; an address that is no URL is ignored.
+    void openDownloadPage(const std::string& downloadUrl);
+
+    Alerts& alerts_;
+    const URLs& urls_;
+    Workspace& workspace_;
+};
+
+}  // namespace vantrel
