@@ -1,39 +1,89 @@
 #pragma once
 
+#include <atomic>
+#include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
+#include <vector>
 
 #include "lockdown/SessionEndReason.h"
+#include "platform/Clock.h"
+#include "platform/Dispatch.h"
+#include "platform/ISO8601DateFormatter.h"
+#include "platform/Lock.h"
+#include "platform/Log.h"
+#include "platform/RunLoop.h"
+#include "server/ServerRequests.h"
 
 namespace vantrel {
 
-/// Keeps the server informed while a lockdown is active. Belongs to the main thread. Its reports are still to come: the
-/// operations below are called in their places and do nothing.
-class HeartbeatService {
+/// Keeps the server informed while a lockdown is active: one heartbeat every 15 seconds with the violations since the
+/// last one, and a last notice at the end. Belongs to the main thread, but for addViolation.
+class HeartbeatService : public std::enable_shared_from_this<HeartbeatService> {
   public:
-    HeartbeatService(std::string apiBaseUrl, std::string sessionCode, std::string userToken, std::string clientVersion);
+    /// Whose heartbeats these are.
+    struct Identity {
+        std::string apiBaseUrl;
+        /// As the participant typed it.
+        std::string sessionCode;
+        std::string userToken;
+        std::string clientVersion;
+    };
+
+    HeartbeatService(Identity identity, ServerRequests requests, Dispatch& dispatch, RunLoop& runLoop, Clock& clock,
+                     ISO8601DateFormatter& dates, Log& log);
 
     /// Sent with every heartbeat.
     bool lockdownActive = false;
     bool meetConnected = false;
 
-    /// The server, or too many failures, ended the session. Called on the main queue. Set before start.
+    /// The server, or too many failures in a row, ended the session. Called on the main queue, perhaps more than once;
+    /// the service goes on until it is stopped. Set before start.
     std::function<void()> onSessionEnded;
 
+    bool isRunning() const { return isRunning_; }
+
+    /// Sends a heartbeat at once and then every 15 seconds. Nothing while running.
     void start();
+    /// Nothing while stopped.
     void stop();
 
-    /// Queues a violation for the next heartbeat. Any thread.
+    /// Queues a violation for the next heartbeat. Each is sent once, whatever becomes of that heartbeat. Any thread.
     void addViolation(const std::string& type, const std::string& detail);
 
-    /// Tells the server that the participant leaves.
+    /// Tells the server that the participant leaves; the reason goes to the log only. Blocks for at most 5 seconds.
     void sendDisconnect(SessionEndReason reason);
 
   private:
-    std::string apiBaseUrl_;
-    std::string sessionCode_;
-    std::string userToken_;
-    std::string clientVersion_;
+    struct Violation {
+        std::string type;
+        std::string detail;
+        std::string at;
+    };
+
+    void sendHeartbeat();
+    void handleReply(const URLReply& reply);
+    void reportSessionEnded();
+    std::vector<Violation> drainViolations();
+    JSONObject body(bool lockdown, bool meet, JSONArray violations, bool disconnecting) const;
+    std::string address() const;
+    std::string now() const;
+
+    const Identity identity_;
+    const ServerRequests requests_;
+    Dispatch& dispatch_;
+    RunLoop& runLoop_;
+    Clock& clock_;
+    ISO8601DateFormatter& dates_;
+    Log& log_;
+
+    std::unique_ptr<Timer> timer_;
+    bool isRunning_ = false;
+    /// Counted on the URL session's queue, reset on the main thread.
+    std::atomic<std::int64_t> consecutiveErrors_ = 0;
+    Lock violationsLock_;
+    std::vector<Violation> pendingViolations_;
 };
 
 }  // namespace vantrel

@@ -44,7 +44,7 @@ std::shared_ptr<MainWindowController> MainWindowController::create(const Compute
     controller->sessionJoin_.onClientOutdated = [weak, &dispatch = computer.dispatch](const std::string& message,
                                                                                       const std::string& downloadUrl) {
         dispatch.mainQueue().async([weak, message, downloadUrl] {
-            if (const auto self = weak.lock()) self->updatePrompts_.showRequiredUpdate(message, downloadUrl);
+            if (const auto self = weak.lock()) self->showRequiredUpdateAlert(message, downloadUrl);
         });
     };
 
@@ -56,9 +56,10 @@ std::shared_ptr<MainWindowController> MainWindowController::create(const Compute
 
 MainWindowController::MainWindowController(const Computer& computer)
     : computer_(computer),
+      requests_(computer.dispatch, computer.urls, computer.json, computer.urlSession),
       updatePrompts_(computer.alerts, computer.urls, computer.workspace),
-      sessionJoin_(ServerRequests(computer.dispatch, computer.urls, computer.json, computer.urlSession),
-                   computer.userDefaults, computer.unicode, computer.log, clientVersion_) {}
+      sessionJoin_(requests_, computer.userDefaults, computer.unicode, computer.log, clientVersion_),
+      versionCheck_(requests_, computer.urls, computer.log) {}
 
 void MainWindowController::joinTapped() {
     const auto read = joinScreen_->read();
@@ -133,8 +134,11 @@ void MainWindowController::createServices(const std::string& sessionCode, const 
     browserLauncher_ = makeMainThreadOwned<BrowserLauncher>(dispatch, threads);
     keyboardHook_ = makeMainThreadOwned<KeyboardHookService>(dispatch, threads);
     windowMonitor_ = makeMainThreadOwned<WindowMonitorService>(dispatch, threads);
-    heartbeat_ = makeMainThreadOwned<HeartbeatService>(dispatch, threads, serverBaseAddress(computer_.userDefaults),
-                                                       sessionCode, result.userToken, clientVersion_);
+    heartbeat_ = makeMainThreadOwned<HeartbeatService>(
+        dispatch, threads,
+        HeartbeatService::Identity{serverBaseAddress(computer_.userDefaults), sessionCode, result.userToken,
+                                   clientVersion_},
+        requests_, dispatch, computer_.mainRunLoop, computer_.clock, computer_.dates, computer_.log);
 }
 
 void MainWindowController::wireServices() {
@@ -282,7 +286,21 @@ void MainWindowController::resetToJoin() {
     joinScreen_->fill();
 }
 
-void MainWindowController::checkForUpdates() {}
+void MainWindowController::checkForUpdates() {
+    const auto typed = joinScreen_->serverFieldText();
+    const auto base = withoutTrailingSlash(typed.empty() ? defaultServerAddress : typed);
+    versionCheck_.send(base, clientVersion_, [weak = weak_from_this()](const URLReply& reply) {
+        if (const auto self = weak.lock()) self->handleVersionReply(reply);
+    });
+}
+
+void MainWindowController::handleVersionReply(const URLReply& reply) {
+    const auto offer = versionCheck_.read(reply);
+    if (!offer) return;
+    computer_.dispatch.mainQueue().async([weak = weak_from_this(), offer = *offer] {
+        if (const auto self = weak.lock()) self->showUpdateAlert(offer);
+    });
+}
 
 void MainWindowController::setClosable(bool closable) {
     const auto mask = window_->styleMask();

@@ -12,7 +12,9 @@
 #include "platform/Computer.h"
 #include "server/HeartbeatService.h"
 #include "server/JoinOutcome.h"
+#include "server/ServerRequests.h"
 #include "server/SessionJoin.h"
+#include "server/VersionCheck.h"
 #include "session/EndScreen.h"
 #include "session/JoinScreen.h"
 #include "session/UpdatePrompts.h"
@@ -41,10 +43,17 @@ class MainWindowController : public std::enable_shared_from_this<MainWindowContr
     /// Ends the session for whatever cause; a request without a lockdown does nothing.
     void endSession(SessionEndReason reason);
 
-    /// Asks the server whether a newer client exists. Still to come: does nothing.
+    /// Asks the server whether a newer client exists; returns at once.
     void checkForUpdates();
 
   private:
+    /// On the URL session's queue.
+    void handleVersionReply(const URLReply& reply);
+    void showUpdateAlert(const UpdateOffer& offer) { updatePrompts_.showUpdate(offer, clientVersion_); }
+    void showRequiredUpdateAlert(const std::string& message, const std::string& downloadUrl) {
+        updatePrompts_.showRequiredUpdate(message, downloadUrl);
+    }
+
     /// Blocks for at most about 20 seconds; on a background queue only.
     JoinOutcome joinSession(const JoinScreen::Input& input) const;
     void handleJoinOutcome(const std::string& sessionCode, const JoinOutcome& outcome);
@@ -86,8 +95,10 @@ class MainWindowController : public std::enable_shared_from_this<MainWindowContr
     std::unique_ptr<Window> window_;
     std::unique_ptr<JoinScreen> joinScreen_;
     std::unique_ptr<EndScreen> endScreen_;
+    const ServerRequests requests_;
     UpdatePrompts updatePrompts_;
     SessionJoin sessionJoin_;
+    const VersionCheck versionCheck_;
 };
 
 }  // namespace vantrel

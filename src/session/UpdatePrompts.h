@@ -5,6 +5,7 @@
 #include "platform/Alerts.h"
 #include "platform/URLs.h"
 #include "platform/Workspace.h"
+#include "server/VersionCheck.h"
 
 namespace vantrel {
 
@@ -14,11 +15,14 @@ class UpdatePrompts {
     UpdatePrompts(Alerts& alerts, const URLs& urls, Workspace& workspace)
         : alerts_(alerts), urls_(urls), workspace_(workspace) {}
 
+    /// Recommends a newer version or announces a mandatory one, by severity; "info" shows nothing.
+    void showUpdate(const UpdateOffer& offer, const std::string& clientVersion);
+
     /// After a join that was refused because the client is too old. An empty address offers no download.
     void showRequiredUpdate(const std::string& message, const std::string& downloadUrl);
 
   private:
-    /// Opens the page in the default browser; an address that is no URL is ignored.
+    /// Opens the page in the default browser; an address that is empty or no URL is ignored.
     void openDownloadPage(const std::string& downloadUrl);
 
     Alerts& alerts_;

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "platform/Log.h"
+#include "server/ServerRequests.h"
+
+namespace vantrel {
+
+/// A newer client that the server tells of. Texts that it left out are empty, the severity "info".
+struct UpdateOffer {
+    std::string severity;
+    std::string latestVersion;
+    std::string releaseNotes;
+    std::string downloadUrl;
+    bool operator==(const UpdateOffer&) const = default;
+};
+
+/// Asks the server once whether a newer client exists, and reads the reply. Any thread; every failure is only logged.
+class VersionCheck {
+  public:
+    VersionCheck(ServerRequests requests, const URLs& urls, Log& log) : requests_(requests), urls_(urls), log_(log) {}
+
+    /// Returns at once; the completion is called on the URL session's queue.
+    void send(const std::string& baseAddress, const std::string& clientVersion,
+              URLSession::Completion completion) const;
+
+    /// The newer version, if the reply tells of one.
+    std::optional<UpdateOffer> read(const URLReply& reply) const;
+
+  private:
+    ServerRequests requests_;
+    const URLs& urls_;
+    Log& log_;
+};
+
+}  // namespace vantrel
