@@ -1,0 +1,35 @@
+#pragma once
+
+#include <string>
+
+#include "practice/ExchangeLog.h"
+#include "practice/PracticeReply.h"
+#include "practice/PracticeRequest.h"
+#include "practice/ReplyBender.h"
+#include "practice/RequestTarget.h"
+#include "practice/SessionRegistry.h"
+
+namespace vantrel::practice {
+
+/// What a test asks under /control.
+class ControlExchanges {
+  public:
+    ControlExchanges(SessionRegistry& registry, ReplyBender& bender, ExchangeLog& log);
+
+    static bool isControl(const RequestTarget& target);
+
+    PracticeReply handle(const PracticeRequest& request, const RequestTarget& target);
+
+  private:
+    PracticeReply bend(const std::string& body);
+    PracticeReply reset(const std::string& body);
+    PracticeReply received() const;
+    PracticeReply end(const std::string& code);
+    PracticeReply state() const;
+
+    SessionRegistry& registry_;
+    ReplyBender& bender_;
+    ExchangeLog& log_;
+};
+
+}  // namespace vantrel::practice

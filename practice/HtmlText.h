@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace vantrel::practice {
+
+/// The text with everything escaped that means something in HTML, in an element or in a quoted attribute.
+std::string htmlText(std::string_view text);
+
+}  // namespace vantrel::practice

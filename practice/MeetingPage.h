@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+#include "practice/PracticeParticipant.h"
+#include "practice/PracticeReply.h"
+#include "practice/PracticeSession.h"
+
+namespace vantrel::practice {
+
+/// The page that plays the meeting. It needs nothing from elsewhere and asks the server for nothing once it is shown.
+PracticeReply meetingPage(const PracticeSession& session, const std::vector<PracticeParticipant>& participants);
+
+/// 404, for people.
+PracticeReply unknownMeetingPage(std::string_view code);
+
+}  // namespace vantrel::practice

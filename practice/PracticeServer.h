@@ -1,0 +1,66 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <mutex>
+#include <string_view>
+#include <vector>
+
+#include "practice/ApiExchanges.h"
+#include "practice/ControlExchanges.h"
+#include "practice/ExchangeLog.h"
+#include "practice/PracticeConfiguration.h"
+#include "practice/PracticeParticipant.h"
+#include "practice/PracticeReply.h"
+#include "practice/PracticeRequest.h"
+#include "practice/PracticeSession.h"
+#include "practice/ReceivedExchange.h"
+#include "practice/ReplyBender.h"
+#include "practice/SessionRegistry.h"
+
+namespace vantrel::practice {
+
+/// A server for trying the client out: sessions in memory, replies that tests can bend, and a record of what came in.
+///
+/// Any thread may call anything. Nothing here waits: a delay, a dropped connection or a stall is written in the reply,
+/// and whoever carries the reply does it, and tells with `noteDelivery` what became of it.
+class PracticeServer {
+  public:
+    /// Seconds since 1970. Called once for each request, with no lock held.
+    using Clock = std::function<double()>;
+
+    PracticeServer(PracticeConfiguration configuration, Clock clock);
+    PracticeServer(const PracticeServer&) = delete;
+    PracticeServer& operator=(const PracticeServer&) = delete;
+
+    /// Carries out one exchange. Whatever the bytes are, there is a reply.
+    PracticeReply handle(const PracticeRequest& request);
+
+    /// For a reply that went out later than at once, or did not go out whole.
+    void noteDelivery(std::uint64_t exchange, bool delivered);
+
+    /// What the control interface does, for callers in the same process.
+    std::uint64_t bend(BendRule rule);
+    /// The code in any case; false when there is no such session.
+    bool endSession(std::string_view code);
+    /// Everything as at the start: sessions, participants, bends, what was received.
+    void reset();
+    std::vector<ReceivedExchange> received() const;
+    std::vector<PracticeSession> sessions() const;
+    std::vector<PracticeParticipant> participants() const;
+
+  private:
+    PracticeReply exchange(const PracticeRequest& request, const RequestTarget& target, double now);
+
+    const PracticeConfiguration configuration_;
+    const Clock clock_;
+    mutable std::mutex mutex_;
+    // All of these under the mutex.
+    SessionRegistry registry_;
+    ReplyBender bender_;
+    ExchangeLog log_;
+    ApiExchanges api_;
+    ControlExchanges control_;
+};
+
+}  // namespace vantrel::practice

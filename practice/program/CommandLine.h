@@ -1,0 +1,36 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include "practice/PracticeSession.h"
+
+namespace vantrel::practice {
+
+struct CommandLineError {
+    std::string message;
+};
+
+/// What the program was asked for.
+struct CommandLine {
+    static constexpr int defaultPort = 8787;
+
+    bool help = false;
+    int port = defaultPort;
+    bool exitWithStandardInput = false;
+    std::optional<double> seconds;
+    std::optional<std::string> configurationFile;
+    std::string publicAddress;
+    std::vector<PracticeSession> sessions;
+    std::vector<std::pair<std::string, SessionStatus>> statuses;
+
+    /// The arguments without the program's name.
+    static std::variant<CommandLine, CommandLineError> read(const std::vector<std::string>& arguments);
+    static std::string_view helpText();
+};
+
+}  // namespace vantrel::practice

@@ -1,0 +1,38 @@
+#include "practice/program/StopSignal.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <unistd.h>
+
+#include <array>
+
+namespace vantrel::practice {
+
+StopSignal::StopSignal() {
+    std::array<int, 2> ends{};
+    if (pipe(ends.data()) != 0) return;
+    readEnd_ = ends[0];
+    writeEnd_ = ends[1];
+    for (const int end : ends) fcntl(end, F_SETFD, FD_CLOEXEC);
+    // A handler that a thousand signals call must not block on a full pipe.
+    fcntl(writeEnd_, F_SETFL, O_NONBLOCK);
+}
+
+StopSignal::~StopSignal() {
+    if (!isValid()) return;
+    close(readEnd_);
+    close(writeEnd_);
+}
+
+void StopSignal::raise() const {
+    const char byte = 0;
+    // A full pipe is a raised signal.
+    [[maybe_unused]] const ssize_t written = write(writeEnd_, &byte, 1);
+}
+
+bool StopSignal::isRaised() const {
+    pollfd entry{readEnd_, POLLIN, 0};
+    return poll(&entry, 1, 0) > 0;
+}
+
+}  // namespace vantrel::practice

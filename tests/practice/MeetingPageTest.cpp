@@ -1,0 +1,73 @@
+#include <gtest/gtest.h>
+
+#include "Requests.h"
+
+namespace vantrel::practice::test {
+namespace {
+
+bool contains(const PracticeReply& reply, const std::string& text) {
+    return reply.body.find(text) != std::string::npos;
+}
+
+TEST(MeetingPage, ShowsTitleCodeAndWhoJoined) {
+    PracticeServer server(fourSessions(), [] { return standingTime; });
+    joined(server, "PROVA");
+    const PracticeReply reply = server.handle(get("/meet/PROVA"));
+    EXPECT_EQ(reply.status, 200);
+    EXPECT_EQ(reply.contentType, "text/html; charset=utf-8");
+    EXPECT_TRUE(contains(reply, "<html lang=\"it\">"));
+    EXPECT_TRUE(contains(reply, "<title>Sicurezza</title>"));
+    EXPECT_TRUE(contains(reply, "<h1>Sicurezza</h1>"));
+    EXPECT_TRUE(contains(reply, "PROVA"));
+    EXPECT_TRUE(contains(reply, "Anna Però"));
+    EXPECT_FALSE(contains(server.handle(get("/meet/ATTESA")), "Anna Però"));
+}
+
+TEST(MeetingPage, NeedsNothingFromElsewhere) {
+    PracticeServer server(fourSessions(), [] { return standingTime; });
+    const PracticeReply reply = server.handle(get("/meet/PROVA"));
+    EXPECT_FALSE(contains(reply, "http:"));
+    EXPECT_FALSE(contains(reply, "https:"));
+    EXPECT_FALSE(contains(reply, "src="));
+    EXPECT_FALSE(contains(reply, "url("));
+}
+
+TEST(MeetingPage, EscapesWhatCameFromOutside) {
+    PracticeConfiguration configuration = fourSessions();
+    configuration.sessions[0].title = "</h1><script>\"'&";
+    PracticeServer server(configuration, [] { return standingTime; });
+    nlohmann::json body = joinBody();
+    body["fullName"] = "<img src=x>";
+    server.handle(post("/api/sessions/PROVA/join", body.dump()));
+    const PracticeReply reply = server.handle(get("/meet/PROVA"));
+    EXPECT_TRUE(contains(reply, "<h1>&lt;/h1&gt;&lt;script&gt;&quot;&#39;&amp;</h1>"));
+    EXPECT_TRUE(contains(reply, "&lt;img src=x&gt;"));
+    EXPECT_FALSE(contains(reply, "<img"));
+
+    const PracticeReply unknown = server.handle(get("/meet/<script>"));
+    EXPECT_EQ(unknown.status, 404);
+    EXPECT_TRUE(contains(unknown, "&lt;script&gt;"));
+}
+
+TEST(MeetingPage, IsFoundInAnyCase) {
+    PracticeServer server(fourSessions(), [] { return standingTime; });
+    EXPECT_EQ(server.handle(get("/meet/prova?utm=1")).status, 200);
+}
+
+TEST(MeetingPage, TellsThatTheSessionHasEnded) {
+    PracticeServer server(fourSessions(), [] { return standingTime; });
+    EXPECT_TRUE(contains(server.handle(get("/meet/CHIUSA")), "La lezione è terminata"));
+    EXPECT_FALSE(contains(server.handle(get("/meet/PROVA")), "La lezione è terminata"));
+}
+
+TEST(MeetingPage, TellsPeopleThatACodeIsUnknown) {
+    PracticeServer server(fourSessions(), [] { return standingTime; });
+    const PracticeReply reply = server.handle(get("/meet/ALTRA"));
+    EXPECT_EQ(reply.status, 404);
+    EXPECT_EQ(reply.contentType, "text/html; charset=utf-8");
+    EXPECT_TRUE(contains(reply, "Riunione non trovata"));
+    EXPECT_TRUE(contains(reply, "ALTRA"));
+}
+
+}  // namespace
+}  // namespace vantrel::practice::test
