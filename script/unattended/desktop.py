@@ -1,0 +1,74 @@
+"""An X desktop of its own, used the way a person uses one."""
+
+import os
+import pathlib
+import re
+import subprocess
+import tempfile
+import time
+
+
+class Window:
+    def __init__(self, identifier, x, y, width, height):
+        self.identifier, self.x, self.y, self.width, self.height = identifier, x, y, width, height
+
+
+class Desktop:
+    def __init__(self, root):
+        self.root = root
+        self.display = None
+
+    def __enter__(self):
+        self._folder = tempfile.TemporaryDirectory()
+        name = pathlib.Path(self._folder.name) / "display"
+        self._process = subprocess.Popen([self.root / "script/desktop", name], stdin=subprocess.DEVNULL)
+        deadline = time.monotonic() + 30
+        while not name.exists():
+            if self._process.poll() is not None or time.monotonic() > deadline:
+                raise RuntimeError("no X desktop came up")
+            time.sleep(0.05)
+        self.display = name.read_text().strip()
+        return self
+
+    def __exit__(self, *_):
+        self._process.terminate()
+        self._process.wait()
+        self._folder.cleanup()
+
+    @property
+    def environment(self):
+        return {**os.environ, "DISPLAY": self.display}
+
+    def run(self, *command):
+        return subprocess.run([str(part) for part in command], env=self.environment, check=True, capture_output=True,
+                              text=True).stdout
+
+    def windows(self, name):
+        """The viewable windows with exactly that name."""
+        found = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", f"^{re.escape(name)}$"],
+                               env=self.environment, capture_output=True, text=True).stdout.split()
+        result = []
+        for identifier in found:
+            text = subprocess.run(["xdotool", "getwindowgeometry", "--shell", identifier], env=self.environment,
+                                  capture_output=True, text=True).stdout
+            values = dict(line.split("=", 1) for line in text.splitlines() if "=" in line)
+            if "WIDTH" in values:
+                result.append(Window(identifier, int(values["X"]), int(values["Y"]), int(values["WIDTH"]),
+                                     int(values["HEIGHT"])))
+        return result
+
+    def click(self, x, y):
+        self.run("xdotool", "mousemove", x, y)
+        time.sleep(0.1)
+        self.run("xdotool", "click", 1)
+
+    def type(self, text):
+        self.run("xdotool", "type", "--delay", 15, text)
+
+    def key(self, *keys):
+        self.run("xdotool", "key", *keys)
+
+    def picture(self, path):
+        """The whole screen as a PNG; returns how many colours are in it."""
+        self.run("import", "-window", "root", path)
+        return int(self.run("identify", "-format", "%k", path))

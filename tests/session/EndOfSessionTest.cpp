@@ -1,0 +1,163 @@
+#include <gmock/gmock.h>
+
+#include "session/MainWindowController.h"
+#include "tests/session/ClientTest.h"
+
+namespace vantrel {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using virtualmac::NetworkAnswer;
+
+class EndOfSessionTest : public ClientTest {
+  protected:
+    std::string heartbeat() const { return std::string("POST ") + server + "/api/heartbeat"; }
+
+    std::size_t count(const std::string& line) const {
+        const auto lines = logLines();
+        return static_cast<std::size_t>(std::count(lines.begin(), lines.end(), line));
+    }
+
+    std::size_t disconnectNotices() {
+        std::size_t notices = 0;
+        for (const auto& body : bodies("/api/heartbeat"))
+            notices += body.find(R"("disconnecting":true)") != std::string::npos;
+        return notices;
+    }
+};
+
+constexpr const char* endScreenShown = "[SESSION] Schermata fine visibile, join hidden: true, end hidden: false";
+
+TEST_F(EndOfSessionTest, RunsInItsOrderWhenTheParticipantEndsIt) {
+    launch();
+    enterLockdown();
+    askToEnd();
+    forgetEvents();
+    participant().answerAlert("Termina");
+    mac().runFor(10);
+    EXPECT_THAT(logLines(), ElementsAre("[SESSION] Fine sessione: Sessione terminata dall'utente",
+                                        "[HEARTBEAT] Disconnessione inviata: Sessione terminata dall'utente",
+                                        "[HEARTBEAT] Fermato", endScreenShown));
+    EXPECT_EQ(bodies("/api/heartbeat").back(),
+              R"({"clientVersion":"2.0-macOS","disconnecting":true,"lockdownActive":false,"meetConnected":false,)"
+              R"("platform":"darwin","sessionCode":"NQRP5D","timestamp":"2026-03-02T08:00:34Z","userToken":"T",)"
+              R"("violations":[]})");
+    EXPECT_EQ(screen(), "endView");
+    EXPECT_EQ(text("endMessageLabel"), "Sessione terminata dall'utente");
+    EXPECT_TRUE(isClosable());
+    EXPECT_THAT(texts("activate"), testing::SizeIs(1));
+    expectNothingLeft();
+}
+
+TEST_F(EndOfSessionTest, TakesTheStatusItemAwayBeforeTheWindowComesBack) {
+    launch();
+    enterLockdown();
+    askToEnd();
+    forgetEvents();
+    participant().answerAlert("Termina");
+    mac().runFor(10);
+    std::vector<std::string> order;
+    for (const auto& event : events()) {
+        if (event.kind == "status-item-removed" || event.kind == "window-style" || event.kind == "window-shown" ||
+            event.kind == "activate" || event.kind == "text" || event.kind.starts_with("view-")) {
+            order.push_back(event.kind + " " + event.text);
+        }
+    }
+    EXPECT_THAT(order, ElementsAre("status-item-removed 🔒 Vantrel", "window-style Vantrel", "window-shown Vantrel",
+                                   "activate ", "text endMessageLabel", "view-hidden joinView", "view-shown endView"));
+}
+
+TEST_F(EndOfSessionTest, ComesWithTheServersWord) {
+    launch();
+    enterLockdown();
+    answer(heartbeat(), NetworkAnswer::reply(200, R"({"sessionEnded":true})"));
+    mac().runFor(20);
+    EXPECT_EQ(count("[HEARTBEAT] Sessione terminata dal backend"), 1u);
+    EXPECT_EQ(text("endMessageLabel"), "Sessione terminata dall'utente");
+    EXPECT_EQ(disconnectNotices(), 1u);
+    expectNothingLeft();
+}
+
+TEST_F(EndOfSessionTest, GivesOneEndScreenAndOneNoticeForTwoCauses) {
+    launch();
+    enterLockdown();
+    // A heartbeat leaves at 47 s; its answer comes while the question is up.
+    answer(heartbeat(), NetworkAnswer::reply(200, R"({"sessionEnded":true})", 5));
+    mac().runUntil(48);
+    askToEnd();
+    mac().runUntil(60);
+    EXPECT_EQ(screen(), "endView");
+    participant().answerAlert("Termina");
+    mac().runFor(60);
+    EXPECT_EQ(count(endScreenShown), 1u);
+    EXPECT_EQ(count("[SESSION] Fine sessione: Sessione terminata dall'utente"), 1u);
+    EXPECT_EQ(disconnectNotices(), 1u);
+    expectNothingLeft();
+}
+
+TEST_F(EndOfSessionTest, WaitsFiveSecondsForAServerThatNeverAnswers) {
+    launch();
+    enterLockdown();
+    answer(heartbeat(), NetworkAnswer::silence());
+    askToEnd();
+    participant().answerAlert("Termina");
+    mac().runFor(4.999);
+    EXPECT_EQ(count("[HEARTBEAT] Disconnessione inviata: Sessione terminata dall'utente"), 0u);
+    EXPECT_EQ(screen(), "none");
+    mac().runFor(0.001);
+    EXPECT_EQ(count("[HEARTBEAT] Disconnessione inviata: Sessione terminata dall'utente"), 1u);
+    EXPECT_EQ(screen(), "endView");
+}
+
+TEST_F(EndOfSessionTest, LogsNoBrowserThatIsNotThere) {
+    launch();
+    enterLockdown();
+    askToEnd();
+    participant().answerAlert("Termina");
+    mac().runFor(10);
+    EXPECT_EQ(count("[SESSION] Browser terminato"), 0u);
+}
+
+TEST_F(EndOfSessionTest, LeavesTheJoinButtonAsItIs) {
+    launch();
+    enterLockdown();
+    const bool before = isEnabled("joinButton");
+    askToEnd();
+    participant().answerAlert("Termina");
+    mac().runFor(10);
+    EXPECT_EQ(isEnabled("joinButton"), before);
+}
+
+class EveryReasonTest : public EndOfSessionTest, public testing::WithParamInterface<SessionEndReason> {};
+
+TEST_P(EveryReasonTest, IsShownAndLoggedByItsMessage) {
+    std::weak_ptr<MainWindowController> controller;
+    std::shared_ptr<MainWindowController> kept;
+    mac().onMain([&] { kept = MainWindowController::create(computer()); });
+    controller = kept;
+    mac().onMain([&] {
+        kept->window().makeKeyAndOrderFront();
+        kept->endSession(GetParam());
+    });
+    EXPECT_THAT(logLines(), testing::IsEmpty());
+    enterLockdown();
+    forgetEvents();
+    mac().onMain([&] {
+        kept->endSession(GetParam());
+        kept->endSession(SessionEndReason::userRequest);
+    });
+    const auto text = std::string(message(GetParam()));
+    EXPECT_THAT(logLines(),
+                ElementsAre("[SESSION] Fine sessione: " + text, "[HEARTBEAT] Disconnessione inviata: " + text,
+                            "[HEARTBEAT] Fermato", endScreenShown));
+    EXPECT_EQ(this->text("endMessageLabel"), text);
+    EXPECT_THAT(bodies("/api/heartbeat").back(), testing::Not(HasSubstr(text)));
+    mac().onMain([&] { kept.reset(); });
+    EXPECT_TRUE(controller.expired());
+}
+
+INSTANTIATE_TEST_SUITE_P(EndOfSession, EveryReasonTest, testing::ValuesIn(allSessionEndReasons));
+
+}  // namespace
+}  // namespace vantrel

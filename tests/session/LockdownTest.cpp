@@ -1,0 +1,143 @@
+#include <gmock/gmock.h>
+
+#include "tests/session/ClientTest.h"
+
+namespace vantrel {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using virtualmac::NetworkAnswer;
+
+class LockdownTest : public ClientTest {};
+
+constexpr const char* line = "🔒 ========================================";
+
+TEST_F(LockdownTest, IsActivatedInItsOrder) {
+    launch();
+    forgetEvents();
+    enterLockdown();
+    EXPECT_THAT(
+        logLines(),
+        ElementsAre("[SESSION] GET status HTTP: 200", R"([SESSION] GET body: {"status":"ACTIVE"})",
+                    "[SESSION] Status parsed: ACTIVE", "[SESSION] Join OK — Titolo, MeetLink: https://meet.example/abc",
+                    "🔒 Demo Mode: false", line, "🔒 VERIFICA ACCESSIBILITY", line, "🔒 AXIsProcessTrusted: true",
+                    "✅ Accessibility OK - Procedo con lockdown", line, "🔒 ATTIVAZIONE LOCKDOWN", line,
+                    "🔒 Step 1/4: Fullscreen browser...", "[TCC] Microfono: stato già definito (3)",
+                    "[TCC] Camera: stato già definito (3)", "✅ Step 1/4: Fullscreen completato",
+                    "🔒 Step 2/4: Attivazione keyboard hook...", "✅ Step 2/4: Keyboard hook attivato",
+                    "🔒 Step 3/4: Avvio window monitor...", "✅ Step 3/4: Window monitor avviato",
+                    "🔒 Step 3.5: Blackout monitor secondari...", "✅ Step 3.5: 0 monitor secondari coperti",
+                    "🔒 Step 4/4: Setup menu bar...", "✅ Step 4/4: Menu bar configurato",
+                    "[HEARTBEAT] Avviato (ogni 15s) → https://server.example", line,
+                    "✅✅✅ LOCKDOWN COMPLETO E ATTIVO ✅✅✅", line));
+}
+
+TEST_F(LockdownTest, HidesTheWindowAfterTheFirstHeartbeat) {
+    launch();
+    forgetEvents();
+    enterLockdown();
+    std::vector<std::string> order;
+    for (const auto& event : events()) {
+        if (event.kind == "request" && event.text.ends_with("/api/heartbeat")) order.push_back("heartbeat");
+        if (event.kind == "status-item-installed" || event.kind == "window-hidden" || event.kind == "window-style") {
+            order.push_back(event.kind);
+        }
+    }
+    ASSERT_GE(order.size(), 4u);
+    order.resize(4);
+    EXPECT_THAT(order, ElementsAre("window-style", "status-item-installed", "heartbeat", "window-hidden"));
+    EXPECT_FALSE(isClosable());
+}
+
+TEST_F(LockdownTest, TellsTheServerThatLockdownAndMeetingAreUp) {
+    launch();
+    enterLockdown();
+    const auto sent = bodies("/api/heartbeat");
+    ASSERT_FALSE(sent.empty());
+    EXPECT_EQ(sent.front(),
+              R"({"clientVersion":"2.0-macOS","disconnecting":false,"lockdownActive":true,"meetConnected":true,)"
+              R"("platform":"darwin","sessionCode":"NQRP5D","timestamp":"2026-03-02T08:00:02Z","userToken":"T",)"
+              R"("violations":[]})");
+}
+
+TEST_F(LockdownTest, ReportsTheCodeAsTypedThoughItJoinsInUpperCase) {
+    launch();
+    join("nqrp5d");
+    mac().runFor(5);
+    EXPECT_THAT(requests(), testing::Contains(std::string("POST ") + server + "/api/sessions/NQRP5D/join"));
+    ASSERT_THAT(bodies("/api/heartbeat"), testing::SizeIs(1));
+    EXPECT_THAT(bodies("/api/heartbeat").front(), HasSubstr(R"("sessionCode":"nqrp5d")"));
+}
+
+TEST_F(LockdownTest, ReportsToTheServerWithoutItsOneTrailingSlash) {
+    launch();
+    participant().type("serverUrlField", std::string(server) + "/");
+    join();
+    mac().runFor(5);
+    EXPECT_THAT(requests(), testing::Contains(std::string("POST ") + server + "/api/heartbeat"));
+}
+
+TEST_F(LockdownTest, KeepsTheSecondOfTwoTrailingSlashes) {
+    launch();
+    participant().type("serverUrlField", std::string(server) + "//");
+    join();
+    mac().runFor(1);
+    EXPECT_EQ(requests().back(), std::string("GET ") + server + "//api/sessions/NQRP5D");
+    EXPECT_EQ(text("errorLabel"), "❌ Codice sessione non trovato");
+}
+
+TEST_F(LockdownTest, IsHeldBackWhileTheUpdatePromptOfAnotherJoinIsUp) {
+    launch();
+    answer(std::string("POST ") + server + "/api/sessions/NQRP5D/join",
+           NetworkAnswer::reply(400, R"({"error":"client_outdated","downloadUrl":"https://d.example/x"})", 1));
+    join();
+    mac().runFor(5);
+    EXPECT_THAT(alerts(), ElementsAre("Aggiornamento Vantrel richiesto"));
+    EXPECT_EQ(text("errorLabel"), "⏳ Connessione al server...");
+    participant().answerAlert("Annulla");
+    mac().runFor(0);
+    EXPECT_EQ(text("errorLabel"), "❌ Versione Vantrel non più supportata. Scarica la nuova versione.");
+    EXPECT_THAT(mac().workspace().opened(), IsEmpty());
+}
+
+class SecondPressTest : public ClientTest {
+  protected:
+    /// The first activation waits for the camera and the microphone when the button is pressed again.
+    void pressTwice() {
+        mac().capture().setStatus(MediaType::audio, AuthorizationStatus::notDetermined);
+        launch();
+        join();
+        mac().runFor(3);
+        ASSERT_EQ(mac().capture().prompts(), 1u);
+        ASSERT_TRUE(isEnabled("joinButton"));
+        participant().press("joinButton");
+        mac().runFor(3);
+    }
+};
+
+TEST_F(SecondPressTest, LeavesOneLockdownWithOneStatusItemAndOneHeartbeat) {
+    pressTwice();
+    participant().answerPermissionPrompt(true);
+    mac().runFor(5);
+    EXPECT_EQ(mac().statusBar().items().size(), 1u);
+    EXPECT_EQ(screen(), "none");
+    const auto before = bodies("/api/heartbeat").size();
+    mac().runFor(15);
+    EXPECT_EQ(bodies("/api/heartbeat").size(), before + 1);
+}
+
+TEST_F(SecondPressTest, LeavesNothingBehindAfterTheEnd) {
+    pressTwice();
+    participant().answerPermissionPrompt(true);
+    mac().runFor(5);
+    askToEnd();
+    participant().answerAlert("Termina");
+    mac().runFor(60);
+    EXPECT_EQ(screen(), "endView");
+    expectNothingLeft();
+}
+
+}  // namespace
+}  // namespace vantrel
