@@ -17,6 +17,9 @@ class Client:
             environment.pop(variable, None)
         environment["HOME"] = str(self._folder)
         environment["XDG_CONFIG_HOME"] = str(self._folder / ".config")
+        runtime = self._folder / "runtime"
+        runtime.mkdir(mode=0o700, exist_ok=True)
+        environment["XDG_RUNTIME_DIR"] = str(runtime)
         self.process = subprocess.Popen([str(self._program)], env=environment, stdin=subprocess.DEVNULL,
                                         stdout=subprocess.PIPE, stderr=subprocess.PIPE)
         self._readers = [threading.Thread(target=self._read, args=(self.process.stdout, True)),

@@ -49,12 +49,14 @@ class Desktop:
                                env=self.environment, capture_output=True, text=True).stdout.split()
         result = []
         for identifier in found:
-            text = subprocess.run(["xdotool", "getwindowgeometry", "--shell", identifier], env=self.environment,
-                                  capture_output=True, text=True).stdout
-            values = dict(line.split("=", 1) for line in text.splitlines() if "=" in line)
-            if "WIDTH" in values:
-                result.append(Window(identifier, int(values["X"]), int(values["Y"]), int(values["WIDTH"]),
-                                     int(values["HEIGHT"])))
+            text = subprocess.run(["xwininfo", "-id", identifier], env=self.environment, capture_output=True,
+                                  text=True).stdout
+            values = {key.strip(): value.strip() for key, _, value in
+                      (line.partition(":") for line in text.splitlines())}
+            if "Width" in values:
+                result.append(Window(identifier, int(values["Absolute upper-left X"]),
+                                     int(values["Absolute upper-left Y"]), int(values["Width"]),
+                                     int(values["Height"])))
         return result
 
     def click(self, x, y):

@@ -59,6 +59,7 @@ class Stage:
         self.desktop, self.client = desktop, client
 
     def window(self, name="Vantrel", seconds=10):
+        """The window of that name that came up last."""
         found = until(lambda: self.desktop.windows(name), seconds)
         if not found:
             raise RuntimeError(f"no window {name!r} came up; the client said: {self.client.complaints}")
@@ -101,7 +102,7 @@ def join_and_end(desktop, practice, client):
     stage.picture("2-error")
 
     print("The right one", flush=True)
-    practice.bend(method="POST", path="/api/sessions/NQRP5D/join", times=1, delay=2.5)
+    practice.bend(method="POST", path="/api/sessions/NQRP5D/join", times=1, delaySeconds=2.5)
     stage.fill(CODE_FIELD, CODE)
     desktop.key("Return")
     check("the session is found", client.wait_for('[SESSION] Status parsed: ACTIVE'))

@@ -6,7 +6,6 @@
 
 #include "browser/BrowserLauncher.h"
 #include "browser/FullscreenObserver.h"
-#include "browser/FullscreenObserver.h"
 #include "lockdown/SessionEndReason.h"
 
 namespace vantrel {

@@ -1,0 +1,238 @@
+#include "rehearsal/EventLines.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <functional>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/Window.h"
+#include "rehearsal/PrintableText.h"
+
+namespace vantrel::rehearsal {
+namespace {
+
+using virtualmac::Event;
+
+/// What an event becomes in the transcript.
+struct Entry {
+    std::string kind;
+    std::string text;
+    std::vector<std::string> more;
+};
+
+using Writer = std::function<Entry(const Event&)>;
+
+bool has(const Event& event, std::string_view name) {
+    for (const auto& field : event.fields) {
+        if (field.first == name) return true;
+    }
+    return false;
+}
+
+std::vector<std::string> all(const Event& event, std::string_view name) {
+    std::vector<std::string> values;
+    for (const auto& field : event.fields) {
+        if (field.first == name) values.push_back(field.second);
+    }
+    return values;
+}
+
+std::string titleOf(const std::string& title) {
+    return title.empty() ? "(untitled)" : title;
+}
+
+Entry request(const Event& event) {
+    Entry entry{"request", event.text, all(event, "header")};
+    if (has(event, "body")) entry.more.push_back(printableBody(event.field("body")));
+    return entry;
+}
+
+Entry reply(const Event& event) {
+    if (has(event, "error")) return {"reply", "error from " + event.text, {event.field("error")}};
+    Entry entry{"reply", (has(event, "status") ? event.field("status") : "not HTTP") + " from " + event.text, {}};
+    if (has(event, "body")) entry.more.push_back(printableBody(event.field("body")));
+    return entry;
+}
+
+Entry alert(const Event& event) {
+    Entry entry{"alert", event.field("style") + ": " + event.text, {}};
+    if (!event.field("information").empty()) entry.more.push_back(event.field("information"));
+    std::string buttons;
+    for (const auto& button : all(event, "button")) buttons += (buttons.empty() ? "[" : " [") + button + "]";
+    entry.more.push_back(buttons);
+    return entry;
+}
+
+Entry style(const Event& event) {
+    const auto mask = std::strtoul(event.field("mask").c_str(), nullptr, 10);
+    std::string names;
+    const auto add = [&](unsigned bit, const char* name) {
+        if ((mask & bit) != 0) names += (names.empty() ? "" : ", ") + std::string(name);
+    };
+    add(windowTitled, "titled");
+    add(windowClosable, "closable");
+    add(windowMiniaturizable, "miniaturizable");
+    return {"window", event.text + " has the style " + (names.empty() ? "none" : names), {}};
+}
+
+std::string quoted(const std::string& text) {
+    return "\"" + text + "\"";
+}
+
+/// What the participant does, in words.
+std::string deed(const Event& event) {
+    static const std::map<std::string, std::string, std::less<>> words = {
+        {"return", "presses Return"},
+        {"open-status-menu", "opens the status menu"},
+        {"close-menu", "closes the menu"},
+        {"close-window", "closes the window"},
+        {"log-out", "logs out"},
+        {"type", "types into "},
+        {"press", "presses "},
+        {"answer", "answers "},
+        {"open-menu", "opens the menu "},
+        {"choose", "chooses "},
+        {"answer-permission", "answers the permission prompt"}};
+    const auto space = event.text.find(' ');
+    if (event.text.starts_with("command ")) {
+        // An upper-case letter means Shift as well.
+        const char key = event.text.back();
+        const bool isLower = key >= 'a' && key <= 'z';
+        return std::string("presses ") + (isLower ? "Command-" : "Command-Shift-") +
+               (isLower ? static_cast<char>(key - 'a' + 'A') : key);
+    }
+    const auto found = words.find(event.text.substr(0, space));
+    if (found == words.end()) return event.text;
+    const auto what = space == std::string::npos ? "" : event.text.substr(space + 1);
+    return found->second + (space == std::string::npos ? "" : titleOf(what));
+}
+
+Entry participant(const Event& event) {
+    Entry entry{"participant", deed(event), {}};
+    if (has(event, "value")) entry.text += ": " + quoted(event.field("value"));
+    if (has(event, "ignored")) entry.more.push_back("ignored: " + event.field("ignored"));
+    return entry;
+}
+
+Entry menuClosed(const Event& event) {
+    const auto chosen = has(event, "chosen") ? ", chosen: " + event.field("chosen") : ", nothing chosen";
+    return {"menu", "closed: " + titleOf(event.text) + chosen, {}};
+}
+
+Entry mainMenu(const Event& event) {
+    Entry entry{"main menu", "", {}};
+    for (std::size_t start = 0; start <= event.text.size();) {
+        const auto end = std::min(event.text.find(',', start), event.text.size());
+        const auto title = event.text.substr(start, end - start);
+        entry.text += (start == 0 ? "" : ", ") + titleOf(title);
+        start = end + 1;
+    }
+    return entry;
+}
+
+/// `before` + the event's text + `after`.
+Writer plain(std::string kind, std::string before, std::string after = {}) {
+    return [kind = std::move(kind), before = std::move(before), after = std::move(after)](const Event& event) {
+        return Entry{kind, before + event.text + after, {}};
+    };
+}
+
+/// The event's text, and the fields of that name below it.
+Writer listed(std::string kind, std::string text, std::string field) {
+    return [kind = std::move(kind), text = std::move(text), field = std::move(field)](const Event& event) {
+        return Entry{kind, text, all(event, field)};
+    };
+}
+
+Writer process(std::string what) {
+    return [what = std::move(what)](const Event& event) {
+        return Entry{"application", event.text + " (" + event.field("pid") + ") " + what, {}};
+    };
+}
+
+const std::map<std::string, Writer, std::less<>>& writers() {
+    static const std::map<std::string, Writer, std::less<>> table = {
+        {"log", plain("log", "")},
+        {"request", request},
+        {"redirect", plain("redirect", "")},
+        {"reply", reply},
+        {"alert-shown", alert},
+        {"alert-answered",
+         [](const Event& event) {
+             return Entry{"answer", "[" + event.text + "] to: " + event.field("message"), {}};
+         }},
+        {"window-shown", plain("window", "", " is shown")},
+        {"window-hidden", plain("window", "", " is hidden")},
+        {"window-key", plain("window", "", " is in front")},
+        {"window-centered", plain("window", "", " is centred")},
+        {"window-closed", plain("window", "", " is closed by the participant")},
+        {"window-style", style},
+        {"view-shown", plain("view", "", " is shown")},
+        {"view-hidden", plain("view", "", " is hidden")},
+        {"text",
+         [](const Event& event) {
+             return Entry{"text", event.text + ": " + quoted(event.field("value")), {}};
+         }},
+        {"enabled", plain("control", "", " is enabled")},
+        {"disabled", plain("control", "", " is disabled")},
+        {"main-menu", mainMenu},
+        {"activation-policy", plain("client", "has activation policy ")},
+        {"activate", plain("client", "asks to come to the front")},
+        {"terminate-asked", plain("client", "is asked to quit")},
+        {"terminate-refused", plain("client", "refuses to quit")},
+        {"terminated", plain("client", "quits")},
+        {"accessibility-prompt", plain("permission", "the system asks for accessibility")},
+        {"permission-requested", plain("permission", "", " is requested")},
+        {"permission-prompt", plain("permission", "the system asks for ")},
+        {"permission-answered",
+         [](const Event& event) {
+             return Entry{
+                 "permission", event.text + (event.field("granted") == "yes" ? " is granted" : " is refused"), {}};
+         }},
+        {"url-opened",
+         [](const Event& event) {
+             return Entry{"url", (event.field("opened") == "yes" ? "opened: " : "not opened: ") + event.text, {}};
+         }},
+        {"status-item-installed", plain("status item", "is installed")},
+        {"status-item-title", plain("status item", "is titled ")},
+        {"status-item-menu", listed("status item", "has the menu", "item")},
+        {"status-item-removed", plain("status item", "is removed: ")},
+        {"menu-opened",
+         [](const Event& event) {
+             return Entry{"menu", "opened: " + titleOf(event.text), {}};
+         }},
+        {"menu-closed", menuClosed},
+        {"setting-saved",
+         [](const Event& event) {
+             return Entry{"setting", event.text + " = " + quoted(event.field("value")), {}};
+         }},
+        {"screens-changed", listed("displays", "are now", "screen")},
+        {"application-started", process("starts")},
+        {"application-exited", process("exits")},
+        {"application-activate", process("is asked to come to the front")},
+        {"application-terminate", process("is asked to quit")},
+        {"application-force-terminate", process("is killed")},
+        {"lid", plain("lid", "is closed for ", " s")},
+        {"participant", participant},
+    };
+    return table;
+}
+
+Entry unknown(const Event& event) {
+    Entry entry{event.kind, event.text, {}};
+    for (const auto& [name, value] : event.fields) entry.more.push_back(name + ": " + value);
+    return entry;
+}
+
+}  // namespace
+
+void write(const Event& event, Transcript& transcript) {
+    const auto writer = writers().find(event.kind);
+    const auto entry = writer == writers().end() ? unknown(event) : writer->second(event);
+    transcript.add(event.time, entry.kind, entry.text, entry.more);
+}
+
+}  // namespace vantrel::rehearsal

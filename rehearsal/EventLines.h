@@ -1,0 +1,11 @@
+#pragma once
+
+#include "platform/virtual/Event.h"
+#include "rehearsal/Transcript.h"
+
+namespace vantrel::rehearsal {
+
+/// Writes an event of the virtual Mac into a transcript. A kind that is not known is written as it is, with its fields.
+void write(const virtualmac::Event& event, Transcript& transcript);
+
+}  // namespace vantrel::rehearsal

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <yaml-cpp/yaml.h>
+
+#include "rehearsal/MacSetup.h"
+#include "rehearsal/NodeReader.h"
+
+namespace vantrel::rehearsal {
+
+/// Reads what stands under `mac`, and the values that steps share with it.
+class MacReader {
+  public:
+    explicit MacReader(NodeReader& reader) : reader_(reader) {}
+
+    MacSetup read(const YAML::Node& node);
+
+    Screen display(const YAML::Node& node);
+    OtherApplication application(const YAML::Node& node);
+    bool accessibility(const YAML::Node& node);
+    AuthorizationStatus capture(const YAML::Node& node, const std::string& what);
+
+  private:
+    Rect frame(const YAML::Node& node);
+    double calendar(const YAML::Node& node);
+    void displays(const YAML::Node& node, std::vector<Screen>& displays);
+    void settings(const YAML::Node& node, std::map<std::string, std::string>& settings);
+
+    NodeReader& reader_;
+};
+
+}  // namespace vantrel::rehearsal

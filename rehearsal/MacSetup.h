@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/CaptureAuthorization.h"
+#include "platform/Screens.h"
+
+namespace vantrel::rehearsal {
+
+/// Another application that runs on the Mac.
+struct OtherApplication {
+    std::string name;
+    std::string bundleIdentifier;
+};
+
+/// The Mac as it stands when the client is launched.
+struct MacSetup {
+    /// Empty: a bundle without an identifier.
+    std::optional<std::string> bundleIdentifier = "biz.quorrin.vantrel";
+    std::uint64_t seed = 0;
+    /// Seconds since 1970 at the launch: 2026-03-02T08:00:00Z.
+    double calendar = 1772438400;
+    std::string home = "/Users/maria";
+    /// The primary display first.
+    std::vector<Screen> displays = {{"Schermo integrato", {{0, 0}, {1440, 900}}}};
+    bool separateSpaces = true;
+    bool accessibility = true;
+    AuthorizationStatus microphone = AuthorizationStatus::authorized;
+    AuthorizationStatus camera = AuthorizationStatus::authorized;
+    std::map<std::string, std::string> settings;
+    std::vector<OtherApplication> applications;
+};
+
+}  // namespace vantrel::rehearsal

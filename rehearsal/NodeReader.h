@@ -1,0 +1,72 @@
+#pragma once
+
+#include <yaml-cpp/yaml.h>
+
+#include <functional>
+#include <limits>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "rehearsal/Problem.h"
+
+namespace vantrel::rehearsal {
+
+/// Reads YAML nodes and collects everything that is wrong with them; reading goes on after a problem. What a reader
+/// returns when there was one is of no use but for finding more problems.
+class NodeReader {
+  public:
+    using Read = std::function<void(const YAML::Node&)>;
+
+    struct Member {
+        std::string name;
+        Read read;
+        bool required = false;
+    };
+
+    template <typename Value>
+    using Words = std::vector<std::pair<std::string_view, Value>>;
+
+    explicit NodeReader(std::vector<Problem>& problems) : problems_(problems) {}
+
+    void fail(const YAML::Mark& mark, std::string what);
+    void fail(const YAML::Node& node, std::string what) { fail(node.Mark(), std::move(what)); }
+
+    /// `what` names the mapping in messages. Members are read in the order of the file.
+    void mapping(const YAML::Node& node, const std::string& what, const std::vector<Member>& members);
+    /// Every entry of a mapping whose keys are free, in the order of the file.
+    void entries(const YAML::Node& node, const std::string& what,
+                 const std::function<void(const YAML::Node& key, const YAML::Node& value)>& read);
+    void list(const YAML::Node& node, const std::string& what, const Read& read);
+
+    std::string text(const YAML::Node& node, const std::string& what);
+    std::string nonEmptyText(const YAML::Node& node, const std::string& what);
+    double number(const YAML::Node& node, const std::string& what, double least,
+                  double most = std::numeric_limits<double>::max());
+    long long whole(const YAML::Node& node, const std::string& what, long long least, long long most);
+    bool flag(const YAML::Node& node, const std::string& what);
+
+    template <typename Value>
+    Value word(const YAML::Node& node, const std::string& what, const Words<Value>& words) {
+        std::string known;
+        for (const auto& [name, value] : words) {
+            if (node.IsScalar() && node.Scalar() == name) return value;
+            known += (known.empty() ? "" : ", ") + std::string(name);
+        }
+        fail(node, what + " is not one of: " + known);
+        return words.front().second;
+    }
+
+    // Members that are put straight into their place, which has to outlive the reading.
+    Member textInto(std::string name, std::string& place);
+    Member requiredTextInto(std::string name, std::string& place);
+    Member numberInto(std::string name, double& place, double least);
+    Member flagInto(std::string name, bool& place);
+
+  private:
+    std::vector<Problem>& problems_;
+};
+
+}  // namespace vantrel::rehearsal

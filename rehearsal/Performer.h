@@ -1,0 +1,55 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "platform/virtual/VirtualMac.h"
+#include "rehearsal/Action.h"
+#include "rehearsal/RehearsalNetwork.h"
+#include "rehearsal/Transcript.h"
+
+namespace vantrel::rehearsal {
+
+/// Does what a step says, on the driver's thread. What the virtual Mac does not tell of itself it writes down: what is
+/// set on the server, the permissions and the faults.
+class Performer {
+  public:
+    Performer(virtualmac::VirtualMac& mac, RehearsalNetwork& network, Transcript& transcript)
+        : mac_(mac), network_(network), transcript_(transcript) {}
+
+    void perform(const Action& action);
+    void launch(const OtherApplication& application);
+
+  private:
+    void operator()(const TypeTexts& action);
+    void operator()(const PressButton& action);
+    void operator()(const AnswerAlert& action);
+    void operator()(const ChooseMenuItem& action);
+    void operator()(const PressKey& action);
+    void operator()(Deed deed);
+    void operator()(const AnswerPermissionPrompt& action);
+    void operator()(const LaunchApplication& action);
+    void operator()(const ExitApplication& action);
+    void operator()(const PlugDisplay& action);
+    void operator()(const UnplugDisplay& action);
+    void operator()(const SetAccessibility& action);
+    void operator()(const SetCapture& action);
+    void operator()(const CloseLid& action);
+    void operator()(const EndSession& action);
+    void operator()(const BendReplies& action);
+    void operator()(const ReplyAsUsual& action);
+    void operator()(const FailSerialisations& action);
+    void operator()(const RefuseAddresses& action);
+    void operator()(const SetOpening& action);
+
+    void note(const char* kind, const std::string& text);
+
+    virtualmac::VirtualMac& mac_;
+    RehearsalNetwork& network_;
+    Transcript& transcript_;
+    /// The processes of the other applications, oldest first.
+    std::map<std::string, std::vector<ProcessIdentifier>> processes_;
+};
+
+}  // namespace vantrel::rehearsal

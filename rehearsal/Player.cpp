@@ -1,0 +1,146 @@
+#include "rehearsal/Player.h"
+
+#include <cstdlib>
+#include <functional>
+#include <mutex>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "app/ApplicationMain.h"
+#include "platform/virtual/VirtualMac.h"
+#include "rehearsal/EventLines.h"
+#include "rehearsal/Performer.h"
+#include "rehearsal/RehearsalNetwork.h"
+#include "rehearsal/Transcript.h"
+
+namespace vantrel::rehearsal {
+namespace {
+
+/// What the client did wrong, in the order in which it did. Any thread.
+class Misuses {
+  public:
+    Misuses(Transcript& transcript, std::ostream& stream) : transcript_(transcript), stream_(stream) {}
+
+    void add(double time, std::string what) {
+        const std::lock_guard guard(mutex_);
+        list_.emplace_back(time, std::move(what));
+        if (list_.size() < tooMany) return;
+        // Such a client never comes to an end: a run loop that is entered under a lock cannot wait any more.
+        list_.emplace_back(time, "the client misuses its platform again and again; the run is broken off");
+        write();
+        stream_.flush();
+        std::_Exit(1);
+    }
+
+    /// False when there is nothing to write.
+    bool writeAll() {
+        const std::lock_guard guard(mutex_);
+        write();
+        return !list_.empty();
+    }
+
+  private:
+    static constexpr std::size_t tooMany = 1'000;
+
+    void write() {
+        for (const auto& [time, what] : list_) transcript_.add(time, "misuse", what);
+    }
+
+    Transcript& transcript_;
+    std::ostream& stream_;
+    std::mutex mutex_;
+    std::vector<std::pair<double, std::string>> list_;
+};
+
+/// `onMisuse` may be called on any thread.
+virtualmac::Options options(const MacSetup& setup, Transcript& transcript,
+                            std::function<void(const std::string&)> onMisuse) {
+    virtualmac::Options options;
+    options.seed = setup.seed;
+    options.calendarStart = setup.calendar;
+    options.bundleIdentifier = setup.bundleIdentifier;
+    options.settings = setup.settings;
+    options.onEvent = [&transcript](const virtualmac::Event& event) { write(event, transcript); };
+    options.onMisuse = std::move(onMisuse);
+    return options;
+}
+
+void setUp(virtualmac::VirtualMac& mac, const MacSetup& setup) {
+    mac.screens().setUp({setup.displays, 0, setup.separateSpaces});
+    mac.trust().setTrusted(setup.accessibility);
+    mac.capture().setStatus(MediaType::audio, setup.microphone);
+    mac.capture().setStatus(MediaType::video, setup.camera);
+    mac.files().setHomeDirectory(setup.home);
+}
+
+std::string state(virtualmac::VirtualMac& mac) {
+    if (!mac.isRunning()) return "the client has quit";
+    if (const auto alerts = mac.alerts().up(); !alerts.empty()) {
+        return "the client waits for an answer to: " + alerts.back().messageText;
+    }
+    if (mac.menus().isOpen()) return "a menu is open";
+    if (mac.residue().prompts > 0) return "a permission prompt is up";
+    return "the client is running";
+}
+
+std::string leftOver(const virtualmac::Residue& residue) {
+    const std::vector<std::pair<const char*, std::size_t>> counts = {{"windows", residue.windows},
+                                                                     {"visible windows", residue.visibleWindows},
+                                                                     {"status items", residue.statusItems},
+                                                                     {"alerts", residue.alerts},
+                                                                     {"permission prompts", residue.prompts},
+                                                                     {"timers", residue.timers},
+                                                                     {"observers", residue.observers},
+                                                                     {"pending blocks", residue.pendingBlocks},
+                                                                     {"background work", residue.workers},
+                                                                     {"requests", residue.requests}};
+    std::string text;
+    for (const auto& [name, count] : counts) {
+        if (count > 0) text += (text.empty() ? "" : ", ") + std::string(name) + " " + std::to_string(count);
+    }
+    return "left: " + (text.empty() ? "nothing" : text);
+}
+
+}  // namespace
+
+bool play(const Rehearsal& rehearsal, std::ostream& transcript) {
+    return play(rehearsal, transcript, applicationMain);
+}
+
+bool play(const Rehearsal& rehearsal, std::ostream& stream, const std::function<void(const Computer&)>& program) {
+    Transcript transcript(stream);
+    Misuses misuses(transcript, stream);
+    {
+        virtualmac::VirtualMac* self = nullptr;
+        virtualmac::VirtualMac mac(options(rehearsal.mac, transcript, [&misuses, &self](const std::string& what) {
+            misuses.add(self != nullptr ? self->now() : 0, what);
+        }));
+        self = &mac;
+        RehearsalNetwork network(rehearsal.server, [&mac] { return mac.computer().clock.secondsSince1970(); });
+        mac.network().setHandler([&network](const URLRequest& request) { return network.answer(request); });
+        setUp(mac, rehearsal.mac);
+
+        Performer performer(mac, network, transcript);
+        for (const auto& application : rehearsal.mac.applications) performer.launch(application);
+        mac.launch([&program](const Computer& computer) { program(computer); });
+        for (const auto& step : rehearsal.timeline) {
+            mac.runUntil(step.at);
+            if (!mac.isRunning()) {
+                transcript.add(mac.now(), "ignored", "a step: the client has quit");
+                continue;
+            }
+            performer.perform(step.action);
+        }
+        mac.runUntil(rehearsal.until);
+        transcript.add(mac.now(), "end", state(mac), {leftOver(mac.residue())});
+        // What is under way goes on unheard: a thread that is stuck shows only now, when nothing else can happen any
+        // more. Without the network, that is: heartbeats to a slow server would never run out.
+        mac.engine().journal.mute();
+        mac.network().setHandler(nullptr);
+        mac.drain();
+    }
+    return !misuses.writeAll();
+}
+
+}  // namespace vantrel::rehearsal

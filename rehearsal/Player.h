@@ -1,0 +1,19 @@
+#pragma once
+
+#include <functional>
+#include <ostream>
+
+#include "platform/Computer.h"
+#include "rehearsal/Rehearsal.h"
+
+namespace vantrel::rehearsal {
+
+/// Plays the rehearsal on a virtual Mac of its own and writes the transcript. False when the client misused its
+/// platform (the interface off the main thread, a wait under a lock, a deadlock); the transcript's last lines then say
+/// how. The calling thread waits; virtual hours pass in milliseconds.
+bool play(const Rehearsal& rehearsal, std::ostream& transcript);
+
+/// The same with another program in the place of the client; it runs on the main thread.
+bool play(const Rehearsal& rehearsal, std::ostream& transcript, const std::function<void(const Computer&)>& program);
+
+}  // namespace vantrel::rehearsal

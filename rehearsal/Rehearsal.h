@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "rehearsal/Action.h"
+#include "rehearsal/MacSetup.h"
+#include "rehearsal/ServerSetup.h"
+
+namespace vantrel::rehearsal {
+
+/// One thing that happens at a moment, in seconds since the client's launch.
+struct Step {
+    double at = 0;
+    Action action;
+};
+
+/// A written scenario: the Mac, the server, and what happens when.
+struct Rehearsal {
+    std::string title;
+    MacSetup mac;
+    ServerSetup server;
+    /// Times do not go back; equal times are in the written order.
+    std::vector<Step> timeline;
+    /// Seconds after which the run is over.
+    double until = 0;
+};
+
+}  // namespace vantrel::rehearsal

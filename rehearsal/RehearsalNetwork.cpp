@@ -1,0 +1,100 @@
+#include "rehearsal/RehearsalNetwork.h"
+
+#include <utility>
+
+#include "platform/portable/URLComponents.h"
+
+namespace vantrel::rehearsal {
+namespace {
+
+using virtualmac::NetworkAnswer;
+
+constexpr const char* unknownHost = "Impossibile trovare un server con il nome host specificato.";
+constexpr const char* connectionLost = "La connessione di rete è stata persa.";
+
+std::vector<virtualmac::BodyPiece> pieces(const std::string& body, const ReplyRule& rule) {
+    if (rule.pieces == 0) return {{0, body}};
+    const auto count = static_cast<std::size_t>(rule.pieces);
+    std::vector<virtualmac::BodyPiece> result;
+    std::size_t start = 0;
+    for (std::size_t index = 1; index <= count; ++index) {
+        const auto end = body.size() * index / count;
+        result.push_back({rule.pause, body.substr(start, end - start)});
+        start = end;
+    }
+    return result;
+}
+
+NetworkAnswer http(const practice::PracticeReply& reply, const ReplyRule& rule, double latency) {
+    virtualmac::HTTPAnswer answer;
+    answer.status = reply.status;
+    answer.headers = reply.headers;
+    answer.headers.emplace_back("Content-Type", reply.contentType);
+    answer.body = pieces(reply.body, rule);
+    return {latency, std::move(answer)};
+}
+
+}  // namespace
+
+RehearsalNetwork::RehearsalNetwork(const ServerSetup& setup, std::function<double()> calendar)
+    : address_(setup.address), latency_(setup.latency), server_(setup.configuration, std::move(calendar)) {
+    for (const auto& rule : setup.replies) rules_.push_back({rule});
+}
+
+NetworkAnswer RehearsalNetwork::answer(const URLRequest& request) {
+    const auto& address = request.url.absoluteString;
+    const auto parts = URLComponents::split(address);
+    const auto authority = std::string(parts.authority.value_or(""));
+    if (std::string(parts.scheme.value_or("")) + "://" + authority != address_) {
+        return NetworkAnswer::failure(unknownHost, latency_);
+    }
+
+    practice::PracticeRequest received;
+    received.method = request.method;
+    received.path = parts.path.empty() ? "/" : std::string(parts.path);
+    if (parts.query) received.path += "?" + std::string(*parts.query);
+    received.headers = request.headers;
+    received.headers.emplace_back("Host", authority);
+    received.body = request.body.value_or("");
+
+    auto reply = server_.handle(received);
+    const auto rule = ruleFor(received);
+    rule.bend.applyTo(reply);
+    const double latency = latency_ + reply.delaySeconds;
+    switch (rule.ending) {
+        case ReplyRule::Ending::silence:
+            return NetworkAnswer::silence();
+        case ReplyRule::Ending::transportError:
+            return NetworkAnswer::failure(rule.errorText, latency);
+        case ReplyRule::Ending::notHTTP:
+            return {latency, virtualmac::NotHTTP{reply.body}};
+        case ReplyRule::Ending::answer:
+            break;
+    }
+    if (reply.dropConnection) return NetworkAnswer::failure(connectionLost, latency);
+    if (reply.stallAfterHeaders) return NetworkAnswer::stall(reply.status, latency);
+    return http(reply, rule, latency);
+}
+
+void RehearsalNetwork::add(ReplyRule rule) {
+    const std::lock_guard guard(mutex_);
+    rules_.insert(rules_.begin(), {std::move(rule)});
+}
+
+void RehearsalNetwork::removeRules() {
+    const std::lock_guard guard(mutex_);
+    rules_.clear();
+}
+
+ReplyRule RehearsalNetwork::ruleFor(const practice::PracticeRequest& request) {
+    const std::lock_guard guard(mutex_);
+    for (auto& entry : rules_) {
+        const auto& bend = entry.rule.bend;
+        if (!bend.matches(request) || (bend.times && entry.used >= *bend.times)) continue;
+        ++entry.used;
+        return entry.rule;
+    }
+    return {};
+}
+
+}  // namespace vantrel::rehearsal

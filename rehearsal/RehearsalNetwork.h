@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "platform/URLSession.h"
+#include "platform/virtual/NetworkAnswer.h"
+#include "practice/PracticeServer.h"
+#include "rehearsal/ServerSetup.h"
+
+namespace vantrel::rehearsal {
+
+/// The virtual network with the practice server in it. Any thread.
+class RehearsalNetwork {
+  public:
+    /// `calendar` in seconds since 1970.
+    RehearsalNetwork(const ServerSetup& setup, std::function<double()> calendar);
+
+    /// What comes back for a request that is made now.
+    virtualmac::NetworkAnswer answer(const URLRequest& request);
+
+    /// False when there is no such session.
+    bool endSession(const std::string& code) { return server_.endSession(code); }
+    /// Comes before the rules that stand already.
+    void add(ReplyRule rule);
+    void removeRules();
+
+  private:
+    struct Entry {
+        ReplyRule rule;
+        std::uint64_t used = 0;
+    };
+
+    ReplyRule ruleFor(const practice::PracticeRequest& request);
+
+    const std::string address_;
+    const double latency_;
+    practice::PracticeServer server_;
+    std::mutex mutex_;
+    /// The first that matches and is not used up holds.
+    std::vector<Entry> rules_;
+};
+
+}  // namespace vantrel::rehearsal

@@ -1,0 +1,113 @@
+#include "rehearsal/RehearsalReader.h"
+
+#include <yaml-cpp/yaml.h>
+
+#include <algorithm>
+#include <optional>
+
+#include "platform/portable/UTF8Validity.h"
+#include "rehearsal/ActionReader.h"
+#include "rehearsal/MacReader.h"
+#include "rehearsal/NodeReader.h"
+#include "rehearsal/ServerReader.h"
+
+namespace vantrel::rehearsal {
+namespace {
+
+/// A year; longer runs are a slip of the pen.
+constexpr double longestRun = 31'536'000;
+
+class RehearsalReader {
+  public:
+    explicit RehearsalReader(Problems& problems) : reader_(problems), mac_(reader_), server_(reader_) {}
+
+    Rehearsal read(const YAML::Node& root) {
+        Rehearsal rehearsal;
+        reader_.mapping(root, "the file",
+                        {reader_.requiredTextInto("title", rehearsal.title),
+                         {"mac", [&](const YAML::Node& value) { rehearsal.mac = mac_.read(value); }},
+                         {"server", [&](const YAML::Node& value) { rehearsal.server = server_.read(value); }},
+                         {"timeline",
+                          [&](const YAML::Node& value) {
+                              reader_.list(value, "'timeline'",
+                                           [&](const YAML::Node& one) { step(one, rehearsal.timeline); });
+                          },
+                          true},
+                         {"until",
+                          [&](const YAML::Node& value) {
+                              rehearsal.until = reader_.number(value, "'until'", 0, longestRun);
+                              until_ = value;
+                          },
+                          true}});
+        if (until_ && !rehearsal.timeline.empty() && rehearsal.until < rehearsal.timeline.back().at) {
+            reader_.fail(*until_, "'until' comes before the last step");
+        }
+        rehearsal.server.configuration.publicAddress = rehearsal.server.address;
+        return rehearsal;
+    }
+
+  private:
+    void step(const YAML::Node& node, std::vector<Step>& timeline) {
+        std::optional<double> at;
+        std::optional<Action> action;
+        reader_.entries(node, "a step", [&](const YAML::Node& key, const YAML::Node& value) {
+            const auto& word = key.Scalar();
+            if (word == "at") {
+                at = reader_.number(value, "'at'", 0, longestRun);
+                if (!timeline.empty() && *at < timeline.back().at) reader_.fail(value, "time goes back");
+            } else if (!actions_.isWord(word)) {
+                reader_.fail(key, "unknown word '" + word + "' in a step");
+                misspelt_ = node.Mark().line;
+            } else {
+                if (action) reader_.fail(key, "a step has a second action, '" + word + "'");
+                action = actions_.read(word, value);
+            }
+        });
+        if (!node.IsMap()) return;
+        if (!at) reader_.fail(node, "a step lacks 'at'");
+        if (!action && misspelt_ != node.Mark().line) reader_.fail(node, "a step lacks what happens");
+        if (at && action) timeline.push_back({*at, *std::move(action)});
+    }
+
+    NodeReader reader_;
+    MacReader mac_;
+    ServerReader server_;
+    ActionReader actions_{reader_, mac_, server_};
+    std::optional<YAML::Node> until_;
+    int misspelt_ = -1;
+};
+
+std::optional<Problem> encodingProblem(const std::string& text) {
+    int line = 1;
+    for (std::size_t start = 0; start < text.size(); ++line) {
+        const auto end = std::min(text.find('\n', start), text.size());
+        const auto piece = std::string_view(text).substr(start, end - start);
+        if (!isValidUTF8(piece)) return Problem{line, "this is not UTF-8"};
+        if (piece.find('\0') != std::string_view::npos) return Problem{line, "there is a NUL character"};
+        start = end + 1;
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+std::variant<Rehearsal, Problems> readRehearsal(const std::string& text) {
+    if (const auto problem = encodingProblem(text)) return Problems{*problem};
+    Problems problems;
+    try {
+        const auto documents = YAML::LoadAll(text);
+        if (documents.empty() || documents.front().IsNull()) return Problems{{1, "the file is empty"}};
+        if (documents.size() > 1) {
+            NodeReader(problems).fail(documents[1], "a second document begins here; a rehearsal is one");
+        }
+        auto rehearsal = RehearsalReader(problems).read(documents.front());
+        if (problems.empty()) return rehearsal;
+    } catch (const YAML::Exception& exception) {
+        NodeReader(problems).fail(exception.mark, "this is not YAML: " + exception.msg);
+    }
+    std::stable_sort(problems.begin(), problems.end(),
+                     [](const Problem& left, const Problem& right) { return left.line < right.line; });
+    return problems;
+}
+
+}  // namespace vantrel::rehearsal

@@ -1,0 +1,164 @@
+#include "rehearsal/ServerReader.h"
+
+#include <set>
+
+#include "practice/Base64.h"
+#include "practice/ClientVersion.h"
+#include "practice/SessionCode.h"
+
+namespace vantrel::rehearsal {
+
+ServerSetup ServerReader::read(const YAML::Node& node) {
+    ServerSetup server;
+    std::set<std::string> codes;
+    reader_.mapping(node, "'server'",
+                    {{"address", [&](const YAML::Node& value) { server.address = address(value); }},
+                     reader_.numberInto("latency", server.latency, 0),
+                     {"sessions",
+                      [&](const YAML::Node& value) {
+                          reader_.list(value, "'sessions'", [&](const YAML::Node& one) {
+                              auto session = this->session(one);
+                              if (!session.code.empty() && !codes.insert(session.code).second) {
+                                  reader_.fail(one, "there are two sessions " + session.code);
+                              }
+                              server.configuration.sessions.push_back(std::move(session));
+                          });
+                      }},
+                     {"version", [&](const YAML::Node& value) { server.configuration.version = version(value); }},
+                     {"replies", [&](const YAML::Node& value) {
+                          reader_.list(value, "'replies'",
+                                       [&](const YAML::Node& one) { server.replies.push_back(rule(one)); });
+                      }}});
+    server.configuration.publicAddress = server.address;
+    return server;
+}
+
+ReplyRule ServerReader::rule(const YAML::Node& node) {
+    ReplyRule rule;
+    auto& bend = rule.bend;
+    int endings = 0;
+    const auto ending = [&](const std::string& name, ReplyRule::Ending kind) {
+        return NodeReader::Member{name, [this, &rule, &endings, name, kind](const YAML::Node& value) {
+                                      if (!reader_.flag(value, "'" + name + "'")) return;
+                                      rule.ending = kind;
+                                      ++endings;
+                                  }};
+    };
+    reader_.mapping(
+        node, "a reply rule",
+        {{"to", [&](const YAML::Node& value) { target(value, bend); }, true},
+         {"times",
+          [&](const YAML::Node& value) {
+              bend.times = static_cast<std::uint64_t>(reader_.whole(value, "'times'", 1, 1'000'000));
+          }},
+         {"status",
+          [&](const YAML::Node& value) { bend.status = static_cast<int>(reader_.whole(value, "'status'", 200, 599)); }},
+         {"body", [&](const YAML::Node& value) { bend.body = reader_.text(value, "'body'"); }},
+         {"body-size",
+          [&](const YAML::Node& value) {
+              bend.bodySize = static_cast<std::size_t>(
+                  reader_.whole(value, "'body-size'", 0, static_cast<long long>(practice::BendRule::largestBody)));
+          }},
+         {"body-base64",
+          [&](const YAML::Node& value) {
+              bend.body = value.IsScalar() ? practice::fromBase64(value.Scalar()) : std::nullopt;
+              if (!bend.body) reader_.fail(value, "'body-base64' is not base64 with its padding");
+          }},
+         {"location", [&](const YAML::Node& value) { bend.location = reader_.nonEmptyText(value, "'location'"); }},
+         {"delay",
+          [&](const YAML::Node& value) {
+              bend.delaySeconds = reader_.number(value, "'delay'", 0, practice::BendRule::longestDelay);
+          }},
+         {"pieces", [&](const YAML::Node& value) { pieces(value, rule); }},
+         {"stalls", [&](const YAML::Node& value) { bend.stallAfterHeaders = reader_.flag(value, "'stalls'"); }},
+         {"drops", [&](const YAML::Node& value) { bend.dropConnection = reader_.flag(value, "'drops'"); }},
+         ending("never-comes", ReplyRule::Ending::silence),
+         ending("not-http", ReplyRule::Ending::notHTTP),
+         {"error", [&](const YAML::Node& value) {
+              rule.ending = ReplyRule::Ending::transportError;
+              rule.errorText = reader_.nonEmptyText(value, "'error'");
+              ++endings;
+          }}});
+    if (bend.dropConnection) ++endings;
+    if (bend.stallAfterHeaders) ++endings;
+    if (endings > 1) {
+        reader_.fail(node, "a reply rule has more than one of: stalls, drops, never-comes, not-http, error");
+    }
+    return rule;
+}
+
+std::string ServerReader::address(const YAML::Node& node) {
+    auto address = reader_.nonEmptyText(node, "'address'");
+    const auto authority = address.find("://");
+    const bool isOrigin = (address.starts_with("http://") || address.starts_with("https://")) &&
+                          address.find('/', authority + 3) == std::string::npos && address.size() > authority + 3;
+    if (!isOrigin) reader_.fail(node, "'address' is not of the form https://HOST or http://HOST:PORT");
+    return address;
+}
+
+practice::PracticeSession ServerReader::session(const YAML::Node& node) {
+    practice::PracticeSession session;
+    reader_.mapping(node, "a session",
+                    {{"code",
+                      [&](const YAML::Node& value) {
+                          if (!value.IsScalar() || !practice::isSessionCode(value.Scalar())) {
+                              return reader_.fail(value, "'code' is not letters, digits, '-', '.', '_' and '~'");
+                          }
+                          session.code = practice::upperCaseCode(value.Scalar());
+                      },
+                      true},
+                     reader_.textInto("title", session.title),
+                     {"status",
+                      [&](const YAML::Node& value) {
+                          session.status =
+                              reader_.word<practice::SessionStatus>(value, "'status'",
+                                                                    {{"WAITING", practice::SessionStatus::waiting},
+                                                                     {"ACTIVE", practice::SessionStatus::active},
+                                                                     {"ENDED", practice::SessionStatus::ended}});
+                      }},
+                     reader_.textInto("meet-link", session.meetLink)});
+    return session;
+}
+
+practice::VersionConfiguration ServerReader::version(const YAML::Node& node) {
+    practice::VersionConfiguration version;
+    const auto number = [this](const std::string& name, std::string& place) {
+        return NodeReader::Member{name, [this, name, &place](const YAML::Node& value) {
+                                      place = reader_.text(value, "'" + name + "'");
+                                      if (value.IsScalar() && !practice::ClientVersion::parse(place)) {
+                                          reader_.fail(value, "'" + name + "' is not a version such as 2.1-macOS");
+                                      }
+                                  }};
+    };
+    reader_.mapping(
+        node, "'version'",
+        {number("latest", version.latest), reader_.textInto("severity", version.severity),
+         reader_.textInto("release-notes", version.releaseNotes), reader_.textInto("download-url", version.downloadUrl),
+         number("minimum", version.minimum), reader_.textInto("minimum-message", version.minimumMessage)});
+    return version;
+}
+
+void ServerReader::target(const YAML::Node& node, practice::BendRule& bend) {
+    const auto text = reader_.text(node, "'to'");
+    if (!node.IsScalar()) return;
+    const auto space = text.find(' ');
+    const auto method = text.substr(0, space);
+    const auto path = space == std::string::npos ? "" : text.substr(space + 1);
+    const bool isMethod = method == "*" || method == "GET" || method == "POST";
+    if (!isMethod || !path.starts_with('/') || path.find(' ') != std::string::npos) {
+        reader_.fail(node, "'to' is not a method (GET, POST or *) and a path, such as: GET /api/sessions/*");
+    }
+    bend.method = method;
+    bend.path = path;
+}
+
+void ServerReader::pieces(const YAML::Node& node, ReplyRule& rule) {
+    reader_.mapping(
+        node, "'pieces'",
+        {{"count",
+          [&](const YAML::Node& value) { rule.pieces = static_cast<int>(reader_.whole(value, "'count'", 1, 1'000)); },
+          true},
+         {"every", [&](const YAML::Node& value) { rule.pause = reader_.number(value, "'every'", 0); }, true}});
+}
+
+}  // namespace vantrel::rehearsal

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <mutex>
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vantrel::rehearsal {
+
+/// Writes what happened, one entry after another:
+///
+///      3.040  log          [SESSION] GET status HTTP: 200
+///
+/// the seconds with three decimals in nine columns, two spaces, the kind in eleven columns, two spaces, the text.
+/// Further lines of an entry begin under its text with "| ", an empty one with "|" alone. Any thread.
+class Transcript {
+  public:
+    /// The stream has to outlive the transcript.
+    explicit Transcript(std::ostream& stream) : stream_(stream) {}
+
+    /// `text` and `more` may hold line breaks; they are printed as printable() says.
+    void add(double seconds, std::string_view kind, std::string_view text, const std::vector<std::string>& more = {});
+
+  private:
+    std::mutex mutex_;
+    std::ostream& stream_;
+};
+
+}  // namespace vantrel::rehearsal

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace vantrel::rehearsal {
+
+struct CommandLine {
+    std::string file;
+    /// Instead of the file's own.
+    std::optional<std::uint64_t> seed;
+    bool help = false;
+};
+
+struct CommandLineError {
+    std::string what;
+};
+
+/// `arguments` without the program's name.
+std::variant<CommandLine, CommandLineError> readCommandLine(const std::vector<std::string>& arguments);
+
+}  // namespace vantrel::rehearsal

@@ -1,0 +1,42 @@
+#include <cstdio>
+#include <cstdlib>
+
+#include "app/ApplicationMain.h"
+#include "platform/linux/LinuxComputer.h"
+
+namespace {
+
+void explain(vantrel::linuxdesktop::NoComputer reason) {
+    if (reason == vantrel::linuxdesktop::NoComputer::wayland) {
+        std::fputs(
+            "Vantrel non può essere eseguito in una sessione Wayland: esci e scegli una sessione X11 (Xorg).\n"
+            "Vantrel cannot run in a Wayland session: log out and choose an X11 (Xorg) session.\n",
+            stderr);
+    } else {
+        std::fputs(
+            "Vantrel richiede una sessione X11: nessun display X11 raggiungibile (variabile DISPLAY).\n"
+            "Vantrel needs an X11 session: no X11 display can be reached (DISPLAY variable).\n",
+            stderr);
+    }
+}
+
+// On macOS the process is gone as soon as it may terminate, with whatever was still sleeping in the background. Going
+// through the destructors would wait for it.
+[[noreturn]] void endProcess() {
+    std::fflush(nullptr);
+    std::_Exit(EXIT_SUCCESS);
+}
+
+}  // namespace
+
+int main() {
+    auto reason = vantrel::linuxdesktop::NoComputer::noX11Display;
+    const auto desktop = vantrel::linuxdesktop::LinuxComputer::create(endProcess, reason);
+    if (!desktop) {
+        explain(reason);
+        return EXIT_FAILURE;
+    }
+    vantrel::Computer computer = desktop->computer();
+    vantrel::applicationMain(computer);
+    endProcess();
+}

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <chrono>
+
+namespace vantrel::linuxdesktop {
+
+/// Seconds as a span of the steady clock; below zero and not a number count as zero, and what the clock cannot hold as
+/// thirty years.
+inline std::chrono::steady_clock::duration steadyDuration(double seconds) {
+    constexpr double longest = 30.0 * 365 * 86400;
+    if (!(seconds > 0)) return std::chrono::steady_clock::duration::zero();
+    if (seconds > longest) seconds = longest;
+    return std::chrono::duration_cast<std::chrono::steady_clock::duration>(std::chrono::duration<double>(seconds));
+}
+
+}  // namespace vantrel::linuxdesktop

@@ -1,0 +1,40 @@
+#include "platform/linux/LinuxAlerts.h"
+
+#include <QApplication>
+#include <QEventLoop>
+#include <QTimer>
+#include <algorithm>
+
+#include "platform/linux/AlertDialog.h"
+#include "platform/linux/LinuxScreens.h"
+#include "platform/linux/MainThread.h"
+#include "platform/linux/RunLoopModes.h"
+#include "platform/linux/X11Windows.h"
+
+namespace vantrel::linuxdesktop {
+
+std::size_t LinuxAlerts::runModal(const Alert& alert) {
+    MainThread::require("runModal");
+    AlertDialog dialog(alert);
+    dialog.adjustSize();
+    const X11Rectangle screen = screens_.mainFrame();
+    dialog.move(screen.x + (screen.width - dialog.width()) / 2,
+                screen.y + std::max(0, (screen.height - dialog.height()) / 3));
+
+    bool answered = false;
+    QObject::connect(&dialog, &QDialog::finished, [&answered] { answered = true; });
+    // Once it is on the screen: a full-screen browser in front would keep it behind and the keys to itself.
+    QTimer::singleShot(0, &dialog, [this, &dialog] {
+        dialog.raise();
+        windows_.activate(static_cast<xcb_window_t>(dialog.winId()));
+    });
+    int result = 0;
+    {
+        const RunLoopModes::Stay modal(modes_);
+        result = dialog.exec();
+    }
+    if (!answered || result < 0) return dialog.indexWithoutAnswer();
+    return static_cast<std::size_t>(result);
+}
+
+}  // namespace vantrel::linuxdesktop

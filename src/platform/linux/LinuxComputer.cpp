@@ -1,0 +1,190 @@
+#include "platform/linux/LinuxComputer.h"
+
+#include <signal.h>
+
+#include <QApplication>
+#include <QEvent>
+#include <QIcon>
+#include <cstdlib>
+#include <utility>
+
+#include "platform/linux/AlertIcon.h"
+#include "platform/linux/Appearance.h"
+#include "platform/linux/BackgroundQueue.h"
+#include "platform/linux/DelayedWork.h"
+#include "platform/linux/FileUserDefaults.h"
+#include "platform/linux/LinuxAccessibilityTrust.h"
+#include "platform/linux/LinuxAlerts.h"
+#include "platform/linux/LinuxApplication.h"
+#include "platform/linux/LinuxBundle.h"
+#include "platform/linux/LinuxCaptureAuthorization.h"
+#include "platform/linux/LinuxClock.h"
+#include "platform/linux/LinuxDispatch.h"
+#include "platform/linux/LinuxFileManager.h"
+#include "platform/linux/LinuxRunningApplications.h"
+#include "platform/linux/LinuxScreens.h"
+#include "platform/linux/LinuxStatusBar.h"
+#include "platform/linux/LinuxThreads.h"
+#include "platform/linux/LinuxURLSession.h"
+#include "platform/linux/LinuxWindows.h"
+#include "platform/linux/LinuxWorkspace.h"
+#include "platform/linux/MainQueue.h"
+#include "platform/linux/MainRunLoop.h"
+#include "platform/linux/MainThread.h"
+#include "platform/linux/MenuBars.h"
+#include "platform/linux/MenuBuilder.h"
+#include "platform/linux/Responder.h"
+#include "platform/linux/RunLoopModes.h"
+#include "platform/linux/StandardOutputLog.h"
+#include "platform/linux/TerminationSignals.h"
+#include "platform/portable/ICUText.h"
+#include "platform/portable/PortableJSON.h"
+#include "platform/portable/PortableURLs.h"
+#include "platform/portable/UTCDateFormatter.h"
+
+namespace vantrel::linuxdesktop {
+
+namespace {
+
+// One point is one pixel, in Qt as in XCB, and the client looks the same under every desktop.
+void prepareEnvironment() {
+    qputenv("QT_QPA_PLATFORM", "xcb");
+    qputenv("QT_ENABLE_HIGHDPI_SCALING", "0");
+    qputenv("QT_QPA_PLATFORMTHEME", "");
+    for (const char* name : {"QT_SCALE_FACTOR", "QT_SCREEN_SCALE_FACTORS", "QT_AUTO_SCREEN_SCALE_FACTOR",
+                             "QT_USE_PHYSICAL_DPI", "QT_STYLE_OVERRIDE"}) {
+        qunsetenv(name);
+    }
+    signal(SIGPIPE, SIG_IGN);
+}
+
+std::unique_ptr<QApplication> makeApplication() {
+    // Qt keeps references to both for the life of the application.
+    static int count = 1;
+    static char name[] = "vantrel";
+    static char* arguments[] = {name, nullptr};
+    auto application = std::make_unique<QApplication>(count, arguments);
+    application->setQuitOnLastWindowClosed(false);
+    application->setDesktopFileName(QString::fromStdString(*LinuxBundle().identifier()));
+    application->setWindowIcon(QIcon(applicationIcon(128)));
+    Appearance::apply(*application);
+    return application;
+}
+
+std::string displayVariable() {
+    const char* value = std::getenv("DISPLAY");
+    return value != nullptr ? value : "";
+}
+
+}  // namespace
+
+// Members are made in this order and go in the reverse one: first what may still call, last what is called.
+struct LinuxComputer::Parts {
+    Parts(std::unique_ptr<QApplication> qt, std::unique_ptr<X11Connection> toServer,
+          std::unique_ptr<X11Watcher> toWatch, Block endProcess)
+        : qtApplication(std::move(qt)),
+          connection(std::move(toServer)),
+          watcher(std::move(toWatch)),
+          application(mainThread, menuBars, windowsOfAll, std::move(endProcess)) {
+        responder.setTerminate([this] { application.terminate(); });
+    }
+
+    ~Parts() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
+
+    std::unique_ptr<QApplication> qtApplication;
+    std::unique_ptr<X11Connection> connection;
+    std::unique_ptr<X11Watcher> watcher;
+    X11Windows windowsOfAll{*connection};
+
+    MainThread mainThread;
+    RunLoopModes modes;
+    DelayedWork delayedWork;
+    MainQueue mainQueue{mainThread, delayedWork};
+    MainRunLoop runLoop{mainThread, delayedWork, modes};
+    BackgroundQueue backgroundQueue{delayedWork};
+    LinuxDispatch dispatch{mainQueue, backgroundQueue};
+    LinuxThreads threads{mainThread};
+    LinuxClock clock;
+    StandardOutputLog log;
+
+    PortableJSON json;
+    PortableURLs urls;
+    ICUText unicode;
+    UTCDateFormatter dates;
+    LinuxFileManager files;
+    LinuxBundle bundle;
+    FileUserDefaults userDefaults{FileUserDefaults::standardFile(), json};
+    LinuxURLSession urlSession;
+
+    Responder responder;
+    MenuBuilder menuBuilder{mainThread, modes, responder};
+    MenuBars menuBars{menuBuilder};
+    LinuxApplication application;
+    LinuxScreens screens{*connection, windowsOfAll, *watcher, mainQueue};
+    LinuxAlerts alerts{modes, screens, windowsOfAll};
+    LinuxWindows windows{
+        {mainThread, screens, menuBars, *connection, windowsOfAll, [this] { application.terminate(); }}};
+    LinuxStatusBar statusBar{menuBuilder, screens, *connection, *watcher};
+    LinuxWorkspace workspace;
+    LinuxRunningApplications runningApplications{windowsOfAll, displayVariable()};
+    LinuxAccessibilityTrust accessibilityTrust;
+    LinuxCaptureAuthorization captureAuthorization;
+    TerminationSignals terminationSignals{[this] { application.terminate(); }};
+};
+
+std::unique_ptr<LinuxComputer> LinuxComputer::create(Block endProcess, NoComputer& reason) {
+    const bool waylandSession = qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
+    reason = waylandSession ? NoComputer::wayland : NoComputer::noX11Display;
+    auto connection = X11Connection::open();
+    if (!connection) return nullptr;
+    if (connection->isXwayland()) {
+        reason = NoComputer::wayland;
+        return nullptr;
+    }
+    prepareEnvironment();
+    auto application = makeApplication();
+    auto watcher = X11Watcher::open();
+    if (!watcher) return nullptr;
+    return std::unique_ptr<LinuxComputer>(new LinuxComputer(std::make_unique<Parts>(
+        std::move(application), std::move(connection), std::move(watcher), std::move(endProcess))));
+}
+
+LinuxComputer::LinuxComputer(std::unique_ptr<Parts> parts) : parts_(std::move(parts)) {}
+
+LinuxComputer::~LinuxComputer() = default;
+
+Computer LinuxComputer::computer() {
+    Parts& parts = *parts_;
+    return {.application = parts.application,
+            .alerts = parts.alerts,
+            .windows = parts.windows,
+            .statusBar = parts.statusBar,
+            .screens = parts.screens,
+            .workspace = parts.workspace,
+            .runningApplications = parts.runningApplications,
+            .accessibilityTrust = parts.accessibilityTrust,
+            .captureAuthorization = parts.captureAuthorization,
+            .dispatch = parts.dispatch,
+            .mainRunLoop = parts.runLoop,
+            .threads = parts.threads,
+            .clock = parts.clock,
+            .log = parts.log,
+            .userDefaults = parts.userDefaults,
+            .urls = parts.urls,
+            .urlSession = parts.urlSession,
+            .json = parts.json,
+            .unicode = parts.unicode,
+            .dates = parts.dates,
+            .files = parts.files,
+            .mainBundle = parts.bundle};
+}
+
+void LinuxComputer::postEvent(Block event) {
+    parts_->mainThread.post(std::move(event));
+}
+
+std::size_t LinuxComputer::timerCount() const {
+    return parts_->runLoop.timerCount();
+}
+
+}  // namespace vantrel::linuxdesktop

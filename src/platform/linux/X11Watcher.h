@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "platform/Block.h"
+#include "platform/Observation.h"
+#include "platform/linux/X11Connection.h"
+
+class QSocketNotifier;
+
+namespace vantrel::linuxdesktop {
+
+/// Hears of changes on the root window. It has a connection of its own on which nobody waits for an answer: XCB takes
+/// events in while it waits, and then the socket that wakes the event loop stays silent. Main thread.
+class X11Watcher {
+  public:
+    enum class Change { displays, stacking };
+
+    /// Null when there is no X server to be reached.
+    static std::unique_ptr<X11Watcher> open();
+    ~X11Watcher();
+
+    /// The block runs from an event, once for each notice of the server; they come in bursts.
+    [[nodiscard]] std::unique_ptr<Observation> observe(Change change, Block block);
+
+  private:
+    struct Observer;
+    class Removal;
+
+    explicit X11Watcher(std::unique_ptr<X11Connection> connection);
+
+    void select();
+    void readEvents();
+    void tell(Change change);
+
+    std::unique_ptr<X11Connection> connection_;
+    std::uint8_t firstDisplayEvent_ = 0;
+    std::vector<std::shared_ptr<Observer>> observers_;
+    std::unique_ptr<QSocketNotifier> notifier_;
+};
+
+}  // namespace vantrel::linuxdesktop

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstddef>
+#include <mutex>
+#include <utility>
+#include <vector>
+
+#include "platform/DispatchGroup.h"
+
+namespace vantrel {
+
+/// A dispatch group of a counter and the blocks that wait for it. Any thread. One leave() too many is a programming
+/// error and ends the process, as it does on macOS.
+class CountingDispatchGroup final : public DispatchGroup {
+  public:
+    void enter() override;
+    void leave() override;
+    /// The queue outlives the group's work.
+    void notify(DispatchQueue& queue, Block block) override;
+
+  private:
+    using Waiting = std::vector<std::pair<DispatchQueue*, Block>>;
+
+    std::mutex mutex_;
+    std::size_t entered_ = 0;
+    Waiting waiting_;
+};
+
+}  // namespace vantrel

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string_view>
+
+#include "platform/JSON.h"
+
+namespace vantrel {
+
+/// Reads one array or object of at most `maximumDepth` levels; empty for anything else. Never throws, and its use of
+/// the stack is bounded by that depth, whatever the bytes are.
+std::optional<JSONValue> readJSON(std::string_view bytes, std::size_t maximumDepth);
+
+}  // namespace vantrel

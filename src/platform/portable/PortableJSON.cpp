@@ -1,0 +1,16 @@
+#include "platform/portable/PortableJSON.h"
+
+#include "platform/portable/JSONReader.h"
+#include "platform/portable/JSONWriter.h"
+
+namespace vantrel {
+
+std::optional<JSONValue> PortableJSON::parse(std::string_view bytes) const {
+    return readJSON(bytes, maximumDepth);
+}
+
+std::optional<std::string> PortableJSON::serialise(const JSONObject& object) const {
+    return JSONWriter(maximumDepth).write(object);
+}
+
+}  // namespace vantrel

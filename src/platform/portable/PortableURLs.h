@@ -1,0 +1,14 @@
+#pragma once
+
+#include "platform/URLs.h"
+
+namespace vantrel {
+
+/// Forming of URLs by the grammar of RFC 3986. Any thread; no state.
+class PortableURLs final : public URLs {
+  public:
+    std::optional<URL> form(std::string_view text) const override;
+    std::optional<std::string> addingPercentEncodingForQuery(std::string_view text) const override;
+};
+
+}  // namespace vantrel

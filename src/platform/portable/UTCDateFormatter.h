@@ -1,0 +1,15 @@
+#pragma once
+
+#include "platform/ISO8601DateFormatter.h"
+
+namespace vantrel {
+
+/// Internet date-times in UTC, computed without the C library's shared state. Any thread.
+class UTCDateFormatter final : public ISO8601DateFormatter {
+  public:
+    /// Fractions are cut towards the past. Moments outside the years 0000 to 9999 count as the nearest one inside; what
+    /// is not a number counts as 1970-01-01T00:00:00Z.
+    std::string string(double secondsSince1970) const override;
+};
+
+}  // namespace vantrel

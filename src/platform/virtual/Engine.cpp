@@ -1,0 +1,55 @@
+#include "platform/virtual/Engine.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace vantrel::virtualmac {
+
+Engine::Engine(const Options& options)
+    : onMisuse_(options.onMisuse),
+      scheduler({options.seed, options.freeRunning, [this](const std::string& what) { misuse(what); }}),
+      journal(scheduler, options.onEvent),
+      mainLoop(scheduler),
+      world(scheduler, Scheduler::Rank::world),
+      urlSession(scheduler, Scheduler::Rank::urlSession),
+      workers(scheduler) {}
+
+void Engine::start() {
+    world.start();
+    mainLoop.start();
+    urlSession.start();
+}
+
+void Engine::stop() {
+    mainLoop.stop();
+    world.stop();
+    urlSession.stop();
+    constexpr double limit = 60 * 60;
+    scheduler.waitUntilIdle(limit);
+    while (scheduler.releaseStuck()) scheduler.waitUntilIdle(limit);
+    if (!scheduler.isAlone()) {
+        std::fputs("virtual Mac: a thread does not end\n", stderr);
+        std::abort();
+    }
+    mainLoop.join();
+    world.join();
+    urlSession.join();
+}
+
+void Engine::mainThreadCall(std::string_view what) {
+    if (!isMainThread()) misuse(std::string(what) + " off the main thread");
+    platformCall();
+}
+
+void Engine::misuse(const std::string& what) const {
+    if (onMisuse_) return onMisuse_(what);
+    std::fprintf(stderr, "virtual Mac: misuse: %s\n", what.c_str());
+    std::abort();
+}
+
+void Engine::endProcess() {
+    journal.mute();
+    mainLoop.endProcess();
+}
+
+}  // namespace vantrel::virtualmac

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "platform/virtual/Journal.h"
+#include "platform/virtual/MainRunLoop.h"
+#include "platform/virtual/Options.h"
+#include "platform/virtual/Scheduler.h"
+#include "platform/virtual/SerialExecutor.h"
+#include "platform/virtual/Workers.h"
+
+namespace vantrel::virtualmac {
+
+/// What every part of the virtual Mac works with: the time, the threads and the journal. Parts guard what they hold by
+/// a mutex of their own, which is never held across a wait, an event or a call-back.
+class Engine {
+  public:
+    explicit Engine(const Options& options);
+    Engine(const Engine&) = delete;
+    Engine& operator=(const Engine&) = delete;
+
+    void start();
+    /// Driver: lets every thread end. Whatever still waits is let go.
+    void stop();
+
+    /// To be called first in every platform call: a moment at which other threads may go on.
+    void platformCall() { scheduler.yield(); }
+    /// The same for what belongs to the main thread. Elsewhere it is misuse, and the call goes on nonetheless.
+    void mainThreadCall(std::string_view what);
+    bool isMainThread() const { return scheduler.callersRank() == Scheduler::Rank::main; }
+
+    void misuse(const std::string& what) const;
+
+    /// The process is over: nothing of it is heard or sent any more.
+    void endProcess();
+
+  private:
+    const std::function<void(const std::string&)> onMisuse_;
+
+  public:
+    Scheduler scheduler;
+    Journal journal;
+    MainRunLoop mainLoop;
+    /// What the world and the participant do, apart from the client's threads.
+    SerialExecutor world;
+    SerialExecutor urlSession;
+    Workers workers;
+};
+
+}  // namespace vantrel::virtualmac

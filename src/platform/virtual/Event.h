@@ -1,0 +1,74 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace vantrel::virtualmac {
+
+/// Something that happened on the virtual Mac and that someone outside can see. Kinds, their text, and their fields in
+/// this order (a field that is marked ? may be missing; fields marked * come any number of times):
+///
+///   log                     the line
+///   request                 "METHOD ADDRESS"; header* "Name: value", body?
+///   redirect                "METHOD ADDRESS" of the next hop
+///   reply                   the address asked for; error? or status? and body? (no status: the response is not HTTP)
+///   alert-shown             message text; style (warning, informational, critical), information, button*
+///   alert-answered          the button's title; message (the alert's)
+///   window-shown            the title; frame
+///   window-hidden           the title
+///   window-key              the title
+///   window-style            the title; mask (decimal)
+///   window-centered         the title
+///   window-closed           the title, by the participant
+///   view-shown, view-hidden the view's id
+///   text                    the control's id; value
+///   enabled, disabled       the control's id
+///   main-menu               title of every submenu, comma-separated
+///   activation-policy       the number
+///   activate                this application asks to come to the front
+///   terminate-asked         (empty)
+///   terminate-refused       (empty)
+///   terminated              (empty); the process is over, nothing of it is heard any more
+///   accessibility-prompt    (empty)
+///   permission-requested    microphone, camera
+///   permission-prompt       microphone, camera
+///   permission-answered     microphone, camera; granted (yes, no)
+///   url-opened              the address; opened (yes, no)
+///   status-item-installed   (empty)
+///   status-item-title       the title
+///   status-item-menu        (empty); item* title, "-" for a separator, in brackets when disabled
+///   status-item-removed     the title
+///   menu-opened             the title of the status item or main menu
+///   menu-closed             the same; chosen? the item's title
+///   setting-saved           the key; value
+///   screens-changed         (empty); screen* "name x y width height"
+///   application-started, application-exited    name; pid
+///   application-activate, application-terminate, application-force-terminate    name; pid
+///   lid                     seconds the lid was closed
+///   participant             what was done: "type ID", "press ID", "return", "answer TITLE", "open-status-menu",
+///                           "open-menu TITLE", "choose TITLE", "close-menu", "command KEY", "close-window", "log-out",
+///                           "answer-permission"; value? what was typed, ignored? why it had no effect
+struct Event {
+    /// Seconds of uptime.
+    double time = 0;
+    std::string kind;
+    std::string text;
+    std::vector<std::pair<std::string, std::string>> fields;
+
+    /// The first field of that name; empty when there is none.
+    std::string field(std::string_view name) const {
+        for (const auto& [key, value] : fields) {
+            if (key == name) return value;
+        }
+        return {};
+    }
+};
+
+/// Called on whatever thread acts, one event at a time, in the order of the events. It may look at the Mac and post to
+/// it, but neither waits nor makes a platform call.
+using EventSink = std::function<void(const Event&)>;
+
+}  // namespace vantrel::virtualmac

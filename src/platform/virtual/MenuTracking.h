@@ -1,0 +1,41 @@
+#pragma once
+
+#include <mutex>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/Menu.h"
+#include "platform/virtual/Engine.h"
+
+namespace vantrel::virtualmac {
+
+/// The menu that is open, if one is.
+class MenuTracking {
+  public:
+    explicit MenuTracking(Engine& engine) : engine_(engine) {}
+
+    /// Main thread, from an event: opens the menu and returns once it is closed, with the item that was chosen. Timers
+    /// stand still meanwhile.
+    std::optional<MenuItem> track(const std::string& title, const Menu& menu);
+
+    /// Any thread.
+    bool isOpen() const;
+    /// What the open menu holds.
+    std::optional<Menu> menu() const;
+
+    /// The participant's part. Main thread, from an event. False when no menu is open, or it has no such enabled item.
+    bool choose(std::string_view itemTitle);
+    bool close();
+
+  private:
+    Engine& engine_;
+    mutable std::mutex mutex_;
+    std::optional<Menu> open_;
+    std::optional<MenuItem> chosen_;
+};
+
+/// The enabled action item of that title, in the menu or below it; null when there is none.
+const MenuItem* findItem(const Menu& menu, std::string_view title);
+
+}  // namespace vantrel::virtualmac

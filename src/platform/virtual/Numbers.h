@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+
+#include "platform/Geometry.h"
+
+namespace vantrel::virtualmac {
+
+/// The shortest text that reads back the same; whole numbers without a decimal point.
+std::string shortest(double number);
+
+/// "x y width height".
+std::string describe(const Rect& rect);
+
+}  // namespace vantrel::virtualmac

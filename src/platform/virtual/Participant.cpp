@@ -1,0 +1,186 @@
+#include "platform/virtual/Participant.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace vantrel::virtualmac {
+
+/// The event is written down before the client reacts to what was done, or with the reason when nothing was.
+void Participant::post(std::string what, Journal::Fields fields, Deed deed) {
+    parts_.engine.mainLoop.postEvent(
+        [this, what = std::move(what), fields = std::move(fields), deed = std::move(deed)]() mutable {
+            bool told = false;
+            const auto heard = [&] {
+                told = true;
+                parts_.engine.journal.emit("participant", what, fields);
+            };
+            const std::string ignored = deed(heard);
+            if (told) return;
+            if (!ignored.empty()) fields.emplace_back("ignored", ignored);
+            heard();
+        });
+}
+
+std::string Participant::busy() const {
+    if (parts_.menus.isOpen()) return "a menu is open";
+    if (!parts_.alerts.up().empty()) return "an alert is up";
+    return {};
+}
+
+void Participant::type(const std::string& fieldId, std::string text) {
+    Journal::Fields fields{{"value", text}};
+    post("type " + fieldId, std::move(fields), [this, fieldId, text = std::move(text)](const auto&) -> std::string {
+        if (auto why = busy(); !why.empty()) return why;
+        const auto window = parts_.windows.front();
+        if (!window || !window->shows(fieldId)) return "it is not on the screen";
+        if (window->control(fieldId)->kind != Control::Kind::textField) return "it is not a text field";
+        if (!window->isEnabled(fieldId)) return "it is disabled";
+        parts_.windows.type(window->number, fieldId, text);
+        return {};
+    });
+}
+
+std::string Participant::press(const WindowState& window, const Control& button, const std::function<void()>& heard) {
+    if (button.kind != Control::Kind::button) return "it is not a button";
+    if (!window.isEnabled(button.id)) return "it is disabled";
+    heard();
+    parts_.windows.act(window.number, button.id);
+    return {};
+}
+
+void Participant::press(const std::string& button) {
+    post("press " + button, {}, [this, button](const auto& heard) -> std::string {
+        if (auto why = busy(); !why.empty()) return why;
+        const auto window = parts_.windows.front();
+        if (!window) return "no window is on the screen";
+        if (window->shows(button)) return press(*window, *window->control(button), heard);
+        for (const View& view : window->views) {
+            if (view.hidden) continue;
+            for (const Control& control : view.controls) {
+                if (control.kind != Control::Kind::button || control.text != button) continue;
+                return press(*window, control, heard);
+            }
+        }
+        return "it is not on the screen";
+    });
+}
+
+void Participant::pressReturn() {
+    post("return", {}, [this](const auto& heard) -> std::string {
+        if (parts_.menus.isOpen()) return "a menu is open";
+        if (const auto alerts = parts_.alerts.up(); !alerts.empty()) {
+            heard();
+            parts_.alerts.answer(alerts.back().buttons.front());
+            return {};
+        }
+        const auto window = parts_.windows.front();
+        if (!window || !window->key) return "no window has the keyboard";
+        for (const View& view : window->views) {
+            if (view.hidden) continue;
+            for (const Control& control : view.controls) {
+                if (control.keyEquivalent == "\r") return press(*window, control, heard);
+            }
+        }
+        return "no button answers";
+    });
+}
+
+void Participant::answerAlert(const std::string& buttonTitle) {
+    post("answer " + buttonTitle, {}, [this, buttonTitle](const auto& heard) -> std::string {
+        const auto alerts = parts_.alerts.up();
+        if (alerts.empty()) return "no alert is up";
+        const auto& buttons = alerts.back().buttons;
+        if (std::find(buttons.begin(), buttons.end(), buttonTitle) == buttons.end()) {
+            return "the alert has no such button";
+        }
+        heard();
+        parts_.alerts.answer(buttonTitle);
+        return {};
+    });
+}
+
+void Participant::track(const std::string& title, const Menu& menu) {
+    const auto chosen = parts_.menus.track(title, menu);
+    if (chosen) parts_.application.perform(*chosen);
+}
+
+void Participant::openStatusMenu() {
+    post("open-status-menu", {}, [this](const auto& heard) -> std::string {
+        if (auto why = busy(); !why.empty()) return why;
+        const auto items = parts_.statusBar.items();
+        if (items.empty()) return "there is no status item";
+        if (items.front().menu.items.empty()) return "it has no menu";
+        heard();
+        track(items.front().title, items.front().menu);
+        return {};
+    });
+}
+
+void Participant::openMainMenu(const std::string& title) {
+    post("open-menu " + title, {}, [this, title](const auto& heard) -> std::string {
+        if (auto why = busy(); !why.empty()) return why;
+        const Menu mainMenu = parts_.application.mainMenu();
+        for (const MenuItem& item : mainMenu.items) {
+            if (item.kind != MenuItem::Kind::submenu || item.submenu.title != title) continue;
+            heard();
+            track(title, item.submenu);
+            return {};
+        }
+        return "there is no such menu";
+    });
+}
+
+void Participant::chooseMenuItem(const std::string& title) {
+    post("choose " + title, {}, [this, title](const auto&) -> std::string {
+        if (!parts_.menus.isOpen()) return "no menu is open";
+        return parts_.menus.choose(title) ? "" : "the menu has no such item to choose";
+    });
+}
+
+void Participant::closeMenu() {
+    post("close-menu", {},
+         [this](const auto&) -> std::string { return parts_.menus.close() ? "" : "no menu is open"; });
+}
+
+void Participant::pressCommand(const std::string& key) {
+    post("command " + key, {}, [this, key](const auto& heard) -> std::string {
+        if (auto why = busy(); !why.empty()) return why;
+        const Menu mainMenu = parts_.application.mainMenu();
+        const MenuItem* item = findKeyEquivalent(mainMenu, key);
+        if (item == nullptr) return "no menu item answers";
+        if (!item->target && item->action != "terminate:") return "only a text field would answer";
+        heard();
+        parts_.application.perform(*item);
+        return {};
+    });
+}
+
+void Participant::closeWindow() {
+    post("close-window", {}, [this](const auto& heard) -> std::string {
+        if (auto why = busy(); !why.empty()) return why;
+        const auto window = parts_.windows.front();
+        if (!window) return "no window is on the screen";
+        if ((window->styleMask & windowClosable) == 0) return "it has no close button";
+        heard();
+        parts_.windows.close(window->number);
+        return {};
+    });
+}
+
+void Participant::logOut() {
+    post("log-out", {}, [this](const auto& heard) -> std::string {
+        heard();
+        parts_.application.terminate();
+        return {};
+    });
+}
+
+void Participant::answerPermissionPrompt(bool granted) {
+    parts_.engine.world.after(0, [this, granted] {
+        Journal::Fields fields{{"value", granted ? "yes" : "no"}};
+        if (!parts_.capture.answer(granted)) fields.emplace_back("ignored", "no permission prompt is up");
+        parts_.engine.journal.emit("participant", "answer-permission", std::move(fields));
+    });
+}
+
+}  // namespace vantrel::virtualmac

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "platform/virtual/Journal.h"
+#include "platform/virtual/MenuTracking.h"
+#include "platform/virtual/VirtualAlerts.h"
+#include "platform/virtual/VirtualApplication.h"
+#include "platform/virtual/VirtualCapture.h"
+#include "platform/virtual/VirtualStatusBar.h"
+#include "platform/virtual/VirtualWindows.h"
+
+namespace vantrel::virtualmac {
+
+/// Whoever sits in front of the Mac. Any thread; each operation becomes an event of the main thread, and the journal's
+/// "participant" event tells whether it had any effect: `ignored` then says why not. While an alert is up only the
+/// alert answers, while a menu is open only the menu.
+class Participant {
+  public:
+    struct Parts {
+        Engine& engine;
+        VirtualWindows& windows;
+        VirtualAlerts& alerts;
+        MenuTracking& menus;
+        VirtualStatusBar& statusBar;
+        VirtualApplication& application;
+        VirtualCapture& capture;
+    };
+
+    explicit Participant(Parts parts) : parts_(parts) {}
+
+    /// Replaces what stands in a field.
+    void type(const std::string& fieldId, std::string text);
+    /// Clicks the button of that id, or else of that title.
+    void press(const std::string& button);
+    /// The key equivalent "\r" of a button in the key window, or the first button of an alert.
+    void pressReturn();
+    void answerAlert(const std::string& buttonTitle);
+    /// Clicks the oldest status item.
+    void openStatusMenu();
+    /// Clicks the main menu's submenu of that title.
+    void openMainMenu(const std::string& title);
+    void chooseMenuItem(const std::string& title);
+    void closeMenu();
+    /// A key equivalent of the main menu; an upper-case letter means Shift as well.
+    void pressCommand(const std::string& key);
+    /// The close button of the window in front.
+    void closeWindow();
+    /// The system asks the application to terminate.
+    void logOut();
+    /// The oldest permission prompt; the system's, so it works whatever the application shows.
+    void answerPermissionPrompt(bool granted);
+
+  private:
+    /// Does it and returns why it has no effect; empty when it has one.
+    using Deed = std::function<std::string(const std::function<void()>& heard)>;
+
+    void post(std::string what, Journal::Fields fields, Deed deed);
+    std::string busy() const;
+    std::string press(const WindowState& window, const Control& button, const std::function<void()>& heard);
+    void track(const std::string& title, const Menu& menu);
+
+    Parts parts_;
+};
+
+}  // namespace vantrel::virtualmac

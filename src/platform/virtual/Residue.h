@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstddef>
+
+namespace vantrel::virtualmac {
+
+/// What the client has left lying about.
+struct Residue {
+    std::size_t timers = 0;
+    std::size_t observers = 0;
+    /// Window objects, and those that are on the screen.
+    std::size_t windows = 0;
+    std::size_t visibleWindows = 0;
+    std::size_t alerts = 0;
+    std::size_t statusItems = 0;
+    /// Blocks of the main thread that have not run, delayed ones included.
+    std::size_t pendingBlocks = 0;
+    /// Threads of the global queue that have not ended, delayed ones included.
+    std::size_t workers = 0;
+    std::size_t requests = 0;
+    std::size_t prompts = 0;
+
+    bool operator==(const Residue&) const = default;
+};
+
+}  // namespace vantrel::virtualmac

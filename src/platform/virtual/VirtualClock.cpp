@@ -1,0 +1,26 @@
+#include "platform/virtual/VirtualClock.h"
+
+#include "platform/virtual/Numbers.h"
+
+namespace vantrel::virtualmac {
+
+double VirtualClock::uptime() const {
+    engine_.platformCall();
+    return toSeconds(engine_.scheduler.now());
+}
+
+double VirtualClock::secondsSince1970() const {
+    engine_.platformCall();
+    return offset_ + toSeconds(engine_.scheduler.now());
+}
+
+void VirtualClock::closeLid(double seconds) {
+    offset_ = offset_ + seconds;
+    engine_.journal.emit("lid", shortest(seconds));
+}
+
+void VirtualClock::setCalendar(double secondsSince1970) {
+    offset_ = secondsSince1970 - toSeconds(engine_.scheduler.now());
+}
+
+}  // namespace vantrel::virtualmac

@@ -1,0 +1,130 @@
+#include "platform/virtual/VirtualMac.h"
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+namespace vantrel::virtualmac {
+
+namespace {
+
+constexpr double longestIdling = 24 * 60 * 60;
+constexpr int mostRounds = 1000;
+
+}  // namespace
+
+VirtualMac::VirtualMac(Options options)
+    : reportLeftovers_(options.reportLeftovers),
+      engine_(options),
+      application_(engine_),
+      alerts_(engine_),
+      menus_(engine_),
+      windows_(engine_),
+      statusBar_(engine_),
+      screens_(engine_),
+      workspace_(engine_),
+      applications_(engine_,
+                    options.listedBundleIdentifier ? options.listedBundleIdentifier : options.bundleIdentifier),
+      trust_(engine_),
+      capture_(engine_),
+      dispatch_(engine_),
+      runLoop_(engine_),
+      threads_(engine_),
+      clock_(engine_, options.calendarStart),
+      log_(engine_),
+      defaults_(engine_, {options.settings.begin(), options.settings.end()}),
+      network_(engine_),
+      files_(engine_),
+      bundle_(options.bundleIdentifier),
+      computer_{application_, alerts_,   windows_, statusBar_, screens_, workspace_, applications_, trust_,
+                capture_,     dispatch_, runLoop_, threads_,   clock_,   log_,       defaults_,     urls_,
+                network_,     json_,     unicode_, dates_,     files_,   bundle_},
+      participant_({engine_, windows_, alerts_, menus_, statusBar_, application_, capture_}) {
+    engine_.start();
+}
+
+VirtualMac::~VirtualMac() {
+    const bool leftovers = !alerts_.up().empty() || menus_.isOpen();
+    if (leftovers && reportLeftovers_) engine_.misuse("the Mac ends with an alert up or a menu open");
+    if (!reportLeftovers_) engine_.scheduler.forgiveDeadlocks();
+    engine_.journal.mute();
+    drain();
+    engine_.stop();
+}
+
+void VirtualMac::launch(std::function<void(Computer&)> main) {
+    postToMain([this, main = std::move(main)] { main(computer_); });
+}
+
+bool VirtualMac::onMain(Block block) {
+    return finish([this](Block inner) { postToMain(std::move(inner)); }, std::move(block), "onMain");
+}
+
+bool VirtualMac::onMainQueue(Block block) {
+    return finish([this](Block inner) { dispatch_.mainQueue().async(std::move(inner)); }, std::move(block),
+                  "onMainQueue");
+}
+
+void VirtualMac::runFor(double seconds) {
+    const Moment end = later(engine_.scheduler.now(), seconds);
+    engine_.scheduler.wait([end] { return Due::at(end); }, Scheduler::Wait::idle);
+}
+
+void VirtualMac::runUntil(double time) {
+    const Moment end = fromSeconds(time);
+    engine_.scheduler.wait([end] { return Due::at(end); }, Scheduler::Wait::idle);
+}
+
+bool VirtualMac::runUntilIdle() {
+    if (engine_.scheduler.waitUntilIdle(longestIdling)) return true;
+    engine_.misuse("something goes on and on");
+    return false;
+}
+
+void VirtualMac::drain() {
+    for (int round = 0; round < mostRounds; ++round) {
+        if (!runUntilIdle()) return;
+        if (!alerts_.up().empty()) {
+            postToMain([this] { alerts_.answerLast(); });
+        } else if (menus_.isOpen()) {
+            postToMain([this] { menus_.close(); });
+        } else if (!engine_.scheduler.releaseStuck()) {
+            return;
+        }
+    }
+    engine_.misuse("one alert follows the other without an end");
+}
+
+Residue VirtualMac::residue() const {
+    Residue residue;
+    const auto windows = windows_.all();
+    residue.timers = engine_.mainLoop.timers();
+    residue.observers = screens_.observers();
+    residue.windows = windows.size();
+    residue.visibleWindows = static_cast<std::size_t>(
+        std::count_if(windows.begin(), windows.end(), [](const auto& window) { return window.visible; }));
+    residue.alerts = alerts_.up().size();
+    residue.statusItems = statusBar_.items().size();
+    residue.pendingBlocks = engine_.mainLoop.pending();
+    residue.workers = engine_.scheduler.count(Scheduler::Rank::worker);
+    residue.requests = network_.underWay();
+    residue.prompts = capture_.prompts();
+    return residue;
+}
+
+bool VirtualMac::finish(const std::function<void(Block)>& submit, Block block, const char* what) {
+    // Shared: when it never finishes, the block outlives this call.
+    const auto done = std::make_shared<bool>(false);
+    submit([this, done, block = std::move(block)]() mutable {
+        block();
+        block = nullptr;
+        engine_.scheduler.change([&done] { *done = true; });
+    });
+    const Moment limit = later(engine_.scheduler.now(), longestIdling);
+    engine_.scheduler.waitUnlessIdle([done, limit] { return Due::at(*done ? 0 : limit); });
+    if (engine_.scheduler.locked([&done] { return *done; })) return true;
+    engine_.misuse(std::string(what) + ": the block does not finish (an alert is up, or the process is over)");
+    return false;
+}
+
+}  // namespace vantrel::virtualmac

@@ -1,0 +1,132 @@
+#pragma once
+
+#include <functional>
+
+#include "platform/Computer.h"
+#include "platform/portable/ICUText.h"
+#include "platform/portable/UTCDateFormatter.h"
+#include "platform/virtual/Engine.h"
+#include "platform/virtual/MenuTracking.h"
+#include "platform/virtual/Options.h"
+#include "platform/virtual/Participant.h"
+#include "platform/virtual/Residue.h"
+#include "platform/virtual/VirtualAlerts.h"
+#include "platform/virtual/VirtualApplication.h"
+#include "platform/virtual/VirtualApplications.h"
+#include "platform/virtual/VirtualBundle.h"
+#include "platform/virtual/VirtualCapture.h"
+#include "platform/virtual/VirtualClock.h"
+#include "platform/virtual/VirtualDefaults.h"
+#include "platform/virtual/VirtualDispatch.h"
+#include "platform/virtual/VirtualFiles.h"
+#include "platform/virtual/VirtualJSON.h"
+#include "platform/virtual/VirtualLog.h"
+#include "platform/virtual/VirtualNetwork.h"
+#include "platform/virtual/VirtualRunLoop.h"
+#include "platform/virtual/VirtualScreens.h"
+#include "platform/virtual/VirtualStatusBar.h"
+#include "platform/virtual/VirtualThreads.h"
+#include "platform/virtual/VirtualTrust.h"
+#include "platform/virtual/VirtualURLs.h"
+#include "platform/virtual/VirtualWindows.h"
+#include "platform/virtual/VirtualWorkspace.h"
+
+namespace vantrel::virtualmac {
+
+/// A whole Mac in memory, for one run of the client. Whoever makes it is its driver: time passes only in the driver's
+/// waits (runFor and its like, onMain, drain), and each of them returns after everything that was due has run, so that
+/// between them the driver reads a state that stands still. One driver thread.
+///
+/// Its end drains it unheard, and answers whatever the client still asks with the last button.
+class VirtualMac {
+  public:
+    explicit VirtualMac(Options options = {});
+    ~VirtualMac();
+    VirtualMac(const VirtualMac&) = delete;
+    VirtualMac& operator=(const VirtualMac&) = delete;
+
+    Computer& computer() { return computer_; }
+
+    /// Runs the function on the main thread as the process's main, once the driver waits. Once for each Mac.
+    void launch(std::function<void(Computer&)> main);
+    /// Whether the application has not been terminated.
+    bool isRunning() const { return !engine_.mainLoop.isOver(); }
+
+    /// Runs the block on the main thread as an event and returns when it has finished; time may pass. False, with
+    /// misuse, when it never does.
+    bool onMain(Block block);
+    /// The same as a block of the main queue.
+    bool onMainQueue(Block block);
+    /// As an event, once the driver waits.
+    void postToMain(Block block) { engine_.mainLoop.postEvent(std::move(block)); }
+    /// On a thread of its own, once the driver waits.
+    void inBackground(Block block) { engine_.workers.run(std::move(block)); }
+    /// The world does something at that moment of uptime, or so many seconds from now: apart from the client's threads,
+    /// one thing after another.
+    void at(double time, Block block) { engine_.world.at(fromSeconds(time), std::move(block)); }
+    void after(double seconds, Block block) { engine_.world.after(seconds, std::move(block)); }
+
+    /// Seconds of uptime.
+    double now() const { return toSeconds(engine_.scheduler.now()); }
+    void runFor(double seconds);
+    void runUntil(double time);
+    /// Until nothing is left to happen but repeating timers, and what waits for the participant. Misuse, and false,
+    /// when that is not so after a day.
+    bool runUntilIdle();
+    /// The same, while alerts are answered with their last button, menus closed, and threads that are stuck let go.
+    void drain();
+
+    Residue residue() const;
+
+    Participant& participant() { return participant_; }
+    VirtualApplication& application() { return application_; }
+    VirtualAlerts& alerts() { return alerts_; }
+    MenuTracking& menus() { return menus_; }
+    VirtualWindows& windows() { return windows_; }
+    VirtualStatusBar& statusBar() { return statusBar_; }
+    VirtualScreens& screens() { return screens_; }
+    VirtualWorkspace& workspace() { return workspace_; }
+    VirtualApplications& applications() { return applications_; }
+    VirtualTrust& trust() { return trust_; }
+    VirtualCapture& capture() { return capture_; }
+    VirtualClock& clock() { return clock_; }
+    VirtualDefaults& defaults() { return defaults_; }
+    VirtualURLs& urls() { return urls_; }
+    VirtualNetwork& network() { return network_; }
+    VirtualJSON& json() { return json_; }
+    VirtualFiles& files() { return files_; }
+    Engine& engine() { return engine_; }
+
+  private:
+    bool finish(const std::function<void(Block)>& submit, Block block, const char* what);
+
+    const bool reportLeftovers_;
+    Engine engine_;
+    VirtualApplication application_;
+    VirtualAlerts alerts_;
+    MenuTracking menus_;
+    VirtualWindows windows_;
+    VirtualStatusBar statusBar_;
+    VirtualScreens screens_;
+    VirtualWorkspace workspace_;
+    VirtualApplications applications_;
+    VirtualTrust trust_;
+    VirtualCapture capture_;
+    VirtualDispatch dispatch_;
+    VirtualRunLoop runLoop_;
+    VirtualThreads threads_;
+    VirtualClock clock_;
+    VirtualLog log_;
+    VirtualDefaults defaults_;
+    VirtualURLs urls_;
+    VirtualNetwork network_;
+    VirtualJSON json_;
+    ICUText unicode_;
+    UTCDateFormatter dates_;
+    VirtualFiles files_;
+    VirtualBundle bundle_;
+    Computer computer_;
+    Participant participant_;
+};
+
+}  // namespace vantrel::virtualmac

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <atomic>
+
+#include "platform/AccessibilityTrust.h"
+#include "platform/virtual/Engine.h"
+
+namespace vantrel::virtualmac {
+
+/// Whether the client is trusted with Accessibility: at first it is.
+class VirtualTrust final : public AccessibilityTrust {
+  public:
+    explicit VirtualTrust(Engine& engine) : engine_(engine) {}
+
+    bool isProcessTrusted() const override {
+        engine_.platformCall();
+        return trusted_;
+    }
+
+    bool isProcessTrustedWithPrompt() override {
+        engine_.platformCall();
+        if (trusted_) return true;
+        ++prompts_;
+        engine_.journal.emit("accessibility-prompt");
+        return false;
+    }
+
+    /// Driver-facing, any thread.
+    void setTrusted(bool trusted) { trusted_ = trusted; }
+    int prompts() const { return prompts_; }
+
+  private:
+    Engine& engine_;
+    std::atomic<bool> trusted_ = true;
+    std::atomic<int> prompts_ = 0;
+};
+
+}  // namespace vantrel::virtualmac

@@ -1,0 +1,39 @@
+#include "tests/contracts/ContractTest.h"
+
+#include <utility>
+
+namespace vantrel::contracts {
+
+ContractTest::ContractTest() : host_(makeContractHost()) {}
+
+ContractTest::~ContractTest() = default;
+
+void ContractTest::TearDown() {
+    host_.reset();
+}
+
+void ContractTest::note(std::string text) {
+    const std::lock_guard guard(mutex_);
+    notes_.push_back(std::move(text));
+}
+
+ContractTest::Notes ContractTest::notes() const {
+    const std::lock_guard guard(mutex_);
+    return notes_;
+}
+
+bool ContractTest::eventually(const std::function<bool()>& condition) {
+    constexpr double step = 0.01;
+    constexpr double limit = 30;
+    for (double waited = 0; waited < limit; waited += step) {
+        if (condition()) return true;
+        host().letTimePass(step);
+    }
+    return condition();
+}
+
+bool ContractTest::noted(std::size_t count) {
+    return eventually([this, count] { return notes().size() >= count; });
+}
+
+}  // namespace vantrel::contracts

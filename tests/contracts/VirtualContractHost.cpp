@@ -1,0 +1,83 @@
+#include <algorithm>
+#include <utility>
+
+#include "platform/portable/URLComponents.h"
+#include "tests/contracts/ContractHost.h"
+#include "tests/virtual/MacTest.h"
+
+namespace vantrel::contracts {
+namespace {
+
+using virtualmac::NetworkAnswer;
+
+std::string lowerCased(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    return text;
+}
+
+ServedRequest served(const URLRequest& request) {
+    const auto parts = URLComponents::split(request.url.absoluteString);
+    ServedRequest made;
+    made.method = request.method;
+    made.target = parts.path + (parts.query ? "?" + *parts.query : "");
+    for (const auto& [name, value] : request.headers) made.headers[lowerCased(name)] = value;
+    made.body = request.body.value_or("");
+    return made;
+}
+
+NetworkAnswer networkAnswer(const ServedAnswer& answer) {
+    if (answer.stalls) return NetworkAnswer::stall(answer.status, answer.delay);
+    virtualmac::HTTPAnswer http;
+    http.status = answer.status;
+    http.headers = answer.headers;
+    for (const auto& [pause, bytes] : answer.body) http.body.push_back({pause, bytes});
+    return {answer.delay, std::move(http)};
+}
+
+class VirtualContractHost final : public ContractHost {
+  public:
+    VirtualContractHost() : mac_(options()) {
+        mac_.files().add("/Applications/Safari.app/Contents/MacOS/Safari");
+        mac_.network().setHandler(
+            [](const URLRequest&) { return NetworkAnswer::failure("Impossibile connettersi al server.", 0.01); });
+    }
+
+    Computer& computer() override { return mac_.computer(); }
+    void onMain(Block block) override { mac_.onMain(std::move(block)); }
+    void postToMain(Block block) override { mac_.postToMain(std::move(block)); }
+    void letTimePass(double seconds) override { mac_.runFor(seconds); }
+
+    void pressAlertButton(const std::string& title) override {
+        for (int waited = 0; waited < 1000 && mac_.alerts().up().empty(); ++waited) mac_.runFor(0.01);
+        mac_.participant().answerAlert(title);
+    }
+
+    std::string serve(Server server) override {
+        mac_.network().setHandler(
+            [server = std::move(server)](const URLRequest& request) { return networkAnswer(server(served(request))); });
+        return "http://contract.example:8080";
+    }
+    std::string refusingAddress() override { return "http://refusing.example:9"; }
+
+    std::string existingFile() override { return "/Applications/Safari.app/Contents/MacOS/Safari"; }
+    std::string existingFolder() override { return "/Applications/Safari.app"; }
+    std::string missingPath() override { return "/Applications/Nessuno.app"; }
+
+  private:
+    static virtualmac::Options options() {
+        auto made = virtualmac::optionsFromEnvironment();
+        made.onMisuse = [](const std::string& what) { ADD_FAILURE() << "misuse of the platform: " << what; };
+        return made;
+    }
+
+    virtualmac::VirtualMac mac_;
+};
+
+}  // namespace
+
+std::unique_ptr<ContractHost> makeContractHost() {
+    return std::make_unique<VirtualContractHost>();
+}
+
+}  // namespace vantrel::contracts

@@ -1,0 +1,142 @@
+#include <gtest/gtest.h>
+
+#include "rehearsal/RehearsalNetwork.h"
+
+namespace vantrel::rehearsal {
+namespace {
+
+using namespace virtualmac;
+
+URLRequest get(std::string address) {
+    URLRequest request;
+    request.url = {std::move(address)};
+    return request;
+}
+
+ServerSetup setup() {
+    ServerSetup server;
+    server.address = "http://server.example:8080";
+    server.latency = 0.25;
+    server.configuration.sessions.push_back({"ABC", "Titolo", practice::SessionStatus::active, ""});
+    return server;
+}
+
+ReplyRule rule(std::string path) {
+    ReplyRule rule;
+    rule.bend.path = std::move(path);
+    return rule;
+}
+
+RehearsalNetwork network(ServerSetup server) {
+    return RehearsalNetwork(server, [] { return 0.0; });
+}
+
+const std::string session = "http://server.example:8080/api/sessions/ABC";
+
+TEST(RehearsalNetwork, AnswersAsThePracticeServerDoes) {
+    auto net = network(setup());
+    const auto answer = net.answer(get(session));
+    EXPECT_EQ(answer.latency, 0.25);
+    const auto& http = std::get<HTTPAnswer>(answer.answer);
+    EXPECT_EQ(http.status, 200);
+    ASSERT_EQ(http.body.size(), 1U);
+    EXPECT_EQ(http.body[0].bytes, R"({"code":"ABC","status":"ACTIVE","title":"Titolo"})");
+    EXPECT_EQ(http.headers, (std::vector<std::pair<std::string, std::string>>{{"Content-Type", "application/json"}}));
+}
+
+TEST(RehearsalNetwork, KnowsNoOtherHost) {
+    auto net = network(setup());
+    for (const char* address :
+         {"http://server.example/api/sessions/ABC", "https://server.example:8080/api/sessions/ABC",
+          "http://altro.example:8080/api/sessions/ABC"}) {
+        const auto answer = net.answer(get(address));
+        EXPECT_EQ(std::get<TransportFailure>(answer.answer).text,
+                  "Impossibile trovare un server con il nome host specificato.");
+    }
+}
+
+TEST(RehearsalNetwork, KeepsADoubleSlashInThePath) {
+    auto net = network(setup());
+    const auto answer = net.answer(get("http://server.example:8080//api/sessions/ABC"));
+    EXPECT_EQ(std::get<HTTPAnswer>(answer.answer).status, 404);
+}
+
+TEST(RehearsalNetwork, UsesTheFirstRuleThatIsNotUsedUp) {
+    auto server = setup();
+    server.replies = {rule("/api/sessions/ABC"), rule("/api/*")};
+    server.replies[0].bend.status = 501;
+    server.replies[0].bend.times = 1;
+    server.replies[1].bend.status = 502;
+    auto net = network(server);
+    EXPECT_EQ(std::get<HTTPAnswer>(net.answer(get(session)).answer).status, 501);
+    EXPECT_EQ(std::get<HTTPAnswer>(net.answer(get(session)).answer).status, 502);
+    net.removeRules();
+    EXPECT_EQ(std::get<HTTPAnswer>(net.answer(get(session)).answer).status, 200);
+}
+
+TEST(RehearsalNetwork, PutsANewRuleBeforeTheOthers) {
+    auto server = setup();
+    server.replies = {rule("/api/*")};
+    server.replies[0].bend.status = 501;
+    auto net = network(server);
+    auto later = rule("/api/*");
+    later.bend.status = 502;
+    net.add(later);
+    EXPECT_EQ(std::get<HTTPAnswer>(net.answer(get(session)).answer).status, 502);
+}
+
+TEST(RehearsalNetwork, EndsExchangesInEveryWay) {
+    using Ending = ReplyRule::Ending;
+    auto server = setup();
+    for (int index = 0; index < 5; ++index) {
+        server.replies.push_back(rule("*"));
+        server.replies.back().bend.times = 1;
+        server.replies.back().bend.delaySeconds = 2;
+    }
+    server.replies[0].ending = Ending::transportError;
+    server.replies[0].errorText = "Giù";
+    server.replies[1].ending = Ending::silence;
+    server.replies[2].ending = Ending::notHTTP;
+    server.replies[3].bend.dropConnection = true;
+    server.replies[4].bend.stallAfterHeaders = true;
+    auto net = network(server);
+
+    const auto error = net.answer(get(session));
+    EXPECT_EQ(std::get<TransportFailure>(error.answer).text, "Giù");
+    EXPECT_EQ(error.latency, 2.25);
+    EXPECT_TRUE(std::holds_alternative<NoAnswer>(net.answer(get(session)).answer));
+    EXPECT_FALSE(std::get<NotHTTP>(net.answer(get(session)).answer).body.empty());
+    EXPECT_EQ(std::get<TransportFailure>(net.answer(get(session)).answer).text,
+              "La connessione di rete è stata persa.");
+    EXPECT_EQ(std::get<StallAfterHeaders>(net.answer(get(session)).answer).status, 200);
+}
+
+TEST(RehearsalNetwork, CutsABodyIntoPiecesWithoutLosingAByte) {
+    auto server = setup();
+    server.replies = {rule("*")};
+    server.replies[0].bend.body = "0123456789";
+    server.replies[0].pieces = 4;
+    server.replies[0].pause = 5;
+    auto net = network(server);
+    const auto answer = net.answer(get(session));
+    const auto& pieces = std::get<HTTPAnswer>(answer.answer).body;
+    ASSERT_EQ(pieces.size(), 4U);
+    std::string body;
+    for (const auto& piece : pieces) {
+        EXPECT_EQ(piece.pause, 5);
+        EXPECT_FALSE(piece.bytes.empty());
+        body += piece.bytes;
+    }
+    EXPECT_EQ(body, "0123456789");
+}
+
+TEST(RehearsalNetwork, EndsSessionsThatExist) {
+    auto net = network(setup());
+    EXPECT_FALSE(net.endSession("XYZ"));
+    EXPECT_TRUE(net.endSession("abc"));
+    const auto answer = net.answer(get(session));
+    EXPECT_EQ(std::get<HTTPAnswer>(answer.answer).body[0].bytes, R"({"code":"ABC","status":"ENDED","title":"Titolo"})");
+}
+
+}  // namespace
+}  // namespace vantrel::rehearsal

@@ -1,0 +1,89 @@
+#!/usr/bin/env python3
+"""check_orderings.py PROGRAM FOLDER [SEEDS]: plays every rehearsal with many seeds; whatever the order of what is due at the
+same moment, the client does not misuse its platform, a seed replays itself, a lockdown ends at most once, with one notice,
+and an end leaves nothing behind."""
+import concurrent.futures
+import pathlib
+import re
+import sys
+
+from player import difference, play
+
+LOCKDOWN = "🔒 ATTIVAZIONE LOCKDOWN"
+END_SCREEN = "[SESSION] Schermata fine visibile"
+NOTICE = '"disconnecting":true'
+# What a client that shows a screen has.
+MAY_STAY = {"windows", "visible windows", "alerts"}
+
+
+def entries(transcript):
+    """The transcript's entries, each with its further lines."""
+    return re.split(r"\n(?= {0,8}\d+\.\d{3}  )", transcript.rstrip("\n"))
+
+
+def problems(transcript):
+    """What does not hold."""
+    end_screens = notices = 0
+    lockdown = False
+    for entry in entries(transcript):
+        kind = entry[11:].split("  ", 1)[0]
+        if kind == "log" and LOCKDOWN in entry:
+            lockdown = True
+            end_screens = notices = 0
+        elif kind == "request" and NOTICE in entry:
+            notices += 1
+            if notices > 1:
+                yield "a second notice for one lockdown: " + entry
+        elif kind == "log" and END_SCREEN in entry:
+            end_screens += 1
+            lockdown = False
+            if end_screens > 1:
+                yield "a second end screen for one lockdown: " + entry
+        elif kind == "end":
+            left = re.search(r"\| left: (.*)", entry)
+            if not left:
+                yield "the end tells nothing of what is left"
+            elif not lockdown and left[1] != "nothing":
+                for part in left[1].split(", "):
+                    name, _, count = part.rpartition(" ")
+                    if name not in MAY_STAY or int(count) != 1:
+                        yield "left without a lockdown: " + part
+    if " end  " not in transcript:
+        yield "the transcript has no end"
+
+
+def check(program, rehearsal, seed):
+    status, transcript, messages = play(program, rehearsal, "--seed", str(seed))
+    found = list(problems(transcript))
+    if status != 0:
+        found.append(f"exit status {status}: {messages}{transcript[-300:]}")
+    if seed % 5 == 0:
+        again = play(program, rehearsal, "--seed", str(seed))[1]
+        diff = difference(transcript, again, f"seed {seed}")
+        if diff:
+            found.append("a second run differs\n" + diff)
+    return [f"{rehearsal.name} --seed {seed}: {problem}" for problem in found], transcript
+
+
+def main():
+    program, folder = sys.argv[1], pathlib.Path(sys.argv[2])
+    seeds = int(sys.argv[3]) if len(sys.argv) > 3 else 20
+    rehearsals = sorted(folder.glob("*.yaml"))
+    jobs = [(rehearsal, seed) for rehearsal in rehearsals for seed in range(seeds)]
+    found = []
+    orderings = {}
+    with concurrent.futures.ThreadPoolExecutor(2) as pool:
+        results = pool.map(lambda job: check(program, *job), jobs)
+        for (rehearsal, _), (wrong, transcript) in zip(jobs, results):
+            found += wrong
+            orderings.setdefault(rehearsal.name, set()).add(transcript)
+    for problem in found:
+        print(problem)
+    print(f"{len(jobs)} runs, {sum(len(different) for different in orderings.values())} different transcripts")
+    if not jobs:
+        print("there are no rehearsals")
+    return 1 if found or not jobs else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,0 +1,110 @@
+#include <string>
+
+#include "tests/virtual/MacTest.h"
+
+namespace vantrel::virtualmac {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+class AlertsTest : public MacTest {
+  protected:
+    void show(const std::string& message, std::vector<std::string> buttons) {
+        mac().postToMain([this, message, buttons = std::move(buttons)] {
+            const auto index = computer().alerts.runModal({AlertStyle::critical, message, "Perché", buttons});
+            computer().log.print(message + " " + std::to_string(index));
+        });
+        mac().runFor(1);
+    }
+};
+
+TEST_F(AlertsTest, ReturnsTheIndexOfTheButtonThatWasPressed) {
+    show("Uno", {"Sì", "No"});
+    participant().answerAlert("No");
+    mac().runFor(0);
+    EXPECT_EQ((Lines{"alert-shown Uno; style=critical; information=Perché; button=Sì; button=No",
+                     "participant answer No", "alert-answered No; message=Uno", "log Uno 1"}),
+              transcript());
+}
+
+TEST_F(AlertsTest, HasAnOKButtonWhenNoneWasAskedFor) {
+    show("Uno", {});
+    participant().pressReturn();
+    mac().runFor(0);
+    EXPECT_EQ(Lines{"Uno 0"}, logLines());
+}
+
+TEST_F(AlertsTest, AnswersTheOneInFront) {
+    show("Uno", {"A", "B"});
+    show("Due", {"A", "C"});
+    participant().answerAlert("B");
+    mac().runFor(0);
+    EXPECT_EQ("the alert has no such button", events("participant").at(0).field("ignored"));
+    participant().answerAlert("A");
+    mac().runFor(0);
+    EXPECT_EQ(Lines{"Due 0"}, logLines());
+    participant().answerAlert("B");
+    mac().runFor(0);
+    EXPECT_EQ((Lines{"Due 0", "Uno 1"}), logLines());
+    participant().answerAlert("A");
+    mac().runFor(0);
+    EXPECT_EQ("no alert is up", events("participant").back().field("ignored"));
+}
+
+TEST_F(AlertsTest, KeepsTheParticipantFromEverythingElse) {
+    show("Uno", {});
+    for (const auto& deed : std::vector<std::function<void()>>{
+             [&] { participant().type("x", "y"); }, [&] { participant().press("x"); },
+             [&] { participant().pressCommand("q"); }, [&] { participant().closeWindow(); },
+             [&] { participant().openStatusMenu(); }, [&] { participant().openMainMenu("Edit"); }}) {
+        forgetEvents();
+        deed();
+        mac().runFor(0);
+        ASSERT_EQ(1U, events().size());
+        EXPECT_EQ("an alert is up", events().front().field("ignored"));
+    }
+}
+
+TEST_F(AlertsTest, RefusesToBeShownOffTheMainThread) {
+    expectMisuse();
+    mac().inBackground([this] { computer().alerts.runModal({AlertStyle::warning, "Uno", "", {}}); });
+    mac().runFor(1);
+    EXPECT_EQ(Lines{"Alerts.runModal off the main thread"}, expectedMisuse());
+}
+
+TEST_F(AlertsTest, AreAnsweredWithTheLastButtonWhenTheMacIsDrained) {
+    show("Uno", {"A", "B", "C"});
+    show("Due", {"A", "B"});
+    mac().drain();
+    EXPECT_EQ((Lines{"Due 1", "Uno 2"}), logLines());
+    EXPECT_EQ(0U, mac().residue().alerts);
+}
+
+TEST_F(AlertsTest, DoNotKeepTheMacFromEnding) {
+    show("Uno", {"A", "B"});
+    end();
+    EXPECT_EQ(Lines{}, logLines());
+}
+
+TEST_F(AlertsTest, AreMisuseAtTheEndWhenThatWasAskedFor) {
+    Lines misuse;
+    Options options = optionsFromEnvironment();
+    options.reportLeftovers = true;
+    options.onMisuse = [&](const std::string& what) { misuse.push_back(what); };
+    {
+        VirtualMac mac(options);
+        mac.postToMain([&] { mac.computer().alerts.runModal({AlertStyle::warning, "Uno", "", {}}); });
+        mac.runFor(1);
+    }
+    EXPECT_EQ(Lines{"the Mac ends with an alert up or a menu open"}, misuse);
+}
+
+TEST_F(AlertsTest, KeepABlockThatWaitsForThemFromFinishing) {
+    expectMisuse();
+    EXPECT_FALSE(mac().onMain([&] { computer().alerts.runModal({AlertStyle::warning, "Uno", "", {}}); }));
+    ASSERT_EQ(1U, expectedMisuse().size());
+    EXPECT_NE(std::string::npos, expectedMisuse().front().find("onMain"));
+}
+
+}  // namespace
+}  // namespace vantrel::virtualmac

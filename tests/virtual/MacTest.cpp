@@ -1,0 +1,106 @@
+#include "tests/virtual/MacTest.h"
+
+#include <cstdlib>
+
+namespace vantrel::virtualmac {
+
+namespace {
+
+std::string line(const Event& event) {
+    std::string text = event.kind;
+    if (!event.text.empty()) text += " " + event.text;
+    for (const auto& [name, value] : event.fields) text += "; " + name + "=" + value;
+    return text;
+}
+
+}  // namespace
+
+bool isFreeRunning() {
+    const char* value = std::getenv("VANTREL_FREE_RUNNING");
+    return value != nullptr && std::string_view(value) == "1";
+}
+
+Options optionsFromEnvironment() {
+    Options options;
+    if (const char* seed = std::getenv("VANTREL_SEED")) options.seed = std::strtoull(seed, nullptr, 10);
+    options.freeRunning = isFreeRunning();
+    return options;
+}
+
+MacTest::MacTest(Options options) {
+    options.onEvent = [this](const Event& event) {
+        const std::lock_guard guard(mutex_);
+        events_.push_back(event);
+    };
+    options.onMisuse = [this](const std::string& what) {
+        const std::lock_guard guard(mutex_);
+        if (expectingMisuse_) {
+            misuse_.push_back(what);
+        } else {
+            ADD_FAILURE() << "misuse of the platform: " << what;
+        }
+    };
+    mac_ = std::make_unique<VirtualMac>(std::move(options));
+    pointer_ = mac_.get();
+}
+
+MacTest::~MacTest() = default;
+
+void MacTest::TearDown() {
+    if (mac_ && !kept_.empty()) dropOnMain();
+    mac_.reset();
+}
+
+std::vector<Event> MacTest::events() const {
+    const std::lock_guard guard(mutex_);
+    return events_;
+}
+
+std::vector<Event> MacTest::events(std::string_view kind) const {
+    std::vector<Event> found;
+    for (auto& event : events()) {
+        if (event.kind == kind) found.push_back(std::move(event));
+    }
+    return found;
+}
+
+std::vector<std::string> MacTest::texts(std::string_view kind) const {
+    std::vector<std::string> found;
+    for (auto& event : events(kind)) found.push_back(std::move(event.text));
+    return found;
+}
+
+std::vector<std::string> MacTest::transcript() const {
+    std::vector<std::string> lines;
+    for (const auto& event : events()) lines.push_back(line(event));
+    return lines;
+}
+
+void MacTest::forgetEvents() {
+    const std::lock_guard guard(mutex_);
+    events_.clear();
+}
+
+void MacTest::expectMisuse() {
+    const std::lock_guard guard(mutex_);
+    expectingMisuse_ = true;
+}
+
+std::vector<std::string> MacTest::expectedMisuse() const {
+    const std::lock_guard guard(mutex_);
+    return misuse_;
+}
+
+void MacTest::dropOnMain() {
+    // Under an alert or a menu the main thread still takes events; once the process is over nothing runs there any
+    // more, and the Mac drops them itself.
+    auto kept = std::make_shared<std::vector<std::shared_ptr<void>>>(std::move(kept_));
+    kept_.clear();
+    mac().postToMain([kept] {
+        while (!kept->empty()) kept->pop_back();
+    });
+    kept.reset();
+    mac().runFor(0);
+}
+
+}  // namespace vantrel::virtualmac
