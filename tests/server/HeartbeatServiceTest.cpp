@@ -24,12 +24,6 @@ class HeartbeatServiceTest : public virtualmac::MacTest {
         mac().network().setHandler([this](const URLRequest&) { return answer; });
     }
 
-    /// The Mac goes first: while it drains, the server still answers.
-    ~HeartbeatServiceTest() override {
-        dropOnMain();
-        end();
-    }
-
     std::weak_ptr<HeartbeatService> make(const std::string& base = "https://server.example") {
         const auto& c = computer();
         auto weak = makeOnMain<HeartbeatService>(HeartbeatService::Identity{base, "nqrp5d", "T", "2.0-macOS"},

@@ -19,9 +19,6 @@ class ClientTest : public virtualmac::MacTest {
     static virtualmac::Options returningParticipant();
 
     explicit ClientTest(virtualmac::Options options = returningParticipant());
-    /// The Mac goes first: while it drains, the server still answers.
-    ~ClientTest() override { end(); }
-
     /// What the server answers from now on to requests whose "METHOD ADDRESS" begins with `request`; the longest match
     /// counts.
     void answer(const std::string& request, virtualmac::NetworkAnswer answer);

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "platform/URLSession.h"
+
+namespace vantrel::fuzz {
+
+/// A reply out of any bytes: the first one chooses between a failure, a response that is not HTTP, and a status; the
+/// rest is the body.
+URLReply fuzzedReply(const std::uint8_t* data, std::size_t size);
+
+/// Ends the process loudly when a property does not hold.
+void require(bool held, const char* property);
+
+/// What the body holds, read by a parser in another way than the client's; see the properties.
+struct Reference {
+    bool isObject = false;
+    /// Nested so little that both parsers take it.
+    bool isShallow = false;
+
+    explicit Reference(const URLReply& reply);
+    bool isTrue(const char* key) const;
+    bool isString(const char* key) const;
+    std::string string(const char* key) const;
+
+  private:
+    std::string body_;
+};
+
+}  // namespace vantrel::fuzz
