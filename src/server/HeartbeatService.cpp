@@ -100,15 +100,17 @@ void HeartbeatService::sendDisconnect(SessionEndReason reason) {
 }
 
 JSONObject HeartbeatService::body(bool lockdown, bool meet, JSONArray violations, bool disconnecting) const {
-    return {{"sessionCode", identity_.sessionCode},
-            {"userToken", identity_.userToken},
-            {"timestamp", now()},
-            {"platform", "darwin"},
-            {"clientVersion", identity_.clientVersion},
-            {"lockdownActive", lockdown},
-            {"meetConnected", meet},
-            {"violations", std::move(violations)},
-            {"disconnecting", disconnecting}};
+    JSONObject object{{"sessionCode", identity_.sessionCode},
+                      {"userToken", identity_.userToken},
+                      {"timestamp", now()},
+                      {"platform", "darwin"},
+                      {"clientVersion", identity_.clientVersion},
+                      {"lockdownActive", lockdown},
+                      {"meetConnected", meet},
+                      {"disconnecting", disconnecting}};
+    // Apart from the list above, which would copy them.
+    object.emplace("violations", std::move(violations));
+    return object;
 }
 
 std::string HeartbeatService::address() const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
@@ -94,12 +95,14 @@ class ScriptedSession final : public URLSession {
   public:
     void dataTask(URLRequest request, Completion completion) override {
         sentBytes += request.body.value_or("").size();
+        if (onRequest) onRequest(request);
         auto reply = replies.front();
         if (replies.size() > 1) replies.pop_front();
         completion(std::move(reply));
     }
 
     std::deque<URLReply> replies{URLReply{}};
+    std::function<void(const URLRequest&)> onRequest;
     std::size_t sentBytes = 0;
 };
 

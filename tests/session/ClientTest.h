@@ -19,6 +19,7 @@ class ClientTest : public virtualmac::MacTest {
     static virtualmac::Options returningParticipant();
 
     explicit ClientTest(virtualmac::Options options = returningParticipant());
+
     /// What the server answers from now on to requests whose "METHOD ADDRESS" begins with `request`; the longest match
     /// counts.
     void answer(const std::string& request, virtualmac::NetworkAnswer answer);
