@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <string>
 
+#include "practice/HtmlReply.h"
 #include "practice/HtmlText.h"
 
 namespace vantrel::practice {
@@ -88,18 +89,6 @@ std::string page(const std::string& title, const std::string& body) {
     html += style;
     html += "</style>\n</head>\n<body>\n" + body + "</body>\n</html>\n";
     return html;
-}
-
-PracticeReply htmlReply(int status, std::string html) {
-    PracticeReply reply;
-    reply.status = status;
-    reply.contentType = "text/html; charset=utf-8";
-    reply.body = std::move(html);
-    reply.headers.emplace_back("Cache-Control", "no-store");
-    reply.headers.emplace_back(
-        "Content-Security-Policy",
-        "default-src 'none'; img-src data:; style-src 'unsafe-inline'; script-src 'unsafe-inline'");
-    return reply;
 }
 
 std::string tile(const std::string& name, std::size_t number) {

@@ -14,7 +14,8 @@ PracticeServer::PracticeServer(PracticeConfiguration configuration, Clock clock)
       clock_(std::move(clock)),
       registry_(configuration_.sessions),
       api_(registry_, configuration_),
-      control_(registry_, bender_, log_) {}
+      control_(registry_, bender_, log_),
+      trainer_(registry_, configuration_) {}
 
 PracticeReply PracticeServer::handle(const PracticeRequest& request) {
     const RequestTarget target(request.path);
@@ -22,6 +23,7 @@ PracticeReply PracticeServer::handle(const PracticeRequest& request) {
 
     const std::lock_guard lock(mutex_);
     if (ControlExchanges::isControl(target)) return control_.handle(request, target);
+    if (TrainerExchanges::isTrainer(target)) return trainer_.handle(request, target, now);
     PracticeReply reply = exchange(request, target, now);
     const bool bent = bender_.bend(request, reply);
     reply.exchange = log_.record(request, reply, bent, now);

@@ -17,6 +17,7 @@
 #include "practice/ReceivedExchange.h"
 #include "practice/ReplyBender.h"
 #include "practice/SessionRegistry.h"
+#include "practice/TrainerExchanges.h"
 
 namespace vantrel::practice {
 
@@ -61,6 +62,7 @@ class PracticeServer {
     ExchangeLog log_;
     ApiExchanges api_;
     ControlExchanges control_;
+    TrainerExchanges trainer_;
 };
 
 }  // namespace vantrel::practice

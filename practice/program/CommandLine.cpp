@@ -19,6 +19,7 @@ A practice server for the Vantrel client, on 127.0.0.1.
   --status CODE=STATUS     its status: ACTIVE (as offered), WAITING or ENDED
   --config FILE.yaml       sessions and the version answer from a file
   --public-address URL     address that meeting links begin with (the address of each request)
+  --lost-after SECONDS     silence after which the trainer's page shows a participant as lost (40)
   --for SECONDS            end by itself after that time
   --exit-with-stdin        end when standard input is closed
   --help                   show this text
@@ -38,13 +39,13 @@ std::string readValue(CommandLine& line, const std::string& option, const std::s
         line.port = port;
         return {};
     }
-    if (option == "--for") {
+    if (option == "--for" || option == "--lost-after") {
         char* end = nullptr;
         const double seconds = std::strtod(value.c_str(), &end);
         if (value.empty() || *end != '\0' || !std::isfinite(seconds) || seconds < 0) {
-            return "--for: '" + value + "' is not a number of seconds";
+            return option + ": '" + value + "' is not a number of seconds";
         }
-        line.seconds = seconds;
+        (option == "--for" ? line.seconds : line.lostAfterSeconds) = seconds;
         return {};
     }
     if (option == "--config") {
@@ -78,7 +79,7 @@ std::string readValue(CommandLine& line, const std::string& option, const std::s
 
 bool takesValue(const std::string& option) {
     return option == "--port" || option == "--for" || option == "--config" || option == "--public-address" ||
-           option == "--session" || option == "--status";
+           option == "--session" || option == "--status" || option == "--lost-after";
 }
 
 }  // namespace

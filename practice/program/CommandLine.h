@@ -23,6 +23,7 @@ struct CommandLine {
     int port = defaultPort;
     bool exitWithStandardInput = false;
     std::optional<double> seconds;
+    std::optional<double> lostAfterSeconds;
     std::optional<std::string> configurationFile;
     std::string publicAddress;
     std::vector<PracticeSession> sessions;

@@ -68,6 +68,7 @@ std::string complete(PracticeConfiguration& configuration, const CommandLine& li
         session->status = status;
     }
     if (!line.publicAddress.empty()) configuration.publicAddress = line.publicAddress;
+    if (line.lostAfterSeconds) configuration.contactLostAfterSeconds = *line.lostAfterSeconds;
     return {};
 }
 

@@ -26,14 +26,15 @@ TEST(CommandLine, HasDefaults) {
     EXPECT_FALSE(line.help);
     EXPECT_FALSE(line.exitWithStandardInput);
     EXPECT_FALSE(line.seconds.has_value());
+    EXPECT_FALSE(line.lostAfterSeconds.has_value());
     EXPECT_FALSE(line.configurationFile.has_value());
     EXPECT_TRUE(line.sessions.empty());
 }
 
 TEST(CommandLine, ReadsEveryOption) {
-    const CommandLine line =
-        read({"--port", "0", "--session", "abc=Uno=Due", "--session", "DEF", "--status", "def=ENDED", "--config",
-              "c.yaml", "--public-address", "http://a", "--for", "1.5", "--exit-with-stdin", "--help"});
+    const CommandLine line = read({"--port", "0", "--session", "abc=Uno=Due", "--session", "DEF", "--status",
+                                   "def=ENDED", "--config", "c.yaml", "--public-address", "http://a", "--for", "1.5",
+                                   "--lost-after", "2.5", "--exit-with-stdin", "--help"});
     EXPECT_EQ(line.port, 0);
     ASSERT_EQ(line.sessions.size(), 2U);
     EXPECT_EQ(line.sessions[0].code, "ABC");
@@ -46,6 +47,7 @@ TEST(CommandLine, ReadsEveryOption) {
     EXPECT_EQ(line.configurationFile, "c.yaml");
     EXPECT_EQ(line.publicAddress, "http://a");
     EXPECT_EQ(line.seconds, 1.5);
+    EXPECT_EQ(line.lostAfterSeconds, 2.5);
     EXPECT_TRUE(line.exitWithStandardInput);
     EXPECT_TRUE(line.help);
 }
@@ -59,6 +61,7 @@ TEST(CommandLine, SaysWhatIsWrong) {
     }
     for (const std::string seconds : {"", "x", "1s", "-1", "inf", "nan"}) {
         EXPECT_EQ(wrong({"--for", seconds}), "--for: '" + seconds + "' is not a number of seconds");
+        EXPECT_EQ(wrong({"--lost-after", seconds}), "--lost-after: '" + seconds + "' is not a number of seconds");
     }
     EXPECT_EQ(wrong({"--session", "A B"}),
               "--session: 'A B' is not a session code (letters, digits, '-', '.', '_' and '~')");

@@ -1,0 +1,39 @@
+#!/usr/bin/env python3
+"""check_transcripts.py PAGE FOLDER: whether every request in the folder's transcripts is allowed by the page."""
+import collections
+import pathlib
+import sys
+
+import server_api
+import transcript_requests
+
+
+def main(page, folder):
+    api = server_api.ServerApi.read(page)
+    counts = collections.Counter()
+    wrong = cut = 0
+    for path in sorted(pathlib.Path(folder).glob("*.transcript")):
+        for found in transcript_requests.requests(path.read_text(encoding="utf-8")):
+            if found.request is None:
+                problems = ["the address is under no server that the participant typed"]
+            elif found.is_cut:
+                cut += 1
+                print(f"{path.name}:{found.line}: NOT CHECKED, the transcript holds only the beginning of the body")
+                continue
+            else:
+                problems = api.request_problems(found.request)
+                counts[api.operation_name(found.request)] += 1
+            for problem in problems:
+                print(f"{path}:{found.line}: {found.address}: {problem}", file=sys.stderr)
+            wrong += bool(problems)
+    for _, _, name in api.operations():
+        print(f"{name}: {counts[name]} requests")
+        if counts[name] == 0:
+            print(f"no transcript holds a request of {name}", file=sys.stderr)
+            wrong += 1
+    print(f"{wrong} wrong, {cut} not checked")
+    return 1 if wrong else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(*sys.argv[1:]))

@@ -1,0 +1,23 @@
+"""What the practice server received, as requests for the page to judge."""
+import base64
+
+from server_api import Request
+
+# What URL loading adds by itself, whatever the client says.
+TRANSPORT_HEADERS = {
+    "host", "connection", "content-length", "user-agent", "accept", "accept-encoding", "accept-language", "priority",
+}
+
+
+def is_the_browsers(exchange):
+    """The meeting's page is opened by a browser, not by the client."""
+    return exchange["method"] == "GET" and exchange["path"].startswith("/meet/")
+
+
+def request_of(exchange):
+    if "bodyBase64" in exchange:
+        body = base64.b64decode(exchange["bodyBase64"])
+    else:
+        body = exchange["body"].encode()
+    headers = [(name, value) for name, value in exchange["headers"] if name.lower() not in TRANSPORT_HEADERS]
+    return Request(exchange["method"], exchange["path"], headers, body)

@@ -1,0 +1,60 @@
+"""The requests of a rehearsal's transcript, for the page to judge. docs/rehearsals.md tells the form."""
+import re
+from typing import NamedTuple
+
+from server_api import Request
+
+ENTRY = re.compile(r" *\d+\.\d{3}  (.{11})  (.*)")
+FURTHER = re.compile(r" {24}\|(?: (.*))?")
+HEADER = re.compile(r"([A-Za-z0-9-]+): (.*)")
+CUT = re.compile(r"… \(\d+ bytes\)$")
+
+
+class Found(NamedTuple):
+    # Counted from 1.
+    line: int
+    address: str
+    # Without its base address; none when the address is under no server that the participant typed.
+    request: Request | None
+    # The transcript holds only the beginning of a body.
+    is_cut: bool
+
+
+def requests(text):
+    """Every request of the client, in order. What follows a redirect is the platform's and not among them."""
+    found, bases = [], set()
+    for line, kind, lines in _entries(text):
+        typed = re.fullmatch(r'(?:serverUrlField: |types into serverUrlField: |vt_serverURL = )"(.*)"', lines[0])
+        if kind in ("text", "participant", "setting") and typed:
+            bases.add(typed[1].removesuffix("/"))
+        if kind == "request":
+            found.append(_found(line, lines, bases))
+    return found
+
+
+def _entries(text):
+    entry = None
+    for number, line in enumerate(text.splitlines(), 1):
+        further = FURTHER.fullmatch(line)
+        if further:
+            entry[2].append(further[1] or "")
+            continue
+        if entry:
+            yield entry
+        match = ENTRY.fullmatch(line)
+        if not match:
+            raise ValueError(f"line {number} is no line of a transcript: {line!r}")
+        entry = (number, match[1].strip(), [match[2]])
+    if entry:
+        yield entry
+
+
+def _found(line, lines, bases):
+    method, _, address = lines[0].partition(" ")
+    headers, rest = [], lines[1:]
+    while rest and HEADER.fullmatch(rest[0]):
+        headers.append(HEADER.fullmatch(rest.pop(0)).groups())
+    body = "\n".join(rest)
+    base = next((base for base in bases if address.startswith(base + "/api/")), None)
+    request = None if base is None else Request(method, address.removeprefix(base), headers, body.encode())
+    return Found(line, address, request, bool(CUT.search(body)))

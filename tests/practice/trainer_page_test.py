@@ -1,0 +1,207 @@
+#!/usr/bin/env python3
+"""trainer_page_test.py PROGRAM: the trainer's page in a real browser, fed by the requests that a client sends.
+
+Leaves pictures of what it saw in the current folder. Ends with 77 where there is no Chromium.
+"""
+import datetime
+import http.client
+import json
+import pathlib
+import subprocess
+import sys
+import unittest
+
+import headless_chromium
+
+PROGRAM = ""
+# Seconds of silence that make a participant lost here, so that nobody has to wait for the usual 40.
+LOST_AFTER = 10
+CARD = "document.querySelector('section[data-code=PROVA]')"
+
+
+class Server:
+    def __init__(self, *arguments):
+        self._process = subprocess.Popen([PROGRAM, "--port", "0", "--exit-with-stdin", *arguments],
+                                         stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
+        self.port = int(self._process.stdout.readline().rsplit(":", 1)[1])
+        self.address = f"http://127.0.0.1:{self.port}/"
+
+    def close(self):
+        self._process.stdin.close()
+        self._process.wait()
+        self._process.stdout.close()
+
+    def ask(self, method, path, value=None):
+        connection = http.client.HTTPConnection("127.0.0.1", self.port, timeout=60)
+        try:
+            body, headers = (None, {}) if value is None else (json.dumps(value), {"Content-Type": "application/json"})
+            connection.request(method, path, body, headers)
+            reply = connection.getresponse()
+            return reply.status, json.loads(reply.read())
+        finally:
+            connection.close()
+
+    def join(self, name, email, code="PROVA"):
+        status, reply = self.ask("POST", f"/api/sessions/{code}/join", {
+            "fullName": name, "email": email, "platform": "darwin", "clientVersion": "2.0-macOS"})
+        assert status == 200, reply
+        return reply["userToken"]
+
+    def beat(self, token, *violations, code="prova", **changes):
+        now = datetime.datetime.now(datetime.timezone.utc).strftime("%Y-%m-%dT%H:%M:%SZ")
+        status, reply = self.ask("POST", "/api/heartbeat", {
+            "sessionCode": code, "userToken": token, "timestamp": now, "platform": "darwin",
+            "clientVersion": "2.0-macOS", "lockdownActive": True, "meetConnected": True,
+            "violations": [{"type": kind, "detail": detail, "at": now} for kind, detail in violations],
+            "disconnecting": False, **changes})
+        assert status == 200, reply
+        return reply["sessionEnded"]
+
+    def leave(self, token):
+        self.beat(token, disconnecting=True, lockdownActive=False, meetConnected=False)
+
+
+class TrainerPage(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.browser = headless_chromium.HeadlessChromium(1280, 800)
+        cls.addClassCleanup(cls.browser.close)
+
+    def server(self, *arguments):
+        server = Server(*arguments)
+        self.addCleanup(server.close)
+        return server
+
+    def open(self, server):
+        self.browser.open(server.address)
+        self.browser.wait_for("document.getElementById('link')?.textContent==='Collegata al server'")
+
+    def texts(self, selector):
+        return self.browser.value(
+            "[...document.querySelectorAll(" + json.dumps(selector) + ")].map(node=>node.innerText.trim())")
+
+    def picture(self, name):
+        self.browser.picture(pathlib.Path(name))
+
+    def test_it_shows_what_clients_report_and_ends_the_session(self):
+        server = self.server("--session", "PROVA=Sicurezza sul lavoro, modulo 1", "--session", "ATTESA-2=Antincendio",
+                             "--status", "ATTESA-2=WAITING", "--session", "IERI=Primo soccorso", "--status",
+                             "IERI=ENDED", "--lost-after", str(LOST_AFTER))
+        self.open(server)
+        self.assertEqual(self.texts(".head h2"),
+                         ["Sicurezza sul lavoro, modulo 1", "Antincendio", "Primo soccorso"])
+        self.assertEqual(self.texts(".head .code"), ["PROVA", "ATTESA-2", "IERI"])
+        self.assertEqual(self.texts(".head .badge"), ["Attiva", "In attesa", "Terminata"])
+        self.assertIn("Nessun partecipante. Per entrare si usa il codice PROVA.", self.texts(".people .note"))
+        self.picture("trainer-page-empty.png")
+
+        silent = server.join("Paolo Greco", "paolo.greco@example.org")
+        server.beat(silent, ("FOCUS_VIOLATION", "Anteprima"))
+        gone = server.join("Lucia Ferrari", "lucia.ferrari@example.org")
+        server.beat(gone)
+        server.leave(gone)
+        self.browser.wait_for("document.querySelector('tr.lost')!==null")
+        anna = server.join("Anna Però", "anna.pero@example.org")
+        server.beat(anna, meetConnected=False)
+        luca = server.join("Luca D'Amico", "luca.damico@example.org")
+        server.beat(luca, ("KEY_BLOCKED", "Cmd+Tab"), ("KEY_BLOCKED", "Cmd+Q"))
+        server.join("Sara Conti", "sara.conti@example.org")
+        self.browser.wait_for(CARD + ".querySelectorAll('tbody tr').length===5")
+        self.browser.wait_for(CARD + ".querySelectorAll('li').length===3")
+        self.picture("trainer-page.png")
+
+        self.assertEqual(self.texts("section[data-code=PROVA] td .badge"),
+                         ["Contatto perso", "Uscito", "In sessione", "In sessione", "In sessione"])
+        self.assertEqual(self.texts("section[data-code=PROVA] .who"),
+                         ["Paolo Greco", "Lucia Ferrari", "Anna Però", "Luca D'Amico", "Sara Conti"])
+        self.assertEqual(self.texts("section[data-code=PROVA] .mail")[3], "luca.damico@example.org")
+        self.assertEqual(self.texts("section[data-code=PROVA] td.flag"),
+                         ["attivo", "aperta"] * 2 + ["attivo", "non aperta", "attivo", "aperta", "–", "–"])
+        self.assertEqual(self.texts("section[data-code=PROVA] td.number"), ["1", "0", "0", "2", "0"])
+        whens = self.texts("section[data-code=PROVA] td.when")
+        self.assertRegex(whens[0], r"^\d+ s fa\s+\d\d:\d\d:\d\d$")
+        self.assertEqual(whens[4], "nessuno ancora")
+        violations = self.texts("section[data-code=PROVA] li")
+        self.assertRegex(violations[0], r"^\d\d:\d\d:\d\d\s+Cmd\+Q\s+Combinazione bloccata\s+Luca D'Amico$")
+        self.assertRegex(violations[1], r"^\d\d:\d\d:\d\d\s+Cmd\+Tab\s+Combinazione bloccata\s+Luca D'Amico$")
+        self.assertRegex(violations[2],
+                         r"^\d\d:\d\d:\d\d\s+Anteprima\s+Altra applicazione in primo piano\s+Paolo Greco$")
+
+        # The heartbeat of one who was lost, and a violation, arrive on the open page.
+        server.beat(silent, ("KEY_BLOCKED", "Cmd+H"))
+        self.browser.wait_for(CARD + ".querySelectorAll('li').length===4")
+        self.assertEqual(self.texts("section[data-code=PROVA] td .badge")[0], "In sessione")
+        self.assertIn("Cmd+H", self.texts("section[data-code=PROVA] li")[0])
+
+        self.browser.click("section[data-code=PROVA] button.end")
+        self.browser.wait_for("document.getElementById('ask').open")
+        self.assertEqual(self.texts("#ask-title"), ["Terminare la sessione PROVA?"])
+        self.picture("trainer-page-asks.png")
+        self.browser.click("#ask-no")
+        self.browser.wait_for("!document.getElementById('ask').open")
+        self.assertFalse(server.beat(anna))
+
+        self.browser.click("section[data-code=PROVA] button.end")
+        self.browser.wait_for("document.getElementById('ask').open")
+        self.browser.click("#ask-yes")
+        self.browser.wait_for(CARD + ".querySelector('.head .badge').textContent==='Terminata'")
+        self.assertFalse(self.browser.value("document.getElementById('ask').open"))
+        self.assertFalse(self.browser.value(CARD + ".querySelector('button.end').checkVisibility()"))
+        self.assertTrue(server.beat(anna))
+        server.leave(anna)
+        self.browser.wait_for(CARD + ".querySelectorAll('tbody tr.left').length===2")
+        self.assertEqual(self.texts("section[data-code=ATTESA-2] .head .badge"), ["In attesa"])
+
+        # Only what the clients sent was recorded: nothing of the page.
+        paths = {exchange["path"] for exchange in server.ask("GET", "/control/received")[1]}
+        self.assertEqual(paths, {"/api/sessions/PROVA/join", "/api/heartbeat"})
+
+    def test_what_comes_from_outside_stays_text(self):
+        markup = "<img src=x onerror='document.title=\"broken\"'><b>x</b>&amp;"
+        server = self.server("--session", "PROVA=" + markup)
+        token = server.join(markup, markup)
+        server.beat(token, (markup, markup))
+        self.open(server)
+        self.browser.wait_for(CARD + ".querySelectorAll('li').length===1")
+        self.assertEqual(self.texts("section[data-code=PROVA] h2"), [markup])
+        self.assertEqual(self.texts("section[data-code=PROVA] .who"), [markup])
+        self.assertEqual(self.texts("section[data-code=PROVA] .mail"), [markup])
+        self.assertEqual(self.texts("section[data-code=PROVA] li strong"), [markup])
+        self.assertEqual(self.texts("section[data-code=PROVA] li small"), [markup, markup])
+        self.browser.click("section[data-code=PROVA] button.end")
+        self.browser.wait_for("document.getElementById('ask').open")
+        self.assertIn(markup, self.texts("#ask-text")[0])
+        self.assertEqual(self.browser.value("document.querySelectorAll('img,b').length"), 0)
+        self.assertEqual(self.browser.value("document.title"), "Vantrel · Pagina della formazione")
+
+    def test_it_fits_with_long_texts_and_many_people(self):
+        server = self.server("--session", "PROVA=" + "Formazione " * 12, "--session",
+                             "UN-CODICE-PIUTTOSTO-LUNGO-2026-11")
+        for number in range(30):
+            token = server.join(f"Maria Antonietta della Rovere-Castelbarco {number}",
+                                "mariaantonietta." * 8 + f"{number}@example.org")
+            server.beat(token, *[("FOCUS_VIOLATION", "Applicazione" * 10 + str(index)) for index in range(10)])
+        self.open(server)
+        self.browser.wait_for(CARD + ".querySelectorAll('li').length===200")
+        self.assertIn("Non mostrate, meno recenti: 100", self.texts("section[data-code=PROVA] .note"))
+        self.picture("trainer-page-full.png")
+        self.assertTrue(
+            self.browser.value("document.documentElement.scrollWidth<=document.documentElement.clientWidth"))
+
+    def test_it_says_when_the_server_is_gone(self):
+        server = Server("--session", "PROVA=Sicurezza")
+        try:
+            self.open(server)
+        finally:
+            server.close()
+        self.browser.wait_for("document.getElementById('link').textContent.startsWith('Il server non risponde: dati')")
+        self.assertEqual(self.texts(".head h2"), ["Sicurezza"])
+        self.picture("trainer-page-server-gone.png")
+
+
+if __name__ == "__main__":
+    PROGRAM = sys.argv.pop(1)
+    if headless_chromium.find() is None:
+        print("SKIPPED: THE TRAINER'S PAGE WAS NOT TESTED. There is no chromium here.", file=sys.stderr)
+        sys.exit(77)
+    unittest.main()
