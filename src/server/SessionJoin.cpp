@@ -96,7 +96,8 @@ JoinOutcome SessionJoin::classify(const URLReply& reply) const {
     if (reply.error) return VantrelError{"Errore di rete: " + reply.error->localizedDescription};
     if (!reply.statusCode) return VantrelError{"Risposta server non valida"};
 
-    const auto object = requests_.object(reply);
+    const bool isRead = *reply.statusCode == 200 || *reply.statusCode == 400;
+    const auto object = isRead ? requests_.object(reply) : std::nullopt;
     if (*reply.statusCode == 400 && object && stringValue(*object, "error") == "client_outdated") {
         if (onClientOutdated) {
             onClientOutdated(stringValue(*object, "message").value_or("Versione Vantrel non più supportata."),

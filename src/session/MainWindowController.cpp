@@ -97,9 +97,17 @@ void MainWindowController::handleJoinOutcome(const std::string& sessionCode, con
 
 void MainWindowController::activateLockdown(const std::string& sessionCode, const JoinResult& result) {
     print("🔒 Demo Mode: false");
+    const bool anotherStands = isInLockdown_;
     isInLockdown_ = true;
     setClosable(false);
-    if (!verifyAccessibility()) return;
+    if (!verifyAccessibility()) {
+        // Back to what was before: a lockdown that stands from an earlier press keeps every way of ending it.
+        if (!anotherStands) {
+            leaveLockdown();
+            setClosable(true);
+        }
+        return;
+    }
     createServices(sessionCode, result);
     wireServices();
     print("🔒 Step 1/4: Fullscreen browser...");
@@ -113,8 +121,6 @@ void MainWindowController::activateLockdown(const std::string& sessionCode, cons
 bool MainWindowController::verifyAccessibility() {
     if (!computer_.accessibilityTrust.isProcessTrusted()) {
         showAccessibilityAlert(computer_.alerts, computer_.urls, computer_.workspace);
-        leaveLockdown();
-        setClosable(true);
         return false;
     }
     print(separatorLine);
@@ -166,9 +172,9 @@ void MainWindowController::endOnMainQueue(SessionEndReason reason) {
 
 void MainWindowController::launchBrowser(const std::string& sessionCode, const JoinResult& result) {
     computer_.dispatch.userInitiatedQueue().async([weak = weak_from_this(), lockdown = lockdownsOver_,
-                                                   launcher = browserLauncher_, &dispatch = computer_.dispatch,
-                                                   sessionCode, result] {
-        if (launcher) launcher->launch(result.meetLink);
+                                                   launcher = std::weak_ptr(browserLauncher_),
+                                                   &dispatch = computer_.dispatch, sessionCode, result] {
+        if (const auto browser = launcher.lock()) browser->launch(result.meetLink);
         dispatch.mainQueue().async([weak, lockdown, sessionCode, result] {
             const auto self = weak.lock();
             if (self && self->lockdownsOver_ == lockdown) self->completeLockdown(sessionCode, result);

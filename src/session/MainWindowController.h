@@ -87,9 +87,9 @@ class MainWindowController : public std::enable_shared_from_this<MainWindowContr
     bool isInLockdown_ = false;
     std::unique_ptr<StatusItem> statusItem_;
 
-    /// Counts the times isInLockdown_ went back to false. What an activation left pending (prompts, the browser's
-    /// launch) goes on only while its own lockdown stands: the join button can be pressed again meanwhile, and an end
-    /// must leave nothing that comes back.
+    /// Counts the lockdowns that are over. What an activation left pending (prompts, the browser's launch) goes on only
+    /// while the lockdown that it was part of stands: the join button can be pressed again meanwhile, and an end must
+    /// leave nothing that comes back.
     std::uint64_t lockdownsOver_ = 0;
 
     std::unique_ptr<Window> window_;

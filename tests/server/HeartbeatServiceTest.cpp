@@ -180,9 +180,21 @@ TEST_F(HeartbeatServiceTest, EndsTheSessionAtTheTwentiethFailureAndAtEveryFurthe
     mac().runFor(15);
     EXPECT_EQ(ended, 2);
     EXPECT_THAT(logLines(), Contains("[HEARTBEAT] Errore (21/20): Rete assente."));
+    mac().runFor(30);
+    EXPECT_EQ(ended, 4);
     stop(service);
     mac().runFor(60);
-    EXPECT_EQ(ended, 2);
+    EXPECT_EQ(ended, 4);
+}
+
+TEST_F(HeartbeatServiceTest, EndsNothingWithoutACallback) {
+    const auto service = make();
+    mac().onMain([&] { service.lock()->onSessionEnded = nullptr; });
+    answer = NetworkAnswer::reply(200, R"({"sessionEnded":true})");
+    start(service);
+    mac().runFor(1);
+    EXPECT_EQ(logLines().back(), "[HEARTBEAT] Sessione terminata dal backend");
+    EXPECT_EQ(ended, 0);
 }
 
 TEST_F(HeartbeatServiceTest, CountsAnewAfterAStart) {

@@ -110,23 +110,50 @@ TEST_F(EndOfSessionTest, WaitsFiveSecondsForAServerThatNeverAnswers) {
     EXPECT_EQ(screen(), "endView");
 }
 
-TEST_F(EndOfSessionTest, LogsNoBrowserThatIsNotThere) {
+TEST_F(EndOfSessionTest, LeavesTheJoinButtonAsItIs) {
+    mac().capture().setStatus(MediaType::audio, AuthorizationStatus::notDetermined);
     launch();
-    enterLockdown();
+    join();
+    mac().runFor(3);
+    // A second join is under way, and the button disabled, when the first session ends.
+    answer(std::string("GET ") + server + "/api/sessions/NQRP5D",
+           NetworkAnswer{0, virtualmac::HTTPAnswer{200, {}, {{7, " "}, {7, " "}}, {}}});
+    participant().press("joinButton");
+    mac().runFor(1);
+    participant().answerPermissionPrompt(true);
+    mac().runFor(1);
+    ASSERT_EQ(screen(), "none");
     askToEnd();
     participant().answerAlert("Termina");
-    mac().runFor(10);
-    EXPECT_EQ(count("[SESSION] Browser terminato"), 0u);
+    mac().runFor(1);
+    ASSERT_EQ(screen(), "endView");
+    EXPECT_FALSE(isEnabled("joinButton"));
+    participant().press("Nuova sessione");
+    mac().runFor(0);
+    EXPECT_FALSE(isEnabled("joinButton"));
+    mac().runFor(30);
+    EXPECT_TRUE(isEnabled("joinButton"));
 }
 
-TEST_F(EndOfSessionTest, LeavesTheJoinButtonAsItIs) {
+TEST_F(EndOfSessionTest, GivesTheNextSessionAClosableWindowAndNoOldMessage) {
+    mac().capture().setStatus(MediaType::audio, AuthorizationStatus::notDetermined);
     launch();
-    enterLockdown();
-    const bool before = isEnabled("joinButton");
+    join();
+    mac().runFor(3);
+    // A second join fails inside the lockdown and leaves its message on the hidden join screen.
+    answer(std::string("GET ") + server + "/api/sessions/NQRP5D", NetworkAnswer::reply(404, "", 7));
+    participant().press("joinButton");
+    mac().runFor(1);
+    participant().answerPermissionPrompt(true);
+    mac().runFor(10);
+    ASSERT_EQ(text("errorLabel"), "❌ Codice sessione non trovato");
     askToEnd();
     participant().answerAlert("Termina");
     mac().runFor(10);
-    EXPECT_EQ(isEnabled("joinButton"), before);
+    participant().press("Nuova sessione");
+    mac().runFor(0);
+    EXPECT_EQ(text("errorLabel"), "");
+    EXPECT_TRUE(isClosable());
 }
 
 class EveryReasonTest : public EndOfSessionTest, public testing::WithParamInterface<SessionEndReason> {};

@@ -88,18 +88,16 @@ TEST_F(LockdownTest, KeepsTheSecondOfTwoTrailingSlashes) {
     EXPECT_EQ(text("errorLabel"), "❌ Codice sessione non trovato");
 }
 
-TEST_F(LockdownTest, IsHeldBackWhileTheUpdatePromptOfAnotherJoinIsUp) {
+TEST_F(LockdownTest, ReportsToTheAddressThatWasSavedWhateverTheFieldSaysLater) {
     launch();
-    answer(std::string("POST ") + server + "/api/sessions/NQRP5D/join",
-           NetworkAnswer::reply(400, R"({"error":"client_outdated","downloadUrl":"https://d.example/x"})", 1));
+    answer(std::string("GET ") + server + "/api/sessions/NQRP5D",
+           NetworkAnswer::reply(200, R"({"status":"ACTIVE"})", 3));
     join();
-    mac().runFor(5);
-    EXPECT_THAT(alerts(), ElementsAre("Aggiornamento Vantrel richiesto"));
-    EXPECT_EQ(text("errorLabel"), "⏳ Connessione al server...");
-    participant().answerAlert("Annulla");
-    mac().runFor(0);
-    EXPECT_EQ(text("errorLabel"), "❌ Versione Vantrel non più supportata. Scarica la nuova versione.");
-    EXPECT_THAT(mac().workspace().opened(), IsEmpty());
+    mac().runFor(1);
+    participant().type("serverUrlField", "https://other.example");
+    mac().runFor(9);
+    EXPECT_THAT(requests(), testing::Contains(std::string("POST ") + server + "/api/heartbeat"));
+    EXPECT_THAT(requests(), testing::Not(testing::Contains("POST https://other.example/api/heartbeat")));
 }
 
 class SecondPressTest : public ClientTest {

@@ -173,6 +173,20 @@ TEST_F(UpdatePromptsTest, ExplainsARefusalInTheServersWords) {
     EXPECT_THAT(mac().workspace().opened(), ElementsAre("https://d.example/y"));
 }
 
+TEST_F(UpdatePromptsTest, HoldsTheFailureOfTheJoinBackUntilItIsDismissed) {
+    launch();
+    answer(std::string("POST ") + server + "/api/sessions/NQRP5D/join",
+           NetworkAnswer::reply(400, R"({"error":"client_outdated","downloadUrl":"https://d.example/x"})", 1));
+    join();
+    mac().runFor(5);
+    EXPECT_THAT(alerts(), ElementsAre("Aggiornamento Vantrel richiesto"));
+    EXPECT_EQ(text("errorLabel"), "⏳ Connessione al server...");
+    participant().answerAlert("Annulla");
+    mac().runFor(0);
+    EXPECT_EQ(text("errorLabel"), "❌ Versione Vantrel non più supportata. Scarica la nuova versione.");
+    EXPECT_THAT(mac().workspace().opened(), IsEmpty());
+}
+
 TEST_F(UpdatePromptsTest, IgnoresADownloadAddressThatIsNoURL) {
     refuseJoin(R"({"error":"client_outdated","downloadUrl":"https://d.example/a b"})");
     EXPECT_THAT(alert().buttons, ElementsAre("Apri pagina download", "Annulla"));

@@ -13,7 +13,8 @@ namespace {
 /// Builds the value from the parser's events; the parser itself does not recurse. Returning false stops it.
 class Builder final : public nlohmann::json_sax<nlohmann::json> {
   public:
-    explicit Builder(std::size_t maximumDepth) : maximumDepth_(maximumDepth) {}
+    Builder(std::size_t maximumDepth, std::size_t maximumValues)
+        : maximumDepth_(maximumDepth), valuesLeft_(maximumValues) {}
 
     std::optional<JSONValue> take() { return std::move(result_); }
 
@@ -44,7 +45,8 @@ class Builder final : public nlohmann::json_sax<nlohmann::json> {
     };
 
     bool open(JSONValue container) {
-        if (levels_.size() >= maximumDepth_) return false;
+        if (levels_.size() >= maximumDepth_ || valuesLeft_ == 0) return false;
+        --valuesLeft_;
         levels_.push_back({std::move(container), {}});
         return true;
     }
@@ -52,34 +54,43 @@ class Builder final : public nlohmann::json_sax<nlohmann::json> {
     bool close() {
         JSONValue finished = std::move(levels_.back().container);
         levels_.pop_back();
-        if (!levels_.empty()) return add(std::move(finished));
-        result_ = std::move(finished);
+        if (levels_.empty()) {
+            result_ = std::move(finished);
+        } else {
+            put(std::move(finished));
+        }
         return true;
     }
 
     bool add(JSONValue value) {
-        if (levels_.empty()) return false;
+        if (levels_.empty() || valuesLeft_ == 0) return false;
+        --valuesLeft_;
+        put(std::move(value));
+        return true;
+    }
+
+    void put(JSONValue value) {
         Level& level = levels_.back();
         if (auto* array = std::get_if<JSONArray>(&level.container.value)) {
             array->push_back(std::move(value));
         } else if (auto* object = std::get_if<JSONObject>(&level.container.value)) {
             object->insert_or_assign(std::move(level.key), std::move(value));
         }
-        return true;
     }
 
     std::size_t maximumDepth_;
+    std::size_t valuesLeft_;
     std::vector<Level> levels_;
     std::optional<JSONValue> result_;
 };
 
 }  // namespace
 
-std::optional<JSONValue> readJSON(std::string_view bytes, std::size_t maximumDepth) {
+std::optional<JSONValue> readJSON(std::string_view bytes, std::size_t maximumDepth, std::size_t maximumValues) {
     // The parser takes a zero byte for the end of its input and would not see what follows.
     if (bytes.find('\0') != std::string_view::npos) return std::nullopt;
     try {
-        Builder builder(maximumDepth);
+        Builder builder(maximumDepth, maximumValues);
         if (!nlohmann::json::sax_parse(bytes.begin(), bytes.end(), &builder)) return std::nullopt;
         return builder.take();
     } catch (const std::exception&) {

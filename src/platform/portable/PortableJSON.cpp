@@ -6,7 +6,7 @@
 namespace vantrel {
 
 std::optional<JSONValue> PortableJSON::parse(std::string_view bytes) const {
-    return readJSON(bytes, maximumDepth);
+    return readJSON(bytes, maximumDepth, maximumValues);
 }
 
 std::optional<std::string> PortableJSON::serialise(const JSONObject& object) const {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <atomic>
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -30,15 +32,20 @@ class Engine {
     void platformCall() { scheduler.yield(); }
     /// The same for what belongs to the main thread. Elsewhere it is misuse, and the call goes on nonetheless.
     void mainThreadCall(std::string_view what);
+    /// Alerts and menus are numbered as they open: the one with the highest number lies in front.
+    std::uint64_t nextInFront() { return ++opened_; }
     bool isMainThread() const { return scheduler.callersRank() == Scheduler::Rank::main; }
 
     void misuse(const std::string& what) const;
 
-    /// The process is over: nothing of it is heard or sent any more.
+    /// The process is over: nothing of it is heard or sent any more. A real one would not get so far, so that what its
+    /// threads still ask of the Mac has no effect.
     void endProcess();
+    bool isOver() const { return mainLoop.isOver(); }
 
   private:
     const std::function<void(const std::string&)> onMisuse_;
+    std::atomic<std::uint64_t> opened_ = 0;
 
   public:
     Scheduler scheduler;

@@ -24,10 +24,13 @@ class Arrivals {
         if (timeout > 0) timeout_ = timeout;
     }
 
-    bool add(double pause) {
+    /// After `pause` seconds something comes; what has no bytes does not end the idle time.
+    bool add(double pause, bool hasBytes = true) {
         if (late_) return false;
-        late_ = pause > timeout_;
-        time_ += late_ ? timeout_ : std::max(pause, 0.0);
+        const double idle = idle_ + std::max(pause, 0.0);
+        late_ = idle > timeout_;
+        time_ += (late_ ? timeout_ : idle) - idle_;
+        idle_ = hasBytes ? 0 : idle;
         return !late_;
     }
 
@@ -36,6 +39,7 @@ class Arrivals {
   private:
     double timeout_ = forever;
     double time_ = 0;
+    double idle_ = 0;
     bool late_ = false;
 };
 
@@ -72,7 +76,7 @@ Outcome outcome(const NetworkAnswer& answer, double timeoutInterval) {
     const auto& http = std::get<HTTPAnswer>(answer.answer);
     std::string data;
     for (const auto& piece : http.body) {
-        if (!arrivals.add(piece.pause)) break;
+        if (!arrivals.add(piece.pause, !piece.bytes.empty())) break;
         data += piece.bytes;
     }
     if (http.brokenOff) return arrivals.end(failure(*http.brokenOff));

@@ -66,7 +66,8 @@ void MainRunLoop::invalidate(TimerState& state) {
 
 void MainRunLoop::run(Mode mode, const std::function<bool()>& done) {
     while (!isOver() && !done()) {
-        scheduler_.wait([this, mode] { return due(mode); }, Scheduler::Wait::idle);
+        // Refused under a lock: going on would spin.
+        if (!scheduler_.wait([this, mode] { return due(mode); }, Scheduler::Wait::idle)) return;
         if (auto work = take(mode)) work();
     }
 }

@@ -45,8 +45,8 @@ class MainRunLoop {
     TimerTable::State addTimer(double intervalSeconds, bool repeats, Block block);
     void invalidate(TimerState& state);
 
-    /// Main thread: runs what comes until `done`, which is asked between two pieces of work, or until the
-    /// process is over.
+    /// Main thread: runs what comes until `done`, which is asked between two pieces of work, until the process
+    /// is over, or at once when the caller holds a vantrel::Lock, which is misuse.
     void run(Mode mode, const std::function<bool()>& done);
 
     std::size_t timers() const;

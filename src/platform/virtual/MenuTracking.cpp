@@ -15,6 +15,7 @@ std::optional<MenuItem> MenuTracking::track(const std::string& title, const Menu
     {
         const std::lock_guard guard(mutex_);
         open_ = menu;
+        number_ = engine_.nextInFront();
         chosen_.reset();
     }
     engine_.journal.emit("menu-opened", title);
@@ -34,6 +35,11 @@ std::optional<MenuItem> MenuTracking::track(const std::string& title, const Menu
 bool MenuTracking::isOpen() const {
     const std::lock_guard guard(mutex_);
     return open_.has_value();
+}
+
+std::uint64_t MenuTracking::inFront() const {
+    const std::lock_guard guard(mutex_);
+    return open_ ? number_ : 0;
 }
 
 std::optional<Menu> MenuTracking::menu() const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -21,6 +22,8 @@ class MenuTracking {
 
     /// Any thread.
     bool isOpen() const;
+    /// The number of the open menu (Engine::nextInFront); 0 when none is open.
+    std::uint64_t inFront() const;
     /// What the open menu holds.
     std::optional<Menu> menu() const;
 
@@ -32,6 +35,7 @@ class MenuTracking {
     Engine& engine_;
     mutable std::mutex mutex_;
     std::optional<Menu> open_;
+    std::uint64_t number_ = 0;
     std::optional<MenuItem> chosen_;
 };
 

@@ -22,9 +22,18 @@ void Participant::post(std::string what, Journal::Fields fields, Deed deed) {
 }
 
 std::string Participant::busy() const {
-    if (parts_.menus.isOpen()) return "a menu is open";
+    if (isMenuInFront()) return "a menu is open";
     if (!parts_.alerts.up().empty()) return "an alert is up";
     return {};
+}
+
+bool Participant::isMenuInFront() const {
+    return parts_.menus.inFront() > parts_.alerts.inFront();
+}
+
+std::string Participant::whyNoMenu() const {
+    if (isMenuInFront()) return {};
+    return parts_.menus.isOpen() ? "an alert is up" : "no menu is open";
 }
 
 void Participant::type(const std::string& fieldId, std::string text) {
@@ -67,7 +76,7 @@ void Participant::press(const std::string& button) {
 
 void Participant::pressReturn() {
     post("return", {}, [this](const auto& heard) -> std::string {
-        if (parts_.menus.isOpen()) return "a menu is open";
+        if (isMenuInFront()) return "a menu is open";
         if (const auto alerts = parts_.alerts.up(); !alerts.empty()) {
             heard();
             parts_.alerts.answer(alerts.back().buttons.front());
@@ -89,6 +98,7 @@ void Participant::answerAlert(const std::string& buttonTitle) {
     post("answer " + buttonTitle, {}, [this, buttonTitle](const auto& heard) -> std::string {
         const auto alerts = parts_.alerts.up();
         if (alerts.empty()) return "no alert is up";
+        if (isMenuInFront()) return "a menu is open";
         const auto& buttons = alerts.back().buttons;
         if (std::find(buttons.begin(), buttons.end(), buttonTitle) == buttons.end()) {
             return "the alert has no such button";
@@ -132,14 +142,17 @@ void Participant::openMainMenu(const std::string& title) {
 
 void Participant::chooseMenuItem(const std::string& title) {
     post("choose " + title, {}, [this, title](const auto&) -> std::string {
-        if (!parts_.menus.isOpen()) return "no menu is open";
+        if (auto why = whyNoMenu(); !why.empty()) return why;
         return parts_.menus.choose(title) ? "" : "the menu has no such item to choose";
     });
 }
 
 void Participant::closeMenu() {
-    post("close-menu", {},
-         [this](const auto&) -> std::string { return parts_.menus.close() ? "" : "no menu is open"; });
+    post("close-menu", {}, [this](const auto&) -> std::string {
+        auto why = whyNoMenu();
+        if (why.empty()) parts_.menus.close();
+        return why;
+    });
 }
 
 void Participant::pressCommand(const std::string& key) {

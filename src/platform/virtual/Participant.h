@@ -14,8 +14,8 @@
 namespace vantrel::virtualmac {
 
 /// Whoever sits in front of the Mac. Any thread; each operation becomes an event of the main thread, and the journal's
-/// "participant" event tells whether it had any effect: `ignored` then says why not. While an alert is up only the
-/// alert answers, while a menu is open only the menu.
+/// "participant" event tells whether it had any effect: `ignored` then says why not. While alerts are up or a
+/// menu is open only the one in front answers, which is whichever opened last.
 class Participant {
   public:
     struct Parts {
@@ -57,7 +57,11 @@ class Participant {
     using Deed = std::function<std::string(const std::function<void()>& heard)>;
 
     void post(std::string what, Journal::Fields fields, Deed deed);
+    /// What keeps the participant from the windows; empty for nothing.
     std::string busy() const;
+    bool isMenuInFront() const;
+    /// Why the participant cannot use the open menu; empty when that is possible.
+    std::string whyNoMenu() const;
     std::string press(const WindowState& window, const Control& button, const std::function<void()>& heard);
     void track(const std::string& title, const Menu& menu);
 

@@ -19,6 +19,7 @@ std::size_t VirtualAlerts::runModal(const Alert& alert) {
     engine_.mainThreadCall("Alerts.runModal");
     const auto shown = std::make_shared<Shown>();
     shown->alert = alert;
+    shown->number = engine_.nextInFront();
     if (shown->alert.buttons.empty()) shown->alert.buttons = {"OK"};
     if (engine_.mainLoop.isOver()) return shown->alert.buttons.size() - 1;
     {
@@ -46,6 +47,11 @@ std::vector<Alert> VirtualAlerts::up() const {
         if (!shown->answer) alerts.push_back(shown->alert);
     }
     return alerts;
+}
+
+std::uint64_t VirtualAlerts::inFront() const {
+    const ShownPointer shown = front();
+    return shown ? shown->number : 0;
 }
 
 bool VirtualAlerts::answer(std::string_view button) {

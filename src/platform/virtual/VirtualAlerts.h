@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -23,6 +24,9 @@ class VirtualAlerts final : public Alerts {
     /// Driver-facing, any thread: the alerts that are up, the one in front last; their buttons as shown.
     std::vector<Alert> up() const;
 
+    /// The number of the alert in front (Engine::nextInFront); 0 when none is up.
+    std::uint64_t inFront() const;
+
     /// The participant presses a button of the alert in front. Main thread, from an event. False when there is no such
     /// alert or button.
     bool answer(std::string_view button);
@@ -32,6 +36,7 @@ class VirtualAlerts final : public Alerts {
   private:
     struct Shown {
         Alert alert;
+        std::uint64_t number = 0;
         std::optional<std::size_t> answer;
     };
     using ShownPointer = std::shared_ptr<Shown>;

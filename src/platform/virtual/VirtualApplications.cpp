@@ -49,7 +49,7 @@ class VirtualApplications::Process final : public RunningApplication,
   private:
     bool ask(const std::string& kind) {
         engine_.platformCall();
-        if (terminated_) return false;
+        if (terminated_ || engine_.isOver()) return false;
         emit(kind);
         return true;
     }

@@ -21,6 +21,7 @@ AuthorizationStatus VirtualCapture::status(MediaType media) const {
 
 void VirtualCapture::requestAccess(MediaType media, std::function<void(bool granted)> completion) {
     engine_.platformCall();
+    if (engine_.isOver()) return;
     engine_.journal.emit("permission-requested", name(media));
     std::optional<Automatic> automatic;
     {

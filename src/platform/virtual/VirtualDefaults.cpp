@@ -14,6 +14,7 @@ std::optional<std::string> VirtualDefaults::string(std::string_view key) const {
 
 void VirtualDefaults::set(std::string_view key, std::string_view value) {
     engine_.platformCall();
+    if (engine_.isOver()) return;
     put(std::string(key), std::string(value));
     engine_.journal.emit("setting-saved", std::string(key), {{"value", std::string(value)}});
 }

@@ -20,6 +20,7 @@ class VirtualTrust final : public AccessibilityTrust {
     bool isProcessTrustedWithPrompt() override {
         engine_.platformCall();
         if (trusted_) return true;
+        if (engine_.isOver()) return false;
         ++prompts_;
         engine_.journal.emit("accessibility-prompt");
         return false;

@@ -17,6 +17,7 @@ class VirtualWorkspace final : public Workspace {
 
     bool open(const URL& url) override {
         engine_.mainThreadCall("Workspace.open");
+        if (engine_.isOver()) return false;
         const bool opened = !failing_;
         if (opened) {
             const std::lock_guard guard(mutex_);
