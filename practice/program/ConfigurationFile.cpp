@@ -2,6 +2,7 @@
 
 #include <yaml-cpp/yaml.h>
 
+#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <iterator>
@@ -121,6 +122,8 @@ class Reader {
 }  // namespace
 
 std::variant<PracticeConfiguration, ConfigurationError> readConfigurationFile(const std::string& path) {
+    std::error_code error;
+    if (std::filesystem::is_directory(path, error)) return ConfigurationError{path + ": the file is a folder"};
     std::ifstream file(path, std::ios::binary);
     const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
     if (!file.is_open() || file.bad()) return ConfigurationError{path + ": the file cannot be read"};

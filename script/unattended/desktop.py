@@ -25,6 +25,7 @@ class Desktop:
         deadline = time.monotonic() + 30
         while not name.exists():
             if self._process.poll() is not None or time.monotonic() > deadline:
+                self.__exit__()
                 raise RuntimeError("no X desktop came up")
             time.sleep(0.05)
         self.display = name.read_text().strip()
@@ -71,6 +72,12 @@ class Desktop:
         self.run("xdotool", "key", *keys)
 
     def picture(self, path):
-        """The whole screen as a PNG; returns how many colours are in it."""
+        """The whole screen as a PNG."""
         self.run("import", "-window", "root", path)
-        return int(self.run("identify", "-format", "%k", path))
+
+    def pixels(self, path, area, matches):
+        """How many pixels of the picture's area (x, y, width, height) match; `matches` takes red, green and blue."""
+        x, y, width, height = area
+        raw = subprocess.run(["convert", path, "-crop", f"{width}x{height}+{x}+{y}", "+repage", "-depth", "8", "rgb:-"],
+                             check=True, capture_output=True).stdout
+        return sum(1 for at in range(0, len(raw), 3) if matches(raw[at], raw[at + 1], raw[at + 2]))

@@ -1,4 +1,4 @@
-"""One session with the real client, from the empty join screen to the join screen refilled, as a person would go through it.
+"""Two sessions with the real client, as a person would go through them: one ended from the status menu, one by the trainer.
 
 Leaves under build/run/ one picture for each stage and client.log; ends with status 0 when all of it held.
 """
@@ -6,24 +6,59 @@ Leaves under build/run/ one picture for each stage and client.log; ends with sta
 import json
 import pathlib
 import shutil
+import signal
 import subprocess
 import sys
 import time
 
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+sys.path.insert(0, str(ROOT / "tests/practice"))
+
 from client import Client, until
 from desktop import Desktop
+from headless_chromium import HeadlessChromium
 from practice import Practice
 
-ROOT = pathlib.Path(__file__).resolve().parents[2]
 RUN = ROOT / "build/run"
 PROGRAM = ROOT / "build/debug/src/platform/linux/vantrel"
 SERVER = ROOT / "build/debug/practice/vantrel-practice"
 
-CODE, TITLE, NAME, EMAIL = "nqrp5d", "Sicurezza sul lavoro", "Maria Bianchi", "maria.bianchi@example.com"
+CODE, NAME, EMAIL = "nqrp5d", "Maria Bianchi", "maria.bianchi@example.com"
+
+CLASSES = """
+sessions:
+  - code: NQRP5D
+    title: Sicurezza sul lavoro
+  - code: ZK7M2A
+    title: Antincendio
+version:
+  latest: "2.1-macOS"
+  severity: recommended
+  release-notes: "Avvio più rapido della riunione."
+  download-url: https://download.vantrel.example/
+"""
+SECOND_CODE = "ZK7M2A"
 
 # Centres of the controls, in points from the bottom left of the window's content.
 SERVER_FIELD, CODE_FIELD, NAME_FIELD, EMAIL_FIELD = (220, 336), (220, 274), (220, 218), (220, 162)
 JOIN_BUTTON, NEW_SESSION_BUTTON = (129, 96), (104, 246)
+
+# Frames of the controls, likewise, and what shows in them.
+ERROR_LABEL, JOIN_FRAME, TITLE_LABEL, NAME_FRAME, CODE_FRAME = (
+    (24, 122, 392, 18), (24, 80, 210, 32), (24, 408, 392, 34), (28, 210, 384, 16), (28, 266, 384, 16))
+
+
+def red(r, g, b):
+    return r > 150 and g < 90 and b < 90
+
+
+def blue(r, g, b):
+    return r < 90 and g < 160 and b > 200
+
+
+def dark(r, g, b):
+    return r < 80 and g < 80 and b < 80
+
 
 SEPARATOR = "🔒 ========================================"
 LOCKDOWN = [
@@ -37,6 +72,8 @@ LOCKDOWN = [
     "🔒 Step 4/4: Setup menu bar...", "✅ Step 4/4: Menu bar configurato", SEPARATOR,
     "✅✅✅ LOCKDOWN COMPLETO E ATTIVO ✅✅✅", SEPARATOR,
 ]
+
+END_SCREEN = "[SESSION] Schermata fine visibile, join hidden: true, end hidden: false"
 
 failures = []
 
@@ -76,11 +113,18 @@ class Stage:
         self.desktop.type(text)
         time.sleep(0.2)
 
-    def picture(self, name):
+    def picture(self, name, *looks):
+        """Takes a picture and holds it against what it must show: (what, frame, colour, whether it is there)."""
         time.sleep(0.4)
         path = RUN / f"{name}.png"
-        colours = self.desktop.picture(path)
-        check(f"picture {path.relative_to(ROOT)}", colours > 50)
+        self.desktop.picture(path)
+        print(f"  picture {path.relative_to(ROOT)}", flush=True)
+        for what, frame, colour, there in looks:
+            window = self.window()
+            x, y, width, height = frame
+            area = (window.x + x, window.y + window.height - y - height, width, height)
+            pixels = self.desktop.pixels(path, area, colour)
+            check(f"{what} {'is' if there else 'is not'} on it", (pixels >= 20) == there)
 
 
 def join_and_end(desktop, practice, client):
@@ -88,8 +132,15 @@ def join_and_end(desktop, practice, client):
 
     check("the client says that it runs", client.wait_for("[APP] Vantrel avviato"))
     stage.window()
-    check("the version is checked", client.wait_for("[UPDATE] Versione corrente è l'ultima disponibile"))
-    stage.picture("1-empty-join-screen")
+    check("a newer version is found", client.wait_for("[UPDATE] Disponibile v2.1-macOS (severity=recommended)"))
+    until(lambda: len(desktop.windows("Vantrel")) == 2)
+    stage.picture("0-version-prompt")
+    # Escape stands for "Più tardi".
+    desktop.key("Escape")
+    check("the prompt goes away", until(lambda: len(desktop.windows("Vantrel")) == 1))
+    stage.picture("1-empty-join-screen", ("the title", TITLE_LABEL, dark, True),
+                  ("a status", ERROR_LABEL, red, False), ("an enabled button", JOIN_FRAME, blue, True),
+                  ("a name", NAME_FRAME, dark, False))
 
     print("A wrong session code", flush=True)
     stage.fill(SERVER_FIELD, practice.address + "/")
@@ -99,14 +150,16 @@ def join_and_end(desktop, practice, client):
     stage.click(JOIN_BUTTON)
     check("an unknown session is looked up", client.wait_for("[SESSION] GET status HTTP: 404"))
     time.sleep(0.5)
-    stage.picture("2-error")
+    stage.picture("2-error", ("the error", ERROR_LABEL, red, True), ("an enabled button", JOIN_FRAME, blue, True),
+                  ("the name", NAME_FRAME, dark, True))
 
     print("The right one", flush=True)
     practice.bend(method="POST", path="/api/sessions/NQRP5D/join", times=1, delaySeconds=2.5)
     stage.fill(CODE_FIELD, CODE)
     desktop.key("Return")
     check("the session is found", client.wait_for('[SESSION] Status parsed: ACTIVE'))
-    stage.picture("3-connecting")
+    stage.picture("3-connecting", ("the progress", ERROR_LABEL, red, True),
+                  ("an enabled button", JOIN_FRAME, blue, False))
     check("the lockdown is complete", client.wait_for("✅✅✅ LOCKDOWN COMPLETO E ATTIVO ✅✅✅"))
     check("the client's window is hidden", until(lambda: not desktop.windows("Vantrel")))
     check("the first heartbeat is sent", until(lambda: heartbeats(practice)))
@@ -126,13 +179,39 @@ def join_and_end(desktop, practice, client):
     stage.window("Vantrel")
     stage.picture("6-end-question")
     desktop.key("Return")
-    check("the end screen comes", client.wait_for("[SESSION] Schermata fine visibile, join hidden: true, end hidden: false"))
-    stage.picture("7-end-screen")
+    check("the end screen comes", client.wait_for(END_SCREEN))
+    stage.picture("7-end-screen", ("the end's title", (24, 380, 392, 30), dark, True),
+                  ("the join button", JOIN_FRAME, blue, False))
     check("the status item is gone", until(lambda: not desktop.windows("Vantrel status")))
 
     print("Back to the join screen", flush=True)
     stage.click(NEW_SESSION_BUTTON)
-    stage.picture("8-join-screen-refilled")
+    stage.picture("8-join-screen-refilled", ("the name", NAME_FRAME, dark, True), ("a code", CODE_FRAME, dark, False),
+                  ("a status", ERROR_LABEL, red, False), ("an enabled button", JOIN_FRAME, blue, True))
+
+
+def second_session(desktop, practice, client):
+    stage = Stage(desktop, client)
+    print("A second session, ended by the trainer", flush=True)
+    before = len(heartbeats(practice))
+    stage.fill(CODE_FIELD, SECOND_CODE)
+    desktop.key("Return")
+    check("the second lockdown is complete", until(lambda: client.lines.count("✅✅✅ LOCKDOWN COMPLETO E ATTIVO ✅✅✅") == 2))
+    check("a second heartbeat follows the first", until(lambda: len(heartbeats(practice)) == before + 2, 20))
+    with HeadlessChromium(1280, 800) as trainer:
+        card = f"section[data-code={SECOND_CODE}]"
+        trainer.open(practice.address + "/")
+        trainer.wait_for(f"document.querySelector('{card} .who')?.textContent==={json.dumps(NAME)}")
+        trainer.picture(RUN / "9-trainers-page.png")
+        print("  picture build/run/9-trainers-page.png", flush=True)
+        trainer.click(f"{card} button.end")
+        trainer.wait_for("document.getElementById('ask').open")
+        trainer.click("#ask-yes")
+        check("the next heartbeat ends the session", client.wait_for("[HEARTBEAT] Sessione terminata dal backend", 25))
+        trainer.wait_for(f"document.querySelector('{card} tr.left')!==null")
+    stage.window()
+    check("the end screen comes again", until(lambda: client.lines.count(END_SCREEN) == 2))
+    stage.picture("10-ended-by-the-trainer", ("the end's title", (24, 380, 392, 30), dark, True))
     desktop.key("ctrl+q")
     check("the client quits with status 0", client.ended() == 0)
 
@@ -152,9 +231,13 @@ def check_what_was_sent(practice):
     check("the join carries the participant", [json.loads(join["body"]) for join in joins] ==
           [{"fullName": NAME, "email": EMAIL, "platform": "darwin", "clientVersion": "2.0-macOS"}])
     bodies = [json.loads(beat["body"]) for beat in heartbeats(practice)]
-    check("every heartbeat carries the code as typed", bodies and all(body["sessionCode"] == CODE for body in bodies))
-    check("one disconnect notice closes the session", [body["disconnecting"] for body in bodies].count(True) == 1
-          and bodies[-1]["disconnecting"])
+    for code in (CODE, SECOND_CODE):
+        told = [body["disconnecting"] for body in bodies if body["sessionCode"] == code]
+        check(f"heartbeats carry {code} as typed, and one disconnect notice closes them",
+              len(told) > 1 and told.count(True) == 1 and told[-1])
+    check("every request keeps to the server's interface", subprocess.run(
+        ["/usr/bin/python3", "-B", ROOT / "tests/api/check_received.py", ROOT / "docs/server-api.yaml",
+         practice.address]).returncode == 0)
 
 
 def check_what_was_logged(lines):
@@ -176,17 +259,22 @@ def processes_named(name):
 
 
 def main():
+    # Whoever stops this stops all that it started, too.
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
     shutil.rmtree(RUN, ignore_errors=True)
     home = RUN / "home"
     home.mkdir(parents=True)
+    classes = RUN / "classes.yaml"
+    classes.write_text(CLASSES)
     before = set(processes_named("vantrel"))
-    with Desktop(ROOT) as desktop, Practice(SERVER, "--session", f"{CODE.upper()}={TITLE}") as practice:
+    with Desktop(ROOT) as desktop, Practice(SERVER, "--config", str(classes)) as practice:
         # The version check goes to the saved server, one second after the start: nothing leaves this machine.
         settings = home / ".config/vantrel/defaults.json"
         settings.parent.mkdir(parents=True)
         settings.write_text(json.dumps({"vt_serverURL": practice.address}))
         with Client(PROGRAM, desktop, home, RUN / "client.log") as client:
             join_and_end(desktop, practice, client)
+            second_session(desktop, practice, client)
         check("nothing was written on standard error", client.complaints == [])
         check_what_was_sent(practice)
         check_what_was_logged(client.lines)
