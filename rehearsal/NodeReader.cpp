@@ -5,18 +5,13 @@
 #include <cmath>
 #include <set>
 
+#include "platform/virtual/Numbers.h"
+
 namespace vantrel::rehearsal {
 namespace {
 
 std::string quoted(const std::string& text) {
     return "'" + text + "'";
-}
-
-std::string shortest(double value) {
-    std::string text(32, '\0');
-    text.resize(
-        static_cast<std::size_t>(std::to_chars(text.data(), text.data() + text.size(), value).ptr - text.data()));
-    return text;
 }
 
 template <typename Number>
@@ -36,6 +31,11 @@ void NodeReader::fail(const YAML::Mark& mark, std::string what) {
     if (std::find(problems_.begin(), problems_.end(), problem) == problems_.end()) {
         problems_.push_back(std::move(problem));
     }
+}
+
+void NodeReader::fail(const YAML::Node& node, std::string what) {
+    // Where nothing stands after a key, the parser's mark is that of whatever comes next.
+    fail(node.IsNull() && keyMark_ ? *keyMark_ : node.Mark(), std::move(what));
 }
 
 void NodeReader::mapping(const YAML::Node& node, const std::string& what, const std::vector<Member>& members) {
@@ -63,14 +63,18 @@ void NodeReader::entries(const YAML::Node& node, const std::string& what,
         } else if (!seen.insert(entry.first.Scalar()).second) {
             fail(entry.first, quoted(entry.first.Scalar()) + " stands twice in " + what);
         } else {
+            const auto outer = std::exchange(keyMark_, entry.first.Mark());
             read(entry.first, entry.second);
+            keyMark_ = outer;
         }
     }
 }
 
 void NodeReader::list(const YAML::Node& node, const std::string& what, const Read& read) {
     if (!node.IsSequence()) return fail(node, what + " is not a list");
+    const auto outer = std::exchange(keyMark_, std::nullopt);
     for (const auto& element : node) read(element);
+    keyMark_ = outer;
 }
 
 std::string NodeReader::text(const YAML::Node& node, const std::string& what) {
@@ -90,8 +94,8 @@ double NodeReader::number(const YAML::Node& node, const std::string& what, doubl
         fail(node, what + " is not a number");
         return least;
     }
-    if (*value < least) fail(node, what + " is less than " + shortest(least));
-    if (*value > most) fail(node, what + " is more than " + shortest(most));
+    if (*value < least) fail(node, what + " is less than " + virtualmac::shortest(least));
+    if (*value > most) fail(node, what + " is more than " + virtualmac::shortest(most));
     return *value;
 }
 

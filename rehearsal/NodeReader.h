@@ -32,7 +32,7 @@ class NodeReader {
     explicit NodeReader(std::vector<Problem>& problems) : problems_(problems) {}
 
     void fail(const YAML::Mark& mark, std::string what);
-    void fail(const YAML::Node& node, std::string what) { fail(node.Mark(), std::move(what)); }
+    void fail(const YAML::Node& node, std::string what);
 
     /// `what` names the mapping in messages. Members are read in the order of the file.
     void mapping(const YAML::Node& node, const std::string& what, const std::vector<Member>& members);
@@ -67,6 +67,8 @@ class NodeReader {
 
   private:
     std::vector<Problem>& problems_;
+    /// Of the entry that is read.
+    std::optional<YAML::Mark> keyMark_;
 };
 
 }  // namespace vantrel::rehearsal

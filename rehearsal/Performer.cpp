@@ -91,6 +91,10 @@ void Performer::operator()(const ExitApplication& action) {
 }
 
 void Performer::operator()(const PlugDisplay& action) {
+    const auto& name = action.display.localizedName;
+    for (const auto& screen : mac_.screens().displays().screens) {
+        if (screen.localizedName == name) return note("ignored", "display " + name + " is plugged in: there is one");
+    }
     mac_.screens().plug(action.display);
 }
 

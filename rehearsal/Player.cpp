@@ -25,12 +25,16 @@ class Misuses {
     void add(double time, std::string what) {
         const std::lock_guard guard(mutex_);
         list_.emplace_back(time, std::move(what));
-        if (list_.size() < tooMany) return;
-        // Such a client never comes to an end: a run loop that is entered under a lock cannot wait any more.
-        list_.emplace_back(time, "the client misuses its platform again and again; the run is broken off");
-        write();
-        stream_.flush();
-        std::_Exit(1);
+        // Such a client never comes to an end: a loop that waits under a lock does not wait.
+        if (list_.size() >= tooMany) {
+            breakOff(time, "the client misuses its platform again and again; the run is broken off");
+        }
+    }
+
+    /// For a thread that goes on for ever, which nobody could join any more.
+    [[noreturn]] void addAndExit(double time) {
+        const std::lock_guard guard(mutex_);
+        breakOff(time, "a thread of the client does not end; the run is broken off");
     }
 
     /// False when there is nothing to write.
@@ -42,6 +46,15 @@ class Misuses {
 
   private:
     static constexpr std::size_t tooMany = 1'000;
+
+    /// Ends the program as it is, with the transcript written: the client's threads cannot be ended.
+    [[noreturn]] void breakOff(double time, std::string what) {
+        list_.emplace_back(time, std::move(what));
+        write();
+        constexpr int misused = 1;
+        constexpr int unwritten = 3;
+        std::_Exit(stream_.flush() ? misused : unwritten);
+    }
 
     void write() {
         for (const auto& [time, what] : list_) transcript_.add(time, "misuse", what);
@@ -139,6 +152,7 @@ bool play(const Rehearsal& rehearsal, std::ostream& stream, const std::function<
         mac.engine().journal.mute();
         mac.network().setHandler(nullptr);
         mac.drain();
+        if (!mac.end()) misuses.addAndExit(mac.now());
     }
     return !misuses.writeAll();
 }

@@ -36,7 +36,7 @@ class RehearsalReader {
                          {"until",
                           [&](const YAML::Node& value) {
                               rehearsal.until = reader_.number(value, "'until'", 0, longestRun);
-                              until_ = value;
+                              if (!value.IsNull()) until_ = value;
                           },
                           true}});
         if (until_ && !rehearsal.timeline.empty() && rehearsal.until < rehearsal.timeline.back().at) {

@@ -2,11 +2,27 @@
 
 #include <set>
 
+#include "platform/portable/URLComponents.h"
+#include "platform/portable/URLGrammar.h"
 #include "practice/Base64.h"
 #include "practice/ClientVersion.h"
 #include "practice/SessionCode.h"
 
 namespace vantrel::rehearsal {
+namespace {
+
+/// Scheme and host, with or without a port, and nothing else.
+bool isOrigin(const std::string& address) {
+    if (!isURIReference(address)) return false;
+    const auto parts = URLComponents::split(address);
+    const bool isHTTP = parts.scheme == "http" || parts.scheme == "https";
+    if (!isHTTP || !parts.authority || !parts.path.empty() || parts.query || parts.fragment) return false;
+    const auto& authority = *parts.authority;
+    return !authority.empty() && authority.front() != ':' && authority.back() != ':' &&
+           authority.find('@') == std::string::npos;
+}
+
+}  // namespace
 
 ServerSetup ServerReader::read(const YAML::Node& node) {
     ServerSetup server;
@@ -89,10 +105,7 @@ ReplyRule ServerReader::rule(const YAML::Node& node) {
 
 std::string ServerReader::address(const YAML::Node& node) {
     auto address = reader_.nonEmptyText(node, "'address'");
-    const auto authority = address.find("://");
-    const bool isOrigin = (address.starts_with("http://") || address.starts_with("https://")) &&
-                          address.find('/', authority + 3) == std::string::npos && address.size() > authority + 3;
-    if (!isOrigin) reader_.fail(node, "'address' is not of the form https://HOST or http://HOST:PORT");
+    if (!isOrigin(address)) reader_.fail(node, "'address' is not of the form https://HOST or http://HOST:PORT");
     return address;
 }
 

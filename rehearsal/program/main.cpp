@@ -17,26 +17,23 @@ using namespace vantrel::rehearsal;
 
 constexpr int misused = 1;
 constexpr int badInput = 2;
+constexpr int unwritten = 3;
 
 constexpr const char* usage =
     "vantrel-rehearse FILE [--seed N]\n"
     "Plays the rehearsal on the virtual Mac and prints its transcript. The seed orders what is due at the same "
     "moment;\n"
     "without the option it is the file's, or 0. Exit status: 0; 1 when the client misused its platform; 2 for a bad\n"
-    "file or command line.\n";
+    "file or command line; 3 when the transcript could not be written.\n";
 
 std::optional<std::string> contents(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
-    std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    if (!file.is_open() || file.bad()) return std::nullopt;
-    return text;
-}
-
-/// A folder opens like a file on some systems, and fails at the first byte.
-bool isReadable(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
+    // A folder opens like a file on some systems, and fails at the first byte.
     file.peek();
-    return file.is_open() && !file.bad();
+    if (!file.is_open() || file.bad()) return std::nullopt;
+    std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    if (file.bad()) return std::nullopt;
+    return text;
 }
 
 int run(const std::vector<std::string>& arguments) {
@@ -50,7 +47,7 @@ int run(const std::vector<std::string>& arguments) {
         std::cout << usage;
         return 0;
     }
-    const auto text = isReadable(line.file) ? contents(line.file) : std::nullopt;
+    const auto text = contents(line.file);
     if (!text) {
         std::cerr << line.file << ":1: the file cannot be read\n";
         return badInput;
@@ -64,7 +61,10 @@ int run(const std::vector<std::string>& arguments) {
     auto rehearsal = std::get<Rehearsal>(read);
     if (line.seed) rehearsal.mac.seed = *line.seed;
     const bool clean = play(rehearsal, std::cout);
-    std::cout.flush();
+    if (!std::cout.flush()) {
+        std::cerr << "vantrel-rehearse: the transcript cannot be written\n";
+        return unwritten;
+    }
     return clean ? 0 : misused;
 }
 

@@ -3,6 +3,7 @@
 
 #include "app/ApplicationMain.h"
 #include "platform/linux/LinuxComputer.h"
+#include "platform/linux/StandardStreams.h"
 
 namespace {
 
@@ -30,6 +31,7 @@ void explain(vantrel::linuxdesktop::NoComputer reason) {
 }  // namespace
 
 int main() {
+    vantrel::linuxdesktop::openMissingStandardStreams();
     auto reason = vantrel::linuxdesktop::NoComputer::noX11Display;
     const auto desktop = vantrel::linuxdesktop::LinuxComputer::create(endProcess, reason);
     if (!desktop) {

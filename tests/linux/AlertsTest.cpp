@@ -2,8 +2,10 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QTest>
+#include <cstdlib>
 
 #include "DesktopTest.h"
+#include "platform/linux/WrappingLabel.h"
 
 namespace vantrel::linuxdesktop {
 namespace {
@@ -85,6 +87,30 @@ TEST_F(AlertsTest, KeepsItsButtonsOnTheScreenWhateverTheTextsLength) {
         EXPECT_LT(alert()->height(), smallScreen);
         EXPECT_TRUE(alert()->rect().contains(button("button0")->mapTo(alert(), QPoint(0, 0))));
     });
+}
+
+TEST_F(AlertsTest, BreaksAWordThatIsLongerThanALine) {
+    const std::string address = "https://aula.example/" + std::string(150, 'w') + "/fine";
+    answerWith(Qt::Key_Return, {AlertStyle::warning, address, "Apri " + address + " adesso.", {"OK"}}, [] {
+        for (const char* name : {"messageText", "informativeText"}) {
+            const auto* label = dynamic_cast<WrappingLabel*>(alert()->findChild<QLabel*>(name));
+            ASSERT_TRUE(label);
+            const QFontMetrics metrics = label->fontMetrics();
+            EXPECT_GT(metrics.horizontalAdvance(label->text()), 2 * label->width());
+            EXPECT_LE(label->longestLine(label->width()), label->width());
+            const int lines = metrics.horizontalAdvance(label->text()) / label->width() + 1;
+            EXPECT_GE(label->height(), lines * metrics.height());
+        }
+    });
+}
+
+TEST_F(AlertsTest, BreaksATextBetweenWordsWhereItCan) {
+    WrappingLabel label;
+    label.setText("parole brevi");
+    const int lessThanBoth = label.fontMetrics().horizontalAdvance("parole brev");
+    const int first = label.fontMetrics().horizontalAdvance("parole");
+    EXPECT_LE(std::abs(label.longestLine(lessThanBoth) - first), 2);
+    EXPECT_GE(label.heightForWidth(lessThanBoth), 2 * label.fontMetrics().height() - 2);
 }
 
 TEST_F(AlertsTest, ComesToTheFrontWithTheFocus) {

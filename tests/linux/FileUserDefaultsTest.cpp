@@ -99,6 +99,19 @@ INSTANTIATE_TEST_SUITE_P(Contents, DamagedDefaults,
                          testing::Values("", "{", "[]", "\"text\"", "{\"a\":\"b\"} x", "{\"a\":\"\xff\"}",
                                          std::string("\0\0\0\0", 4), std::string(2000, '[')));
 
+TEST_F(FileUserDefaultsTest, TakesAFileOfMoreThan16MiBForADamagedOne) {
+    put("{\"a\":\"" + std::string(std::size_t{16} << 20, 'x') + "\"}");
+    const auto size = std::filesystem::file_size(file());
+    testing::internal::CaptureStderr();
+    auto defaults = open();
+    EXPECT_NE(testing::internal::GetCapturedStderr().find("damaged"), std::string::npos);
+    EXPECT_EQ(defaults.string("a"), std::nullopt);
+    ASSERT_EQ(files().size(), 1u);
+    EXPECT_EQ(std::filesystem::file_size(file().parent_path() / files().front()), size);
+    defaults.set("a", "b");
+    EXPECT_EQ(open().string("a"), "b");
+}
+
 TEST_F(FileUserDefaultsTest, GoesOnInMemoryWhenTheFileCannotBeRead) {
     std::filesystem::create_directories(file());
     testing::internal::CaptureStderr();

@@ -3,15 +3,19 @@
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
+#include <sys/time.h>
 #include <unistd.h>
 
 #include <array>
+#include <cerrno>
 #include <utility>
 
 namespace vantrel::linuxdesktop {
 
-OneAnswerServer::OneAnswerServer(std::string answer)
-    : answer_(std::move(answer)), listener_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+OneAnswerServer::OneAnswerServer(std::string answer, std::string endless)
+    : answer_(std::move(answer)),
+      endless_(std::move(endless)),
+      listener_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
     sockaddr_in place{};
     place.sin_family = AF_INET;
     place.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
@@ -25,6 +29,7 @@ OneAnswerServer::OneAnswerServer(std::string answer)
 }
 
 OneAnswerServer::~OneAnswerServer() {
+    stopping_ = true;
     shutdown(listener_, SHUT_RDWR);
     thread_.join();
     close(listener_);
@@ -43,11 +48,22 @@ void OneAnswerServer::serve() {
         }
         if (!request.empty()) ++requests_;
         send(connection, answer_.data(), answer_.size(), MSG_NOSIGNAL);
+        if (!endless_.empty()) sendEndless(connection);
         shutdown(connection, SHUT_WR);
         // Until the client has hung up too: a reset would take the answer along.
-        while (recv(connection, buffer.data(), buffer.size(), 0) > 0) {
+        while (!stopping_ && recv(connection, buffer.data(), buffer.size(), 0) > 0) {
         }
         close(connection);
+    }
+}
+
+void OneAnswerServer::sendEndless(int connection) {
+    // So that the server can end also while the client reads nothing.
+    const timeval patience{0, 100'000};
+    setsockopt(connection, SOL_SOCKET, SO_SNDTIMEO, &patience, sizeof patience);
+    while (!stopping_) {
+        const ssize_t count = send(connection, endless_.data(), endless_.size(), MSG_NOSIGNAL);
+        if (count < 0 && errno != EAGAIN && errno != EWOULDBLOCK) return;
     }
 }
 

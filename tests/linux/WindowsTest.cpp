@@ -7,6 +7,7 @@
 #include "Builders.h"
 #include "DesktopTest.h"
 #include "platform/linux/LinuxWindow.h"
+#include "platform/linux/X11Connection.h"
 
 namespace vantrel::linuxdesktop {
 namespace {
@@ -191,6 +192,28 @@ TEST_F(WindowsTest, KeepsItsStyleMaskThroughChangesWithoutHiding) {
     window->setStyleMask(windowTitled | windowClosable | windowMiniaturizable);
     window->makeKeyAndOrderFront();
     EXPECT_TRUE(widget().isVisible());
+}
+
+TEST_F(WindowsTest, TellsTheWindowManagerOfItsButtons) {
+    open();
+    const auto own = X11Connection::open();
+    ASSERT_TRUE(own);
+    const auto hints = [&] { return own->values(static_cast<xcb_window_t>(widget().winId()), "_MOTIF_WM_HINTS"); };
+    constexpr std::uint32_t move = 4, minimize = 8, close = 32;
+    constexpr std::uint32_t border = 2, title = 8, menu = 16, minimizeButton = 32;
+    using Hints = std::vector<std::uint32_t>;
+    const Hints withClose{3, move | minimize | close, border | title | menu | minimizeButton, 0, 0};
+    EXPECT_EQ(hints(), withClose);
+    window->setStyleMask(windowTitled | windowMiniaturizable);
+    EXPECT_TRUE(waitUntil([&] { return hints() == Hints{3, move | minimize, border | title | minimizeButton, 0, 0}; }));
+    window->setStyleMask(windowTitled);
+    EXPECT_TRUE(waitUntil([&] { return hints() == Hints{3, move, border | title, 0, 0}; }));
+    // Also when it is shown again.
+    window->orderOut();
+    window->setStyleMask(windowTitled | windowClosable | windowMiniaturizable);
+    window->makeKeyAndOrderFront();
+    turnFor(0.1);
+    EXPECT_EQ(hints(), withClose);
 }
 
 TEST_F(WindowsTest, SelectsTheFirstFieldWhenItIsShown) {

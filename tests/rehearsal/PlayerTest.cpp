@@ -87,6 +87,16 @@ TEST(Player, TellsStepsThatHaveNoEffect) {
     }
 }
 
+TEST(Player, PlugsInNoSecondDisplayOfOneName) {
+    const Screen display{"Proiettore", {{1440, 0}, {1920, 1080}}};
+    const auto run =
+        played(rehearsal({{2, PlugDisplay{display}}, {3, PlugDisplay{display}}, {4, UnplugDisplay{"Proiettore"}}}, 5));
+    EXPECT_THAT(run.transcript, HasSubstr("    3.000  ignored      display Proiettore is plugged in: there is one\n"));
+    EXPECT_THAT(run.transcript, HasSubstr("    4.000  displays     are now\n"
+                                          "                        | Schermo integrato 0 0 1440 900\n"
+                                          "    5.000"));
+}
+
 TEST(Player, DoesWhatTheWorldDoes) {
     const auto run = played(rehearsal({{2, LaunchApplication{{"Anteprima", "com.apple.Preview"}}},
                                        {3, ExitApplication{"Anteprima"}},
@@ -168,15 +178,49 @@ TEST(Player, ReportsAWaitUnderALock) {
     EXPECT_THAT(run.transcript, HasSubstr("  misuse       "));
 }
 
+TEST(Player, ReportsARunLoopThatIsEnteredUnderALock) {
+    const auto run = played(rehearsal({}, 1), [](const Computer& computer) {
+        Lock lock;
+        const std::scoped_lock guard(lock);
+        computer.application.run();
+    });
+    EXPECT_FALSE(run.clean);
+    EXPECT_THAT(run.transcript, HasSubstr("  misuse       a wait with a lock held\n"));
+    EXPECT_THAT(run.transcript, Not(HasSubstr("broken off")));
+}
+
 TEST(PlayerDeathTest, GivesUpOnAClientThatMisusesWithoutEnd) {
     const auto hopeless = [] {
         play(rehearsal({}, 1), std::cout, [](const Computer& computer) {
             Lock lock;
             const std::scoped_lock guard(lock);
-            computer.application.run();
+            for (;;) computer.threads.sleep(0.1);
         });
     };
     EXPECT_EXIT(hopeless(), testing::ExitedWithCode(1), "");
+}
+
+/// Plays what cannot be got rid of in a process of its own, and shows its transcript where death tests look.
+void playEndless(const std::function<void(const Computer&)>& block) {
+    play(rehearsal({}, 1), std::cerr, [&block](const Computer& computer) {
+        computer.dispatch.userInitiatedQueue().async([computer, block] { block(computer); });
+        computer.application.run();
+    });
+}
+
+TEST(PlayerDeathTest, WritesTheTranscriptOfAClientWhoseBackgroundWorkNeverEnds) {
+    const auto sleeps = [](const Computer& computer) {
+        for (;;) computer.threads.sleep(60);
+    };
+    EXPECT_EXIT(playEndless(sleeps), testing::ExitedWithCode(1),
+                "    1.000  end          the client is running\n"
+                "                        . left: .*background work 1.*\n"
+                "(.|\n)* misuse       something goes on and on\n"
+                ".* misuse       a thread of the client does not end; the run is broken off\n");
+    const auto waits = [](const Computer& computer) {
+        for (;;) computer.dispatch.makeSemaphore(0)->wait(1e300);
+    };
+    EXPECT_EXIT(playEndless(waits), testing::ExitedWithCode(1), " misuse       .*broken off\n");
 }
 
 TEST(Player, ReplaysASeedToTheByte) {

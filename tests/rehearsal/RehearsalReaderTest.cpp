@@ -41,6 +41,15 @@ Kind as(const std::string& step) {
     return {};
 }
 
+TEST(RehearsalReader, NamesTheLineOfAKeyWithoutAValue) {
+    EXPECT_EQ(wrong("title:\n\n\nuntil:\ntimeline:\n"),
+              "1: 'title' is not a text\n4: 'until' is not a number\n5: 'timeline' is not a list\n");
+    EXPECT_EQ(wrong(head + "timeline:\n  - at: 1\n    press:\n  - at: 2\n    plug: {name: , frame: [0, 0, 1, 1]}\n"),
+              "5: 'press' is not a text\n7: 'name' is not a text\n");
+    EXPECT_EQ(wrong(head + "timeline: []\nmac:\nserver:\n  latency:\n"),
+              "4: 'mac' is not a mapping\n6: 'latency' is not a number\n");
+}
+
 TEST(RehearsalReader, FillsInWhatIsNotSaid) {
     const auto rehearsal = good("title: T\ntimeline: []\nuntil: 5\n");
     EXPECT_EQ(rehearsal.title, "T");
@@ -298,7 +307,9 @@ TEST(RehearsalReader, RefusesTwoThingsOfOneName) {
 }
 
 TEST(RehearsalReader, RefusesAnAddressWithAPath) {
-    for (const char* address : {"server.example", "https://", "https://a/", "https://a/b", "ftp://a"}) {
+    for (const char* address :
+         {"server.example", "https://", "https://a/", "https://a/b", "ftp://a", "https://a b", "https://u@a",
+          "https://a?b", "https://a#b", "https://:80", "https://a:", "https://a:b", "https://[a", "https://%zz"}) {
         EXPECT_EQ(wrong(head + "timeline: []\nserver: {address: '" + address + "'}\n"),
                   "4: 'address' is not of the form https://HOST or http://HOST:PORT\n");
     }

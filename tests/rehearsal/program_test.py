@@ -64,6 +64,14 @@ class Program(unittest.TestCase):
             self.assertEqual((status, transcript), (2, ""))
             self.assertIn("vantrel-rehearse FILE [--seed N]", messages)
 
+    @unittest.skipUnless(pathlib.Path("/dev/full").exists(), "there is no full device")
+    def test_a_transcript_that_cannot_be_written_is_told(self):
+        with open("/dev/full", "wb") as full:
+            done = subprocess.run([PROGRAM, str(self.file(GOOD))], stdout=full, stderr=subprocess.PIPE, timeout=60,
+                                  check=False)
+        self.assertEqual(
+            (done.returncode, done.stderr), (3, b"vantrel-rehearse: the transcript cannot be written\n"))
+
     def test_help_is_given(self):
         status, transcript, messages = run("--help")
         self.assertEqual((status, messages), (0, ""))

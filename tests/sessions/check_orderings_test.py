@@ -2,7 +2,7 @@
 """What the check of the orderings objects to."""
 import unittest
 
-from check_orderings import problems
+from check_orderings import WITH_TIES, lacking_orders, problems
 
 
 def entry(kind, text, more=()):
@@ -44,6 +44,12 @@ class Problems(unittest.TestCase):
 
     def test_a_transcript_without_an_end_is_found(self):
         self.assertEqual(len(list(problems(LOCKDOWN))), 1)
+
+    def test_seeds_that_change_nothing_are_found(self):
+        different = {name: {"a", "b"} for name in WITH_TIES}
+        self.assertEqual(lacking_orders(different), [])
+        self.assertEqual(lacking_orders(different | {WITH_TIES[0]: {"a"}}), [WITH_TIES[0]])
+        self.assertEqual(lacking_orders({}), WITH_TIES)
 
 
 if __name__ == "__main__":

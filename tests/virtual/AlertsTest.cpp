@@ -1,5 +1,7 @@
+#include <mutex>
 #include <string>
 
+#include "platform/Lock.h"
 #include "tests/virtual/MacTest.h"
 
 namespace vantrel::virtualmac {
@@ -70,6 +72,23 @@ TEST_F(AlertsTest, RefusesToBeShownOffTheMainThread) {
     mac().inBackground([this] { computer().alerts.runModal({AlertStyle::warning, "Uno", "", {}}); });
     mac().runFor(1);
     EXPECT_EQ(Lines{"Alerts.runModal off the main thread"}, expectedMisuse());
+}
+
+TEST_F(AlertsTest, AreGivenUpUnderALock) {
+    expectMisuse();
+    mac().postToMain([this] {
+        std::size_t answer = 0;
+        {
+            Lock lock;
+            const std::scoped_lock guard(lock);
+            answer = computer().alerts.runModal({AlertStyle::warning, "Uno", "", {"A", "B"}});
+        }
+        computer().log.print("went on with " + std::to_string(answer));
+    });
+    mac().runFor(1);
+    EXPECT_EQ(Lines{"a wait with a lock held"}, expectedMisuse());
+    EXPECT_EQ(Lines{"went on with 1"}, logLines());
+    EXPECT_EQ(0U, mac().residue().alerts);
 }
 
 TEST_F(AlertsTest, AreAnsweredWithTheLastButtonWhenTheMacIsDrained) {

@@ -109,6 +109,36 @@ TEST_F(ApplicationTest, IsNotHeardOfOnceItHasEnded) {
     EXPECT_EQ(Residue{}, mac().residue());
 }
 
+TEST_F(ApplicationTest, ChangesNothingMoreOnceItHasEnded) {
+    launch(TerminateReply::now);
+    const auto other = mac().applications().add({"Anteprima", "com.apple.Preview", false, 0});
+    mac().trust().setTrusted(false);
+    mac().inBackground([&] {
+        computer().userDefaults.set("kept", "before");
+        computer().threads.sleep(3);
+        computer().userDefaults.set("kept", "after");
+        computer().userDefaults.set("new", "after");
+        computer().captureAuthorization.requestAccess(MediaType::audio,
+                                                      [](bool) { ADD_FAILURE() << "an answer after the end"; });
+        EXPECT_FALSE(computer().accessibilityTrust.isProcessTrustedWithPrompt());
+        for (const auto& each : computer().runningApplications.withBundleIdentifier("com.apple.Preview")) {
+            EXPECT_FALSE(each->forceTerminate());
+        }
+    });
+    mac().postToMain([&] {
+        computer().threads.sleep(1);
+        computer().application.terminate();
+        EXPECT_FALSE(computer().workspace.open(URL{"https://download.example"}));
+    });
+    mac().runFor(10);
+    EXPECT_FALSE(mac().isRunning());
+    EXPECT_EQ((VirtualDefaults::Values{{"kept", "before"}}), mac().defaults().values());
+    EXPECT_EQ(Lines{}, mac().workspace().opened());
+    EXPECT_EQ(0, mac().trust().prompts());
+    EXPECT_EQ(0U, mac().capture().prompts());
+    EXPECT_TRUE(mac().applications().exit(other));
+}
+
 TEST_F(ApplicationTest, EndsUnderItsOwnAlert) {
     launch(TerminateReply::now, [this] {
         computer().alerts.runModal({AlertStyle::informational, "Già in esecuzione", "", {}});

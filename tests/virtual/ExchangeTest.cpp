@@ -40,6 +40,17 @@ TEST(Exchange, StartsTheTimeOutAnewWithWhateverArrives) {
     EXPECT_FALSE(late.reply.statusCode);
 }
 
+TEST(Exchange, LetsTheTimeOutRunOnUnderPiecesWithoutBytes) {
+    const auto late = outcome({1, pieces({{4, "a"}, {4, ""}, {4, ""}, {4, "b"}})}, 10);
+    EXPECT_EQ(15, late.after);
+    ASSERT_TRUE(late.reply.error);
+    EXPECT_FALSE(late.reply.data);
+    EXPECT_EQ(10, outcome({0, pieces({{5, ""}, {5, ""}, {5, ""}})}, 10).after);
+    const auto inTime = outcome({1, pieces({{4, ""}, {4, "a"}, {4, ""}, {4, "b"}})}, 10);
+    EXPECT_EQ(17, inTime.after);
+    EXPECT_EQ("ab", inTime.reply.data);
+}
+
 TEST(Exchange, TimesOutWithoutAnAnswerOrAfterTheHeaders) {
     EXPECT_EQ(8, outcome(NetworkAnswer::silence(), 8).after);
     EXPECT_TRUE(outcome(NetworkAnswer::silence(), 8).reply.error);

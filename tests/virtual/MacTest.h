@@ -49,7 +49,7 @@ class MacTest : public testing::Test {
     std::vector<std::string> transcript() const;
     void forgetEvents();
 
-    /// The next misuse is expected and does not fail the test; what there was is handed out by expectedMisuse().
+    /// From now on misuse does not fail the test; expectedMisuse() hands out all there was, for the test to compare.
     void expectMisuse();
     std::vector<std::string> expectedMisuse() const;
 

@@ -70,6 +70,49 @@ class ParticipantTest : public MacTest {
     std::unique_ptr<StatusItem> item_;
 };
 
+TEST_F(ParticipantTest, AnswersAnAlertThatCameUpOverAnOpenMenuFirst) {
+    installItem();
+    participant().openStatusMenu();
+    mac().runFor(0);
+    computer().dispatch.mainQueue().async([this] {
+        const auto answer = computer().alerts.runModal({AlertStyle::warning, "Uno", "", {"A", "B"}});
+        computer().log.print("answer " + std::to_string(answer));
+    });
+    mac().runFor(0);
+    participant().chooseMenuItem("Termina sessione");
+    EXPECT_EQ("an alert is up", ignored());
+    participant().closeMenu();
+    EXPECT_EQ("an alert is up", ignored());
+    participant().openStatusMenu();
+    EXPECT_EQ("an alert is up", ignored());
+    participant().pressReturn();
+    EXPECT_EQ("", ignored());
+    EXPECT_EQ(Lines{"answer 0"}, logLines());
+    EXPECT_TRUE(mac().menus().isOpen());
+    participant().press("go");
+    EXPECT_EQ("a menu is open", ignored());
+    participant().chooseMenuItem("Termina sessione");
+    EXPECT_EQ("", ignored());
+    EXPECT_EQ((Lines{"answer 0", "end chosen"}), logLines());
+}
+
+TEST_F(ParticipantTest, LeavesAnAlertAloneUnderAMenuThatOpenedLater) {
+    installItem();
+    mac().postToMain([this] { computer().alerts.runModal({AlertStyle::warning, "Uno", "", {"A", "B"}}); });
+    mac().runFor(0);
+    mac().postToMain([this] { mac().menus().track("Menu", mac().statusBar().items().front().menu); });
+    mac().runFor(0);
+    participant().answerAlert("A");
+    EXPECT_EQ("a menu is open", ignored());
+    participant().pressReturn();
+    EXPECT_EQ("a menu is open", ignored());
+    participant().closeMenu();
+    EXPECT_EQ("", ignored());
+    participant().answerAlert("A");
+    EXPECT_EQ("", ignored());
+    EXPECT_EQ(0U, mac().alerts().up().size());
+}
+
 TEST_F(ParticipantTest, TypesIntoAFieldThatIsOnTheScreen) {
     show();
     participant().type("name", "Ada");

@@ -1,5 +1,7 @@
+#include <limits>
 #include <string>
 
+#include "platform/virtual/Numbers.h"
 #include "tests/virtual/MacTest.h"
 
 namespace vantrel::virtualmac {
@@ -186,6 +188,15 @@ TEST_F(WorldTest, DoesWhatItIsToldAtItsMoment) {
     mac().runUntilIdle();
     EXPECT_EQ(3.0, mac().now());
     EXPECT_EQ(3.0, events("log").back().time);
+}
+
+TEST(Numbers, AreWrittenWithoutAnExponent) {
+    EXPECT_EQ("10000000", shortest(1e7));
+    EXPECT_EQ("100000", shortest(100'000));
+    EXPECT_EQ("0.00001", shortest(1e-5));
+    EXPECT_EQ("-2.5", shortest(-2.5));
+    EXPECT_EQ(309U, shortest(std::numeric_limits<double>::max()).size());
+    EXPECT_EQ(326U, shortest(std::numeric_limits<double>::denorm_min()).size());
 }
 
 }  // namespace

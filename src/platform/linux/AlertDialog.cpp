@@ -12,6 +12,7 @@
 
 #include "platform/linux/AlertIcon.h"
 #include "platform/linux/Appearance.h"
+#include "platform/linux/WrappingLabel.h"
 
 namespace vantrel::linuxdesktop {
 
@@ -26,9 +27,7 @@ constexpr int tallestInformation = 420;
 constexpr int longestText = 8000;
 
 QLabel* makeLabel(const QString& text, const Font& font) {
-    auto* label = new QLabel;
-    label->setTextFormat(Qt::PlainText);
-    label->setWordWrap(true);
+    auto* label = new WrappingLabel;
     label->setFont(Appearance::font(font));
     label->setText(text);
     label->setFixedWidth(textWidth);

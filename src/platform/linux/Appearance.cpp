@@ -25,7 +25,8 @@ QLineEdit { background: white; color: #1d1d1f; border: 1px solid #c9c9cc; border
             selection-background-color: #b3d7ff; selection-color: #1d1d1f; }
 QLineEdit:focus { border: 2px solid #4d9dff; padding: 0 5px; }
 QLineEdit:disabled { background: #f3f3f3; color: #a0a0a5; }
-QPushButton { background: white; color: #1d1d1f; border: 1px solid #c4c4c7; border-radius: 6px; padding: 0 14px; }
+QPushButton { background: white; color: #1d1d1f; border: 1px solid #c4c4c7; border-radius: 6px; padding: 0 14px;
+              outline: none; }
 QPushButton:pressed { background: #e2e2e4; }
 QPushButton:focus { border: 2px solid #6fb0ff; padding: 0 13px; }
 QPushButton:disabled { background: #f1f1f2; color: #a8a8ad; border: 1px solid #d8d8da; }

@@ -1,13 +1,13 @@
 #include "platform/linux/ControlWidget.h"
 
 #include <QFrame>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <cmath>
 
 #include "platform/linux/Appearance.h"
 #include "platform/linux/SingleLineLabel.h"
+#include "platform/linux/WrappingLabel.h"
 
 namespace vantrel::linuxdesktop {
 
@@ -18,14 +18,6 @@ constexpr int longestShown = 4000;
 
 int pixels(double points) {
     return static_cast<int>(std::lround(points));
-}
-
-QWidget* makeWrappingLabel(QWidget* parent) {
-    auto* label = new QLabel(parent);
-    label->setTextFormat(Qt::PlainText);
-    label->setWordWrap(true);
-    label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-    return label;
 }
 
 QWidget* makeSeparator(QWidget* parent) {
@@ -58,7 +50,7 @@ ControlWidget::ControlWidget(const Control& control, double viewHeight, QWidget*
             widget_ = new SingleLineLabel(parent);
             break;
         case Control::Kind::wrappingLabel:
-            widget_ = makeWrappingLabel(parent);
+            widget_ = new WrappingLabel(parent);
             break;
         case Control::Kind::textField:
             widget_ = field_ = makeField(control, parent);
@@ -102,7 +94,7 @@ void ControlWidget::show(const QString& text) {
         button_->setText(shownText(text, longestShown).replace('&', "&&"));
     } else if (auto* line = dynamic_cast<SingleLineLabel*>(widget_)) {
         line->setText(text);
-    } else if (auto* label = dynamic_cast<QLabel*>(widget_)) {
+    } else if (auto* label = dynamic_cast<WrappingLabel*>(widget_)) {
         label->setText(shownText(text, longestShown));
     }
 }

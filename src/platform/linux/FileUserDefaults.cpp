@@ -33,7 +33,7 @@ std::string timeStamp() {
 
 std::filesystem::path FileUserDefaults::standardFile() {
     const char* folder = std::getenv("XDG_CONFIG_HOME");
-    // A relative folder is invalid and to be ignored, says the XDG base directory specification.
+    // A relative folder is invalid and to be ignored (XDG base directories).
     const std::filesystem::path base = folder != nullptr && folder[0] == '/'
                                            ? std::filesystem::path(folder)
                                            : std::filesystem::path(LinuxFileManager().homeDirectory()) / ".config";
@@ -62,6 +62,10 @@ void FileUserDefaults::load() {
     std::string bytes;
     const int error = readSmallFile(file_, bytes);
     if (error == ENOENT) return;
+    if (error == EFBIG) {
+        setAside();
+        return;
+    }
     if (error != 0) {
         writable_ = false;
         complain(file_, "cannot be read, settings will not be kept", std::strerror(error));

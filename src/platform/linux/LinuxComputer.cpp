@@ -37,6 +37,7 @@
 #include "platform/linux/RunLoopModes.h"
 #include "platform/linux/StandardOutputLog.h"
 #include "platform/linux/TerminationSignals.h"
+#include "platform/linux/WaylandSigns.h"
 #include "platform/portable/ICUText.h"
 #include "platform/portable/PortableJSON.h"
 #include "platform/portable/PortableURLs.h"
@@ -137,7 +138,10 @@ std::unique_ptr<LinuxComputer> LinuxComputer::create(Block endProcess, NoCompute
     reason = waylandSession ? NoComputer::wayland : NoComputer::noX11Display;
     auto connection = X11Connection::open();
     if (!connection) return nullptr;
-    if (connection->isXwayland()) {
+    const WaylandSigns signs{connection->hasExtension("XWAYLAND"), connection->outputNames(),
+                             qEnvironmentVariable("XDG_SESSION_TYPE").toStdString(),
+                             qEnvironmentVariable("WAYLAND_DISPLAY").toStdString()};
+    if (signs.showWayland()) {
         reason = NoComputer::wayland;
         return nullptr;
     }

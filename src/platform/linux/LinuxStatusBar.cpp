@@ -2,6 +2,7 @@
 
 #include <QSystemTrayIcon>
 
+#include "platform/linux/FallbackStatusItem.h"
 #include "platform/linux/MainThread.h"
 #include "platform/linux/StripStatusItem.h"
 #include "platform/linux/TrayStatusItem.h"
@@ -10,13 +11,17 @@ namespace vantrel::linuxdesktop {
 
 std::unique_ptr<StatusItem> LinuxStatusBar::statusItem(double) {
     MainThread::require("statusItem");
-    if (QSystemTrayIcon::isSystemTrayAvailable()) return std::make_unique<TrayStatusItem>(builder_);
-    return std::make_unique<StripStatusItem>(builder_, screens_, connection_, watcher_);
+    const auto makeStrip = [this] {
+        return std::make_unique<StripStatusItem>(builder_, screens_, connection_, watcher_);
+    };
+    if (!QSystemTrayIcon::isSystemTrayAvailable()) return makeStrip();
+    return std::make_unique<FallbackStatusItem>(std::make_unique<TrayStatusItem>(builder_),
+                                                &QSystemTrayIcon::isSystemTrayAvailable, makeStrip);
 }
 
 void LinuxStatusBar::removeStatusItem(StatusItem& item) {
     MainThread::require("removeStatusItem");
-    if (auto* own = dynamic_cast<LinuxStatusItem*>(&item)) own->remove();
+    if (auto* own = dynamic_cast<RemovableStatusItem*>(&item)) own->remove();
 }
 
 }  // namespace vantrel::linuxdesktop

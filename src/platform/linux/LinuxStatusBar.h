@@ -9,7 +9,8 @@ class MenuBuilder;
 class X11Connection;
 class X11Watcher;
 
-/// The desktop's tray where there is one; else each item is a strip of its own. Main thread.
+/// The desktop's tray where there is one, for as long as there is; else each item is a strip of its own. An item must
+/// not outlive the status bar. Main thread.
 class LinuxStatusBar final : public StatusBar {
   public:
     LinuxStatusBar(const MenuBuilder& builder, LinuxScreens& screens, X11Connection& connection, X11Watcher& watcher)

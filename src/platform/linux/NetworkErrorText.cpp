@@ -24,7 +24,7 @@ std::string networkErrorText(QNetworkReply::NetworkError error, const QString& f
         case QNetworkReply::ProtocolUnknownError:
             return std::string(unsupportedURLText);
         case QNetworkReply::ProtocolFailure:
-            return "Impossibile analizzare la risposta.";
+            return std::string(unreadableReplyText);
         default:
             return fallback.toStdString();
     }

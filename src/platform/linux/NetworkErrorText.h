@@ -13,6 +13,7 @@ inline constexpr std::string_view cancelledText = "annullato";
 inline constexpr std::string_view connectionLostText = "La connessione di rete è stata persa.";
 inline constexpr std::string_view tooManyRedirectsText = "Troppi reindirizzamenti HTTP.";
 inline constexpr std::string_view insecureRedirectText = "Il server rimanda a una connessione non protetta.";
+inline constexpr std::string_view unreadableReplyText = "Impossibile analizzare la risposta.";
 inline constexpr std::string_view tooLargeText = "La risposta del server è troppo grande.";
 
 /// What the user is told of a failed transport.

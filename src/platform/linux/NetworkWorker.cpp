@@ -1,12 +1,10 @@
 #include "platform/linux/NetworkWorker.h"
 
-#include <QNetworkAccessManager>
 #include <algorithm>
 #include <utility>
 
 #include "platform/linux/NetworkErrorText.h"
 #include "platform/linux/SerialQueue.h"
-#include "platform/linux/SystemProxies.h"
 #include "platform/linux/URLExchange.h"
 
 namespace vantrel::linuxdesktop {
@@ -42,13 +40,9 @@ void NetworkWorker::start(const URLRequest& request, URLSession::Completion comp
         deliver(completion, failure(badURLText));
         return;
     }
-    if (!network_) {
-        network_ = std::make_unique<QNetworkAccessManager>();
-        // The manager takes the factory over.
-        network_->setProxyFactory(new SystemProxies);
-    }
+    if (!network_) network_ = managers_.make();
     auto exchange = std::make_unique<URLExchange>(
-        *network_, url, request, [this, completion = std::move(completion)](const URLExchange* ended, URLReply reply) {
+        network_, url, request, [this, completion = std::move(completion)](const URLExchange* ended, URLReply reply) {
             finish(ended, std::move(reply), completion);
         });
     URLExchange& started = *exchange;
@@ -58,6 +52,9 @@ void NetworkWorker::start(const URLRequest& request, URLSession::Completion comp
 
 void NetworkWorker::finish(const URLExchange* exchange, URLReply reply, const URLSession::Completion& completion) {
     deliver(completion, std::move(reply));
+    // The manager's HTTP thread may go on with what the server sends and come to nothing else. The exchanges under way
+    // keep the manager until they end.
+    if (exchange->wasCutOff()) network_.reset();
     const auto found = std::find_if(exchanges_.begin(), exchanges_.end(),
                                     [exchange](const auto& owned) { return owned.get() == exchange; });
     if (found == exchanges_.end()) return;

@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "platform/URLSession.h"
+#include "platform/linux/NetworkManagers.h"
 
 class QNetworkAccessManager;
 
@@ -29,7 +30,8 @@ class NetworkWorker final : public QObject {
     void deliver(const URLSession::Completion& completion, URLReply reply);
 
     SerialQueue& completions_;
-    std::unique_ptr<QNetworkAccessManager> network_;
+    NetworkManagers managers_;
+    std::shared_ptr<QNetworkAccessManager> network_;
     std::list<std::unique_ptr<URLExchange>> exchanges_;
 };
 

@@ -16,6 +16,8 @@ namespace {
 
 constexpr qsizetype longestBody = qsizetype{64} << 20;
 constexpr int mostRedirects = 16;
+// Below are the interim replies, such as 103 Early Hints, and what is no status at all.
+constexpr int firstFinalStatus = 200;
 
 int milliseconds(double seconds) {
     const double value = std::ceil(seconds * 1000);
@@ -55,9 +57,12 @@ bool isRedirect(int status) {
 
 }  // namespace
 
-URLExchange::URLExchange(QNetworkAccessManager& network, const QUrl& url, const URLRequest& request, Ended ended)
-    : network_(network), url_(url), request_(request), ended_(std::move(ended)) {
+URLExchange::URLExchange(std::shared_ptr<QNetworkAccessManager> network, const QUrl& url, const URLRequest& request,
+                         Ended ended)
+    : network_(std::move(network)), url_(url), request_(request), ended_(std::move(ended)) {
     idle_.setSingleShot(true);
+    // A coarse timer may fire a twentieth too early.
+    idle_.setTimerType(Qt::PreciseTimer);
     idle_.setInterval(milliseconds(request_.timeoutInterval));
     QObject::connect(&idle_, &QTimer::timeout, this, [this] { fail(timeOutText); });
 }
@@ -78,7 +83,7 @@ void URLExchange::send() {
     made.setHeader(QNetworkRequest::ContentLengthHeader, bytes.size());
     made.setAttribute(QNetworkRequest::DoNotBufferUploadDataAttribute, true);
     auto body = std::make_unique<OneTimeBody>(bytes);
-    reply_.reset(network_.sendCustomRequest(made, QByteArray::fromStdString(request_.method), body.get()));
+    reply_.reset(network_->sendCustomRequest(made, QByteArray::fromStdString(request_.method), body.get()));
     // It is read until the reply has finished, and goes with it.
     body.release()->setParent(reply_.get());
     connectReply();
@@ -115,6 +120,8 @@ void URLExchange::replyFinished() {
     const bool wouldRepeat = (redirects || endsWithConnection) && error == QNetworkReply::ContentReSendError;
     if (error != QNetworkReply::NoError && !wouldRepeat && !(status && isHTTPStatus(error))) {
         fail(networkErrorText(error, reply_->errorString()));
+    } else if (status && *status < firstFinalStatus) {
+        fail(unreadableReplyText);
     } else if (isCutShort()) {
         fail(connectionLostText);
     } else if (redirects) {
@@ -129,7 +136,8 @@ void URLExchange::replyFinished() {
 
 // Qt takes a closed connection for the end of the body, whatever length was announced.
 bool URLExchange::isCutShort() const {
-    if (request_.method == "HEAD") return false;
+    const int status = statusOf(*reply_).value_or(0);
+    if (request_.method == "HEAD" || status == 204 || status == 304) return false;
     bool announced = false;
     const qlonglong length = reply_->rawHeader("Content-Length").toLongLong(&announced);
     return announced && !reply_->hasRawHeader("Transfer-Encoding") && bytes_.size() < length;
@@ -170,7 +178,10 @@ void URLExchange::end(URLReply reply) {
     idle_.stop();
     if (reply_) {
         reply_->disconnect(this);
-        if (reply_->isRunning()) reply_->abort();
+        if (reply_->isRunning()) {
+            cutOff_ = true;
+            reply_->abort();
+        }
         reply_.reset();
     }
     const Ended ended = std::exchange(ended_, nullptr);

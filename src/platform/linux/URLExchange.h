@@ -22,10 +22,14 @@ class URLExchange final : public QObject {
     /// Called once.
     using Ended = std::function<void(const URLExchange*, URLReply)>;
 
-    URLExchange(QNetworkAccessManager& network, const QUrl& url, const URLRequest& request, Ended ended);
+    URLExchange(std::shared_ptr<QNetworkAccessManager> network, const QUrl& url, const URLRequest& request,
+                Ended ended);
 
     void start();
     void cancel();
+
+    /// Whether it ended while the server might still have been sending.
+    bool wasCutOff() const { return cutOff_; }
 
   private:
     void send();
@@ -41,7 +45,7 @@ class URLExchange final : public QObject {
         void operator()(QNetworkReply* reply) const { reply->deleteLater(); }
     };
 
-    QNetworkAccessManager& network_;
+    const std::shared_ptr<QNetworkAccessManager> network_;
     QUrl url_;
     URLRequest request_;
     Ended ended_;
@@ -49,6 +53,7 @@ class URLExchange final : public QObject {
     QTimer idle_;
     QByteArray bytes_;
     int redirects_ = 0;
+    bool cutOff_ = false;
 };
 
 }  // namespace vantrel::linuxdesktop

@@ -1,5 +1,7 @@
 #include "platform/linux/X11Connection.h"
 
+#include <xcb/randr.h>
+
 #include <algorithm>
 #include <utility>
 
@@ -51,11 +53,31 @@ void X11Connection::tellWindowManager(xcb_window_t window, std::string_view mess
     xcb_flush(get());
 }
 
-bool X11Connection::isXwayland() {
-    constexpr std::string_view name = "XWAYLAND";
+bool X11Connection::hasExtension(std::string_view name) {
     const auto cookie = xcb_query_extension(get(), static_cast<std::uint16_t>(name.size()), name.data());
     const X11Reply<xcb_query_extension_reply_t> reply(xcb_query_extension_reply(get(), cookie, nullptr));
     return reply && reply->present != 0;
+}
+
+std::vector<std::string> X11Connection::outputNames() {
+    const auto* extension = xcb_get_extension_data(get(), &xcb_randr_id);
+    if (extension == nullptr || extension->present == 0) return {};
+    const auto cookie = xcb_randr_get_screen_resources_current(get(), root_);
+    const X11Reply<xcb_randr_get_screen_resources_current_reply_t> reply(
+        xcb_randr_get_screen_resources_current_reply(get(), cookie, nullptr));
+    if (!reply) return {};
+    const xcb_randr_output_t* outputs = xcb_randr_get_screen_resources_current_outputs(reply.get());
+    const int count = xcb_randr_get_screen_resources_current_outputs_length(reply.get());
+    std::vector<std::string> names;
+    for (int i = 0; i < count; ++i) {
+        const auto infoCookie = xcb_randr_get_output_info(get(), outputs[i], reply->config_timestamp);
+        const X11Reply<xcb_randr_get_output_info_reply_t> info(
+            xcb_randr_get_output_info_reply(get(), infoCookie, nullptr));
+        if (!info) continue;
+        names.emplace_back(reinterpret_cast<const char*>(xcb_randr_get_output_info_name(info.get())),
+                           static_cast<std::size_t>(xcb_randr_get_output_info_name_length(info.get())));
+    }
+    return names;
 }
 
 }  // namespace vantrel::linuxdesktop

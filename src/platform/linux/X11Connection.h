@@ -38,8 +38,11 @@ class X11Connection {
     /// Sends a client message to the root window, where the window manager reads it.
     void tellWindowManager(xcb_window_t window, std::string_view message, const std::vector<std::uint32_t>& data);
 
-    /// Whether the server is a guest of a Wayland compositor: it then sees only its own clients.
-    bool isXwayland();
+    /// Whether the server has the extension.
+    bool hasExtension(std::string_view name);
+
+    /// The names of the outputs; empty without RandR.
+    std::vector<std::string> outputNames();
 
   private:
     struct Disconnect {

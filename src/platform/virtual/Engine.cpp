@@ -20,13 +20,18 @@ void Engine::start() {
     urlSession.start();
 }
 
-void Engine::stop() {
+bool Engine::stop() {
     mainLoop.stop();
     world.stop();
     urlSession.stop();
     constexpr double limit = 60 * 60;
     scheduler.waitUntilIdle(limit);
-    while (scheduler.releaseStuck()) scheduler.waitUntilIdle(limit);
+    constexpr int mostRounds = 1000;
+    for (int round = 0; round < mostRounds && scheduler.releaseStuck(); ++round) scheduler.waitUntilIdle(limit);
+    return scheduler.isAlone();
+}
+
+void Engine::join() {
     if (!scheduler.isAlone()) {
         std::fputs("virtual Mac: a thread does not end\n", stderr);
         std::abort();

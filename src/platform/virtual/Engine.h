@@ -25,10 +25,13 @@ class Engine {
     Engine& operator=(const Engine&) = delete;
 
     void start();
-    /// Driver: lets every thread end. Whatever still waits is let go.
-    void stop();
+    /// Driver: lets every thread end. Whatever still waits is let go. False when a thread goes on nonetheless.
+    bool stop();
+    /// Driver, after stop(): joins the threads, and aborts when one goes on.
+    void join();
 
-    /// To be called first in every platform call: a moment at which other threads may go on.
+    /// To be called first in a platform call: a moment at which other threads may go on. Calls that only compute or
+    /// count (JSON, URLs, texts, dates, dispatch groups) and the end of a timer do without.
     void platformCall() { scheduler.yield(); }
     /// The same for what belongs to the main thread. Elsewhere it is misuse, and the call goes on nonetheless.
     void mainThreadCall(std::string_view what);

@@ -6,7 +6,8 @@
 
 namespace vantrel::virtualmac {
 
-/// The shortest text that reads back the same; whole numbers without a decimal point.
+/// The shortest text that reads back the same; never with an exponent, whole numbers without a
+/// decimal point.
 std::string shortest(double number);
 
 /// "x y width height".

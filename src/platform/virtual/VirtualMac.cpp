@@ -44,12 +44,17 @@ VirtualMac::VirtualMac(Options options)
 }
 
 VirtualMac::~VirtualMac() {
+    end();
+    engine_.join();
+}
+
+bool VirtualMac::end() {
     const bool leftovers = !alerts_.up().empty() || menus_.isOpen();
     if (leftovers && reportLeftovers_) engine_.misuse("the Mac ends with an alert up or a menu open");
     if (!reportLeftovers_) engine_.scheduler.forgiveDeadlocks();
     engine_.journal.mute();
-    drain();
-    engine_.stop();
+    if (!goesOn_) drain();
+    return engine_.stop();
 }
 
 void VirtualMac::launch(std::function<void(Computer&)> main) {
@@ -77,6 +82,7 @@ void VirtualMac::runUntil(double time) {
 
 bool VirtualMac::runUntilIdle() {
     if (engine_.scheduler.waitUntilIdle(longestIdling)) return true;
+    goesOn_ = true;
     engine_.misuse("something goes on and on");
     return false;
 }

@@ -75,6 +75,9 @@ class VirtualMac {
     bool runUntilIdle();
     /// The same, while alerts are answered with their last button, menus closed, and threads that are stuck let go.
     void drain();
+    /// What the destructor does first: drains the Mac unheard and lets its threads end. False when one of them goes on
+    /// for ever; such a Mac cannot be destroyed, and nothing is left but std::_Exit.
+    bool end();
 
     Residue residue() const;
 
@@ -101,6 +104,7 @@ class VirtualMac {
     bool finish(const std::function<void(Block)>& submit, Block block, const char* what);
 
     const bool reportLeftovers_;
+    bool goesOn_ = false;
     Engine engine_;
     VirtualApplication application_;
     VirtualAlerts alerts_;

@@ -70,6 +70,28 @@ TEST(JSON, ReadsAndWrites512LevelsAndNoMore) {
     EXPECT_FALSE(PortableJSON().serialise({{"a", JSONArray{deep}}}));
 }
 
+/// An array of so many zeros; `count` at least 1.
+std::string zeros(std::size_t count) {
+    std::string text = "[0";
+    for (std::size_t written = 1; written < count; ++written) text += ",0";
+    return text + "]";
+}
+
+TEST(JSON, ReadsAMillionValuesAndNoMore) {
+    EXPECT_TRUE(PortableJSON().parse(zeros(999'999)));
+    EXPECT_FALSE(PortableJSON().parse(zeros(1'000'000)));
+    EXPECT_FALSE(PortableJSON().parse(zeros(4'000'000)));
+    std::string containers = "[[]";
+    for (int written = 1; written < 1'000'000; ++written) containers += ",[]";
+    EXPECT_FALSE(PortableJSON().parse(containers + "]"));
+}
+
+TEST(JSON, ReadsAReplyOfAMebibyte) {
+    const std::string text(1'048'576, 'x');
+    EXPECT_EQ(JSONValue(JSONObject{{"title", text}}), PortableJSON().parse(R"({"title":")" + text + R"("})"));
+    EXPECT_TRUE(PortableJSON().parse(zeros(524'288)));
+}
+
 TEST(JSON, WritesCompactlyWithSortedKeysAndWholeNumbersWithoutAPoint) {
     const JSONObject object{{"z", 1.0},
                             {"a", JSONArray{true, JSONValue(), -2.5, "è\"\\\n/"}},
