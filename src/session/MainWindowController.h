@@ -28,6 +28,7 @@ class MainWindowController : public std::enable_shared_from_this<MainWindowContr
     /// Builds the window with its screens and has the version checked one second later.
     static std::shared_ptr<MainWindowController> create(const Computer& computer);
 
+    /// For create only: a controller made without it has no window.
     explicit MainWindowController(const Computer& computer);
 
     Window& window() { return *window_; }
