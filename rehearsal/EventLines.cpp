@@ -153,6 +153,39 @@ Writer process(std::string what) {
     };
 }
 
+std::string frameText(const Event& event) {
+    const auto frame = event.field("frame");
+    return frame.empty() ? "" : " at " + frame;
+}
+
+/// A window of another application.
+Writer foreignWindow(std::string what) {
+    return [what = std::move(what)](const Event& event) {
+        return Entry{
+            "app window", "#" + event.field("number") + " " + quoted(event.text) + " " + what + frameText(event), {}};
+    };
+}
+
+Entry fullScreen(const Event& event) {
+    return foreignWindow(event.field("on") == "yes" ? "is in full screen" : "has left full screen")(event);
+}
+
+Entry processStarted(const Event& event) {
+    Entry entry{"process", event.text + " (" + event.field("pid") + ") is started", {}};
+    for (const auto& [name, value] : event.fields) {
+        if (name == "argument") entry.more.push_back("argument: " + value);
+    }
+    return entry;
+}
+
+Entry accessibility(const Event& event) {
+    const bool isWrite = event.kind == "accessibility-set";
+    std::string text = event.text + (isWrite ? " = " + event.field("value") : "") + " of process " + event.field("pid");
+    if (!event.field("window").empty()) text += ", window #" + event.field("window");
+    if (!event.field("error").empty()) text += ": error " + event.field("error");
+    return Entry{"element", text, {}};
+}
+
 const std::map<std::string, Writer, std::less<>>& writers() {
     static const std::map<std::string, Writer, std::less<>> table = {
         {"log", plain("log", "")},
@@ -210,6 +243,33 @@ const std::map<std::string, Writer, std::less<>>& writers() {
              return Entry{"setting", event.text + " = " + quoted(event.field("value")), {}};
          }},
         {"screens-changed", listed("displays", "are now", "screen")},
+        {"process-started", processStarted},
+        {"process-exited",
+         [](const Event& event) {
+             return Entry{"process", event.text + " (" + event.field("pid") + ") exits", {}};
+         }},
+        {"signal",
+         [](const Event& event) {
+             return Entry{"process", "(" + event.field("pid") + ") is sent signal " + event.text, {}};
+         }},
+        {"application-frontmost", process("is in front")},
+        {"application-opened",
+         [](const Event& event) {
+             return Entry{"application", event.field("application") + " is asked to open " + event.text, {}};
+         }},
+        {"app-window-opened", foreignWindow("opens")},
+        {"app-window-closed", foreignWindow("closes")},
+        {"app-window-moved", foreignWindow("is now")},
+        {"app-window-minimised", foreignWindow("is minimised")},
+        {"app-window-restored", foreignWindow("is restored")},
+        {"app-window-title", foreignWindow("has a new title")},
+        {"app-window-fullscreen", fullScreen},
+        {"space-changed",
+         [](const Event& event) {
+             return Entry{"space", (event.text.empty() ? "" : event.text + ": ") + event.field("space"), {}};
+         }},
+        {"accessibility-set", accessibility},
+        {"accessibility-action", accessibility},
         {"application-started", process("starts")},
         {"application-exited", process("exits")},
         {"application-activate", process("is asked to come to the front")},

@@ -27,6 +27,7 @@ MacSetup MacReader::read(const YAML::Node& node) {
                      {"microphone", [&](const YAML::Node& value) { mac.microphone = capture(value, "'microphone'"); }},
                      {"camera", [&](const YAML::Node& value) { mac.camera = capture(value, "'camera'"); }},
                      {"settings", [&](const YAML::Node& value) { settings(value, mac.settings); }},
+                     {"browsers", [&](const YAML::Node& value) { browsers(value, mac.browsers); }},
                      {"applications", [&](const YAML::Node& value) {
                           reader_.list(value, "'applications'",
                                        [&](const YAML::Node& one) { mac.applications.push_back(application(one)); });
@@ -85,6 +86,16 @@ void MacReader::displays(const YAML::Node& node, std::vector<Screen>& displays) 
         displays.push_back(display(one));
         const auto& name = displays.back().localizedName;
         if (!name.empty() && !names.insert(name).second) reader_.fail(one, "there are two displays '" + name + "'");
+    });
+}
+
+void MacReader::browsers(const YAML::Node& node, std::vector<InstalledBrowser>& browsers) {
+    browsers.clear();
+    reader_.list(node, "'browsers'", [&](const YAML::Node& one) {
+        browsers.push_back(reader_.word<InstalledBrowser>(one, "a browser",
+                                                          {{"chrome", InstalledBrowser::chrome},
+                                                           {"edge", InstalledBrowser::edge},
+                                                           {"firefox", InstalledBrowser::firefox}}));
     });
 }
 

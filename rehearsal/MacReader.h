@@ -23,6 +23,7 @@ class MacReader {
     Rect frame(const YAML::Node& node);
     double calendar(const YAML::Node& node);
     void displays(const YAML::Node& node, std::vector<Screen>& displays);
+    void browsers(const YAML::Node& node, std::vector<InstalledBrowser>& browsers);
     void settings(const YAML::Node& node, std::map<std::string, std::string>& settings);
 
     NodeReader& reader_;

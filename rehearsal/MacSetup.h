@@ -17,6 +17,9 @@ struct OtherApplication {
     std::string bundleIdentifier;
 };
 
+/// What can be installed beside Safari, which is part of the system.
+enum class InstalledBrowser { chrome, edge, firefox };
+
 /// The Mac as it stands when the client is launched.
 struct MacSetup {
     /// Empty: a bundle without an identifier.
@@ -32,6 +35,7 @@ struct MacSetup {
     AuthorizationStatus microphone = AuthorizationStatus::authorized;
     AuthorizationStatus camera = AuthorizationStatus::authorized;
     std::map<std::string, std::string> settings;
+    std::vector<InstalledBrowser> browsers = {InstalledBrowser::chrome};
     std::vector<OtherApplication> applications;
 };
 

@@ -79,12 +79,24 @@ virtualmac::Options options(const MacSetup& setup, Transcript& transcript,
     return options;
 }
 
+void install(virtualmac::VirtualMac& mac, InstalledBrowser browser) {
+    switch (browser) {
+        case InstalledBrowser::chrome:
+            return mac.processes().install(virtualmac::chromePath, virtualmac::chrome());
+        case InstalledBrowser::edge:
+            return mac.processes().install(virtualmac::edgePath, virtualmac::edge());
+        case InstalledBrowser::firefox:
+            return mac.processes().install(virtualmac::firefoxPath, virtualmac::firefox());
+    }
+}
+
 void setUp(virtualmac::VirtualMac& mac, const MacSetup& setup) {
     mac.screens().setUp({setup.displays, 0, setup.separateSpaces});
     mac.trust().setTrusted(setup.accessibility);
     mac.capture().setStatus(MediaType::audio, setup.microphone);
     mac.capture().setStatus(MediaType::video, setup.camera);
     mac.files().setHomeDirectory(setup.home);
+    for (const auto browser : setup.browsers) install(mac, browser);
 }
 
 std::string state(virtualmac::VirtualMac& mac) {

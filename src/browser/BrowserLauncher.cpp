@@ -1,25 +1,297 @@
 #include "browser/BrowserLauncher.h"
 
+#include <mutex>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include "browser/AccessibilityWindows.h"
+#include "browser/MeetingAddress.h"
+
 namespace vantrel {
+namespace {
 
-std::optional<ProcessIdentifier> BrowserLauncher::browserPID() const {
-    return std::nullopt;
+constexpr double processSettlingTime = 2.0;
+constexpr double pauseBeforeFirstAttempt = 1.0;
+constexpr double workspaceSettlingTime = 3.0;
+constexpr double pauseAfterActivation = 0.5;
+constexpr double retryInterval = 2.0;
+constexpr Rect frameWithoutMainScreen{{0, 0}, {1440, 900}};
+constexpr std::string_view safariAddress = "file:///Applications/Safari.app";
+
+}  // namespace
+
+BrowserLauncher::BrowserLauncher(const Platform& platform, Detection detect)
+    : platform_(platform),
+      detect_(std::move(detect)),
+      discovery_(platform.windows, platform.clock, platform.threads),
+      shutdown_(platform.accessibility, platform.clock, platform.threads) {}
+
+void BrowserLauncher::resetState() {
+    replaceRetryTimer(nullptr);
+    change([](State& state) { state = State(); });
+    print("[BROWSER] Reset stato per nuova sessione");
 }
 
-bool BrowserLauncher::isConfirmedFullscreen() const {
-    return false;
+void BrowserLauncher::launch(const std::string& meetURL) {
+    resetState();
+    const auto address = meetingAddress(meetURL);
+    print("[BROWSER] URL Meet: " + address);
+
+    const auto browser = detect_(platform_.files);
+    change([&browser](State& state) { state.detectedBrowser = browser; });
+    if (!browser) {
+        print("[BROWSER] ❌ Nessun browser trovato");
+        return;
+    }
+    print("[BROWSER] Browser selezionato: " + std::string(displayName(*browser)));
+
+    const auto before = discovery_.onScreen();
+    print("[BROWSER] Finestre prima: " + std::to_string(before.size()));
+    if (*browser == SupportedBrowser::chrome || *browser == SupportedBrowser::edge) {
+        launchProcess(address, *browser);
+    } else {
+        openInSafari(address, before);
+    }
 }
 
-void BrowserLauncher::launch(const std::string&) {}
+void BrowserLauncher::launchProcess(const std::string& meetURL, SupportedBrowser browser) {
+    const auto name = std::string(displayName(browser));
+    std::optional<std::string> executable;
+    for (const auto& candidate : executableCandidates(browser, platform_.files)) {
+        if (!executable && platform_.files.fileExists(candidate)) executable = candidate;
+    }
+    if (!executable) {
+        print("[BROWSER] ❌ Eseguibile non trovato per " + name);
+        return;
+    }
 
-void BrowserLauncher::attemptFullscreen() {}
+    const auto preExisting = firstRunning(browser);
+    change([&preExisting](State& state) { state.wasPreExisting = preExisting != nullptr; });
+    if (preExisting) {
+        // The words name Chrome for every browser of this route.
+        print("[BROWSER] Chrome già in esecuzione, PID pre-launch: " +
+              std::to_string(preExisting->processIdentifier()));
+    }
 
-void BrowserLauncher::cancelFullscreenRetry() {}
+    const auto arguments = launchArguments(browser, meetURL);
+    print("[BROWSER] Lancio " + name + " con args: " + arguments[0] + " " + arguments[1]);
+    const auto started = platform_.processes.launch(*executable, arguments);
+    if (const auto* error = std::get_if<PlatformError>(&started)) {
+        print("[BROWSER] ❌ Errore lancio: " + error->localizedDescription);
+        return;
+    }
 
-void BrowserLauncher::bringToFront() {}
+    platform_.threads.sleep(processSettlingTime);
+    settleProcess(browser, std::get<ProcessIdentifier>(started), preExisting);
+    platform_.threads.sleep(pauseBeforeFirstAttempt);
+    platform_.dispatch.mainQueue().async([weak = weak_from_this()] {
+        const auto self = weak.lock();
+        if (!self) return;
+        self->change([](State& state) {
+            state.fullscreenRetryCount = 0;
+            state.isConfirmedFullscreen = false;
+        });
+        self->attemptFullscreen();
+    });
+}
 
-void BrowserLauncher::adoptRunningApplication(const std::shared_ptr<RunningApplication>&) {}
+void BrowserLauncher::settleProcess(SupportedBrowser browser, ProcessIdentifier started,
+                                    const std::shared_ptr<RunningApplication>& preExisting) {
+    const auto heading = "[BROWSER] " + std::string(displayName(browser)) + " PID ";
+    if (preExisting) {
+        take(preExisting);
+        print(heading + "(pre-existing): " + std::to_string(preExisting->processIdentifier()));
+    } else if (const auto running = firstRunning(browser)) {
+        take(running);
+        print(heading + "(new): " + std::to_string(running->processIdentifier()));
+    } else {
+        const auto application = platform_.applications.withProcessIdentifier(started);
+        change([&](State& state) {
+            state.browserPID = started;
+            state.browserApp = application;
+        });
+        print(heading + "(fallback): " + std::to_string(started));
+    }
+}
 
-void BrowserLauncher::closeBrowser() {}
+void BrowserLauncher::openInSafari(const std::string& meetURL, const WindowDiscovery::Windows& before) {
+    const auto meeting = platform_.urls.form(meetURL);
+    const auto safari = platform_.urls.form(safariAddress);
+    if (!meeting || !safari) return;
+
+    platform_.opener.open(
+        {*meeting}, *safari, true,
+        [weak = weak_from_this(), &dispatch = platform_.dispatch](const ApplicationOpener::Result& result) {
+            dispatch.mainQueue().async([weak, result] {
+                if (const auto self = weak.lock()) self->handleOpened(result);
+            });
+        });
+    waitForNewWindow(before);
+    platform_.threads.sleep(workspaceSettlingTime);
+    platform_.dispatch.mainQueue().async([weak = weak_from_this()] {
+        const auto self = weak.lock();
+        if (!self) return;
+        if (const auto application = self->browserApp()) application->activate(ActivationOptions::none);
+        self->platform_.dispatch.mainQueue().asyncAfter(pauseAfterActivation, [self] { self->attemptFullscreen(); });
+    });
+}
+
+void BrowserLauncher::handleOpened(const ApplicationOpener::Result& result) {
+    if (const auto* error = std::get_if<PlatformError>(&result)) {
+        print("[BROWSER] ❌ Errore: " + error->localizedDescription);
+        if (onSessionEnded) onSessionEnded("Impossibile avviare Safari");
+        return;
+    }
+    const auto application = std::get<std::shared_ptr<RunningApplication>>(result);
+    if (!application) return;
+    take(application);
+    print("[BROWSER] Safari PID: " + std::to_string(application->processIdentifier()));
+}
+
+void BrowserLauncher::waitForNewWindow(const WindowDiscovery::Windows& before) {
+    const auto found = discovery_.waitForNewWindow(
+        before, [this] { return browserPID(); }, displayName(detectedBrowser().value_or(SupportedBrowser::safari)));
+    if (!found) {
+        print("[BROWSER] ⚠ Finestra non trovata entro timeout");
+        return;
+    }
+    change([&found](State& state) {
+        state.windowNumber = found->number;
+        if (!state.browserPID && found->owner != 0) state.browserPID = found->owner;
+    });
+    print("[BROWSER] Nuova finestra #" + std::to_string(found->number) + ": '" + found->title +
+          "' pid=" + std::to_string(found->owner));
+}
+
+std::shared_ptr<RunningApplication> BrowserLauncher::firstRunning(SupportedBrowser browser) const {
+    const auto running = platform_.applications.withBundleIdentifier(rawValue(browser));
+    return running.empty() ? nullptr : running.front();
+}
+
+void BrowserLauncher::take(const std::shared_ptr<RunningApplication>& application) {
+    change([&application](State& state) {
+        state.browserApp = application;
+        state.browserPID = application->processIdentifier();
+    });
+}
+
+void BrowserLauncher::attemptFullscreen() {
+    if (isConfirmedFullscreen()) return;
+    if (fullscreenRetryCount() >= maxFullscreenRetries) {
+        print("[FULLSCREEN] Max retry raggiunti — rimango massimizzato");
+        confirmFullscreen();
+        return;
+    }
+    int attempt = 0;
+    std::optional<ProcessIdentifier> process;
+    change([&](State& state) {
+        attempt = ++state.fullscreenRetryCount;
+        process = state.browserPID;
+    });
+    print("[FULLSCREEN] Tentativo " + std::to_string(attempt) + "/" + std::to_string(maxFullscreenRetries) + "...");
+    // A browser that is not known by now ends the series for good.
+    if (!process) return;
+
+    const auto windows = accessibilityWindows(platform_.accessibility, *process);
+    if (windows.empty()) {
+        print("[FULLSCREEN] Nessuna finestra AX — riprovo tra 2s");
+        scheduleFullscreenRetry();
+        return;
+    }
+    auto& window = *windows.front();
+    if (isFullscreen(window).value_or(false)) {
+        print("[FULLSCREEN] ✅ Già in fullscreen");
+        confirmFullscreen();
+        return;
+    }
+    const auto error = setFullscreen(window, true);
+    if (error == accessibilitySuccess) {
+        print("[FULLSCREEN] ✅ Fullscreen attivato via AX");
+        confirmFullscreen();
+        return;
+    }
+    print("[FULLSCREEN] AX fallito (code: " + std::to_string(error) + ") — riprovo tra 2s");
+    maximise(window);
+    scheduleFullscreenRetry();
+}
+
+void BrowserLauncher::confirmFullscreen() {
+    change([](State& state) { state.isConfirmedFullscreen = true; });
+    if (const auto monitor = windowMonitor.lock()) {
+        monitor->setFullscreenConfirmed(true);
+        print("[MONITOR] Fullscreen confermato");
+    }
+}
+
+void BrowserLauncher::maximise(AccessibilityElement& window) {
+    // The screen's frame as it is: its origin counts from another corner than a position, and is not converted.
+    const auto screen = platform_.screens.mainScreen();
+    setFrame(window, screen ? screen->frame : frameWithoutMainScreen);
+}
+
+void BrowserLauncher::scheduleFullscreenRetry() {
+    replaceRetryTimer(nullptr);
+    auto& mainQueue = platform_.dispatch.mainQueue();
+    replaceRetryTimer(platform_.mainRunLoop.scheduledTimer(retryInterval, false, [weak = weak_from_this(), &mainQueue] {
+        if (const auto self = weak.lock()) {
+            if (const auto application = self->browserApp()) application->activate(ActivationOptions::none);
+        }
+        mainQueue.asyncAfter(pauseAfterActivation, [weak] {
+            if (const auto self = weak.lock()) self->attemptFullscreen();
+        });
+    }));
+}
+
+void BrowserLauncher::replaceRetryTimer(std::unique_ptr<Timer> timer) {
+    // The old one is invalidated without the lock held.
+    const std::lock_guard guard(lock_);
+    fullscreenRetryTimer_.swap(timer);
+}
+
+void BrowserLauncher::cancelFullscreenRetry() {
+    replaceRetryTimer(nullptr);
+    print("[BROWSER] Fullscreen retry timer cancellato");
+}
+
+void BrowserLauncher::bringToFront() {
+    const auto application = browserApp();
+    if (!application) return;
+    application->activate(ActivationOptions::ignoringOtherApps);
+    print("[BROWSER] " + browserName() + " portato in primo piano");
+}
+
+void BrowserLauncher::adoptRunningApplication(const std::shared_ptr<RunningApplication>& application) {
+    constexpr ProcessIdentifier none = -1;
+    const auto old = browserPID().value_or(none);
+    take(application);
+    print("[BROWSER] PID aggiornato: " + std::to_string(old) + " → " +
+          std::to_string(application->processIdentifier()) + " (recupero post-fork)");
+}
+
+void BrowserLauncher::closeBrowser() {
+    replaceRetryTimer(nullptr);
+    const auto process = browserPID();
+    if (!process) return;
+    change([](State& state) { state.isConfirmedFullscreen = false; });
+    if (wasPreExisting()) {
+        print("[BROWSER] Chiudo finestra lockdown (" + browserName() + " pre-existing, processo non killato)");
+        shutdown_.closeWindows(*process);
+    } else {
+        print("[BROWSER] Kill " + browserName());
+        shutdown_.terminate(browserApp());
+    }
+    change([](State& state) {
+        state.browserPID.reset();
+        state.browserApp.reset();
+        state.windowNumber.reset();
+        state.wasPreExisting = false;
+    });
+}
+
+std::string BrowserLauncher::browserName() const {
+    const auto browser = detectedBrowser();
+    return browser ? std::string(displayName(*browser)) : "browser";
+}
 
 }  // namespace vantrel

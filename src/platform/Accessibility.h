@@ -13,8 +13,8 @@ namespace vantrel {
 
 class AccessibilityElement;
 
-/// The value of an attribute. std::monostate stands for a type that is not used here. Positions count from the top left
-/// of the primary display.
+/// The value of an attribute. std::monostate stands for a type that is not used here; elements are never null.
+/// Positions count from the top left of the primary display.
 using AccessibilityValue = std::variant<std::monostate, bool, Point, Size, std::shared_ptr<AccessibilityElement>,
                                         std::vector<std::shared_ptr<AccessibilityElement>>>;
 

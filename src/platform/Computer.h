@@ -1,19 +1,24 @@
 #pragma once
 
+#include "platform/Accessibility.h"
 #include "platform/AccessibilityTrust.h"
 #include "platform/Alerts.h"
 #include "platform/Application.h"
+#include "platform/ApplicationOpener.h"
 #include "platform/Bundle.h"
 #include "platform/CaptureAuthorization.h"
 #include "platform/Clock.h"
 #include "platform/Dispatch.h"
 #include "platform/FileManager.h"
+#include "platform/FrontmostApplication.h"
 #include "platform/ISO8601DateFormatter.h"
 #include "platform/JSON.h"
 #include "platform/Log.h"
+#include "platform/ProcessLauncher.h"
 #include "platform/RunLoop.h"
 #include "platform/RunningApplications.h"
 #include "platform/Screens.h"
+#include "platform/Spaces.h"
 #include "platform/StatusBar.h"
 #include "platform/Threads.h"
 #include "platform/URLSession.h"
@@ -21,6 +26,7 @@
 #include "platform/UnicodeText.h"
 #include "platform/UserDefaults.h"
 #include "platform/Window.h"
+#include "platform/WindowList.h"
 #include "platform/Workspace.h"
 
 namespace vantrel {
@@ -34,8 +40,14 @@ struct Computer {
     Windows& windows;
     StatusBar& statusBar;
     Screens& screens;
+    Spaces& spaces;
+    WindowList& windowList;
     Workspace& workspace;
+    ApplicationOpener& applicationOpener;
+    FrontmostApplication& frontmostApplication;
     RunningApplications& runningApplications;
+    ProcessLauncher& processLauncher;
+    Accessibility& accessibility;
     AccessibilityTrust& accessibilityTrust;
     CaptureAuthorization& captureAuthorization;
     Dispatch& dispatch;

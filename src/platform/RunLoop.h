@@ -6,7 +6,7 @@
 
 namespace vantrel {
 
-/// A timer of the main run loop (NSTimer). Destroying the handle invalidates the timer.
+/// A timer of the main run loop (NSTimer). Destroying the handle, on any thread, invalidates the timer.
 class Timer {
   public:
     virtual ~Timer() = default;

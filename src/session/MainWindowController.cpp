@@ -137,7 +137,12 @@ bool MainWindowController::verifyAccessibility() {
 void MainWindowController::createServices(const std::string& sessionCode, const JoinResult& result) {
     auto& dispatch = computer_.dispatch;
     auto& threads = computer_.threads;
-    browserLauncher_ = makeMainThreadOwned<BrowserLauncher>(dispatch, threads);
+    browserLauncher_ = makeMainThreadOwned<BrowserLauncher>(
+        dispatch, threads,
+        BrowserLauncher::Platform{computer_.files, computer_.processLauncher, computer_.runningApplications,
+                                  computer_.applicationOpener, computer_.windowList, computer_.accessibility,
+                                  computer_.screens, computer_.urls, dispatch, computer_.mainRunLoop, threads,
+                                  computer_.clock, computer_.log});
     keyboardHook_ = makeMainThreadOwned<KeyboardHookService>(dispatch, threads);
     windowMonitor_ = makeMainThreadOwned<WindowMonitorService>(dispatch, threads);
     heartbeat_ = makeMainThreadOwned<HeartbeatService>(

@@ -3,6 +3,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -57,7 +58,25 @@ class ContractHost {
     /// An address where connections are refused.
     virtual std::string refusingAddress() = 0;
 
+    /// The executable of an application of the tests' own: "Google Chrome", with the bundle identifier
+    /// com.google.Chrome. It takes these arguments, any number of times and in any order:
+    ///
+    ///   --window=TITLE,X,Y,WIDTH,HEIGHT  opens a normal window there, in points from the top left of the primary
+    ///                                    display; it closes when it is asked to
+    ///   --exits-without-windows          the application ends with its last window (else it goes on without one)
+    ///   --ignores-terminate              a polite request to end is ignored
+    ///   --exits-at-once                  ends as soon as it has started
+    ///
+    /// It leaves any other argument alone, and ends by itself with the host.
+    virtual std::string peerExecutable() = 0;
+
+    /// The arguments that a process of the peer executable received, in order; without a value as long as it has not
+    /// read them.
+    virtual std::optional<std::vector<std::string>> argumentsReceived(ProcessIdentifier peer) = 0;
+
     virtual std::string existingFile() = 0;
+    /// A file that is not executable.
+    virtual std::string plainFile() = 0;
     virtual std::string existingFolder() = 0;
     virtual std::string missingPath() = 0;
 };

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <sstream>
 #include <utility>
 
 #include "platform/portable/URLComponents.h"
@@ -35,10 +36,39 @@ NetworkAnswer networkAnswer(const ServedAnswer& answer) {
     return {answer.delay, std::move(http)};
 }
 
+/// "TITLE,X,Y,WIDTH,HEIGHT".
+virtualmac::NewWindow windowOf(const std::string& text) {
+    virtualmac::NewWindow window;
+    std::istringstream numbers(text.substr(text.find(',') + 1));
+    char comma = 0;
+    numbers >> window.frame.origin.x >> comma >> window.frame.origin.y >> comma >> window.frame.size.width >> comma >>
+        window.frame.size.height;
+    EXPECT_FALSE(numbers.fail()) << text;
+    window.title = text.substr(0, text.find(','));
+    window.after = 0.3;
+    return window;
+}
+
+virtualmac::InstalledApplication peer(const std::vector<std::string>& arguments) {
+    constexpr std::string_view window = "--window=";
+    virtualmac::InstalledApplication made;
+    made.application.name = "Google Chrome";
+    made.application.bundleIdentifier = "com.google.Chrome";
+    made.application.exitDelay = 0.05;
+    for (const std::string& argument : arguments) {
+        if (argument.starts_with(window)) made.windows.push_back(windowOf(argument.substr(window.size())));
+        if (argument == "--exits-without-windows") made.application.exitsWithLastWindow = true;
+        if (argument == "--ignores-terminate") made.application.ignoresTerminate = true;
+        if (argument == "--exits-at-once") made.exitsAfter = 0;
+    }
+    return made;
+}
+
 class VirtualContractHost final : public ContractHost {
   public:
     VirtualContractHost() : mac_(options()) {
-        mac_.files().add("/Applications/Safari.app/Contents/MacOS/Safari");
+        mac_.files().add(plainFile(), virtualmac::FileKind::file);
+        mac_.processes().install(peerExecutable(), peer);
         mac_.network().setHandler(
             [](const URLRequest&) { return NetworkAnswer::failure("Impossibile connettersi al server.", 0.01); });
     }
@@ -60,6 +90,14 @@ class VirtualContractHost final : public ContractHost {
     }
     std::string refusingAddress() override { return "http://refusing.example:9"; }
 
+    std::string peerExecutable() override { return virtualmac::chromePath; }
+    std::optional<std::vector<std::string>> argumentsReceived(ProcessIdentifier peer) override {
+        const auto process = mac_.processes().find(peer);
+        if (!process) return std::nullopt;
+        return process->origin().arguments;
+    }
+
+    std::string plainFile() override { return "/Users/partecipante/appunti.txt"; }
     std::string existingFile() override { return "/Applications/Safari.app/Contents/MacOS/Safari"; }
     std::string existingFolder() override { return "/Applications/Safari.app"; }
     std::string missingPath() override { return "/Applications/Nessuno.app"; }

@@ -26,6 +26,7 @@ ClientTest::ClientTest(virtualmac::Options options) : MacTest(std::move(options)
         {"GET " + std::string(server) + "/api/version/latest",
          NetworkAnswer::reply(200, R"({"updateAvailable":false})")},
     };
+    mac().processes().install(virtualmac::chromePath, virtualmac::chrome());
     mac().network().setHandler([this](const URLRequest& request) {
         const auto asked = request.method + " " + request.url.absoluteString;
         const NetworkAnswer* best = nullptr;

@@ -10,7 +10,7 @@
 
 namespace vantrel {
 
-/// The whole client, launched on a virtual Mac of its own, with a server that the test scripts.
+/// The whole client, launched on a virtual Mac of its own with Chrome, with a server that the test scripts.
 class ClientTest : public virtualmac::MacTest {
   protected:
     static constexpr const char* server = "https://server.example";

@@ -37,6 +37,7 @@ TEST_F(EndOfSessionTest, RunsInItsOrderWhenTheParticipantEndsIt) {
     participant().answerAlert("Termina");
     mac().runFor(10);
     EXPECT_THAT(logLines(), ElementsAre("[SESSION] Fine sessione: Sessione terminata dall'utente",
+                                        "[BROWSER] Kill Google Chrome", "[SESSION] Browser terminato",
                                         "[HEARTBEAT] Disconnessione inviata: Sessione terminata dall'utente",
                                         "[HEARTBEAT] Fermato", endScreenShown));
     EXPECT_EQ(bodies("/api/heartbeat").back(),
@@ -82,9 +83,9 @@ TEST_F(EndOfSessionTest, ComesWithTheServersWord) {
 TEST_F(EndOfSessionTest, GivesOneEndScreenAndOneNoticeForTwoCauses) {
     launch();
     enterLockdown();
-    // A heartbeat leaves at 47 s; its answer comes while the question is up.
+    // A heartbeat leaves at 35 s; its answer comes while the question is up.
     answer(heartbeat(), NetworkAnswer::reply(200, R"({"sessionEnded":true})", 5));
-    mac().runUntil(48);
+    mac().runUntil(36);
     askToEnd();
     mac().runUntil(60);
     EXPECT_EQ(screen(), "endView");
@@ -102,7 +103,8 @@ TEST_F(EndOfSessionTest, WaitsFiveSecondsForAServerThatNeverAnswers) {
     answer(heartbeat(), NetworkAnswer::silence());
     askToEnd();
     participant().answerAlert("Termina");
-    mac().runFor(4.999);
+    // The browser takes 0.4 seconds to end.
+    mac().runFor(0.4 + 4.999);
     EXPECT_EQ(count("[HEARTBEAT] Disconnessione inviata: Sessione terminata dall'utente"), 0u);
     EXPECT_EQ(screen(), "none");
     mac().runFor(0.001);
@@ -121,7 +123,7 @@ TEST_F(EndOfSessionTest, LeavesTheJoinButtonAsItIs) {
     participant().press("joinButton");
     mac().runFor(1);
     participant().answerPermissionPrompt(true);
-    mac().runFor(1);
+    mac().runFor(4);
     ASSERT_EQ(screen(), "none");
     askToEnd();
     participant().answerAlert("Termina");
@@ -175,9 +177,9 @@ TEST_P(EveryReasonTest, IsShownAndLoggedByItsMessage) {
         kept->endSession(SessionEndReason::userRequest);
     });
     const auto text = std::string(message(GetParam()));
-    EXPECT_THAT(logLines(),
-                ElementsAre("[SESSION] Fine sessione: " + text, "[HEARTBEAT] Disconnessione inviata: " + text,
-                            "[HEARTBEAT] Fermato", endScreenShown));
+    EXPECT_THAT(logLines(), ElementsAre("[SESSION] Fine sessione: " + text, "[BROWSER] Kill Google Chrome",
+                                        "[SESSION] Browser terminato", "[HEARTBEAT] Disconnessione inviata: " + text,
+                                        "[HEARTBEAT] Fermato", endScreenShown));
     EXPECT_EQ(this->text("endMessageLabel"), text);
     EXPECT_THAT(bodies("/api/heartbeat").back(), testing::Not(HasSubstr(text)));
     mac().onMain([&] { kept.reset(); });

@@ -25,7 +25,12 @@ TEST_F(LockdownTest, IsActivatedInItsOrder) {
                     "🔒 Demo Mode: false", line, "🔒 VERIFICA ACCESSIBILITY", line, "🔒 AXIsProcessTrusted: true",
                     "✅ Accessibility OK - Procedo con lockdown", line, "🔒 ATTIVAZIONE LOCKDOWN", line,
                     "🔒 Step 1/4: Fullscreen browser...", "[TCC] Microfono: stato già definito (3)",
-                    "[TCC] Camera: stato già definito (3)", "✅ Step 1/4: Fullscreen completato",
+                    "[TCC] Camera: stato già definito (3)", "[BROWSER] Reset stato per nuova sessione",
+                    "[BROWSER] URL Meet: https://meet.example/abc", "[BROWSER] Browser selezionato: Google Chrome",
+                    "[BROWSER] Finestre prima: 1",
+                    "[BROWSER] Lancio Google Chrome con args: --app=https://meet.example/abc --new-window",
+                    "[BROWSER] Google Chrome PID (new): 501", "[FULLSCREEN] Tentativo 1/8...",
+                    "[FULLSCREEN] ✅ Fullscreen attivato via AX", "✅ Step 1/4: Fullscreen completato",
                     "🔒 Step 2/4: Attivazione keyboard hook...", "✅ Step 2/4: Keyboard hook attivato",
                     "🔒 Step 3/4: Avvio window monitor...", "✅ Step 3/4: Window monitor avviato",
                     "🔒 Step 3.5: Blackout monitor secondari...", "✅ Step 3.5: 0 monitor secondari coperti",
@@ -58,7 +63,7 @@ TEST_F(LockdownTest, TellsTheServerThatLockdownAndMeetingAreUp) {
     ASSERT_FALSE(sent.empty());
     EXPECT_EQ(sent.front(),
               R"({"clientVersion":"2.0-macOS","disconnecting":false,"lockdownActive":true,"meetConnected":true,)"
-              R"("platform":"darwin","sessionCode":"NQRP5D","timestamp":"2026-03-02T08:00:02Z","userToken":"T",)"
+              R"("platform":"darwin","sessionCode":"NQRP5D","timestamp":"2026-03-02T08:00:05Z","userToken":"T",)"
               R"("violations":[]})");
 }
 

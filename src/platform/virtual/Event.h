@@ -45,12 +45,29 @@ namespace vantrel::virtualmac {
 ///   menu-closed             the same; chosen? the item's title
 ///   setting-saved           the key; value
 ///   screens-changed         (empty); screen* "name x y width height"
+///   process-started         the executable's path; pid, argument*
+///   process-exited          the path, of a process that was not listed among the running applications; pid
+///   signal                  its number; pid, error?
 ///   application-started, application-exited    name; pid
 ///   application-activate, application-terminate, application-force-terminate    name; pid
+///   application-frontmost   name of the application that is in front now; pid. The client is not told of when it asked
+///                           for it itself (activate)
+///   application-opened      the address; application (its address), activates (yes, no)
+///   app-window-opened, app-window-moved    title of another application's window; pid, number, frame "x y width
+///                           height" from the top left of the primary display
+///   app-window-closed, app-window-minimised, app-window-restored, app-window-title    title; pid, number
+///   app-window-fullscreen   title, when the transition ends; pid, number, frame, on (yes, no)
+///   space-changed           the display, empty for all of them; space ("desktop N" from the left, "full screen of
+///                           TITLE"). At the start of the change
+///   accessibility-set       the attribute; pid, window?, value, error?. Before what it brings about
+///   accessibility-action    the action; pid, window?, error?
 ///   lid                     seconds the lid was closed
 ///   participant             what was done: "type ID", "press ID", "return", "answer TITLE", "open-status-menu",
 ///                           "open-menu TITLE", "choose TITLE", "close-menu", "command KEY", "close-window", "log-out",
-///                           "answer-permission"; value? what was typed, ignored? why it had no effect
+///                           "answer-permission"; elsewhere "open PATH", "bring-to-front APP", "quit APP", "move APP",
+///                           "resize APP", "minimise APP", "restore APP", "close APP", "full-screen APP",
+///                           "swipe left", "swipe right"; value? what was
+///                           typed, ignored? why it had no effect
 struct Event {
     /// Seconds of uptime.
     double time = 0;

@@ -5,20 +5,9 @@
 
 namespace vantrel::virtualmac {
 
-/// The event is written down before the client reacts to what was done, or with the reason when nothing was.
 void Participant::post(std::string what, Journal::Fields fields, Deed deed) {
-    parts_.engine.mainLoop.postEvent(
-        [this, what = std::move(what), fields = std::move(fields), deed = std::move(deed)]() mutable {
-            bool told = false;
-            const auto heard = [&] {
-                told = true;
-                parts_.engine.journal.emit("participant", what, fields);
-            };
-            const std::string ignored = deed(heard);
-            if (told) return;
-            if (!ignored.empty()) fields.emplace_back("ignored", ignored);
-            heard();
-        });
+    parts_.engine.mainLoop.postEvent([this, what = std::move(what), fields = std::move(fields),
+                                      deed = std::move(deed)] { perform(what, fields, deed); });
 }
 
 std::string Participant::busy() const {
@@ -44,6 +33,7 @@ void Participant::type(const std::string& fieldId, std::string text) {
         if (!window || !window->shows(fieldId)) return "it is not on the screen";
         if (window->control(fieldId)->kind != Control::Kind::textField) return "it is not a text field";
         if (!window->isEnabled(fieldId)) return "it is disabled";
+        bringClientToFront();
         parts_.windows.type(window->number, fieldId, text);
         return {};
     });
@@ -53,6 +43,7 @@ std::string Participant::press(const WindowState& window, const Control& button,
     if (button.kind != Control::Kind::button) return "it is not a button";
     if (!window.isEnabled(button.id)) return "it is disabled";
     heard();
+    bringClientToFront();
     parts_.windows.act(window.number, button.id);
     return {};
 }

@@ -5,6 +5,7 @@
 
 #include "platform/virtual/Journal.h"
 #include "platform/virtual/MenuTracking.h"
+#include "platform/virtual/ParticipantElsewhere.h"
 #include "platform/virtual/VirtualAlerts.h"
 #include "platform/virtual/VirtualApplication.h"
 #include "platform/virtual/VirtualCapture.h"
@@ -13,10 +14,10 @@
 
 namespace vantrel::virtualmac {
 
-/// Whoever sits in front of the Mac. Any thread; each operation becomes an event of the main thread, and the journal's
-/// "participant" event tells whether it had any effect: `ignored` then says why not. While alerts are up or a
-/// menu is open only the one in front answers, which is whichever opened last.
-class Participant {
+/// Whoever sits in front of the Mac. Any thread; each operation on the client becomes an event of the main thread, and
+/// the journal's "participant" event tells whether it had any effect: `ignored` then says why not. While alerts are up
+/// or a menu is open only the one in front answers, which is whichever opened last.
+class Participant : public ParticipantElsewhere {
   public:
     struct Parts {
         Engine& engine;
@@ -28,7 +29,7 @@ class Participant {
         VirtualCapture& capture;
     };
 
-    explicit Participant(Parts parts) : parts_(parts) {}
+    Participant(Parts parts, const Elsewhere& elsewhere) : ParticipantElsewhere(elsewhere), parts_(parts) {}
 
     /// Replaces what stands in a field.
     void type(const std::string& fieldId, std::string text);
@@ -53,9 +54,6 @@ class Participant {
     void answerPermissionPrompt(bool granted);
 
   private:
-    /// Does it and returns why it has no effect; empty when it has one.
-    using Deed = std::function<std::string(const std::function<void()>& heard)>;
-
     void post(std::string what, Journal::Fields fields, Deed deed);
     /// What keeps the participant from the windows; empty for nothing.
     std::string busy() const;

@@ -55,6 +55,7 @@ void VirtualApplication::run() {
 void VirtualApplication::activate() {
     engine_.mainThreadCall("Application.activate");
     engine_.journal.emit("activate");
+    if (!engine_.isOver()) desktop_.bringToFront({ownProcess_, {}});
 }
 
 void VirtualApplication::terminate() {

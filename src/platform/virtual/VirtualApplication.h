@@ -7,18 +7,21 @@
 
 #include "platform/Application.h"
 #include "platform/virtual/Engine.h"
+#include "platform/virtual/VirtualDesktop.h"
 
 namespace vantrel::virtualmac {
 
 /// The application object.
 class VirtualApplication final : public Application {
   public:
-    explicit VirtualApplication(Engine& engine) : engine_(engine) {}
+    VirtualApplication(Engine& engine, VirtualDesktop& desktop, ProcessIdentifier ownProcess)
+        : engine_(engine), desktop_(desktop), ownProcess_(ownProcess) {}
 
     void setActivationPolicy(ActivationPolicy policy) override;
     void setDelegate(std::weak_ptr<ApplicationDelegate> delegate) override;
     void setMainMenu(const Menu& menu) override;
     void run() override;
+    /// Comes to the front at once.
     void activate() override;
     /// Once the delegate has answered now, nothing more of the process is heard.
     void terminate() override;
@@ -32,6 +35,8 @@ class VirtualApplication final : public Application {
 
   private:
     Engine& engine_;
+    VirtualDesktop& desktop_;
+    const ProcessIdentifier ownProcess_;
     mutable std::mutex mutex_;
     std::weak_ptr<ApplicationDelegate> delegate_;
     Menu mainMenu_;

@@ -1,48 +1,37 @@
 #pragma once
 
 #include <memory>
-#include <mutex>
-#include <optional>
-#include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/RunningApplications.h"
 #include "platform/virtual/Engine.h"
+#include "platform/virtual/VirtualProcesses.h"
 
 namespace vantrel::virtualmac {
 
-/// Another application, or this one.
-struct ApplicationDescription {
-    std::string name;
-    std::optional<std::string> bundleIdentifier;
-    /// A polite request to end is ignored.
-    bool ignoresTerminate = false;
-    /// Seconds until a request to end has been carried out.
-    double exitDelay = 0;
-};
-
-/// The running applications. This process is one of them.
+/// The running applications, oldest first. This process is one of them.
 class VirtualApplications final : public RunningApplications {
   public:
-    VirtualApplications(Engine& engine, std::optional<std::string> ownIdentifier);
-    ~VirtualApplications() override;
+    VirtualApplications(Engine& engine, VirtualProcesses& processes) : engine_(engine), processes_(processes) {}
 
     std::vector<std::shared_ptr<RunningApplication>> withBundleIdentifier(std::string_view identifier) const override;
     std::shared_ptr<RunningApplication> withProcessIdentifier(ProcessIdentifier process) const override;
 
     /// Driver-facing, any thread: another application starts; its process.
-    ProcessIdentifier add(ApplicationDescription description);
+    ProcessIdentifier add(ApplicationDescription description) { return processes_.add(std::move(description)); }
     /// It ends by itself. False when there is none.
-    bool exit(ProcessIdentifier process);
-    ProcessIdentifier ownProcess() const;
+    bool exit(ProcessIdentifier process) { return processes_.exit(process); }
+    /// It opens a window at once; the window's number, 0 when it does not run.
+    std::int64_t openWindow(ProcessIdentifier process, const NewWindow& window) {
+        return processes_.openWindow(process, window);
+    }
+    ProcessIdentifier ownProcess() const { return processes_.ownProcess(); }
 
   private:
-    class Process;
-
     Engine& engine_;
-    mutable std::mutex mutex_;
-    std::vector<std::shared_ptr<Process>> processes_;
-    ProcessIdentifier next_ = 500;
+    VirtualProcesses& processes_;
 };
 
 }  // namespace vantrel::virtualmac

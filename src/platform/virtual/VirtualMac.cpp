@@ -16,16 +16,24 @@ constexpr int mostRounds = 1000;
 VirtualMac::VirtualMac(Options options)
     : reportLeftovers_(options.reportLeftovers),
       engine_(options),
-      application_(engine_),
+      screens_(engine_),
+      files_(engine_),
+      desktop_(engine_, screens_),
+      processes_(engine_, files_, desktop_,
+                 options.listedBundleIdentifier ? options.listedBundleIdentifier : options.bundleIdentifier),
+      application_(engine_, desktop_, processes_.ownProcess()),
       alerts_(engine_),
       menus_(engine_),
       windows_(engine_),
       statusBar_(engine_),
-      screens_(engine_),
+      spaces_(engine_, desktop_),
+      windowList_({engine_, desktop_, processes_, screens_, windows_}),
       workspace_(engine_),
-      applications_(engine_,
-                    options.listedBundleIdentifier ? options.listedBundleIdentifier : options.bundleIdentifier),
+      opener_(engine_, processes_),
+      frontmost_(engine_, desktop_, processes_),
+      applications_(engine_, processes_),
       trust_(engine_),
+      accessibility_(engine_, desktop_, processes_, trust_),
       capture_(engine_),
       dispatch_(engine_),
       runLoop_(engine_),
@@ -34,12 +42,13 @@ VirtualMac::VirtualMac(Options options)
       log_(engine_),
       defaults_(engine_, {options.settings.begin(), options.settings.end()}),
       network_(engine_),
-      files_(engine_),
       bundle_(options.bundleIdentifier),
-      computer_{application_, alerts_,   windows_, statusBar_, screens_, workspace_, applications_, trust_,
-                capture_,     dispatch_, runLoop_, threads_,   clock_,   log_,       defaults_,     urls_,
-                network_,     json_,     unicode_, dates_,     files_,   bundle_},
-      participant_({engine_, windows_, alerts_, menus_, statusBar_, application_, capture_}) {
+      computer_{application_, alerts_,   windows_,   statusBar_,    screens_,   spaces_,        windowList_,
+                workspace_,   opener_,   frontmost_, applications_, processes_, accessibility_, trust_,
+                capture_,     dispatch_, runLoop_,   threads_,      clock_,     log_,           defaults_,
+                urls_,        network_,  json_,      unicode_,      dates_,     files_,         bundle_},
+      participant_({engine_, windows_, alerts_, menus_, statusBar_, application_, capture_},
+                   {engine_, desktop_, spaces_, processes_}) {
     engine_.start();
 }
 
@@ -105,7 +114,7 @@ Residue VirtualMac::residue() const {
     Residue residue;
     const auto windows = windows_.all();
     residue.timers = engine_.mainLoop.timers();
-    residue.observers = screens_.observers();
+    residue.observers = screens_.observers() + spaces_.observers();
     residue.windows = windows.size();
     residue.visibleWindows = static_cast<std::size_t>(
         std::count_if(windows.begin(), windows.end(), [](const auto& window) { return window.visible; }));

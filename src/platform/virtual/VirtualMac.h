@@ -10,6 +10,7 @@
 #include "platform/virtual/Options.h"
 #include "platform/virtual/Participant.h"
 #include "platform/virtual/Residue.h"
+#include "platform/virtual/VirtualAccessibility.h"
 #include "platform/virtual/VirtualAlerts.h"
 #include "platform/virtual/VirtualApplication.h"
 #include "platform/virtual/VirtualApplications.h"
@@ -17,17 +18,23 @@
 #include "platform/virtual/VirtualCapture.h"
 #include "platform/virtual/VirtualClock.h"
 #include "platform/virtual/VirtualDefaults.h"
+#include "platform/virtual/VirtualDesktop.h"
 #include "platform/virtual/VirtualDispatch.h"
 #include "platform/virtual/VirtualFiles.h"
+#include "platform/virtual/VirtualFrontmost.h"
 #include "platform/virtual/VirtualJSON.h"
 #include "platform/virtual/VirtualLog.h"
 #include "platform/virtual/VirtualNetwork.h"
+#include "platform/virtual/VirtualOpener.h"
+#include "platform/virtual/VirtualProcesses.h"
 #include "platform/virtual/VirtualRunLoop.h"
 #include "platform/virtual/VirtualScreens.h"
+#include "platform/virtual/VirtualSpaces.h"
 #include "platform/virtual/VirtualStatusBar.h"
 #include "platform/virtual/VirtualThreads.h"
 #include "platform/virtual/VirtualTrust.h"
 #include "platform/virtual/VirtualURLs.h"
+#include "platform/virtual/VirtualWindowList.h"
 #include "platform/virtual/VirtualWindows.h"
 #include "platform/virtual/VirtualWorkspace.h"
 
@@ -88,9 +95,15 @@ class VirtualMac {
     VirtualWindows& windows() { return windows_; }
     VirtualStatusBar& statusBar() { return statusBar_; }
     VirtualScreens& screens() { return screens_; }
+    VirtualDesktop& desktop() { return desktop_; }
+    VirtualSpaces& spaces() { return spaces_; }
+    VirtualWindowList& windowList() { return windowList_; }
     VirtualWorkspace& workspace() { return workspace_; }
+    VirtualOpener& opener() { return opener_; }
     VirtualApplications& applications() { return applications_; }
+    VirtualProcesses& processes() { return processes_; }
     VirtualTrust& trust() { return trust_; }
+    VirtualAccessibility& accessibility() { return accessibility_; }
     VirtualCapture& capture() { return capture_; }
     VirtualClock& clock() { return clock_; }
     VirtualDefaults& defaults() { return defaults_; }
@@ -106,15 +119,23 @@ class VirtualMac {
     const bool reportLeftovers_;
     bool goesOn_ = false;
     Engine engine_;
+    VirtualScreens screens_;
+    VirtualFiles files_;
+    VirtualDesktop desktop_;
+    VirtualProcesses processes_;
     VirtualApplication application_;
     VirtualAlerts alerts_;
     MenuTracking menus_;
     VirtualWindows windows_;
     VirtualStatusBar statusBar_;
-    VirtualScreens screens_;
+    VirtualSpaces spaces_;
+    VirtualWindowList windowList_;
     VirtualWorkspace workspace_;
+    VirtualOpener opener_;
+    VirtualFrontmost frontmost_;
     VirtualApplications applications_;
     VirtualTrust trust_;
+    VirtualAccessibility accessibility_;
     VirtualCapture capture_;
     VirtualDispatch dispatch_;
     VirtualRunLoop runLoop_;
@@ -127,7 +148,6 @@ class VirtualMac {
     VirtualJSON json_;
     ICUText unicode_;
     UTCDateFormatter dates_;
-    VirtualFiles files_;
     VirtualBundle bundle_;
     Computer computer_;
     Participant participant_;

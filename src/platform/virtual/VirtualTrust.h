@@ -28,6 +28,7 @@ class VirtualTrust final : public AccessibilityTrust {
 
     /// Driver-facing, any thread.
     void setTrusted(bool trusted) { trusted_ = trusted; }
+    bool isTrusted() const { return trusted_; }
     int prompts() const { return prompts_; }
 
   private:

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "platform/Geometry.h"
+#include "platform/virtual/Engine.h"
+#include "platform/virtual/Journal.h"
+#include "platform/virtual/VirtualDesktop.h"
+#include "platform/virtual/VirtualProcesses.h"
+#include "platform/virtual/VirtualSpaces.h"
+
+namespace vantrel::virtualmac {
+
+/// What the participant does with other applications and Spaces. Any thread. Nothing of it needs the client, so it
+/// happens apart from the client's threads, whatever the client shows. An application goes by its name and is the
+/// oldest one that runs; its window is the front one.
+class ParticipantElsewhere {
+  public:
+    struct Elsewhere {
+        Engine& engine;
+        VirtualDesktop& desktop;
+        VirtualSpaces& spaces;
+        VirtualProcesses& processes;
+    };
+
+    void openApplication(const std::string& executablePath);
+    void bringToFront(const std::string& application);
+    /// Asks it to end, as its menu does.
+    void quit(const std::string& application);
+    /// The top left corner, from the top left of the primary display.
+    void moveWindowOf(const std::string& application, Point origin);
+    void resizeWindowOf(const std::string& application, Size size);
+    void minimiseWindowOf(const std::string& application);
+    /// Takes the minimised window out of the Dock.
+    void restoreWindowOf(const std::string& application);
+    void closeWindowOf(const std::string& application);
+    /// To full screen or back.
+    void toggleFullScreenOf(const std::string& application);
+    /// Shows the Space beside the current one of the primary display.
+    void swipe(VirtualSpaces::Direction direction);
+
+  protected:
+    explicit ParticipantElsewhere(const Elsewhere& elsewhere) : elsewhere_(elsewhere) {}
+    ~ParticipantElsewhere() = default;
+
+    /// Does it and returns why it has no effect; empty when it has one.
+    using Deed = std::function<std::string(const std::function<void()>& heard)>;
+
+    /// The event is written down before what comes of it, or with the reason when nothing does.
+    void perform(const std::string& what, const Journal::Fields& fields, const Deed& deed);
+    /// A click into the client's window does that.
+    void bringClientToFront();
+
+  private:
+    using WindowDeed = std::function<void(const AppWindow&)>;
+
+    void inWorld(std::string what, Journal::Fields fields, Deed deed);
+    /// A click into another application's window does that.
+    void bringToFront(ProcessIdentifier process);
+    std::shared_ptr<VirtualProcess> running(const std::string& application) const;
+    /// The deed is done to the window that `pick` takes of the application's.
+    void withWindow(const std::string& what, const std::string& application, Journal::Fields fields,
+                    const std::function<bool(const AppWindow&)>& pick, WindowDeed deed);
+
+    const Elsewhere elsewhere_;
+};
+
+}  // namespace vantrel::virtualmac

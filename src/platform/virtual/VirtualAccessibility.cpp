@@ -1,0 +1,33 @@
+#include "platform/virtual/VirtualAccessibility.h"
+
+#include "platform/virtual/VirtualElement.h"
+
+namespace vantrel::virtualmac {
+
+std::shared_ptr<AccessibilityElement> VirtualAccessibility::application(ProcessIdentifier process) const {
+    engine_.platformCall();
+    return std::make_shared<ApplicationElement>(*this, process);
+}
+
+AccessibilityError VirtualAccessibility::reach(ProcessIdentifier process) const {
+    if (!trust_.isTrusted()) return accessibilityDisabled;
+    const auto found = processes_.find(process);
+    if (!found || !found->isListed()) return accessibilityCannotComplete;
+    const auto answers = [this, process] { return !unresponsive_.contains(process); };
+    if (engine_.scheduler.locked(answers)) return accessibilitySuccess;
+    const Moment end = later(engine_.scheduler.now(), timeout);
+    engine_.scheduler.wait([answers, end] { return Due::at(answers() ? 0 : end); }, Scheduler::Wait::blocked);
+    return engine_.scheduler.locked(answers) && found->isListed() ? accessibilitySuccess : accessibilityCannotComplete;
+}
+
+void VirtualAccessibility::setUnresponsive(ProcessIdentifier process, bool unresponsive) {
+    engine_.scheduler.change([this, process, unresponsive] {
+        if (unresponsive) {
+            unresponsive_.insert(process);
+        } else {
+            unresponsive_.erase(process);
+        }
+    });
+}
+
+}  // namespace vantrel::virtualmac

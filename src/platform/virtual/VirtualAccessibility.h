@@ -1,0 +1,65 @@
+#pragma once
+
+#include <memory>
+#include <set>
+
+#include "platform/Accessibility.h"
+#include "platform/virtual/AccessibilityFaults.h"
+#include "platform/virtual/Engine.h"
+#include "platform/virtual/VirtualDesktop.h"
+#include "platform/virtual/VirtualProcesses.h"
+#include "platform/virtual/VirtualTrust.h"
+
+namespace vantrel::virtualmac {
+
+/// AXError.
+inline constexpr AccessibilityError accessibilityFailure = -25200;
+inline constexpr AccessibilityError accessibilityIllegalArgument = -25201;
+inline constexpr AccessibilityError accessibilityInvalidElement = -25202;
+inline constexpr AccessibilityError accessibilityCannotComplete = -25204;
+inline constexpr AccessibilityError accessibilityAttributeUnsupported = -25205;
+inline constexpr AccessibilityError accessibilityActionUnsupported = -25206;
+inline constexpr AccessibilityError accessibilityDisabled = -25211;
+inline constexpr AccessibilityError accessibilityNoValue = -25212;
+
+/// The elements of the other applications, as the desktop has their windows. An application has "AXWindows", front to
+/// back and on all Spaces, and "AXFocusedWindow"; a window "AXFullScreen", "AXPosition", "AXSize", "AXMinimized", which
+/// can be written, "AXTitle" and "AXCloseButton"; a close button the action "AXPress".
+///
+/// "AXFullScreen" reads true when the transition to full screen has ended and false when the one back has. During one a
+/// write is accepted and does nothing; so are a position and a size for a window in full screen.
+class VirtualAccessibility final : public Accessibility {
+  public:
+    /// Seconds that a call to an application waits that does not answer.
+    static constexpr double timeout = 6;
+
+    VirtualAccessibility(Engine& engine, VirtualDesktop& desktop, const VirtualProcesses& processes,
+                         const VirtualTrust& trust)
+        : engine_(engine), desktop_(desktop), processes_(processes), trust_(trust) {}
+
+    std::shared_ptr<AccessibilityElement> application(ProcessIdentifier process) const override;
+
+    /// Driver-facing, any thread.
+    AccessibilityFaults& faults() { return faults_; }
+    /// The application does not answer: a call waits until it does again, at most `timeout` seconds.
+    void setUnresponsive(ProcessIdentifier process, bool unresponsive);
+
+  private:
+    class Element;
+    class ApplicationElement;
+    class WindowElement;
+    class CloseButtonElement;
+
+    /// Why the process cannot be asked, after a wait if need be; success when it can.
+    AccessibilityError reach(ProcessIdentifier process) const;
+
+    Engine& engine_;
+    VirtualDesktop& desktop_;
+    const VirtualProcesses& processes_;
+    const VirtualTrust& trust_;
+    mutable AccessibilityFaults faults_;
+    /// Guarded by the scheduler's mutex.
+    std::set<ProcessIdentifier> unresponsive_;
+};
+
+}  // namespace vantrel::virtualmac

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <map>
+#include <mutex>
+#include <optional>
+#include <set>
+#include <vector>
+
+#include "platform/WindowList.h"
+#include "platform/virtual/Engine.h"
+#include "platform/virtual/VirtualDesktop.h"
+#include "platform/virtual/VirtualProcesses.h"
+#include "platform/virtual/VirtualScreens.h"
+#include "platform/virtual/VirtualWindows.h"
+
+namespace vantrel::virtualmac {
+
+/// The keys of an entry; isOnscreen is missing when false in any case.
+enum class WindowKey { number, ownerPID, ownerName, name, layer, bounds, isOnscreen };
+
+/// The windows of all applications, the client's visible ones included: those are on a desktop Space, in front of the
+/// others while the client is in front and behind them otherwise, and have numbers below 1000.
+class VirtualWindowList final : public WindowList {
+  public:
+    struct Parts {
+        Engine& engine;
+        const VirtualDesktop& desktop;
+        const VirtualProcesses& processes;
+        const VirtualScreens& screens;
+        const VirtualWindows& windows;
+    };
+
+    explicit VirtualWindowList(Parts parts) : parts_(parts) {}
+
+    std::optional<std::vector<WindowEntry>> copy(WindowListOption option) const override;
+
+    /// Driver-facing, any thread: the key is missing in every entry, or in those of one process.
+    void withhold(WindowKey key, std::optional<ProcessIdentifier> owner = {});
+    /// Nothing is withheld any more.
+    void withholdNothing();
+    /// Without the permission there are titles for the client's own windows only.
+    void setScreenRecordingAllowed(bool allowed);
+    /// From now on there is no list.
+    void setFailing(bool failing);
+
+  private:
+    std::vector<WindowEntry> entries() const;
+    std::vector<WindowEntry> ownEntries(bool onScreen) const;
+    void withhold(WindowEntry& entry) const;
+
+    const Parts parts_;
+    mutable std::mutex mutex_;
+    bool failing_ = false;
+    bool screenRecordingAllowed_ = true;
+    std::set<WindowKey> withheld_;
+    std::map<ProcessIdentifier, std::set<WindowKey>> withheldOf_;
+};
+
+}  // namespace vantrel::virtualmac

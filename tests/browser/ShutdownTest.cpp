@@ -1,0 +1,344 @@
+#include <gmock/gmock.h>
+
+#include "tests/browser/BrowserTest.h"
+
+namespace vantrel {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+using Operation = virtualmac::AccessibilityFaults::Operation;
+
+class Shutdown : public BrowserTest {
+  protected:
+    /// The meeting is open, in full screen.
+    void openMeeting() {
+        make(true);
+        launch();
+        mac().runFor(6);
+        forgetEvents();
+    }
+    /// Chrome was running before, with so many windows, one of them in full screen beside the meeting's.
+    ProcessIdentifier openMeetingInOwnChrome(int windows) {
+        installChrome();
+        const auto process = startChrome();
+        for (int made = 1; made < windows; ++made) mac().applications().openWindow(process, {});
+        openMeeting();
+        return process;
+    }
+    void expectForgotten() {
+        EXPECT_EQ(launcher().browserPID(), std::nullopt);
+        EXPECT_EQ(launcher().browserApp(), nullptr);
+        EXPECT_EQ(launcher().windowNumber(), std::nullopt);
+        EXPECT_FALSE(launcher().wasPreExisting());
+        EXPECT_FALSE(launcher().isConfirmedFullscreen());
+        EXPECT_EQ(mac().residue().timers, 0u);
+    }
+};
+
+TEST_F(Shutdown, EndsTheBrowserThatTheClientStarted) {
+    installChrome();
+    openMeeting();
+    const auto process = launcher().browserPID().value_or(0);
+    const double start = mac().now();
+    close();
+    EXPECT_THAT(lines("["), ElementsAre("[BROWSER] Kill Google Chrome"));
+    EXPECT_FALSE(isRunning(process));
+    EXPECT_THAT(events("application-terminate"), SizeIs(1));
+    EXPECT_THAT(events("application-force-terminate"), IsEmpty());
+    // It takes 0.3 seconds to end; it is looked at every 0.2.
+    EXPECT_NEAR(mac().now() - start, 0.4, 1e-6);
+    expectForgotten();
+}
+
+TEST_F(Shutdown, StopsWaitingForABrowserThatEndsAtOnce) {
+    installChrome([](auto& chrome) { chrome.application.exitDelay = 0.1; });
+    openMeeting();
+    const double start = mac().now();
+    close();
+    EXPECT_NEAR(mac().now() - start, 0.2, 1e-6);
+}
+
+TEST_F(Shutdown, ForcesABrowserThatIgnoresTheRequestAfterTwoSeconds) {
+    installChrome([](auto& chrome) { chrome.application.ignoresTerminate = true; });
+    openMeeting();
+    const auto process = launcher().browserPID().value_or(0);
+    const double start = mac().now();
+    close();
+    const auto forced = timesOf("application-force-terminate");
+    ASSERT_THAT(forced, SizeIs(1));
+    EXPECT_GE(forced.front() - start, 2.0 - 1e-6);
+    EXPECT_LE(forced.front() - start, 2.2 + 1e-6);
+    mac().runFor(1);
+    EXPECT_FALSE(isRunning(process));
+    expectForgotten();
+}
+
+TEST_F(Shutdown, ForgetsEvenABrowserThatCannotBeForced) {
+    installChrome([](auto& chrome) {
+        chrome.application.ignoresTerminate = true;
+        chrome.application.refusesForceTerminate = true;
+    });
+    openMeeting();
+    const auto process = launcher().browserPID().value_or(0);
+    close();
+    EXPECT_TRUE(isRunning(process));
+    expectForgotten();
+}
+
+TEST_F(Shutdown, WaitsTwoSecondsForABrowserItKnowsByItsNumberOnlyAndSignalsNobody) {
+    installChrome([](auto& chrome) {
+        chrome.application.bundleIdentifier.reset();
+        chrome.application.isApplication = false;
+    });
+    openMeeting();
+    const auto process = launcher().browserPID().value_or(0);
+    ASSERT_NE(process, 0);
+    ASSERT_EQ(launcher().browserApp(), nullptr);
+    const double start = mac().now();
+    close();
+    EXPECT_NEAR(mac().now() - start, 2.0, 0.2 + 1e-6);
+    EXPECT_GE(mac().now() - start, 2.0 - 1e-6);
+    EXPECT_THAT(events("application-terminate"), IsEmpty());
+    EXPECT_THAT(events("application-force-terminate"), IsEmpty());
+    EXPECT_THAT(events("signal"), IsEmpty());
+    EXPECT_FALSE(mac().processes().find(process)->isTerminated());
+    expectForgotten();
+}
+
+TEST_F(Shutdown, SaysBrowserWhereNoneWasDetected) {
+    installChrome();
+    const auto process = startChrome();
+    make();
+    mac().onMain([this, process] {
+        launcher().adoptRunningApplication(computer().runningApplications.withProcessIdentifier(process));
+        launcher().closeBrowser();
+    });
+    EXPECT_EQ(logLines().back(), "[BROWSER] Kill browser");
+    EXPECT_FALSE(isRunning(process));
+}
+
+TEST_F(Shutdown, ClosesEveryWindowOfABrowserThatRanBefore) {
+    const auto process = openMeetingInOwnChrome(3);
+    ASSERT_THAT(mac().desktop().windowsOf(process), SizeIs(4));
+    close();
+    mac().runFor(2);
+    EXPECT_THAT(lines("["),
+                ElementsAre("[BROWSER] Chiudo finestra lockdown (Google Chrome pre-existing, processo non killato)"));
+    EXPECT_THAT(mac().desktop().windowsOf(process), IsEmpty());
+    EXPECT_TRUE(isRunning(process));
+    EXPECT_THAT(events("application-terminate"), IsEmpty());
+    EXPECT_THAT(events("application-force-terminate"), IsEmpty());
+    EXPECT_THAT(events("signal"), IsEmpty());
+    expectForgotten();
+}
+
+TEST_F(Shutdown, TakesWindowsOutOfFullScreenFirstWithAPauseEach) {
+    const auto process = openMeetingInOwnChrome(3);
+    for (const auto& window : mac().desktop().windowsOf(process)) {
+        if (window.fullScreen) continue;
+        mac().desktop().setFullScreen(window.number, true);
+        break;
+    }
+    mac().runFor(2);
+    forgetEvents();
+    const double start = mac().now();
+    close();
+    // Two in full screen, half a second each.
+    EXPECT_NEAR(mac().now() - start, 1.0, 1e-6);
+    const auto left = events("accessibility-set");
+    ASSERT_THAT(left, SizeIs(2));
+    for (const auto& each : left) EXPECT_EQ(each.text + "=" + each.field("value"), "AXFullScreen=false");
+    EXPECT_NEAR(left[1].time - left[0].time, 0.5, 1e-6);
+    EXPECT_THAT(texts("accessibility-action"), ElementsAre("AXPress", "AXPress", "AXPress", "AXPress"));
+    mac().runFor(2);
+    EXPECT_THAT(mac().desktop().windowsOf(process), IsEmpty());
+}
+
+TEST_F(Shutdown, GoesOnWithTheNextWindowWhenOneCannotBeClosed) {
+    const auto process = openMeetingInOwnChrome(2);
+    mac().accessibility().faults().fail(Operation::read, "AXCloseButton", virtualmac::accessibilityFailure, 1);
+    mac().accessibility().faults().fail(Operation::action, "AXPress", virtualmac::accessibilityFailure, 1);
+    close();
+    mac().runFor(2);
+    EXPECT_THAT(mac().desktop().windowsOf(process), SizeIs(2));
+    EXPECT_TRUE(isRunning(process));
+    expectForgotten();
+}
+
+TEST_F(Shutdown, LeavesAWindowWithoutACloseButtonOpen) {
+    installChrome();
+    const auto process = startChrome();
+    virtualmac::NewWindow bare;
+    bare.title = "Senza";
+    bare.hasCloseButton = false;
+    mac().applications().openWindow(process, bare);
+    openMeeting();
+    close();
+    mac().runFor(2);
+    ASSERT_THAT(mac().desktop().windowsOf(process), SizeIs(1));
+    EXPECT_EQ(mac().desktop().windowsOf(process).front().title, "Senza");
+}
+
+TEST_F(Shutdown, DoesNotPauseForAWindowWhoseFullScreenCannotBeRead) {
+    openMeetingInOwnChrome(1);
+    mac().accessibility().faults().fail(Operation::read, "AXFullScreen", virtualmac::accessibilityFailure);
+    const double start = mac().now();
+    close();
+    EXPECT_NEAR(mac().now() - start, 0, 1e-6);
+    EXPECT_THAT(events("accessibility-set"), IsEmpty());
+}
+
+TEST_F(Shutdown, ForgetsABrowserWhoseWindowsCannotBeRead) {
+    const auto process = openMeetingInOwnChrome(1);
+    mac().accessibility().faults().fail(Operation::read, "AXWindows", virtualmac::accessibilityCannotComplete);
+    close();
+    EXPECT_TRUE(isRunning(process));
+    EXPECT_THAT(mac().desktop().windowsOf(process), SizeIs(2));
+    expectForgotten();
+}
+
+TEST_F(Shutdown, SurvivesABrowserThatEndsWhileItsWindowsAreClosed) {
+    const auto process = openMeetingInOwnChrome(3);
+    mac().after(0.25, [this, process] { mac().processes().exit(process); });
+    close();
+    mac().runFor(1);
+    expectForgotten();
+}
+
+TEST_F(Shutdown, EndsASafariThatRanBeforeAllTheSame) {
+    const auto before = mac().processes().start(virtualmac::safariPath);
+    mac().runFor(3);
+    make();
+    launch();
+    mac().runFor(20);
+    ASSERT_EQ(launcher().browserPID(), before);
+    close();
+    EXPECT_TRUE(logged("[BROWSER] Kill Safari"));
+    EXPECT_FALSE(isRunning(before));
+}
+
+TEST_F(Shutdown, WithoutAProcessOnlyDropsTheRetry) {
+    make();
+    close();
+    EXPECT_THAT(logLines(), IsEmpty());
+    EXPECT_EQ(mac().residue().timers, 0u);
+}
+
+TEST_F(Shutdown, TwiceDoesNothingTheSecondTime) {
+    installChrome();
+    openMeeting();
+    close();
+    forgetEvents();
+    const double start = mac().now();
+    close();
+    EXPECT_THAT(events(), IsEmpty());
+    EXPECT_EQ(mac().now(), start);
+    expectForgotten();
+}
+
+TEST_F(Shutdown, DropsAPendingRetry) {
+    installChrome();
+    mac().accessibility().faults().fail(Operation::write, "AXFullScreen", virtualmac::accessibilityFailure);
+    openMeeting();
+    ASSERT_EQ(mac().residue().timers, 1u);
+    close();
+    expectForgotten();
+    forgetEvents();
+    mac().runFor(30);
+    EXPECT_THAT(lines("[FULLSCREEN]"), IsEmpty());
+}
+
+TEST_F(Shutdown, LetsAnAttemptThatIsQueuedAlreadyFindNoProcess) {
+    installChrome();
+    mac().accessibility().faults().fail(Operation::write, "AXFullScreen", virtualmac::accessibilityFailure);
+    make();
+    launch();
+    // The first attempt comes at 3 seconds, the timer fires at 5, the second attempt is due at 5.5.
+    mac().runFor(5.2);
+    forgetEvents();
+    close();
+    mac().runFor(30);
+    EXPECT_THAT(lines("[FULLSCREEN]"), ElementsAre("[FULLSCREEN] Tentativo 2/8..."));
+    EXPECT_EQ(mac().residue().timers, 0u);
+}
+
+TEST_F(Shutdown, KeepsWhatTheNextLaunchResets) {
+    installChrome();
+    openMeeting();
+    close();
+    EXPECT_EQ(launcher().detectedBrowser(), SupportedBrowser::chrome);
+    EXPECT_EQ(launcher().fullscreenRetryCount(), 1);
+    EXPECT_FALSE(launcher().windowMonitor.expired());
+}
+
+class BringingToFront : public BrowserTest {};
+
+TEST_F(BringingToFront, ActivatesTheBrowserAndNamesIt) {
+    installChrome();
+    make();
+    launch();
+    mac().runFor(6);
+    const auto other = mac().applications().add({"Anteprima", "com.apple.Preview"});
+    mac().applications().openWindow(other, {});
+    mac().runFor(1);
+    forgetEvents();
+    mac().onMain([this] { launcher().bringToFront(); });
+    mac().runFor(1);
+    EXPECT_THAT(logLines(), ElementsAre("[BROWSER] Google Chrome portato in primo piano"));
+    EXPECT_THAT(texts("application-activate"), ElementsAre("Google Chrome"));
+    mac().onMain([this] {
+        EXPECT_EQ(computer().frontmostApplication.frontmostApplication()->localizedName(), "Google Chrome");
+    });
+}
+
+TEST_F(BringingToFront, SaysBrowserWhereNoneWasDetected) {
+    installChrome();
+    const auto process = startChrome();
+    make();
+    mac().onMain([this, process] {
+        launcher().adoptRunningApplication(computer().runningApplications.withProcessIdentifier(process));
+        launcher().bringToFront();
+    });
+    EXPECT_EQ(logLines().back(), "[BROWSER] browser portato in primo piano");
+}
+
+TEST_F(BringingToFront, DoesNothingWithoutABrowser) {
+    make();
+    mac().onMain([this] { launcher().bringToFront(); });
+    EXPECT_THAT(events(), IsEmpty());
+}
+
+class Adoption : public BrowserTest {};
+
+TEST_F(Adoption, TakesTheNewProcessAndTellsBoth) {
+    installChrome();
+    make();
+    launch();
+    mac().runFor(6);
+    const auto old = launcher().browserPID().value_or(0);
+    const auto fresh = mac().applications().add({"Google Chrome", "com.google.Chrome"});
+    mac().onMain([this, fresh] {
+        launcher().adoptRunningApplication(computer().runningApplications.withProcessIdentifier(fresh));
+    });
+    EXPECT_EQ(logLines().back(), "[BROWSER] PID aggiornato: " + std::to_string(old) + " → " + std::to_string(fresh) +
+                                     " (recupero post-fork)");
+    EXPECT_EQ(launcher().browserPID(), fresh);
+    EXPECT_EQ(launcher().browserApp()->processIdentifier(), fresh);
+    EXPECT_TRUE(launcher().isConfirmedFullscreen());
+    EXPECT_EQ(launcher().fullscreenRetryCount(), 1);
+}
+
+TEST_F(Adoption, TellsMinusOneWhereNoneWasKnown) {
+    const auto fresh = mac().applications().add({"Google Chrome", "com.google.Chrome"});
+    make();
+    mac().onMain([this, fresh] {
+        launcher().adoptRunningApplication(computer().runningApplications.withProcessIdentifier(fresh));
+    });
+    EXPECT_THAT(logLines(),
+                ElementsAre("[BROWSER] PID aggiornato: -1 → " + std::to_string(fresh) + " (recupero post-fork)"));
+}
+
+}  // namespace
+}  // namespace vantrel

@@ -1,0 +1,289 @@
+#include <algorithm>
+#include <mutex>
+#include <optional>
+
+#include "tests/contracts/ContractTest.h"
+
+namespace vantrel::contracts {
+namespace {
+
+constexpr int terminateSignal = 15;
+constexpr int killSignal = 9;
+constexpr ProcessIdentifier nobody = 0x3fffffff;
+
+class ProcessContract : public ContractTest {
+  protected:
+    using Applications = std::vector<std::shared_ptr<RunningApplication>>;
+
+    ProcessIdentifier launch(const std::vector<std::string>& arguments) {
+        const auto result = computer().processLauncher.launch(host().peerExecutable(), arguments);
+        if (const auto* failure = std::get_if<PlatformError>(&result)) {
+            ADD_FAILURE() << failure->localizedDescription;
+            return nobody;
+        }
+        return std::get<ProcessIdentifier>(result);
+    }
+
+    // The application of a new process, once the process has read its arguments.
+    std::shared_ptr<RunningApplication> launched(std::vector<std::string> arguments) {
+        arguments.push_back("--launched");
+        const ProcessIdentifier process = launch(arguments);
+        EXPECT_TRUE(eventually([&] { return host().argumentsReceived(process) == arguments; }));
+        EXPECT_TRUE(eventually([&] { return withProcess(process) != nullptr; }));
+        return withProcess(process);
+    }
+
+    std::shared_ptr<RunningApplication> withProcess(ProcessIdentifier process) {
+        return computer().runningApplications.withProcessIdentifier(process);
+    }
+
+    std::vector<ProcessIdentifier> withBundle(std::string_view identifier) {
+        std::vector<ProcessIdentifier> processes;
+        for (const auto& application : computer().runningApplications.withBundleIdentifier(identifier)) {
+            processes.push_back(application->processIdentifier());
+        }
+        return processes;
+    }
+
+    bool isListed(std::string_view identifier, ProcessIdentifier process) {
+        const auto processes = withBundle(identifier);
+        return std::find(processes.begin(), processes.end(), process) != processes.end();
+    }
+
+    bool hasWindow(ProcessIdentifier process) {
+        const auto windows = computer().windowList.copy(WindowListOption::onScreenOnly);
+        return windows && std::any_of(windows->begin(), windows->end(),
+                                      [process](const WindowEntry& window) { return window.ownerPID == process; });
+    }
+
+    std::optional<ProcessIdentifier> frontmost() {
+        std::shared_ptr<RunningApplication> application;
+        host().onMain([&] { application = computer().frontmostApplication.frontmostApplication(); });
+        if (!application) return std::nullopt;
+        return application->processIdentifier();
+    }
+};
+
+TEST_F(ProcessContract, EachArgumentArrivesAsItStands) {
+    const std::vector<std::string> arguments{"--exits-at-once",
+                                             "--app=https://meet.example/a?b=1&c='d e'&f=\"g\"",
+                                             "$(echo no)",
+                                             "`echo no`; echo no | cat >no & exit",
+                                             "$HOME ~ * ? [a-z] {a,b} \\ \\\\ %20 !",
+                                             "due\nrighe\tuna tabulazione",
+                                             "perché no? 🔒 日本",
+                                             "",
+                                             " ",
+                                             "--",
+                                             "last"};
+    const ProcessIdentifier process = launch(arguments);
+    ASSERT_GT(process, 0);
+    EXPECT_TRUE(eventually([&] { return host().argumentsReceived(process).has_value(); }));
+    EXPECT_EQ(host().argumentsReceived(process), arguments);
+}
+
+TEST_F(ProcessContract, AProcessWithoutArgumentsReceivesNone) {
+    const ProcessIdentifier process = launch({});
+    EXPECT_TRUE(eventually([&] { return host().argumentsReceived(process).has_value(); }));
+    EXPECT_EQ(host().argumentsReceived(process), std::vector<std::string>());
+}
+
+TEST_F(ProcessContract, WhatCannotBeExecutedIsToldAtOnceWithAText) {
+    for (const std::string& path : {host().missingPath(), host().existingFolder(), host().plainFile(), std::string(),
+                                    host().plainFile() + "/inside"}) {
+        const auto result = computer().processLauncher.launch(path, {"--exits-at-once"});
+        const auto* failure = std::get_if<PlatformError>(&result);
+        ASSERT_NE(failure, nullptr) << path;
+        EXPECT_FALSE(failure->localizedDescription.empty()) << path;
+    }
+}
+
+TEST_F(ProcessContract, AnApplicationIsFoundByItsBundleIdentifierAndByItsProcess) {
+    const auto application = launched({});
+    ASSERT_TRUE(application);
+    const ProcessIdentifier process = application->processIdentifier();
+    EXPECT_EQ(application->bundleIdentifier(), "com.google.Chrome");
+    EXPECT_EQ(application->localizedName(), "Google Chrome");
+    EXPECT_FALSE(application->isTerminated());
+    EXPECT_EQ(withBundle("com.google.Chrome"), std::vector{process});
+    for (const char* other : {"com.google.chrome", "com.google.Chrome.helper", "com.google", ""}) {
+        EXPECT_FALSE(isListed(other, process)) << other;
+    }
+}
+
+TEST_F(ProcessContract, NoApplicationIsFoundByAProcessThatDoesNotExist) {
+    for (const ProcessIdentifier process : {nobody, 0, -1}) EXPECT_FALSE(withProcess(process)) << process;
+}
+
+TEST_F(ProcessContract, TheOlderOfTwoInstancesComesFirst) {
+    const auto first = launched({});
+    ASSERT_TRUE(first);
+    host().letTimePass(0.05);
+    const auto second = launched({});
+    ASSERT_TRUE(second);
+    EXPECT_EQ(withBundle("com.google.Chrome"), (std::vector{first->processIdentifier(), second->processIdentifier()}));
+}
+
+TEST_F(ProcessContract, TheEndOfAProcessIsSeenWithoutATurnOfTheMainRunLoop) {
+    const auto application = launched({});
+    ASSERT_TRUE(application);
+    bool before = true;
+    bool after = false;
+    bool found = true;
+    host().onMain([&] {
+        before = application->isTerminated();
+        computer().processLauncher.sendSignal(application->processIdentifier(), killSignal);
+        for (int waited = 0; waited < 300 && !after; ++waited) {
+            computer().threads.sleep(0.1);
+            after = application->isTerminated();
+        }
+        found = withProcess(application->processIdentifier()) != nullptr;
+    });
+    EXPECT_FALSE(before);
+    EXPECT_TRUE(after);
+    EXPECT_FALSE(found);
+}
+
+TEST_F(ProcessContract, AProcessThatNobodyWaitsForIsGoneWhenItHasEnded) {
+    const ProcessIdentifier process = launch({"--exits-at-once"});
+    ASSERT_TRUE(eventually([&] { return host().argumentsReceived(process).has_value(); }));
+    EXPECT_TRUE(eventually([&] { return !withProcess(process); }));
+    EXPECT_FALSE(isListed("com.google.Chrome", process));
+    EXPECT_TRUE(eventually([&] { return !computer().processLauncher.sendSignal(process, killSignal); }));
+}
+
+TEST_F(ProcessContract, AnApplicationEndsWhenItIsAskedTo) {
+    const auto application = launched({"--window=Lezione,100,100,400,300"});
+    ASSERT_TRUE(application);
+    ASSERT_TRUE(eventually([&] { return hasWindow(application->processIdentifier()); }));
+    EXPECT_TRUE(application->terminate());
+    EXPECT_TRUE(eventually([&] { return application->isTerminated(); }));
+    EXPECT_FALSE(withProcess(application->processIdentifier()));
+}
+
+TEST_F(ProcessContract, AnApplicationMayIgnoreThatItIsAskedToEndButNotThatItIsForced) {
+    const auto application = launched({"--ignores-terminate"});
+    ASSERT_TRUE(application);
+    EXPECT_TRUE(application->terminate());
+    EXPECT_TRUE(computer().processLauncher.sendSignal(application->processIdentifier(), terminateSignal));
+    host().letTimePass(0.5);
+    EXPECT_FALSE(application->isTerminated());
+    EXPECT_TRUE(withProcess(application->processIdentifier()));
+    EXPECT_TRUE(application->forceTerminate());
+    EXPECT_TRUE(eventually([&] { return application->isTerminated(); }));
+}
+
+TEST_F(ProcessContract, AnApplicationThatHasEndedTakesNoRequest) {
+    const auto application = launched({});
+    ASSERT_TRUE(application);
+    EXPECT_TRUE(application->forceTerminate());
+    ASSERT_TRUE(eventually([&] { return application->isTerminated(); }));
+    EXPECT_FALSE(application->terminate());
+    EXPECT_FALSE(application->forceTerminate());
+    EXPECT_FALSE(application->activate(ActivationOptions::none));
+    EXPECT_FALSE(application->activate(ActivationOptions::ignoringOtherApps));
+}
+
+TEST_F(ProcessContract, ASignalReachesTheProcessThatItNamesAndNoOther) {
+    const auto asked = launched({});
+    const auto killed = launched({"--ignores-terminate"});
+    const auto left = launched({});
+    ASSERT_TRUE(asked && killed && left);
+    EXPECT_TRUE(computer().processLauncher.sendSignal(asked->processIdentifier(), terminateSignal));
+    EXPECT_TRUE(computer().processLauncher.sendSignal(killed->processIdentifier(), killSignal));
+    EXPECT_FALSE(computer().processLauncher.sendSignal(nobody, killSignal));
+    EXPECT_TRUE(eventually([&] { return asked->isTerminated() && killed->isTerminated(); }));
+    EXPECT_FALSE(left->isTerminated());
+}
+
+TEST_F(ProcessContract, ActivationBringsAnApplicationToTheFront) {
+    const auto first = launched({"--window=Uno,100,100,400,300"});
+    const auto second = launched({"--window=Due,150,150,400,300"});
+    ASSERT_TRUE(first && second);
+    ASSERT_TRUE(
+        eventually([&] { return hasWindow(first->processIdentifier()) && hasWindow(second->processIdentifier()); }));
+    EXPECT_TRUE(first->activate(ActivationOptions::none));
+    EXPECT_TRUE(eventually([&] { return frontmost() == first->processIdentifier(); }));
+    EXPECT_TRUE(second->activate(ActivationOptions::ignoringOtherApps));
+    EXPECT_TRUE(eventually([&] { return frontmost() == second->processIdentifier(); }));
+    EXPECT_TRUE(first->activate(ActivationOptions::ignoringOtherApps));
+    EXPECT_TRUE(eventually([&] { return frontmost() == first->processIdentifier(); }));
+}
+
+TEST_F(ProcessContract, AnApplicationThatHasEndedIsNotInFront) {
+    const auto application = launched({"--window=Lezione,100,100,400,300"});
+    ASSERT_TRUE(application);
+    ASSERT_TRUE(eventually([&] { return hasWindow(application->processIdentifier()); }));
+    EXPECT_TRUE(application->activate(ActivationOptions::none));
+    ASSERT_TRUE(eventually([&] { return frontmost() == application->processIdentifier(); }));
+    EXPECT_TRUE(application->forceTerminate());
+    EXPECT_TRUE(eventually([&] { return frontmost() != application->processIdentifier(); }));
+}
+
+class OpenerContract : public ProcessContract {
+  protected:
+    URL formed(const std::string& text) {
+        const auto url = computer().urls.form(text);
+        EXPECT_TRUE(url) << text;
+        return url.value_or(URL{});
+    }
+
+    URL fileURL(const std::string& path) {
+        return formed("file://" + computer().urls.addingPercentEncodingForQuery(path).value_or(""));
+    }
+
+    // The folder that the peer's executable lies in.
+    URL peerApplication() {
+        constexpr std::string_view extension = ".app";
+        const std::string path = host().peerExecutable();
+        return fileURL(path.substr(0, path.find(extension) + extension.size()));
+    }
+
+    void open(const URL& application) {
+        computer().applicationOpener.open({formed("https://meet.example/abc?x=1")}, application, true,
+                                          [this](ApplicationOpener::Result result) {
+                                              {
+                                                  const std::lock_guard lock(mutex_);
+                                                  result_ = std::move(result);
+                                              }
+                                              note("completion");
+                                          });
+    }
+
+    ApplicationOpener::Result result() {
+        const std::lock_guard lock(mutex_);
+        return result_;
+    }
+
+  private:
+    std::mutex mutex_;
+    ApplicationOpener::Result result_;
+};
+
+TEST_F(OpenerContract, StartsTheApplicationAndTellsOnceWhichOneItIs) {
+    open(peerApplication());
+    ASSERT_TRUE(noted(1));
+    const auto outcome = result();
+    const auto* application = std::get_if<std::shared_ptr<RunningApplication>>(&outcome);
+    ASSERT_NE(application, nullptr) << std::get<PlatformError>(outcome).localizedDescription;
+    ASSERT_TRUE(*application);
+    EXPECT_EQ((*application)->bundleIdentifier(), "com.google.Chrome");
+    EXPECT_FALSE((*application)->isTerminated());
+    EXPECT_TRUE(isListed("com.google.Chrome", (*application)->processIdentifier()));
+    host().letTimePass(0.3);
+    EXPECT_EQ(notes(), Notes{"completion"});
+}
+
+TEST_F(OpenerContract, TellsOnceWhyAnApplicationThatIsMissingWasNotOpened) {
+    open(fileURL(host().missingPath() + "/Nessuno.app"));
+    ASSERT_TRUE(noted(1));
+    const auto outcome = result();
+    const auto* failure = std::get_if<PlatformError>(&outcome);
+    ASSERT_NE(failure, nullptr);
+    EXPECT_FALSE(failure->localizedDescription.empty());
+    host().letTimePass(0.3);
+    EXPECT_EQ(notes(), Notes{"completion"});
+}
+
+}  // namespace
+}  // namespace vantrel::contracts
