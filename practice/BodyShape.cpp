@@ -15,6 +15,8 @@ bool hasType(const nlohmann::json& value, BodyShape::Type type) {
             return value.is_boolean();
         case BodyShape::Type::array:
             return value.is_array();
+        case BodyShape::Type::count:
+            return value.is_number_unsigned();
     }
     return false;
 }
@@ -27,6 +29,8 @@ std::string typeText(BodyShape::Type type) {
             return "a boolean";
         case BodyShape::Type::array:
             return "an array";
+        case BodyShape::Type::count:
+            return "a whole number from 0 on";
     }
     return {};
 }

@@ -14,7 +14,8 @@ namespace vantrel::practice {
 /// The keys that an object has to hold, all of them and no others, with their types.
 class BodyShape {
   public:
-    enum class Type { string, boolean, array };
+    /// A count is a whole number from 0 on.
+    enum class Type { string, boolean, array, count };
     struct Key {
         std::string name;
         Type type;

@@ -65,10 +65,36 @@ json jsonOf(const PracticeParticipant& participant) {
     return value;
 }
 
+json jsonOf(const PageView& view) {
+    return {{"kind", "view"},          {"width", view.width},
+            {"height", view.height},   {"fullScreen", view.fullScreen},
+            {"visible", view.visible}, {"focused", view.focused}};
+}
+
+json jsonOf(const PageOpened& opened) {
+    json value = jsonOf(static_cast<const PageView&>(opened));
+    value["kind"] = "opened";
+    return value;
+}
+
+json jsonOf(const PageKey& key) {
+    return {{"kind", "key"},      {"key", key.key}, {"code", key.code}, {"ctrl", key.ctrl},
+            {"shift", key.shift}, {"alt", key.alt}, {"meta", key.meta}, {"repeat", key.repeat}};
+}
+
+json jsonOf(const PageText& text) {
+    return {{"kind", "text"}, {"text", text.text}};
+}
+
+json jsonOf(const PageMessage& message) {
+    return {{"kind", "message"}, {"text", message.text}};
+}
+
 }  // namespace
 
-ControlExchanges::ControlExchanges(SessionRegistry& registry, ReplyBender& bender, ExchangeLog& log)
-    : registry_(registry), bender_(bender), log_(log) {}
+ControlExchanges::ControlExchanges(SessionRegistry& registry, ReplyBender& bender, ExchangeLog& log,
+                                   PageReportLog& reports)
+    : registry_(registry), bender_(bender), log_(log), reports_(reports) {}
 
 bool ControlExchanges::isControl(const RequestTarget& target) {
     return !target.segments().empty() && target.segments().front() == "control";
@@ -81,6 +107,7 @@ PracticeReply ControlExchanges::handle(const PracticeRequest& request, const Req
     if (target.path() == "/control/bend") return isPost ? bend(request.body) : methodNotAllowed("POST");
     if (target.path() == "/control/reset") return isPost ? reset(request.body) : methodNotAllowed("POST");
     if (target.path() == "/control/received") return isGet ? received() : methodNotAllowed("GET");
+    if (target.path() == "/control/reports") return isGet ? reports() : methodNotAllowed("GET");
     if (target.path() == "/control/state") return isGet ? state() : methodNotAllowed("GET");
     if (segments.size() == 3 && segments[1] == "end") return isPost ? end(segments[2]) : methodNotAllowed("POST");
     return notFound();
@@ -93,7 +120,7 @@ PracticeReply ControlExchanges::bend(const std::string& body) {
 }
 
 PracticeReply ControlExchanges::reset(const std::string& body) {
-    static const std::set<std::string> everything{"bends", "received", "sessions"};
+    static const std::set<std::string> everything{"bends", "received", "reports", "sessions"};
     std::set<std::string> chosen = everything;
     if (!body.empty()) {
         const json value = json::parse(body, nullptr, false);
@@ -103,13 +130,15 @@ PracticeReply ControlExchanges::reset(const std::string& body) {
         chosen.clear();
         for (const json& name : value["only"]) {
             if (!name.is_string() || everything.count(name.get<std::string>()) == 0) {
-                return errorReply(400, "invalid_reset", "only \"bends\", \"received\" and \"sessions\" can be reset");
+                return errorReply(400, "invalid_reset",
+                                  "only \"bends\", \"received\", \"reports\" and \"sessions\" can be reset");
             }
             chosen.insert(name.get<std::string>());
         }
     }
     if (chosen.count("bends") != 0) bender_.clear();
     if (chosen.count("received") != 0) log_.clear();
+    if (chosen.count("reports") != 0) reports_.clear();
     if (chosen.count("sessions") != 0) registry_.reset();
     return jsonReply(200, {{"reset", chosen}});
 }
@@ -117,6 +146,19 @@ PracticeReply ControlExchanges::reset(const std::string& body) {
 PracticeReply ControlExchanges::received() const {
     json list = json::array();
     for (const ReceivedExchange& exchange : log_.exchanges()) list.push_back(jsonOf(exchange));
+    return jsonReply(200, list);
+}
+
+PracticeReply ControlExchanges::reports() const {
+    json list = json::array();
+    for (const PageReportLog::Entry& entry : reports_.entries()) {
+        json value = std::visit([](const auto& content) { return jsonOf(content); }, entry.report.content);
+        value["time"] = entry.time;
+        value["session"] = entry.session;
+        value["page"] = entry.page;
+        value["number"] = entry.report.number;
+        list.push_back(std::move(value));
+    }
     return jsonReply(200, list);
 }
 

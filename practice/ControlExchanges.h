@@ -3,6 +3,7 @@
 #include <string>
 
 #include "practice/ExchangeLog.h"
+#include "practice/PageReportLog.h"
 #include "practice/PracticeReply.h"
 #include "practice/PracticeRequest.h"
 #include "practice/ReplyBender.h"
@@ -14,7 +15,7 @@ namespace vantrel::practice {
 /// What a test asks under /control.
 class ControlExchanges {
   public:
-    ControlExchanges(SessionRegistry& registry, ReplyBender& bender, ExchangeLog& log);
+    ControlExchanges(SessionRegistry& registry, ReplyBender& bender, ExchangeLog& log, PageReportLog& reports);
 
     static bool isControl(const RequestTarget& target);
 
@@ -24,12 +25,14 @@ class ControlExchanges {
     PracticeReply bend(const std::string& body);
     PracticeReply reset(const std::string& body);
     PracticeReply received() const;
+    PracticeReply reports() const;
     PracticeReply end(const std::string& code);
     PracticeReply state() const;
 
     SessionRegistry& registry_;
     ReplyBender& bender_;
     ExchangeLog& log_;
+    PageReportLog& reports_;
 };
 
 }  // namespace vantrel::practice

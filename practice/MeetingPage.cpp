@@ -14,13 +14,15 @@ namespace {
 constexpr std::string_view style = R"css(
 *{box-sizing:border-box}
 html,body{height:100%;margin:0}
+html{color-scheme:dark}
 body{display:flex;flex-direction:column;background:#14181f;color:#e9edf3;
  font:16px/1.4 "Helvetica Neue",Helvetica,"DejaVu Sans",Arial,sans-serif}
 header{display:flex;align-items:center;gap:16px;padding:16px 24px;background:#1b212b;border-bottom:1px solid #2a3240}
 h1{font-size:20px;font-weight:600;margin:0;flex:1;overflow:hidden;text-overflow:ellipsis;white-space:nowrap}
 .code{display:inline-block;font:600 14px/1 monospace;letter-spacing:.08em;padding:8px 12px;border-radius:8px;background:#263042;color:#b9c9e6}
 .clock{font-variant-numeric:tabular-nums;font-size:18px;color:#b9c9e6}
-main{flex:1;min-height:0;display:flex;flex-wrap:wrap;gap:14px;padding:20px 24px;justify-content:center;
+.room{flex:1;min-height:0;display:flex}
+main{flex:1;min-width:0;display:flex;flex-wrap:wrap;gap:14px;padding:20px 24px;justify-content:center;
  align-content:safe center;overflow:auto}
 .tile{position:relative;overflow:hidden;border-radius:14px;background:#232b38;display:flex;align-items:flex-end;
  justify-content:center;width:calc((100% - 28px)/3);height:calc((100% - 14px)/2);min-height:180px}
@@ -41,6 +43,24 @@ main{flex:1;min-height:0;display:flex;flex-wrap:wrap;gap:14px;padding:20px 24px;
  filter:brightness(.86)}
 .name{position:absolute;left:10px;bottom:10px;z-index:2;max-width:calc(100% - 20px);padding:4px 10px;border-radius:8px;
  background:#000000a6;font-size:14px;overflow:hidden;text-overflow:ellipsis;white-space:nowrap}
+.chat{flex:none;width:360px;min-height:0;display:flex;flex-direction:column;background:#1b212b;border-left:1px solid #2a3240}
+.chat h2{margin:0;padding:16px 20px 12px;font-size:15px;font-weight:600;color:#b9c9e6}
+.chat ol{flex:1;min-height:0;margin:0;padding:4px 20px 12px;overflow:auto;list-style:none;display:flex;
+ flex-direction:column;gap:10px}
+.chat li{max-width:88%;padding:9px 13px;border-radius:14px 14px 14px 4px;background:#2a3342;font-size:15px;
+ overflow-wrap:anywhere;align-self:flex-start}
+.chat li.own{align-self:flex-end;border-radius:14px 14px 4px 14px;background:#2c5a86;color:#fff}
+.chat li b{display:block;font-size:12px;font-weight:600;color:#9fb0cb}
+.chat li.own b{color:#c6ddf3}
+.chat form{display:flex;gap:8px;padding:12px 16px 16px;border-top:1px solid #2a3240}
+.chat input{flex:1;min-width:0;font:inherit;font-size:15px;padding:10px 12px;border-radius:10px;border:1px solid #4b5a73;background:#12161d;
+ color:#fff;caret-color:#5fbf8f}
+.chat input::placeholder{color:#8d9ab0;opacity:1}
+.chat input:focus{outline:2px solid #5fbf8f;outline-offset:0;border-color:transparent}
+.chat button{flex:none;font:inherit;font-size:14px;font-weight:600;padding:10px 12px;border-radius:10px;border:0;background:#35465f;color:#e9edf3;
+ cursor:pointer}
+.chat button:hover{background:#405473}
+.chat button:focus-visible{outline:2px solid #5fbf8f;outline-offset:2px}
 footer{padding:12px 24px;background:#1b212b;border-top:1px solid #2a3240;color:#8d9ab0;font-size:13px;display:flex;
  justify-content:space-between;gap:16px}
 .note{flex:1;display:flex;flex-direction:column;align-items:center;justify-content:center;text-align:center;padding:24px}
@@ -48,7 +68,8 @@ footer{padding:12px 24px;background:#1b212b;border-top:1px solid #2a3240;color:#
 .note p{margin:0;color:#b9c9e6}
 @keyframes blink{0%,94%,100%{transform:scaleY(1)}97%{transform:scaleY(.1)}}
 @keyframes talk{from{height:4px}to{height:13px}}
-@media (max-width:900px){.tile{width:calc((100% - 14px)/2);height:calc((100% - 28px)/3)}.face{transform:none}}
+@media (max-width:900px){.room{flex-direction:column}.chat{width:auto;border-left:0}
+ .chat h2,.chat ol{display:none}.tile{width:calc((100% - 14px)/2);height:calc((100% - 28px)/3)}.face{transform:none}}
 @media (max-height:560px){.face{transform:none}}
 @media (prefers-reduced-motion:reduce){*{animation:none!important}}
 )css";
@@ -62,7 +83,81 @@ function tick(){
 }
 tick();
 setInterval(tick,1000);
+
+const page=[...crypto.getRandomValues(new Uint8Array(8))].map(byte=>byte.toString(16).padStart(2,"0")).join("");
+const address=location.pathname.replace(/\/+$/,"")+"/reports",waiting=[];
+let number=0,underWay=false,lastView="";
+// Within what a browser lets outlive the page, 64 KiB at once, with three bytes for a character.
+const portion=15000;
+function take(){
+ let size=0,count=0;
+ while(count<waiting.length&&(count===0||size+waiting[count].length<=portion))size+=waiting[count++].length+1;
+ return '{"page":"'+page+'","reports":['+waiting.splice(0,count).join()+"]}";
+}
+function post(){
+ return fetch(address,{method:"POST",headers:{"Content-Type":"application/json"},body:take(),keepalive:true,
+  signal:AbortSignal.timeout(5000)}).catch(()=>{});
+}
+// One request at a time, so that they arrive in order.
+async function send(){
+ if(underWay)return;
+ underWay=true;
+ while(waiting.length>0)await post();
+ underWay=false;
+}
+function report(kind,what){
+ waiting.push(JSON.stringify({number:++number,kind,...what}));
+ if(waiting.length>1000)waiting.shift();
+ send();
+}
+function view(kind){
+ const now={width:innerWidth,height:innerHeight,
+  fullScreen:document.fullscreenElement!==null||matchMedia("(display-mode:fullscreen)").matches,
+  visible:document.visibilityState==="visible",focused:document.hasFocus()};
+ const text=JSON.stringify(now);
+ if(kind==="view"&&text===lastView)return;
+ lastView=text;
+ report(kind,now);
+}
+const look=()=>view("view");
+for(const name of ["resize","focus","blur","pageshow"])addEventListener(name,look);
+for(const name of ["visibilitychange","fullscreenchange"])document.addEventListener(name,look);
+matchMedia("(display-mode:fullscreen)").addEventListener("change",look);
+// What still waits then goes at once; its numbers put it in its place.
+addEventListener("pagehide",()=>{while(waiting.length>0)post();});
+addEventListener("keydown",event=>report("key",{key:event.key,code:event.code,ctrl:event.ctrlKey,shift:event.shiftKey,
+ alt:event.altKey,meta:event.metaKey,repeat:event.repeat}),true);
+
+const form=document.getElementById("write");
+if(form!==null){
+ const field=form.elements.text,messages=document.getElementById("messages");
+ field.addEventListener("input",()=>report("text",{text:field.value}));
+ form.addEventListener("submit",event=>{
+  event.preventDefault();
+  field.focus();
+  if(field.value.trim()==="")return;
+  report("message",{text:field.value});
+  const item=document.createElement("li"),name=document.createElement("b"),now=new Date();
+  item.className="own";
+  name.textContent="Tu, "+two(now.getHours())+":"+two(now.getMinutes());
+  item.append(name,field.value);
+  messages.append(item);
+  while(messages.children.length>100)messages.firstChild.remove();
+  messages.scrollTop=messages.scrollHeight;
+  field.value="";
+ });
+ field.focus();
+}
+view("opened");
 )js";
+
+constexpr std::string_view chat = R"html(<aside class="chat" aria-label="Messaggi">
+<h2>Messaggi</h2>
+<ol id="messages" aria-live="polite"><li><b>Formatrice</b>Benvenuti! Qui potete scrivere le vostre domande.</li></ol>
+<form id="write"><input name="text" placeholder="Scrivi un messaggio" aria-label="Scrivi un messaggio" maxlength="1000"
+ autocomplete="off" autocorrect="off" spellcheck="false"><button>Invia</button></form>
+</aside>
+)html";
 
 struct Face {
     std::string_view skin;
@@ -115,7 +210,7 @@ PracticeReply meetingPage(const PracticeSession& session, const std::vector<Prac
     if (session.status == SessionStatus::ended) {
         body += note("La lezione è terminata", "Puoi chiudere questa finestra.");
     } else {
-        body += "<main>\n" + tile("Formatrice", 0);
+        body += "<div class=\"room\">\n<main>\n" + tile("Formatrice", 0);
         std::size_t number = 1;
         for (const PracticeParticipant& participant : participants) {
             if (participant.sessionCode == session.code && !participant.leftAt) {
@@ -124,6 +219,8 @@ PracticeReply meetingPage(const PracticeSession& session, const std::vector<Prac
         }
         for (const std::string_view name : classmates) body += tile(std::string(name), number++);
         body += "</main>\n";
+        body += chat;
+        body += "</div>\n";
     }
     body +=
         "<footer><span>Riunione di prova: nessun audio né video lascia questo computer.</span>"

@@ -9,7 +9,8 @@
 
 namespace vantrel::practice {
 
-/// The page that plays the meeting. It needs nothing from elsewhere and asks the server for nothing once it is shown.
+/// The page that plays the meeting. It needs nothing from elsewhere. Once shown it only tells the server how it stands
+/// and what is typed, see ReportExchanges, and does not mind when nobody listens.
 PracticeReply meetingPage(const PracticeSession& session, const std::vector<PracticeParticipant>& participants);
 
 /// 404, for people.

@@ -14,8 +14,9 @@ PracticeServer::PracticeServer(PracticeConfiguration configuration, Clock clock)
       clock_(std::move(clock)),
       registry_(configuration_.sessions),
       api_(registry_, configuration_),
-      control_(registry_, bender_, log_),
-      trainer_(registry_, configuration_) {}
+      control_(registry_, bender_, log_, reports_),
+      trainer_(registry_, configuration_),
+      meeting_(registry_, reports_) {}
 
 PracticeReply PracticeServer::handle(const PracticeRequest& request) {
     const RequestTarget target(request.path);
@@ -24,6 +25,7 @@ PracticeReply PracticeServer::handle(const PracticeRequest& request) {
     const std::lock_guard lock(mutex_);
     if (ControlExchanges::isControl(target)) return control_.handle(request, target);
     if (TrainerExchanges::isTrainer(target)) return trainer_.handle(request, target, now);
+    if (ReportExchanges::isReport(target)) return meeting_.handle(request, target, now);
     PracticeReply reply = exchange(request, target, now);
     const bool bent = bender_.bend(request, reply);
     reply.exchange = log_.record(request, reply, bent, now);
@@ -60,11 +62,17 @@ void PracticeServer::reset() {
     registry_.reset();
     bender_.clear();
     log_.clear();
+    reports_.clear();
 }
 
 std::vector<ReceivedExchange> PracticeServer::received() const {
     const std::lock_guard lock(mutex_);
     return log_.exchanges();
+}
+
+std::vector<PageReportLog::Entry> PracticeServer::pageReports() const {
+    const std::lock_guard lock(mutex_);
+    return {reports_.entries().begin(), reports_.entries().end()};
 }
 
 std::vector<PracticeSession> PracticeServer::sessions() const {

@@ -9,6 +9,7 @@
 #include "practice/ApiExchanges.h"
 #include "practice/ControlExchanges.h"
 #include "practice/ExchangeLog.h"
+#include "practice/PageReportLog.h"
 #include "practice/PracticeConfiguration.h"
 #include "practice/PracticeParticipant.h"
 #include "practice/PracticeReply.h"
@@ -16,6 +17,7 @@
 #include "practice/PracticeSession.h"
 #include "practice/ReceivedExchange.h"
 #include "practice/ReplyBender.h"
+#include "practice/ReportExchanges.h"
 #include "practice/SessionRegistry.h"
 #include "practice/TrainerExchanges.h"
 
@@ -44,9 +46,11 @@ class PracticeServer {
     std::uint64_t bend(BendRule rule);
     /// The code in any case; false when there is no such session.
     bool endSession(std::string_view code);
-    /// Everything as at the start: sessions, participants, bends, what was received.
+    /// Everything as at the start: sessions, participants, bends, what was received and reported.
     void reset();
     std::vector<ReceivedExchange> received() const;
+    /// What the meeting pages reported, as PageReportLog orders it.
+    std::vector<PageReportLog::Entry> pageReports() const;
     std::vector<PracticeSession> sessions() const;
     std::vector<PracticeParticipant> participants() const;
 
@@ -60,9 +64,11 @@ class PracticeServer {
     SessionRegistry registry_;
     ReplyBender bender_;
     ExchangeLog log_;
+    PageReportLog reports_;
     ApiExchanges api_;
     ControlExchanges control_;
     TrainerExchanges trainer_;
+    ReportExchanges meeting_;
 };
 
 }  // namespace vantrel::practice

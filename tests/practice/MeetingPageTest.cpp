@@ -49,6 +49,13 @@ TEST(MeetingPage, EscapesWhatCameFromOutside) {
     EXPECT_TRUE(contains(unknown, "&lt;script&gt;"));
 }
 
+TEST(MeetingPage, HasAFieldForMessagesAsLongAsTheSessionStands) {
+    PracticeServer server(fourSessions(), [] { return standingTime; });
+    EXPECT_TRUE(contains(server.handle(get("/meet/PROVA")), "placeholder=\"Scrivi un messaggio\""));
+    EXPECT_FALSE(contains(server.handle(get("/meet/CHIUSA")), "<input"));
+    EXPECT_FALSE(contains(server.handle(get("/meet/ALTRA")), "<script>"));
+}
+
 TEST(MeetingPage, IsFoundInAnyCase) {
     PracticeServer server(fourSessions(), [] { return standingTime; });
     EXPECT_EQ(server.handle(get("/meet/prova?utm=1")).status, 200);

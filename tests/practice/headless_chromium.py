@@ -1,5 +1,6 @@
 """A Chromium without a window, driven over a pair of pipes by its debugging protocol; a null ends each message."""
 import base64
+import contextlib
 import json
 import os
 import select
@@ -28,8 +29,9 @@ class HeadlessChromium:
             "--disable-background-networking", "--disable-component-update", "--disable-sync",
             f"--user-data-dir={self._folder.name}/profile", "--remote-debugging-pipe", "about:blank",
         ]
-        # The browser reads on descriptor 3 and writes on 4; by way of 8 and 9, for ours may be 3 and 4 swapped.
-        command = f'exec 8<&{to_browser} 9>&{from_browser}; exec "$@" 3<&8 4>&9 8<&- 9>&-'
+        # The browser reads on descriptor 3 and writes on 4; by way of two free ones, for ours may be 3 and 4 swapped.
+        command = (f'exec {{in}}<&{to_browser} {{out}}>&{from_browser}; '
+                   'exec "$@" 3<&$in 4>&$out {in}<&- {out}>&-')
         self._process = subprocess.Popen(
             ["bash", "-c", command, "bash", *arguments],
             stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
@@ -39,13 +41,14 @@ class HeadlessChromium:
         os.close(from_browser)
         self._unread = b""
         self._last = 0
+        # (method, parameters) of what the browser told by itself.
+        self.events = []
         self._page = None
         try:
             target = self._call("Target.createTarget", url="about:blank")["targetId"]
             self._page = self._call("Target.attachToTarget", targetId=target, flatten=True)["sessionId"]
             self.call("Page.enable")
-            self.call("Emulation.setDeviceMetricsOverride", width=width, height=height, deviceScaleFactor=1,
-                      mobile=False)
+            self.resize(width, height)
         except BaseException:
             self.close()
             raise
@@ -99,6 +102,22 @@ class HeadlessChromium:
         for kind in ("mousePressed", "mouseReleased"):
             self.call("Input.dispatchMouseEvent", type=kind, x=x, y=y, button="left", clickCount=1)
 
+    def press(self, key, code, text="", modifiers=0):
+        """Presses and releases a key. Modifiers: 1 Alt, 2 Control, 4 Command, 8 Shift."""
+        down = {"type": "keyDown", "text": text} if text else {"type": "rawKeyDown"}
+        self.call("Input.dispatchKeyEvent", key=key, code=code, modifiers=modifiers, **down)
+        self.call("Input.dispatchKeyEvent", type="keyUp", key=key, code=code, modifiers=modifiers)
+
+    def resize(self, width, height):
+        self.call("Emulation.setDeviceMetricsOverride", width=width, height=height, deviceScaleFactor=1, mobile=False)
+
+    @contextlib.contextmanager
+    def another_page(self):
+        """An empty page in front of this one, for as long."""
+        target = self._call("Target.createTarget", url="about:blank")["targetId"]
+        yield
+        self._call("Target.closeTarget", targetId=target)
+
     def picture(self, path):
         path.write_bytes(base64.b64decode(self.call("Page.captureScreenshot", format="png")["data"]))
 
@@ -114,6 +133,8 @@ class HeadlessChromium:
         while True:
             reply = self._message(end)
             if reply.get("id") != self._last:
+                if "method" in reply:
+                    self.events.append((reply["method"], reply["params"]))
                 continue
             if "error" in reply:
                 raise RuntimeError(f"{method}: {reply['error']}")

@@ -3,62 +3,18 @@
 
 Leaves pictures of what it saw in the current folder. Ends with 77 where there is no Chromium.
 """
-import datetime
-import http.client
 import json
 import pathlib
-import subprocess
 import sys
 import unittest
 
 import headless_chromium
+from practice_server import Server
 
 PROGRAM = ""
 # Seconds of silence that make a participant lost here, so that nobody has to wait for the usual 40.
 LOST_AFTER = 10
 CARD = "document.querySelector('section[data-code=PROVA]')"
-
-
-class Server:
-    def __init__(self, *arguments):
-        self._process = subprocess.Popen([PROGRAM, "--port", "0", "--exit-with-stdin", *arguments],
-                                         stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
-        self.port = int(self._process.stdout.readline().rsplit(":", 1)[1])
-        self.address = f"http://127.0.0.1:{self.port}/"
-
-    def close(self):
-        self._process.stdin.close()
-        self._process.wait()
-        self._process.stdout.close()
-
-    def ask(self, method, path, value=None):
-        connection = http.client.HTTPConnection("127.0.0.1", self.port, timeout=60)
-        try:
-            body, headers = (None, {}) if value is None else (json.dumps(value), {"Content-Type": "application/json"})
-            connection.request(method, path, body, headers)
-            reply = connection.getresponse()
-            return reply.status, json.loads(reply.read())
-        finally:
-            connection.close()
-
-    def join(self, name, email, code="PROVA"):
-        status, reply = self.ask("POST", f"/api/sessions/{code}/join", {
-            "fullName": name, "email": email, "platform": "darwin", "clientVersion": "2.0-macOS"})
-        assert status == 200, reply
-        return reply["userToken"]
-
-    def beat(self, token, *violations, code="prova", **changes):
-        now = datetime.datetime.now(datetime.timezone.utc).strftime("%Y-%m-%dT%H:%M:%SZ")
-        status, reply = self.ask("POST", "/api/heartbeat", {
-            "sessionCode": code, "userToken": token, "timestamp": now, "platform": "darwin",
-            "clientVersion": "2.0-macOS", "lockdownActive": True, "meetConnected": True,
-            "violations": [{"type": kind, "detail": detail, "at": now} for kind, detail in violations],
-            "disconnecting": False, **changes})
-        assert status == 200, reply
-        return reply["sessionEnded"]
-
-    def leave(self, token):
-        self.beat(token, disconnecting=True, lockdownActive=False, meetConnected=False)
 
 
 class TrainerPage(unittest.TestCase):
@@ -68,7 +24,7 @@ class TrainerPage(unittest.TestCase):
         cls.addClassCleanup(cls.browser.close)
 
     def server(self, *arguments):
-        server = Server(*arguments)
+        server = Server(PROGRAM, *arguments)
         self.addCleanup(server.close)
         return server
 
@@ -189,7 +145,7 @@ class TrainerPage(unittest.TestCase):
             self.browser.value("document.documentElement.scrollWidth<=document.documentElement.clientWidth"))
 
     def test_it_says_when_the_server_is_gone(self):
-        server = Server("--session", "PROVA=Sicurezza")
+        server = Server(PROGRAM, "--session", "PROVA=Sicurezza")
         try:
             self.open(server)
         finally:
