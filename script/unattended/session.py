@@ -75,6 +75,21 @@ LOCKDOWN = [
 
 END_SCREEN = "[SESSION] Schermata fine visibile, join hidden: true, end hidden: false"
 
+BROWSER = [
+    "[BROWSER] Reset stato per nuova sessione", "[BROWSER] Browser selezionato: Google Chrome",
+    "[FULLSCREEN] Tentativo 1/8...", "[FULLSCREEN] ✅ Fullscreen attivato via AX", "✅ Step 1/4: Fullscreen completato",
+]
+CHROMIUM_ARGUMENTS = ["--new-window", "--no-first-run", "--no-default-browser-check", "--disable-extensions",
+                      "--disable-tab-strip", "--disable-session-crashed-bubble", "--disable-infobars"]
+
+# Where the client looks for Chrome in a home folder. It adds what Chromium needs to run as any user, apart from other
+# profiles and without asking the network for anything, and notes what it was given itself.
+WRAPPER = """#!/bin/sh
+printf '%s\\n' "$@" >>'{noted}'
+exec chromium --no-sandbox --test-type --disable-quic --disable-background-networking --disable-component-update \\
+    --disable-sync --no-proxy-server --user-data-dir='{profile}' "$@" 2>>'{complaints}'
+"""
+
 failures = []
 
 
@@ -212,6 +227,8 @@ def second_session(desktop, practice, client):
     stage.window()
     check("the end screen comes again", until(lambda: client.lines.count(END_SCREEN) == 2))
     stage.picture("10-ended-by-the-trainer", ("the end's title", (24, 380, 392, 30), dark, True))
+    # On the end screen's free ground: the keyboard is then the window's wherever the browser has left it.
+    stage.click((300, 60))
     desktop.key("ctrl+q")
     check("the client quits with status 0", client.ended() == 0)
 
@@ -254,6 +271,27 @@ def check_what_was_kept(settings, address):
           kept == {"vt_serverURL": address + "/", "vt_fullName": NAME, "vt_email": EMAIL})
 
 
+def install_browser(home):
+    """Chromium under the name and in the folder that the client looks for; the file that notes its arguments."""
+    wrapper = home / "Applications/Google Chrome.app/Contents/MacOS/Google Chrome"
+    wrapper.parent.mkdir(parents=True)
+    noted = RUN / "browser-arguments.txt"
+    wrapper.write_text(WRAPPER.format(noted=noted, profile=RUN / "profile", complaints=RUN / "browser.log"))
+    wrapper.chmod(0o755)
+    return noted
+
+
+def check_the_browser(noted, lines, address):
+    expected = [line for code in ("NQRP5D", SECOND_CODE)
+                for line in [f"--app={address}/meet/{code}", *CHROMIUM_ARGUMENTS]]
+    check("the browser was started with exactly the eight arguments, once a session",
+          noted.exists() and noted.read_text().splitlines() == expected)
+    check("the meeting is opened and brought to full screen", in_order(lines, BROWSER))
+    check("the browser is ended with each session", lines.count("[SESSION] Browser terminato") == 2)
+    check("no browser of this run is left",
+          until(lambda: not subprocess.run(["pgrep", "-f", str(RUN / "profile")], capture_output=True).stdout))
+
+
 def processes_named(name):
     return subprocess.run(["pgrep", "-x", name], capture_output=True, text=True).stdout.split()
 
@@ -264,6 +302,7 @@ def main():
     shutil.rmtree(RUN, ignore_errors=True)
     home = RUN / "home"
     home.mkdir(parents=True)
+    noted = install_browser(home)
     classes = RUN / "classes.yaml"
     classes.write_text(CLASSES)
     before = set(processes_named("vantrel"))
@@ -279,6 +318,7 @@ def main():
         check_what_was_sent(practice)
         check_what_was_logged(client.lines)
         check_what_was_kept(settings, practice.address)
+        check_the_browser(noted, client.lines, practice.address)
     check("no process of the client is left", set(processes_named("vantrel")) <= before)
 
     if failures:

@@ -36,6 +36,22 @@ TEST(ApplicationNames, LeavesOutTheHelperProcessesOfBrowsers) {
     EXPECT_EQ(identifier("/usr/lib/chromium/chromium", {"chromium", "--app=https://x"}), "com.google.Chrome");
 }
 
+TEST(ApplicationNames, LeavesOutAHelperThatWroteItsCommandLineAnew) {
+    EXPECT_EQ(identifier("/usr/lib/chromium/chromium", {"/usr/lib/chromium/chromium --type=zygote --no-sandbox"}), "");
+    EXPECT_EQ(identifier("/usr/lib/chromium/chromium", {"chromium", "--app=https://x/?a --type=b"}),
+              "com.google.Chrome");
+}
+
+TEST(ApplicationNames, KnowsTheBrowsersByTheClassOfTheirWindows) {
+    EXPECT_EQ(applicationNameOfClass("Google-chrome").bundleIdentifier, "com.google.Chrome");
+    EXPECT_EQ(applicationNameOfClass("Chromium").bundleIdentifier, "com.google.Chrome");
+    EXPECT_EQ(applicationNameOfClass("Microsoft-edge").bundleIdentifier, "com.microsoft.edgemac");
+    EXPECT_EQ(applicationNameOfClass("firefox-esr").bundleIdentifier, "org.mozilla.firefox");
+    EXPECT_EQ(applicationNameOfClass("Firefox").localizedName, "Firefox");
+    EXPECT_EQ(applicationNameOfClass("XTerm").bundleIdentifier, "");
+    EXPECT_EQ(applicationNameOfClass("").bundleIdentifier, "");
+}
+
 TEST(ApplicationNames, StillKnowsAnExecutableThatWasReplacedWhileItRuns) {
     EXPECT_EQ(identifier("/usr/bin/vantrel (deleted)"), "biz.quorrin.vantrel");
 }

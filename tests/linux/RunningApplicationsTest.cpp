@@ -3,10 +3,12 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <string>
 
 #include "DesktopTest.h"
+#include "platform/linux/ProcessTable.h"
 
 namespace vantrel::linuxdesktop {
 namespace {
@@ -17,6 +19,10 @@ class RunningApplicationsTest : public DesktopTest {
         for (const pid_t child : children) {
             kill(child, SIGKILL);
             waitpid(child, nullptr, 0);
+        }
+        for (const ProcessIdentifier process : started) {
+            computer->processLauncher.sendSignal(process, SIGKILL);
+            EXPECT_TRUE(waitUntil([process] { return !ProcessTable::startTime(process); }));
         }
         DesktopTest::TearDown();
     }
@@ -33,13 +39,30 @@ class RunningApplicationsTest : public DesktopTest {
             _exit(1);
         }
         children.push_back(child);
-        // Until the new program stands in the child's place.
+        // Until the new program stands in the child's place with all that the kernel tells of it.
         for (int attempt = 0; attempt < 1000; ++attempt) {
-            std::error_code error;
-            if (std::filesystem::read_symlink("/proc/" + std::to_string(child) + "/exe", error) == program) break;
+            const auto entry = ProcessTable::find(child);
+            if (entry && entry->executablePath == program && !entry->display.empty()) break;
             usleep(1000);
         }
         return child;
+    }
+
+    // The tests' own application under another name.
+    ProcessIdentifier startPeer(const std::string& name, const std::vector<std::string>& arguments) {
+        const std::filesystem::path program = folder.path() / name;
+        std::filesystem::create_directories(program.parent_path());
+        std::filesystem::copy_file(VANTREL_PEER, program, std::filesystem::copy_options::skip_existing);
+        const auto result = computer->processLauncher.launch(program.string(), arguments);
+        EXPECT_TRUE(std::holds_alternative<ProcessIdentifier>(result));
+        started.push_back(std::get<ProcessIdentifier>(result));
+        return started.back();
+    }
+
+    std::vector<WindowEntry> windowsOf(ProcessIdentifier process) const {
+        auto windows = computer->windowList.copy(WindowListOption::all).value_or(std::vector<WindowEntry>());
+        std::erase_if(windows, [process](const WindowEntry& window) { return window.ownerPID != process; });
+        return windows;
     }
 
     std::vector<ProcessIdentifier> processes(std::string_view identifier) const {
@@ -58,6 +81,7 @@ class RunningApplicationsTest : public DesktopTest {
     std::string thisDisplay() const { return getenv("DISPLAY"); }
 
     std::vector<pid_t> children;
+    std::vector<ProcessIdentifier> started;
 };
 
 TEST_F(RunningApplicationsTest, CountsThisProcessUnderTheBundlesIdentifier) {
@@ -106,6 +130,134 @@ TEST_F(RunningApplicationsTest, KillsWhatIsForced) {
     siginfo_t info{};
     ASSERT_EQ(waitid(P_PID, static_cast<id_t>(browser), &info, WEXITED | WNOWAIT), 0);
     EXPECT_EQ(info.si_status, SIGKILL);
+}
+
+TEST_F(RunningApplicationsTest, KnowsAWrapperScriptBeforeAndAfterItBecomesTheBrowser) {
+    const auto browser = folder.path() / "usr/lib/chromium/chromium";
+    std::filesystem::create_directories(browser.parent_path());
+    std::filesystem::copy_file("/bin/sleep", browser);
+    const auto wrapper = folder.path() / "Applications/Google Chrome.app/Contents/MacOS/Google Chrome";
+    std::filesystem::create_directories(wrapper.parent_path());
+    writeContents(wrapper, "#!/bin/sh\nsleep 0.3\nexec " + browser.string() + " \"$@\"\n");
+    std::filesystem::permissions(wrapper, std::filesystem::perms::owner_all);
+    const auto result = computer->processLauncher.launch(wrapper.string(), {"60"});
+    ASSERT_TRUE(std::holds_alternative<ProcessIdentifier>(result));
+    const auto process = std::get<ProcessIdentifier>(result);
+    const auto executable = [process] {
+        std::error_code error;
+        return std::filesystem::read_symlink("/proc/" + std::to_string(process) + "/exe", error);
+    };
+    const auto before = computer->runningApplications.withProcessIdentifier(process);
+    EXPECT_NE(executable(), browser);
+    ASSERT_TRUE(before);
+    EXPECT_EQ(before->bundleIdentifier(), "com.google.Chrome");
+    EXPECT_TRUE(waitUntil([&] { return executable() == browser; }));
+    EXPECT_FALSE(before->isTerminated());
+    const auto after = computer->runningApplications.withProcessIdentifier(process);
+    ASSERT_TRUE(after);
+    EXPECT_EQ(after->bundleIdentifier(), "com.google.Chrome");
+    EXPECT_EQ(after->localizedName(), "Google Chrome");
+    EXPECT_EQ(processes("com.google.Chrome"), std::vector{process});
+    EXPECT_TRUE(after->forceTerminate());
+    EXPECT_TRUE(waitUntil([&] { return after->isTerminated(); }));
+}
+
+TEST_F(RunningApplicationsTest, ARealBrowserBehindAWrapperIsOneApplicationUntilItIsAskedToEnd) {
+    ASSERT_TRUE(computer->files.fileExists("/usr/bin/chromium")) << "this test needs Debian's chromium";
+    const std::string profile = (folder.path() / "profile").string();
+    const auto wrapper = folder.path() / "Applications/Google Chrome.app/Contents/MacOS/Google Chrome";
+    std::filesystem::create_directories(wrapper.parent_path());
+    writeContents(wrapper,
+                  "#!/bin/sh\nexec /usr/bin/chromium --no-sandbox --test-type --log-level=3 --disable-gpu "
+                  "--disable-background-networking --disable-sync --disable-component-update --password-store=basic "
+                  "--user-data-dir=" +
+                      profile + " \"$@\"\n");
+    std::filesystem::permissions(wrapper, std::filesystem::perms::owner_all);
+    const auto result = computer->processLauncher.launch(
+        wrapper.string(), {"--app=data:text/html,<title>Lezione</title>", "--new-window", "--no-first-run"});
+    started.push_back(std::get<ProcessIdentifier>(result));
+    const ProcessIdentifier process = started.back();
+    constexpr double patience = 30;
+    ASSERT_TRUE(waitUntil([&] { return !windowsOf(process).empty(); }, patience));
+    const auto ofThisProfile = [&profile] {
+        std::vector<ProcessEntry> entries = ProcessTable::all();
+        std::erase_if(entries, [&profile](const ProcessEntry& entry) {
+            return std::none_of(
+                entry.arguments.begin(), entry.arguments.end(),
+                [&profile](const std::string& argument) { return argument.find(profile) != std::string::npos; });
+        });
+        return entries.size();
+    };
+    EXPECT_GT(ofThisProfile(), 1U) << "the browser's helpers run beside it";
+    EXPECT_EQ(processes("com.google.Chrome"), std::vector{process});
+    const auto application = computer->runningApplications.withProcessIdentifier(process);
+    ASSERT_TRUE(application);
+    EXPECT_EQ(application->localizedName(), "Google Chrome");
+    EXPECT_TRUE(application->terminate());
+    EXPECT_TRUE(waitUntil([&] { return application->isTerminated(); }, patience));
+    EXPECT_TRUE(waitUntil([&] { return ofThisProfile() == 0; }, patience));
+}
+
+TEST_F(RunningApplicationsTest, KnowsABrowserByTheClassOfItsWindow) {
+    const ProcessIdentifier browser = startPeer("contenuto", {"--window=Lezione,100,100,300,200", "--class=Chromium"});
+    EXPECT_TRUE(waitUntil([&] { return lists("com.google.Chrome", browser); }));
+    const auto application = computer->runningApplications.withProcessIdentifier(browser);
+    ASSERT_TRUE(application);
+    EXPECT_EQ(application->bundleIdentifier(), "com.google.Chrome");
+    EXPECT_EQ(application->localizedName(), "Google Chrome");
+    EXPECT_FALSE(lists("org.mozilla.firefox", browser));
+}
+
+TEST_F(RunningApplicationsTest, TakesTheExecutableBeforeTheClassOfTheWindow) {
+    const ProcessIdentifier browser =
+        startPeer("firefox-esr", {"--window=Lezione,100,100,300,200", "--class=Chromium"});
+    EXPECT_TRUE(waitUntil([&] { return !windowsOf(browser).empty(); }));
+    EXPECT_TRUE(lists("org.mozilla.firefox", browser));
+    EXPECT_FALSE(lists("com.google.Chrome", browser));
+}
+
+TEST_F(RunningApplicationsTest, APlainProcessIsAnApplicationOnceItHasAWindow) {
+    const ProcessIdentifier without = startPeer("calcolo", {});
+    const ProcessIdentifier with = startPeer("calcolo", {"--window=Calcolo,100,100,300,200"});
+    EXPECT_TRUE(waitUntil([&] { return computer->runningApplications.withProcessIdentifier(with) != nullptr; }));
+    EXPECT_FALSE(computer->runningApplications.withProcessIdentifier(without));
+    const auto application = computer->runningApplications.withProcessIdentifier(with);
+    EXPECT_EQ(application->bundleIdentifier(), std::nullopt);
+    EXPECT_EQ(application->localizedName(), "calcolo");
+}
+
+TEST_F(RunningApplicationsTest, AnUnknownBundleIsAnApplicationCalledAfterItsFolder) {
+    const ProcessIdentifier process = startPeer("Calcolo.app/Contents/MacOS/calc", {});
+    EXPECT_TRUE(waitUntil([&] { return computer->runningApplications.withProcessIdentifier(process) != nullptr; }));
+    const auto application = computer->runningApplications.withProcessIdentifier(process);
+    EXPECT_EQ(application->bundleIdentifier(), std::nullopt);
+    EXPECT_EQ(application->localizedName(), "Calcolo");
+}
+
+TEST_F(RunningApplicationsTest, AProcessThatABrowserStartsBesideItsOwnIsNoApplication) {
+    const ProcessIdentifier helper = startPeer("chromium", {"--type=renderer"});
+    turnFor(0.2);
+    EXPECT_FALSE(computer->runningApplications.withProcessIdentifier(helper));
+    EXPECT_FALSE(lists("com.google.Chrome", helper));
+}
+
+TEST_F(RunningApplicationsTest, ListsTheOldestFirst) {
+    const pid_t first = start("chromium", thisDisplay().c_str());
+    usleep(20000);
+    const pid_t second = start("Google Chrome.app/Contents/MacOS/Google Chrome", thisDisplay().c_str());
+    EXPECT_EQ(processes("com.google.Chrome"), (std::vector<ProcessIdentifier>{first, second}));
+}
+
+TEST_F(RunningApplicationsTest, AsksTheWindowsToCloseWhenItAsksAnApplicationToEnd) {
+    const ProcessIdentifier process = startPeer("calcolo", {"--window=Calcolo,100,100,300,200", "--ignores-terminate"});
+    EXPECT_TRUE(waitUntil([&] { return !windowsOf(process).empty(); }));
+    const auto application = computer->runningApplications.withProcessIdentifier(process);
+    ASSERT_TRUE(application);
+    EXPECT_TRUE(application->terminate());
+    EXPECT_TRUE(waitUntil([&] { return windowsOf(process).empty(); }));
+    EXPECT_FALSE(application->isTerminated());
+    EXPECT_TRUE(application->forceTerminate());
+    EXPECT_TRUE(waitUntil([&] { return application->isTerminated(); }));
 }
 
 TEST_F(RunningApplicationsTest, BringsAWindowOfTheApplicationToTheFront) {

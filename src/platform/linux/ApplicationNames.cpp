@@ -12,19 +12,18 @@ struct Entry {
     ApplicationName name;
 };
 
-constexpr ApplicationName vantrelName{ownBundleIdentifier, "Vantrel"};
 constexpr ApplicationName chromeName{"com.google.Chrome", "Google Chrome"};
 constexpr ApplicationName edgeName{"com.microsoft.edgemac", "Microsoft Edge"};
 constexpr ApplicationName firefoxName{"org.mozilla.firefox", "Firefox"};
 
 // Bundle folders first, then the executables as Debian and the makers install them.
 constexpr std::array entries{
-    Entry{"Vantrel.app", vantrelName},
+    Entry{"Vantrel.app", ownApplicationName},
     Entry{"Google Chrome.app", chromeName},
     Entry{"Microsoft Edge.app", edgeName},
     Entry{"Firefox.app", firefoxName},
     Entry{"Safari.app", {"com.apple.Safari", "Safari"}},
-    Entry{"vantrel", vantrelName},
+    Entry{"vantrel", ownApplicationName},
     Entry{"google-chrome", chromeName},
     Entry{"google-chrome-stable", chromeName},
     Entry{"chrome", chromeName},
@@ -37,10 +36,17 @@ constexpr std::array entries{
     Entry{"firefox-bin", firefoxName},
 };
 
-bool isHelper(const std::vector<std::string>& arguments) {
-    return std::any_of(arguments.begin(), arguments.end(), [](const std::string& argument) {
-        return argument.rfind("--type=", 0) == 0 || argument == "-contentproc";
-    });
+// As the makers and Debian set it. In lower case: the makers are not of one mind about that.
+constexpr std::array classes{
+    Entry{"google-chrome", chromeName},        Entry{"chromium", chromeName}, Entry{"chromium-browser", chromeName},
+    Entry{"microsoft-edge", edgeName},         Entry{"firefox", firefoxName}, Entry{"firefox-esr", firefoxName},
+    Entry{"org.mozilla.firefox", firefoxName},
+};
+
+std::string lowerCased(std::string_view text) {
+    std::string lower(text);
+    for (char& c : lower) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    return lower;
 }
 
 }  // namespace
@@ -48,7 +54,7 @@ bool isHelper(const std::vector<std::string>& arguments) {
 ApplicationName applicationName(std::string_view executablePath, const std::vector<std::string>& arguments) {
     constexpr std::string_view replaced = " (deleted)";
     if (executablePath.ends_with(replaced)) executablePath.remove_suffix(replaced.size());
-    if (isHelper(arguments)) return {};
+    if (isHelperProcess(arguments)) return {};
 
     std::string_view rest = executablePath;
     while (!rest.empty()) {
@@ -64,6 +70,22 @@ ApplicationName applicationName(std::string_view executablePath, const std::vect
         rest.remove_prefix(slash + 1);
     }
     return {};
+}
+
+ApplicationName applicationNameOfClass(std::string_view windowClass) {
+    const auto* entry =
+        std::find_if(classes.begin(), classes.end(),
+                     [name = lowerCased(windowClass)](const Entry& entry) { return entry.file == name; });
+    return entry != classes.end() ? entry->name : ApplicationName{};
+}
+
+bool isHelperProcess(const std::vector<std::string>& arguments) {
+    constexpr std::string_view type = "--type=";
+    // Chromium's helpers write their command line anew, as one text with spaces.
+    if (arguments.size() == 1 && arguments.front().find(" --type=") != std::string::npos) return true;
+    return std::any_of(arguments.begin(), arguments.end(), [type](const std::string& argument) {
+        return argument.rfind(type, 0) == 0 || argument == "-contentproc";
+    });
 }
 
 }  // namespace vantrel::linuxdesktop

@@ -13,19 +13,26 @@
 #include "platform/linux/BackgroundQueue.h"
 #include "platform/linux/DelayedWork.h"
 #include "platform/linux/FileUserDefaults.h"
+#include "platform/linux/FullScreenDesktops.h"
+#include "platform/linux/LinuxAccessibility.h"
 #include "platform/linux/LinuxAccessibilityTrust.h"
 #include "platform/linux/LinuxAlerts.h"
 #include "platform/linux/LinuxApplication.h"
+#include "platform/linux/LinuxApplicationOpener.h"
 #include "platform/linux/LinuxBundle.h"
 #include "platform/linux/LinuxCaptureAuthorization.h"
 #include "platform/linux/LinuxClock.h"
 #include "platform/linux/LinuxDispatch.h"
 #include "platform/linux/LinuxFileManager.h"
+#include "platform/linux/LinuxFrontmostApplication.h"
+#include "platform/linux/LinuxProcessLauncher.h"
 #include "platform/linux/LinuxRunningApplications.h"
 #include "platform/linux/LinuxScreens.h"
+#include "platform/linux/LinuxSpaces.h"
 #include "platform/linux/LinuxStatusBar.h"
 #include "platform/linux/LinuxThreads.h"
 #include "platform/linux/LinuxURLSession.h"
+#include "platform/linux/LinuxWindowList.h"
 #include "platform/linux/LinuxWindows.h"
 #include "platform/linux/LinuxWorkspace.h"
 #include "platform/linux/MainQueue.h"
@@ -38,6 +45,7 @@
 #include "platform/linux/StandardOutputLog.h"
 #include "platform/linux/TerminationSignals.h"
 #include "platform/linux/WaylandSigns.h"
+#include "platform/linux/X11WindowSurvey.h"
 #include "platform/portable/ICUText.h"
 #include "platform/portable/PortableJSON.h"
 #include "platform/portable/PortableURLs.h"
@@ -86,8 +94,17 @@ struct LinuxComputer::Parts {
         : qtApplication(std::move(qt)),
           connection(std::move(toServer)),
           watcher(std::move(toWatch)),
-          application(mainThread, menuBars, windowsOfAll, std::move(endProcess)) {
+          application(mainThread, menuBars, windowsOfAll, puttingBackFirst(std::move(endProcess))) {
         responder.setTerminate([this] { application.terminate(); });
+    }
+
+    // No destructor runs when the process ends that way.
+    Block puttingBackFirst(Block endProcess) {
+        if (!endProcess) return {};
+        return [this, endProcess = std::move(endProcess)] {
+            fullScreenDesktops.putBackAll();
+            endProcess();
+        };
     }
 
     ~Parts() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
@@ -127,7 +144,15 @@ struct LinuxComputer::Parts {
         {mainThread, screens, menuBars, *connection, windowsOfAll, [this] { application.terminate(); }}};
     LinuxStatusBar statusBar{menuBuilder, screens, *connection, *watcher};
     LinuxWorkspace workspace;
-    LinuxRunningApplications runningApplications{windowsOfAll, displayVariable()};
+    LinuxRunningApplications runningApplications{*connection, windowsOfAll, displayVariable()};
+    LinuxProcessLauncher processLauncher;
+    LinuxApplicationOpener applicationOpener{processLauncher, runningApplications, windowsOfAll, delayedWork};
+    LinuxFrontmostApplication frontmostApplication{windowsOfAll, runningApplications};
+    X11WindowSurvey survey{*connection, windowsOfAll};
+    FullScreenDesktops fullScreenDesktops{*connection, windowsOfAll, survey, *watcher};
+    LinuxSpaces spaces{*watcher, mainQueue};
+    LinuxWindowList windowList{*connection, survey, runningApplications};
+    LinuxAccessibility accessibility{{*connection, windowsOfAll, survey, fullScreenDesktops}};
     LinuxAccessibilityTrust accessibilityTrust;
     LinuxCaptureAuthorization captureAuthorization;
     TerminationSignals terminationSignals{[this] { application.terminate(); }};
@@ -164,8 +189,14 @@ Computer LinuxComputer::computer() {
             .windows = parts.windows,
             .statusBar = parts.statusBar,
             .screens = parts.screens,
+            .spaces = parts.spaces,
+            .windowList = parts.windowList,
             .workspace = parts.workspace,
+            .applicationOpener = parts.applicationOpener,
+            .frontmostApplication = parts.frontmostApplication,
             .runningApplications = parts.runningApplications,
+            .processLauncher = parts.processLauncher,
+            .accessibility = parts.accessibility,
             .accessibilityTrust = parts.accessibilityTrust,
             .captureAuthorization = parts.captureAuthorization,
             .dispatch = parts.dispatch,

@@ -1,24 +1,32 @@
 #include "platform/linux/LinuxRunningApplication.h"
 
 #include <signal.h>
-#include <unistd.h>
 
 #include <filesystem>
 
-#include "platform/linux/ApplicationNames.h"
 #include "platform/linux/X11Windows.h"
 
 namespace vantrel::linuxdesktop {
 
-LinuxRunningApplication::LinuxRunningApplication(const ProcessEntry& entry, X11Windows& windows)
-    : process_(entry.process), startTime_(entry.startTime), windows_(windows) {
-    const ApplicationName known = applicationName(entry.executablePath, entry.arguments);
-    bundleIdentifier_ = known.bundleIdentifier;
-    name_ = known.localizedName;
-    if (name_.empty()) name_ = std::filesystem::path(entry.executablePath).filename().string();
-    // Started under whatever file name, this process is the client.
-    if (process_ == getpid()) bundleIdentifier_ = ownBundleIdentifier;
+namespace {
+
+std::string executableName(const std::filesystem::path& path) {
+    // A bundle is called after its folder.
+    for (const auto& component : path) {
+        if (component.extension() == ".app" && component.has_stem()) return component.stem().string();
+    }
+    return path.filename().string();
 }
+
+}  // namespace
+
+LinuxRunningApplication::LinuxRunningApplication(const ProcessEntry& entry, const ApplicationName& name,
+                                                 X11Windows& windows)
+    : process_(entry.process),
+      startTime_(entry.startTime),
+      bundleIdentifier_(name.bundleIdentifier),
+      name_(name.localizedName.empty() ? executableName(entry.executablePath) : name.localizedName),
+      windows_(windows) {}
 
 std::optional<std::string> LinuxRunningApplication::bundleIdentifier() const {
     if (bundleIdentifier_.empty()) return std::nullopt;

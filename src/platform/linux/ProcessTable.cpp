@@ -9,6 +9,7 @@
 #include <sstream>
 #include <string_view>
 #include <system_error>
+#include <tuple>
 
 #include "platform/linux/ProcFile.h"
 
@@ -87,7 +88,6 @@ std::optional<std::uint64_t> ProcessTable::startTime(ProcessIdentifier process) 
 }
 
 std::optional<ProcessEntry> ProcessTable::find(ProcessIdentifier process) {
-    if (process <= 0 || !isOfThisUser(process)) return std::nullopt;
     const std::optional<std::uint64_t> start = startTime(process);
     if (!start) return std::nullopt;
     ProcessEntry entry;
@@ -108,9 +108,12 @@ std::vector<ProcessEntry> ProcessTable::all() {
         ProcessIdentifier process = 0;
         const auto [end, failure] = std::from_chars(name.data(), name.data() + name.size(), process);
         if (failure != std::errc() || end != name.data() + name.size()) continue;
+        if (!isOfThisUser(process)) continue;
         if (auto entry = find(process)) entries.push_back(std::move(*entry));
     }
-    std::sort(entries.begin(), entries.end(), [](const auto& a, const auto& b) { return a.process < b.process; });
+    std::sort(entries.begin(), entries.end(), [](const auto& a, const auto& b) {
+        return std::tie(a.startTime, a.process) < std::tie(b.startTime, b.process);
+    });
     return entries;
 }
 

@@ -21,10 +21,12 @@ struct ProcessEntry {
     std::string display;
 };
 
-/// The processes of this user, from /proc. A zombie is gone. Any thread.
+/// The processes, from /proc. A zombie is gone. Any thread.
 class ProcessTable {
   public:
+    /// Whoever's it is; of another user's only the arguments may be known.
     static std::optional<ProcessEntry> find(ProcessIdentifier process);
+    /// Those of this user, oldest first.
     static std::vector<ProcessEntry> all();
 
     /// When the process was started; empty when there is none or it is a zombie.

@@ -32,6 +32,9 @@ class X11Connection {
     xcb_window_t root() const { return root_; }
     xcb_atom_t atom(std::string_view name);
 
+    /// False once the server has gone or has cut us off; every answer is empty from then on.
+    bool isAlive() const { return xcb_connection_has_error(get()) == 0; }
+
     /// The 32-bit values of a property; empty when it is missing or of another format.
     std::vector<std::uint32_t> values(xcb_window_t window, std::string_view property);
 

@@ -37,7 +37,11 @@ std::unique_ptr<X11Watcher> X11Watcher::open() {
     return std::unique_ptr<X11Watcher>(new X11Watcher(std::move(connection)));
 }
 
-X11Watcher::X11Watcher(std::unique_ptr<X11Connection> connection) : connection_(std::move(connection)) {
+X11Watcher::X11Watcher(std::unique_ptr<X11Connection> connection)
+    : connection_(std::move(connection)),
+      currentDesktop_(connection_->atom("_NET_CURRENT_DESKTOP")),
+      clientList_(connection_->atom("_NET_CLIENT_LIST")),
+      windowState_(connection_->atom("_NET_WM_STATE")) {
     select();
     notifier_ = std::make_unique<QSocketNotifier>(xcb_get_file_descriptor(connection_->get()), QSocketNotifier::Read);
     QObject::connect(notifier_.get(), &QSocketNotifier::activated, [this] { readEvents(); });
@@ -47,7 +51,8 @@ X11Watcher::~X11Watcher() = default;
 
 void X11Watcher::select() {
     xcb_connection_t* connection = connection_->get();
-    const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+    const std::uint32_t events =
+        XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(connection, connection_->root(), XCB_CW_EVENT_MASK, &events);
     const auto* extension = xcb_get_extension_data(connection, &xcb_randr_id);
     if (extension != nullptr && extension->present != 0) {
@@ -64,6 +69,8 @@ void X11Watcher::readEvents() {
     constexpr std::uint8_t sentByClient = 0x80;
     bool displays = false;
     bool stacking = false;
+    int currentDesktops = 0;
+    bool windows = false;
     while (const X11Reply<xcb_generic_event_t> event{xcb_poll_for_event(connection)}) {
         const std::uint8_t type = event->response_type & ~sentByClient;
         if (firstDisplayEvent_ != 0 && (type == firstDisplayEvent_ + XCB_RANDR_SCREEN_CHANGE_NOTIFY ||
@@ -74,11 +81,30 @@ void X11Watcher::readEvents() {
             (configured.window == connection_->root() ? displays : stacking) = true;
         } else if (type == XCB_MAP_NOTIFY || type == XCB_CIRCULATE_NOTIFY || type == XCB_REPARENT_NOTIFY) {
             stacking = true;
+        } else if (type == XCB_PROPERTY_NOTIFY) {
+            const xcb_atom_t changed = reinterpret_cast<const xcb_property_notify_event_t&>(*event).atom;
+            if (changed == currentDesktop_) ++currentDesktops;
+            windows = windows || changed == clientList_ || changed == windowState_;
         }
     }
     if (xcb_connection_has_error(connection) != 0) notifier_->setEnabled(false);
     if (displays) tell(Change::displays);
     if (stacking) tell(Change::stacking);
+    for (; currentDesktops > 0; --currentDesktops) tell(Change::currentDesktop);
+    if (windows) tell(Change::windows);
+}
+
+// Sending may take events in as well, and then the socket that wakes the event loop stays silent: hence from an event,
+// with a look at what has come. What happened to the window before now is told as well.
+void X11Watcher::watch(xcb_window_t window) {
+    const auto select = [this, window] {
+        const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
+        xcb_change_window_attributes(connection_->get(), window, XCB_CW_EVENT_MASK, &events);
+        xcb_flush(connection_->get());
+        readEvents();
+        tell(Change::windows);
+    };
+    QMetaObject::invokeMethod(notifier_.get(), select, Qt::QueuedConnection);
 }
 
 std::unique_ptr<Observation> X11Watcher::observe(Change change, Block block) {

@@ -13,10 +13,12 @@ class QSocketNotifier;
 namespace vantrel::linuxdesktop {
 
 /// Hears of changes on the root window. It has a connection of its own on which nobody waits for an answer: XCB takes
-/// events in while it waits, and then the socket that wakes the event loop stays silent. Main thread.
+/// events in while it waits, and then the socket that wakes the event loop stays silent. Main thread,
+/// where nothing else is said.
 class X11Watcher {
   public:
-    enum class Change { displays, stacking };
+    /// `windows`: one was opened, closed or changed its state; of states only those of windows that are watched.
+    enum class Change { displays, stacking, currentDesktop, windows };
 
     /// Null when there is no X server to be reached.
     static std::unique_ptr<X11Watcher> open();
@@ -24,6 +26,9 @@ class X11Watcher {
 
     /// The block runs from an event, once for each notice of the server; they come in bursts.
     [[nodiscard]] std::unique_ptr<Observation> observe(Change change, Block block);
+
+    /// Also hears of that window's changes of state. Any thread.
+    void watch(xcb_window_t window);
 
   private:
     struct Observer;
@@ -36,6 +41,9 @@ class X11Watcher {
     void tell(Change change);
 
     std::unique_ptr<X11Connection> connection_;
+    const xcb_atom_t currentDesktop_;
+    const xcb_atom_t clientList_;
+    const xcb_atom_t windowState_;
     std::uint8_t firstDisplayEvent_ = 0;
     std::vector<std::shared_ptr<Observer>> observers_;
     std::unique_ptr<QSocketNotifier> notifier_;

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <xcb/xcb.h>
+
+#include <cstdint>
+#include <optional>
+
+namespace vantrel::linuxdesktop {
+
+/// The macOS virtual key code of the key at the position that an X keycode names; empty for a position that sends no
+/// key events on a Mac. Positions and not letters: the layout has no say. X keycodes are those of evdev keyboards.
+std::optional<std::int64_t> macKeyCode(xcb_keycode_t position);
+
+/// The CGEventFlags bit of a modifier key, by its macOS key code; zero for other keys.
+std::uint64_t modifierFlag(std::int64_t keyCode);
+
+/// Whether the key only changes flags (a modifier or Caps Lock).
+bool changesFlags(std::int64_t keyCode);
+
+/// CGEventFlags of the modifiers.
+constexpr std::uint64_t shiftFlag = 0x20000;
+constexpr std::uint64_t controlFlag = 0x40000;
+constexpr std::uint64_t optionFlag = 0x80000;
+constexpr std::uint64_t commandFlag = 0x100000;
+
+}  // namespace vantrel::linuxdesktop

@@ -1,0 +1,115 @@
+#include "platform/linux/guard/KeyboardWatch.h"
+
+#include <poll.h>
+#include <sys/socket.h>
+#include <xcb/xinput.h>
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace vantrel::linuxdesktop {
+
+namespace {
+
+struct RawKeysMask {
+    xcb_input_event_mask_t header{XCB_INPUT_DEVICE_ALL, 1};
+    std::uint32_t mask = XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS;
+};
+
+// False when nobody is at the other end any more.
+bool takeAnswers(int line, bool& answered) {
+    std::array<char, 16> bytes{};
+    const ssize_t count = recv(line, bytes.data(), bytes.size(), MSG_DONTWAIT);
+    answered = count > 0;
+    return count > 0;
+}
+
+void sync(xcb_connection_t* connection) {
+    const X11Reply<xcb_get_input_focus_reply_t> reply(
+        xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
+}
+
+}  // namespace
+
+std::unique_ptr<KeyboardWatch> KeyboardWatch::open() {
+    auto connection = X11Connection::open();
+    if (!connection) return nullptr;
+    const auto* extension = xcb_get_extension_data(connection->get(), &xcb_input_id);
+    if (extension == nullptr || extension->present == 0) return nullptr;
+    // From version 2.1 on raw events come also while another client has the keyboard.
+    const X11Reply<xcb_input_xi_query_version_reply_t> version(xcb_input_xi_query_version_reply(
+        connection->get(), xcb_input_xi_query_version(connection->get(), 2, 2), nullptr));
+    if (!version || version->major_version < 2 || (version->major_version == 2 && version->minor_version < 1)) {
+        return nullptr;
+    }
+    return std::unique_ptr<KeyboardWatch>(new KeyboardWatch(std::move(connection), extension->major_opcode));
+}
+
+KeyboardWatch::KeyboardWatch(std::unique_ptr<X11Connection> connection, std::uint8_t extension)
+    : connection_(std::move(connection)), extension_(extension) {
+    const RawKeysMask rawKeys;
+    xcb_input_xi_select_events(connection_->get(), connection_->root(), 1, &rawKeys.header);
+    sync(connection_->get());
+}
+
+void KeyboardWatch::watch(int line, std::uint32_t resource) {
+    const char question = '?';
+    send(line, &question, 1, MSG_NOSIGNAL | MSG_DONTWAIT);
+    while (connection_->isAlive()) {
+        if (keyWasPressed() && !pressed_) pressed_ = std::chrono::steady_clock::now();
+        std::array<pollfd, 2> sources{pollfd{line, POLLIN, 0},
+                                      pollfd{xcb_get_file_descriptor(connection_->get()), POLLIN, 0}};
+        poll(sources.data(), sources.size(), untilDue(std::chrono::steady_clock::now()));
+        if (sources[0].revents != 0) {
+            bool answered = false;
+            if (!takeAnswers(line, answered)) return;
+            pressed_.reset();
+            asked_.reset();
+        }
+        // Read after the line: an answer that came while this process itself did not run still counts.
+        const Time now = std::chrono::steady_clock::now();
+        if (asked_ && now >= *asked_ + forAnswer) {
+            if (serverWasBusy()) {
+                asked_ = std::chrono::steady_clock::now();
+                continue;
+            }
+            xcb_kill_client(connection_->get(), resource);
+            sync(connection_->get());
+            return;
+        }
+        if (pressed_ && !asked_ && now >= *pressed_ + beforeQuestion) {
+            asked_ = now;
+            send(line, &question, 1, MSG_NOSIGNAL | MSG_DONTWAIT);
+        }
+    }
+}
+
+bool KeyboardWatch::keyWasPressed() {
+    bool pressed = false;
+    while (const X11Reply<xcb_generic_event_t> event{xcb_poll_for_event(connection_->get())}) {
+        if (event->response_type != XCB_GE_GENERIC) continue;
+        const auto& generic = reinterpret_cast<const xcb_ge_generic_event_t&>(*event);
+        pressed = pressed || (generic.extension == extension_ && generic.event_type == XCB_INPUT_RAW_KEY_PRESS);
+    }
+    return pressed;
+}
+
+// While another client keeps the server for itself, the filter may be waiting for it as well.
+bool KeyboardWatch::serverWasBusy() {
+    const auto before = std::chrono::steady_clock::now();
+    sync(connection_->get());
+    return std::chrono::steady_clock::now() - before > forAnswer / 4;
+}
+
+int KeyboardWatch::untilDue(Time now) const {
+    constexpr int forEver = -1;
+    std::optional<Time> due;
+    if (pressed_) due = *pressed_ + beforeQuestion;
+    if (asked_) due = *asked_ + forAnswer;
+    if (!due) return forEver;
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(*due - now).count();
+    return static_cast<int>(std::max<decltype(left)>(left, 0));
+}
+
+}  // namespace vantrel::linuxdesktop

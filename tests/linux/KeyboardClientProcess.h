@@ -1,0 +1,36 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <string>
+
+#include "platform/linux/FileDescriptor.h"
+
+namespace vantrel::linuxdesktop {
+
+/// A running KeyboardClient. Ends with this object.
+class KeyboardClientProcess {
+  public:
+    KeyboardClientProcess();
+    ~KeyboardClientProcess();
+    KeyboardClientProcess(const KeyboardClientProcess&) = delete;
+    KeyboardClientProcess& operator=(const KeyboardClientProcess&) = delete;
+
+    /// The next line that it says, within ten seconds.
+    std::string line();
+    /// Whether its main thread still answers.
+    bool isThere();
+
+    void signal(int number) const;
+    /// Waits until it has gone; its exit code, or minus the signal that ended it.
+    int end();
+
+    pid_t process() const { return process_; }
+
+  private:
+    pid_t process_ = 0;
+    FileDescriptor input_;
+    FileDescriptor output_;
+};
+
+}  // namespace vantrel::linuxdesktop

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/ProcessLauncher.h"
+
+namespace vantrel::linuxdesktop {
+
+/// The tests' own application, installed under a folder as "Google Chrome.app".
+class PeerBundle {
+  public:
+    explicit PeerBundle(const std::filesystem::path& parent);
+
+    const std::filesystem::path& folder() const { return folder_; }
+    std::filesystem::path executable() const { return folder_ / "Contents/MacOS/Google Chrome"; }
+
+    /// Without a value as long as it has not read them.
+    std::optional<std::vector<std::string>> argumentsReceived(ProcessIdentifier peer) const;
+
+    /// Kills the processes that run from here and waits until they have gone.
+    void endAll() const;
+
+  private:
+    std::filesystem::path folder_;
+};
+
+}  // namespace vantrel::linuxdesktop

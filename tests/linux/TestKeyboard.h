@@ -1,0 +1,37 @@
+#pragma once
+
+#include <xcb/xcb.h>
+
+#include <cstdint>
+#include <memory>
+
+#include "platform/linux/X11Connection.h"
+
+namespace vantrel::linuxdesktop {
+
+/// Presses keys as a person would, through the server's test extension, on a connection of its own. Returns once the
+/// server has taken the keys.
+class TestKeyboard {
+  public:
+    TestKeyboard();
+
+    void press(xcb_keycode_t position);
+    void release(xcb_keycode_t position);
+    /// Presses and releases.
+    void type(xcb_keycode_t position);
+    /// The same while modifier keys are held, by their CGEventFlags.
+    void type(xcb_keycode_t position, std::uint64_t flags);
+
+    /// The position of a key of a Mac; zero where there is none.
+    static xcb_keycode_t position(std::int64_t macKeyCode);
+
+    xcb_connection_t* connection() { return connection_->get(); }
+
+  private:
+    void send(std::uint8_t type, xcb_keycode_t position);
+    void sync();
+
+    const std::unique_ptr<X11Connection> connection_;
+};
+
+}  // namespace vantrel::linuxdesktop
