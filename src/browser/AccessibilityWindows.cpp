@@ -6,6 +6,7 @@ namespace vantrel {
 namespace {
 
 constexpr std::string_view windowsAttribute = "AXWindows";
+constexpr std::string_view focusedWindowAttribute = "AXFocusedWindow";
 constexpr std::string_view fullscreenAttribute = "AXFullScreen";
 constexpr std::string_view positionAttribute = "AXPosition";
 constexpr std::string_view sizeAttribute = "AXSize";
@@ -35,6 +36,17 @@ std::optional<bool> isFullscreen(const AccessibilityElement& window) {
 
 AccessibilityError setFullscreen(AccessibilityElement& window, bool fullscreen) {
     return window.setAttribute(fullscreenAttribute, fullscreen);
+}
+
+std::shared_ptr<AccessibilityElement> accessibilityFocusedWindow(const Accessibility& accessibility,
+                                                                 ProcessIdentifier process) {
+    return read<std::shared_ptr<AccessibilityElement>>(*accessibility.application(process), focusedWindowAttribute)
+        .value_or(nullptr);
+}
+
+Rect accessibilityFrame(const AccessibilityElement& window) {
+    return {read<Point>(window, positionAttribute).value_or(Point()),
+            read<Size>(window, sizeAttribute).value_or(Size())};
 }
 
 void setFrame(AccessibilityElement& window, const Rect& frame) {

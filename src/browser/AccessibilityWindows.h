@@ -18,6 +18,13 @@ std::vector<std::shared_ptr<AccessibilityElement>> accessibilityWindows(const Ac
 std::optional<bool> isFullscreen(const AccessibilityElement& window);
 AccessibilityError setFullscreen(AccessibilityElement& window, bool fullscreen);
 
+/// The application's window with the keyboard focus; null when it cannot be read.
+std::shared_ptr<AccessibilityElement> accessibilityFocusedWindow(const Accessibility& accessibility,
+                                                                 ProcessIdentifier process);
+
+/// What cannot be read of it is 0.
+Rect accessibilityFrame(const AccessibilityElement& window);
+
 /// Moves and then resizes the window; what comes of it is not looked at.
 void setFrame(AccessibilityElement& window, const Rect& frame);
 

@@ -1,22 +1,55 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <optional>
+#include <string_view>
+#include <vector>
 
+#include "lockdown/BlackoutWindow.h"
+#include "platform/Log.h"
+#include "platform/Observation.h"
+#include "platform/Overlay.h"
+#include "platform/RunLoop.h"
 #include "platform/Screens.h"
 
 namespace vantrel {
 
-/// Covers every display but one during a lockdown. Main thread. The covers are still to come: no display is covered
-/// yet.
-class BlackoutOverlayManager {
+/// Covers every display but one during a lockdown. Main thread; always shared.
+class BlackoutOverlayManager : public std::enable_shared_from_this<BlackoutOverlayManager> {
   public:
-    /// Covers every screen but `excludedScreen`.
+    /// Seconds after which the covers are put on top again.
+    static constexpr double enforceInterval = 3.0;
+
+    BlackoutOverlayManager(Screens& screens, Overlays& overlays, RunLoop& mainRunLoop, Log& log)
+        : screens_(screens), overlays_(overlays), mainRunLoop_(mainRunLoop), log_(log) {}
+
+    /// Covers every screen but `excludedScreen`. Where all displays share one Space nothing is covered: a full-screen
+    /// application blanks the others there.
     void activate(const std::optional<Screen>& excludedScreen);
     void deactivate();
 
-    /// How many overlays are shown.
-    std::size_t windowCount() const { return 0; }
+    bool isActive() const { return isActive_; }
+    /// How many covers are shown.
+    std::size_t windowCount() const { return windows_.size(); }
+
+  private:
+    void createOverlays(const std::optional<Screen>& excludedScreen);
+    void closeOverlays();
+    void enforce();
+    void handleScreenChange();
+    void print(std::string_view line) { log_.print(line); }
+
+    Screens& screens_;
+    Overlays& overlays_;
+    RunLoop& mainRunLoop_;
+    Log& log_;
+
+    std::vector<BlackoutWindow> windows_;
+    std::unique_ptr<Observation> screenChangeObserver_;
+    std::unique_ptr<Timer> enforceTimer_;
+    Rect excludedScreenFrame_;
+    bool isActive_ = false;
 };
 
 }  // namespace vantrel

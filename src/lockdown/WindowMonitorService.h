@@ -2,32 +2,106 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "browser/BrowserLauncher.h"
 #include "browser/FullscreenObserver.h"
+#include "lockdown/BrowserKill.h"
 #include "lockdown/SessionEndReason.h"
+#include "platform/Accessibility.h"
+#include "platform/Bundle.h"
+#include "platform/Dispatch.h"
+#include "platform/FrontmostApplication.h"
+#include "platform/Log.h"
+#include "platform/Observation.h"
+#include "platform/RunLoop.h"
+#include "platform/RunningApplications.h"
+#include "platform/Screens.h"
+#include "platform/Spaces.h"
+#include "platform/WindowList.h"
 
 namespace vantrel {
 
-/// Watches the browser that carries the meeting. Main thread. Its checks are still to come: monitoring does nothing.
-class WindowMonitorService : public FullscreenObserver {
+/// Watches the browser that carries the meeting: repairs small faults, reports a focus taken by another application,
+/// and ends the session when the window or the browser is gone or the participant has left the meeting's Space. Main
+/// thread; always shared.
+class WindowMonitorService : public FullscreenObserver, public std::enable_shared_from_this<WindowMonitorService> {
   public:
+    struct Platform {
+        RunningApplications& applications;
+        WindowList& windows;
+        Accessibility& accessibility;
+        Screens& screens;
+        Spaces& spaces;
+        FrontmostApplication& frontmost;
+        Bundle& mainBundle;
+        Dispatch& dispatch;
+        RunLoop& mainRunLoop;
+        Log& log;
+    };
+
+    /// Seconds between two ticks.
+    static constexpr double checkInterval = 1.5;
+    /// Only printed: the decision falls at a count of 2.
+    static constexpr int notVisibleThreshold = 6;
+    /// Ticks on which a browser that has never been seen is waited for.
+    static constexpr int startupGraceTicks = 8;
+
+    WindowMonitorService(const Platform& platform, const BrowserKill& kill);
+
     /// The meeting link, for whoever looks at the monitor.
     std::string authorizedMeetURL;
 
     /// Hears of a focus taken by another application. Main thread; set before the start.
     std::function<void(const std::string& detail)> onViolation;
-    /// Hears that the session is over, at most once for each start. Main thread; set before the start.
+    /// Hears that the session is over, at most once for each start; the monitor has stopped by then. Main thread; set
+    /// before the start.
     std::function<void(SessionEndReason)> onSessionEnded;
+
+    bool isActive() const { return isActive_; }
 
     void startMonitoring(const std::shared_ptr<BrowserLauncher>& launcher);
     void stopMonitoring();
 
-    void setFullscreenConfirmed(bool confirmed) override;
+    void setFullscreenConfirmed(bool confirmed) override { fullscreenConfirmed_ = confirmed; }
 
   private:
+    using Windows = std::vector<WindowEntry>;
+
+    void tick();
+    void handleMissingBrowser(BrowserLauncher& launcher);
+    void handleInvisibleWindow(ProcessIdentifier process);
+    void checkGeometry(BrowserLauncher& launcher, ProcessIdentifier process);
+    void checkFocus(BrowserLauncher& launcher);
+    bool isFocusedWindowFullscreen(const BrowserLauncher& launcher) const;
+    void enforceFullscreenSoon(BrowserLauncher& launcher);
+
+    void observeSpaces();
+    void handleSpaceChange();
+    void checkSpace();
+
+    /// The browser's process, if it runs.
+    std::optional<ProcessIdentifier> runningBrowser(const BrowserLauncher& launcher) const;
+    bool isBrowserWindowVisible(ProcessIdentifier process) const;
+    Windows allWindows() const;
+    Size screenSize() const;
+
+    void end(SessionEndReason reason);
+    void print(std::string_view line) { platform_.log.print(line); }
+
+    const Platform platform_;
+    const BrowserKill kill_;
+    const std::string vantrelBundleId_;
+
+    std::unique_ptr<Timer> timer_;
+    bool isActive_ = false;
+    int browserNotVisibleCount_ = 0;
     bool fullscreenConfirmed_ = false;
+    int startupGraceRemaining_ = 0;
+    std::weak_ptr<BrowserLauncher> browserLauncher_;
+    std::unique_ptr<Observation> spaceChangeObserver_;
 };
 
 }  // namespace vantrel

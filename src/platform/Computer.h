@@ -13,7 +13,9 @@
 #include "platform/FrontmostApplication.h"
 #include "platform/ISO8601DateFormatter.h"
 #include "platform/JSON.h"
+#include "platform/KeyboardTap.h"
 #include "platform/Log.h"
+#include "platform/Overlay.h"
 #include "platform/ProcessLauncher.h"
 #include "platform/RunLoop.h"
 #include "platform/RunningApplications.h"
@@ -41,6 +43,8 @@ struct Computer {
     StatusBar& statusBar;
     Screens& screens;
     Spaces& spaces;
+    Overlays& overlays;
+    KeyboardTaps& keyboardTaps;
     WindowList& windowList;
     Workspace& workspace;
     ApplicationOpener& applicationOpener;

@@ -143,8 +143,14 @@ void MainWindowController::createServices(const std::string& sessionCode, const 
                                   computer_.applicationOpener, computer_.windowList, computer_.accessibility,
                                   computer_.screens, computer_.urls, dispatch, computer_.mainRunLoop, threads,
                                   computer_.clock, computer_.log});
-    keyboardHook_ = makeMainThreadOwned<KeyboardHookService>(dispatch, threads);
-    windowMonitor_ = makeMainThreadOwned<WindowMonitorService>(dispatch, threads);
+    keyboardHook_ = makeMainThreadOwned<KeyboardHookService>(dispatch, threads, computer_.accessibilityTrust,
+                                                             computer_.keyboardTaps, computer_.log);
+    windowMonitor_ = makeMainThreadOwned<WindowMonitorService>(
+        dispatch, threads,
+        WindowMonitorService::Platform{computer_.runningApplications, computer_.windowList, computer_.accessibility,
+                                       computer_.screens, computer_.spaces, computer_.frontmostApplication,
+                                       computer_.mainBundle, dispatch, computer_.mainRunLoop, computer_.log},
+        BrowserKill(computer_.runningApplications, computer_.processLauncher, threads, computer_.clock, computer_.log));
     heartbeat_ = makeMainThreadOwned<HeartbeatService>(
         dispatch, threads,
         HeartbeatService::Identity{serverBaseAddress(computer_.userDefaults), sessionCode, result.userToken,
@@ -223,7 +229,9 @@ void MainWindowController::startWindowMonitor(const std::string& meetLink) {
 
 void MainWindowController::coverSecondaryDisplays() {
     print("🔒 Step 3.5: Blackout monitor secondari...");
-    blackoutOverlay_ = makeMainThreadOwned<BlackoutOverlayManager>(computer_.dispatch, computer_.threads);
+    blackoutOverlay_ = makeMainThreadOwned<BlackoutOverlayManager>(computer_.dispatch, computer_.threads, computer_.screens,
+                                                                   computer_.overlays, computer_.mainRunLoop,
+                                                                   computer_.log);
     blackoutOverlay_->activate(computer_.screens.mainScreen());
     print("✅ Step 3.5: " + std::to_string(blackoutOverlay_->windowCount()) + " monitor secondari coperti");
 }

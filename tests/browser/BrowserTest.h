@@ -42,6 +42,7 @@ class BrowserTest : public virtualmac::MacTest {
     /// Drops the test's reference, on the main thread.
     void release();
     BrowserLauncher& launcher() { return *launcher_; }
+    const std::shared_ptr<BrowserLauncher>& sharedLauncher() { return launcher_; }
     bool isAlive() const { return !weak_.expired(); }
     const ConfirmationListener& monitor() const { return *monitor_; }
 

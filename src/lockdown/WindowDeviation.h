@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+
+#include "platform/Geometry.h"
+
+namespace vantrel {
+
+/// How a window differs from one that fills the screen.
+struct WindowDeviation {
+    /// Off the screen's origin by more than 1 % of the screen in either direction.
+    bool moved = false;
+    /// At least 0.9 of the screen's width and 0.8 of its height.
+    bool sizeCorrect = true;
+    double widthRatio = 0;
+    double heightRatio = 0;
+
+    bool isNone() const { return !moved && sizeCorrect; }
+};
+
+/// The window's position counts from the top left and the screen's from the bottom left; they are compared as they
+/// stand.
+WindowDeviation windowDeviation(const Rect& window, const Rect& screen);
+
+/// For log lines: towards zero, and within what a number of that type can hold.
+std::int64_t truncated(double value);
+
+}  // namespace vantrel

@@ -1,0 +1,195 @@
+#include <gmock/gmock.h>
+
+#include "tests/lockdown/MonitorTest.h"
+
+namespace vantrel {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+using Operation = virtualmac::AccessibilityFaults::Operation;
+
+/// The window is where it has to be, as large as it has to be, or it is put back. What the launcher's attempt, half a
+/// second later, does is seen in its lines.
+class Geometry : public MonitorTest {
+  protected:
+    void SetUp() override {
+        openInWindow();
+        startMonitor();
+    }
+    /// The window lies there and is that large for Accessibility, whatever the desktop makes of it.
+    void place(const Point& position, const Size& size) {
+        faults().clear();
+        faults().answer("AXPosition", position);
+        faults().answer("AXSize", size);
+    }
+    std::size_t attempts() const { return lines("[FULLSCREEN] Tentativo").size(); }
+};
+
+TEST_F(Geometry, OfAWindowThatFillsTheDisplayIsLeftAlone) {
+    place({0, 0}, {1440, 900});
+    runTicks(3);
+    EXPECT_THAT(monitorLines(), IsEmpty());
+    EXPECT_THAT(writes(), IsEmpty());
+}
+
+TEST_F(Geometry, OfAMovedWindowIsRestored) {
+    place({100.9, -60.9}, {1440, 900});
+    runTicks(1);
+    EXPECT_THAT(monitorLines(), ElementsAre("[MONITOR] Finestra spostata pos:(100,-60) — ripristino"));
+    EXPECT_THAT(writes(), ElementsAre("AXPosition=0 0", "AXSize=1440 900"));
+}
+
+TEST_F(Geometry, OfAShrunkWindowIsRestored) {
+    place({0, 0}, {1295.9, 719.9});
+    runTicks(1);
+    EXPECT_THAT(monitorLines(), ElementsAre("[MONITOR] Finestra ridimensionata (89%×79%) — ripristino"));
+    EXPECT_THAT(writes(), ElementsAre("AXPosition=0 0", "AXSize=1440 900"));
+}
+
+TEST_F(Geometry, OfAMovedAndShrunkWindowIsToldInTwoLines) {
+    place({100, 100}, {720, 450});
+    runTicks(1);
+    EXPECT_THAT(monitorLines(), ElementsAre("[MONITOR] Finestra spostata pos:(100,100) — ripristino",
+                                            "[MONITOR] Finestra ridimensionata (50%×50%) — ripristino"));
+    EXPECT_THAT(writes(), SizeIs(2));
+}
+
+TEST_F(Geometry, WithinOnePercentAndAtNineAndEightTenthsIsLeftAlone) {
+    place({14.4, 9}, {1296, 720});
+    runTicks(3);
+    EXPECT_THAT(monitorLines(), IsEmpty());
+}
+
+TEST_F(Geometry, IsTriedToMakeFullScreenHalfASecondAfterTheRepair) {
+    place({100, 100}, {1440, 900});
+    runTicks(1);
+    EXPECT_EQ(attempts(), 0u);
+    const double tick = events("accessibility-set").at(0).time;
+    mac().runFor(0.5);
+    EXPECT_EQ(attempts(), 1u);
+    double attempt = 0;
+    for (const auto& event : events("log")) {
+        if (event.text.starts_with("[FULLSCREEN] Tentativo")) attempt = event.time;
+    }
+    EXPECT_NEAR(attempt - tick, 0.5, 1e-6);
+}
+
+TEST_F(Geometry, ActivatesTheBrowserWithTheRepair) {
+    place({100, 100}, {1440, 900});
+    runTicks(1);
+    EXPECT_THAT(texts("application-activate"), ElementsAre("Google Chrome"));
+}
+
+TEST_F(Geometry, CountsAPositionThatCannotBeReadAsZero) {
+    faults().clear();
+    faults().fail(Operation::read, "AXPosition", virtualmac::accessibilityFailure);
+    faults().answer("AXSize", Size{1440, 900});
+    runTicks(1);
+    EXPECT_THAT(monitorLines(), IsEmpty());
+}
+
+TEST_F(Geometry, CountsASizeThatCannotBeReadAsZero) {
+    faults().fail(Operation::read, "AXSize", virtualmac::accessibilityFailure);
+    runTicks(1);
+    EXPECT_THAT(monitorLines(), ElementsAre("[MONITOR] Finestra ridimensionata (0%×0%) — ripristino"));
+}
+
+TEST_F(Geometry, CountsAPositionOfAnotherTypeAsZero) {
+    faults().clear();
+    faults().answer("AXPosition", true);
+    faults().answer("AXSize", Size{1440, 900});
+    runTicks(1);
+    EXPECT_THAT(monitorLines(), IsEmpty());
+}
+
+TEST_F(Geometry, IgnoresWritesThatFail) {
+    place({100, 100}, {720, 450});
+    faults().fail(Operation::write, "AXPosition", virtualmac::accessibilityFailure);
+    faults().fail(Operation::write, "AXSize", virtualmac::accessibilityFailure);
+    runTicks(2);
+    EXPECT_THAT(monitorLines(), SizeIs(4));
+    EXPECT_THAT(ends(), IsEmpty());
+}
+
+TEST_F(Geometry, IsNotCheckedWithoutAList) {
+    place({100, 100}, {720, 450});
+    faults().fail(Operation::read, "AXWindows", virtualmac::accessibilityFailure);
+    runTicks(2);
+    EXPECT_THAT(monitorLines(), IsEmpty());
+}
+
+TEST_F(Geometry, IsNotCheckedWithoutAMainScreen) {
+    place({100, 100}, {720, 450});
+    auto displays = mac().screens().displays();
+    displays.screens.clear();
+    mac().screens().change(displays);
+    bringForward("Note", "com.example.notes");
+    runTicks(1);
+    EXPECT_THAT(writes(), IsEmpty());
+    EXPECT_THAT(violations(), ElementsAre("Note"));
+}
+
+TEST_F(Geometry, OfAnotherWindowInFullScreenStandsForAll) {
+    place({100, 100}, {720, 450});
+    faults().answer("AXFullScreen", true);
+    runTicks(1);
+    EXPECT_THAT(monitorLines(), IsEmpty());
+}
+
+TEST_F(Geometry, IsCheckedOfTheFirstWindow) {
+    faults().clear();
+    mac().processes().openWindow(chrome(), {"Altra", {{300, 300}, {1000, 500}}});
+    runTicks(1);
+    EXPECT_THAT(monitorLines(), Contains("[MONITOR] Finestra spostata pos:(300,300) — ripristino"));
+}
+
+TEST_F(Geometry, IsFollowedByTheFocusCheckInTheSameTick) {
+    place({100, 100}, {1440, 900});
+    bringForward("Note", "com.example.notes");
+    runTicks(1);
+    EXPECT_THAT(monitorLines(), ElementsAre("[MONITOR] Finestra spostata pos:(100,100) — ripristino",
+                                            "[MONITOR] Focus su Note — riporto Google Chrome in primo piano"));
+}
+
+TEST_F(Geometry, DoesNotAttemptFullScreenForALauncherThatIsGoneByThen) {
+    place({100, 100}, {1440, 900});
+    runTicks(1);
+    release();
+    mac().runFor(1);
+    EXPECT_EQ(attempts(), 0u);
+}
+
+TEST_F(Geometry, OfAConfirmedFullScreenIsNotCheckedWhereNoWindowSaysSo) {
+    mac().onMain([this] { monitor().setFullscreenConfirmed(true); });
+    place({100, 100}, {720, 450});
+    faults().fail(Operation::read, "AXFocusedWindow", virtualmac::accessibilityFailure);
+    runTicks(2);
+    EXPECT_THAT(writes(), IsEmpty());
+    EXPECT_THAT(monitorLines(), IsEmpty());
+}
+
+/// The position counts from the top left of the primary display and the screen's origin from its bottom left; they are
+/// compared and written as they stand.
+class GeometryOnAnotherDisplay : public MonitorTest {};
+
+TEST_F(GeometryOnAnotherDisplay, TakesTheDisplaysOriginAsItStands) {
+    openInWindow();
+    auto displays = mac().screens().displays();
+    displays.screens.push_back({"Sopra", {{-200, 900}, {1920, 1080}}});
+    displays.main = 1;
+    mac().screens().change(displays);
+    mac().desktop().resize(window(), {1920, 1080});
+    faults().clear();
+    faults().answer("AXPosition", Point{-200, -1080});
+    faults().answer("AXSize", Size{1920, 1080});
+    startMonitor();
+    runTicks(1);
+    EXPECT_THAT(monitorLines(), ElementsAre("[MONITOR] Finestra spostata pos:(-200,-1080) — ripristino"));
+    EXPECT_THAT(writes(), ElementsAre("AXPosition=-200 900", "AXSize=1920 1080"));
+}
+
+}  // namespace
+}  // namespace vantrel

@@ -1,0 +1,156 @@
+#include <gmock/gmock.h>
+
+#include "tests/lockdown/MonitorTest.h"
+
+namespace vantrel {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class Visibility : public MonitorTest {};
+
+constexpr const char* invisibleOnce = "[MONITOR] Finestra non visibile (1/6)";
+constexpr const char* invisibleTwice = "[MONITOR] Finestra non visibile (2/6)";
+constexpr const char* elsewhere = "[MONITOR] Finestra su altro Space — falso negativo ignorato, reset contatore";
+
+TEST_F(Visibility, OfAWindowClosedInFullScreenEndsTheSessionOnTheSecondTick) {
+    openInFullScreen();
+    startMonitor();
+    mac().desktop().close(window());
+    runTicks(1);
+    EXPECT_THAT(monitorLines(), ElementsAre(invisibleOnce));
+    EXPECT_THAT(ends(), IsEmpty());
+    runTicks(1);
+    EXPECT_THAT(monitorLines(),
+                ElementsAre(invisibleOnce, invisibleTwice,
+                            "[MONITOR] Finestra chiusa da fullscreen — fine sessione immediata", stopped));
+    EXPECT_THAT(ends(), ElementsAre(SessionEndReason::meetWindowClosed));
+}
+
+TEST_F(Visibility, OfAWindowClosedBeforeFullScreenEndsTheSessionOnTheSecondTick) {
+    openInWindow();
+    startMonitor();
+    mac().desktop().close(window());
+    runTicks(5);
+    EXPECT_THAT(monitorLines(), ElementsAre(invisibleOnce, invisibleTwice,
+                                            "[MONITOR] Finestra chiusa con X — fine sessione immediata", stopped));
+    EXPECT_THAT(ends(), ElementsAre(SessionEndReason::meetWindowClosed));
+}
+
+TEST_F(Visibility, AfterOneInvisibleTickResetsTheCounter) {
+    openInWindow();
+    startMonitor();
+    for (int round = 0; round < 3; ++round) {
+        mac().desktop().setMinimised(window(), true);
+        runTicks(1);
+        mac().desktop().setMinimised(window(), false);
+        runTicks(1);
+    }
+    EXPECT_THAT(monitorLines(), ElementsAre(invisibleOnce, invisibleOnce, invisibleOnce));
+    EXPECT_THAT(ends(), IsEmpty());
+}
+
+TEST_F(Visibility, OfAMinimisedWindowIsAFalseNegativeAgainAndAgain) {
+    openInWindow();
+    startMonitor();
+    mac().desktop().setMinimised(window(), true);
+    runTicks(4);
+    EXPECT_THAT(monitorLines(),
+                ElementsAre(invisibleOnce, invisibleTwice, elsewhere, invisibleOnce, invisibleTwice, elsewhere));
+    EXPECT_THAT(ends(), IsEmpty());
+}
+
+TEST_F(Visibility, OfAnUnconfirmedWindowOnAnotherSpaceIsAFalseNegative) {
+    openInWindow();
+    mac().spaces().addDesktop();
+    startMonitor();
+    mac().spaces().switchTo(1);
+    mac().runFor(1);
+    runTicks(2);
+    EXPECT_THAT(monitorLines(), ElementsAre(invisibleOnce, invisibleTwice, elsewhere));
+    EXPECT_THAT(ends(), IsEmpty());
+}
+
+TEST_F(Visibility, OfAFullScreenWindowOnAnotherSpaceIsGiven) {
+    openInFullScreen();
+    startMonitor();
+    // Without the notice of the change, which has a rule of its own.
+    mac().windowList().withhold(virtualmac::WindowKey::isOnscreen);
+    runTicks(4);
+    EXPECT_THAT(monitorLines(), IsEmpty());
+}
+
+TEST_F(Visibility, OfAWindowThatIsNotLargeIsNotGiven) {
+    openInWindow();
+    startMonitor();
+    // 0.6 of the display exactly.
+    mac().desktop().resize(window(), {864, 876});
+    runTicks(2);
+    EXPECT_THAT(monitorLines(), ElementsAre(invisibleOnce, invisibleTwice, elsewhere));
+}
+
+TEST_F(Visibility, OfATinyWindowCountsAsClosed) {
+    openInWindow();
+    startMonitor();
+    mac().desktop().resize(window(), {200, 876});
+    runTicks(2);
+    EXPECT_THAT(ends(), ElementsAre(SessionEndReason::meetWindowClosed));
+}
+
+TEST_F(Visibility, IsGivenByAnotherLargeWindowOfTheBrowser) {
+    openInWindow();
+    startMonitor();
+    mac().processes().openWindow(chrome(), {"Altra", {{0, 0}, {1440, 900}}});
+    mac().desktop().setMinimised(mac().desktop().windowsOf(chrome()).at(1).number, true);
+    runTicks(3);
+    EXPECT_THAT(monitorLines(), IsEmpty());
+    EXPECT_THAT(ends(), IsEmpty());
+}
+
+TEST_F(Visibility, IsNotGivenByAWindowOfAnotherApplication) {
+    openInFullScreen();
+    startMonitor();
+    virtualmac::ApplicationDescription description;
+    description.name = "Altra";
+    mac().processes().openWindow(mac().processes().add(description), {"Altra", {{0, 0}, {1440, 900}}});
+    mac().desktop().close(window());
+    runTicks(2);
+    EXPECT_THAT(ends(), ElementsAre(SessionEndReason::meetWindowClosed));
+}
+
+TEST_F(Visibility, WithoutAWindowListEndsTheSession) {
+    openInFullScreen();
+    startMonitor();
+    mac().windowList().setFailing(true);
+    runTicks(2);
+    EXPECT_THAT(ends(), ElementsAre(SessionEndReason::meetWindowClosed));
+}
+
+class MissingKey : public Visibility, public testing::WithParamInterface<virtualmac::WindowKey> {};
+
+TEST_P(MissingKey, MakesAWindowNotQualify) {
+    openInFullScreen();
+    startMonitor();
+    mac().windowList().withhold(GetParam());
+    runTicks(2);
+    EXPECT_THAT(ends(), ElementsAre(SessionEndReason::meetWindowClosed));
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, MissingKey,
+                         testing::Values(virtualmac::WindowKey::ownerPID, virtualmac::WindowKey::layer,
+                                         virtualmac::WindowKey::bounds));
+
+TEST_F(Visibility, IsMeasuredAgainstADefaultDisplayWhenThereIsNone) {
+    openInWindow();
+    startMonitor();
+    auto displays = mac().screens().displays();
+    displays.screens.clear();
+    mac().screens().change(displays);
+    mac().desktop().resize(window(), {865, 541});
+    runTicks(2);
+    EXPECT_THAT(ends(), IsEmpty());
+}
+
+}  // namespace
+}  // namespace vantrel
