@@ -103,7 +103,7 @@ void MainWindowController::activateLockdown(const std::string& sessionCode, cons
     if (!verifyAccessibility()) {
         // Back to what was before: a lockdown that stands from an earlier press keeps every way of ending it.
         if (!anotherStands) {
-            leaveLockdown();
+            isInLockdown_ = false;
             setClosable(true);
         }
         return;
@@ -111,11 +111,12 @@ void MainWindowController::activateLockdown(const std::string& sessionCode, cons
     createServices(sessionCode, result);
     wireServices();
     print("🔒 Step 1/4: Fullscreen browser...");
-    settleCapturePermissions(computer_.captureAuthorization, computer_.dispatch, computer_.log,
-                             [weak = weak_from_this(), lockdown = lockdownsOver_, sessionCode, result] {
-                                 const auto self = weak.lock();
-                                 if (self && self->lockdownsOver_ == lockdown) self->launchBrowser(sessionCode, result);
-                             });
+    settleCapturePermissions(
+        computer_.captureAuthorization, computer_.dispatch, computer_.log,
+        [weak = weak_from_this(), launcher = std::weak_ptr(browserLauncher_), sessionCode, result] {
+            const auto self = weak.lock();
+            if (self && self->isCurrent(launcher)) self->launchBrowser(sessionCode, result);
+        });
 }
 
 bool MainWindowController::verifyAccessibility() {
@@ -182,15 +183,19 @@ void MainWindowController::endOnMainQueue(SessionEndReason reason) {
 }
 
 void MainWindowController::launchBrowser(const std::string& sessionCode, const JoinResult& result) {
-    computer_.dispatch.userInitiatedQueue().async([weak = weak_from_this(), lockdown = lockdownsOver_,
-                                                   launcher = std::weak_ptr(browserLauncher_),
+    computer_.dispatch.userInitiatedQueue().async([weak = weak_from_this(), launcher = std::weak_ptr(browserLauncher_),
                                                    &dispatch = computer_.dispatch, sessionCode, result] {
         if (const auto browser = launcher.lock()) browser->launch(result.meetLink);
-        dispatch.mainQueue().async([weak, lockdown, sessionCode, result] {
+        dispatch.mainQueue().async([weak, launcher, sessionCode, result] {
             const auto self = weak.lock();
-            if (self && self->lockdownsOver_ == lockdown) self->completeLockdown(sessionCode, result);
+            if (self && self->isCurrent(launcher)) self->completeLockdown(sessionCode, result);
         });
     });
+}
+
+bool MainWindowController::isCurrent(const std::weak_ptr<BrowserLauncher>& launcher) const {
+    const auto other = launcher.lock();
+    return other && other == browserLauncher_;
 }
 
 void MainWindowController::completeLockdown(const std::string& sessionCode, const JoinResult& result) {
@@ -229,9 +234,9 @@ void MainWindowController::startWindowMonitor(const std::string& meetLink) {
 
 void MainWindowController::coverSecondaryDisplays() {
     print("🔒 Step 3.5: Blackout monitor secondari...");
-    blackoutOverlay_ = makeMainThreadOwned<BlackoutOverlayManager>(computer_.dispatch, computer_.threads, computer_.screens,
-                                                                   computer_.overlays, computer_.mainRunLoop,
-                                                                   computer_.log);
+    blackoutOverlay_ =
+        makeMainThreadOwned<BlackoutOverlayManager>(computer_.dispatch, computer_.threads, computer_.screens,
+                                                    computer_.overlays, computer_.mainRunLoop, computer_.log);
     blackoutOverlay_->activate(computer_.screens.mainScreen());
     print("✅ Step 3.5: " + std::to_string(blackoutOverlay_->windowCount()) + " monitor secondari coperti");
 }
@@ -252,7 +257,7 @@ void MainWindowController::menuEndSession() {
 
 void MainWindowController::endSession(SessionEndReason reason) {
     if (!isInLockdown_) return;
-    leaveLockdown();
+    isInLockdown_ = false;
     const auto text = std::string(message(reason));
     print("[SESSION] Fine sessione: " + text);
 
@@ -283,11 +288,6 @@ void MainWindowController::endSession(SessionEndReason reason) {
     joinScreen_->setHidden(true);
     endScreen_->setHidden(false);
     print("[SESSION] Schermata fine visibile, join hidden: true, end hidden: false");
-}
-
-void MainWindowController::leaveLockdown() {
-    isInLockdown_ = false;
-    ++lockdownsOver_;
 }
 
 void MainWindowController::closeBrowserIfRunning() {

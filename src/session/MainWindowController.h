@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -63,6 +62,9 @@ class MainWindowController : public std::enable_shared_from_this<MainWindowContr
     bool verifyAccessibility();
     void createServices(const std::string& sessionCode, const JoinResult& result);
     void wireServices();
+    /// What an activation left pending (prompts, the browser's launch) goes on only while its launcher is in use: the
+    /// join button can be pressed again meanwhile, and an end must leave nothing that comes back.
+    bool isCurrent(const std::weak_ptr<BrowserLauncher>& launcher) const;
     void launchBrowser(const std::string& sessionCode, const JoinResult& result);
     void completeLockdown(const std::string& sessionCode, const JoinResult& result);
     void startKeyboardHook();
@@ -71,8 +73,6 @@ class MainWindowController : public std::enable_shared_from_this<MainWindowContr
     void installStatusItem(const std::string& sessionTitle, const std::string& sessionCode);
     void endOnMainQueue(SessionEndReason reason);
 
-    /// Leaves the lockdown as far as quitting is concerned.
-    void leaveLockdown();
     void closeBrowserIfRunning();
     void setClosable(bool closable);
     void print(std::string_view line) { computer_.log.print(line); }
@@ -87,11 +87,6 @@ class MainWindowController : public std::enable_shared_from_this<MainWindowContr
     std::shared_ptr<BlackoutOverlayManager> blackoutOverlay_;
     bool isInLockdown_ = false;
     std::unique_ptr<StatusItem> statusItem_;
-
-    /// Counts the lockdowns that are over. What an activation left pending (prompts, the browser's launch) goes on only
-    /// while the lockdown that it was part of stands: the join button can be pressed again meanwhile, and an end must
-    /// leave nothing that comes back.
-    std::uint64_t lockdownsOver_ = 0;
 
     std::unique_ptr<Window> window_;
     std::unique_ptr<JoinScreen> joinScreen_;

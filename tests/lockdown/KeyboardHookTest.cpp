@@ -7,8 +7,11 @@
 namespace vantrel {
 namespace {
 
+using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::IsSupersetOf;
+using testing::Not;
 
 class KeyboardHook : public virtualmac::MacTest {
   protected:
@@ -32,6 +35,17 @@ class KeyboardHook : public virtualmac::MacTest {
         mac().onMain([this] { hook_->stop(); });
     }
     KeyboardHookService& hook() { return *hook_; }
+    /// "cmd+q"; the decision has been made when it returns.
+    void press(std::string_view key) {
+        participant().pressKey(*virtualmac::KeyStroke::parse(key));
+        mac().runFor(0.1);
+    }
+    /// Another application is in front, and gets what nobody swallows.
+    void bringNotesForward() {
+        virtualmac::ApplicationDescription description;
+        description.name = "Note";
+        mac().processes().find(mac().processes().add(std::move(description)))->comeToFront();
+    }
     void release() {
         mac().onMain([this] { hook_.reset(); });
     }
@@ -89,6 +103,95 @@ TEST_F(KeyboardHook, CanBeStartedAgainOnceThePermissionIsGiven) {
     start();
     EXPECT_TRUE(hook().isActive());
     EXPECT_EQ(mac().residue().keyboardTaps, 1u);
+}
+
+TEST_F(KeyboardHook, SwallowsCommandShift4AsCmd4) {
+    bringNotesForward();
+    start();
+    press("cmd+shift+4");
+    EXPECT_THAT(logLines(), ElementsAre("[HOOK] Hook tastiera attivato", "[HOOK] 🚫 Bloccato: Cmd+4"));
+    EXPECT_THAT(blocked(), ElementsAre("Cmd+4"));
+    EXPECT_THAT(texts("key-swallowed"), ElementsAre("cmd+shift+4"));
+    EXPECT_THAT(texts("key-delivered"), Not(Contains("cmd+shift+4")));
+}
+
+TEST_F(KeyboardHook, LetsTheOthersThroughUnsaid) {
+    bringNotesForward();
+    start();
+    for (const char* key : {"cmd+0", "cmd+comma", "escape", "a", "f5", "alt+left", "ctrl+f", "shift+tab"}) press(key);
+    EXPECT_THAT(logLines(), ElementsAre("[HOOK] Hook tastiera attivato"));
+    EXPECT_THAT(blocked(), IsEmpty());
+    EXPECT_THAT(texts("key-swallowed"), IsEmpty());
+    EXPECT_THAT(texts("key-delivered"), IsSupersetOf({"cmd+0", "cmd+comma", "escape", "a", "f5", "alt+left", "ctrl+f"}));
+}
+
+TEST_F(KeyboardHook, NamesWhatIsHeldDownEachTime) {
+    start();
+    participant().pressKey(*virtualmac::KeyStroke::parse("cmd+q"), 3);
+    mac().runFor(1);
+    EXPECT_THAT(blocked(), ElementsAre("Cmd+Q", "Cmd+Q", "Cmd+Q"));
+}
+
+TEST_F(KeyboardHook, WithNobodyToTellSwallowsAndLogsAllTheSame) {
+    mac().onMain([this] { hook().onKeyBlocked = nullptr; });
+    start();
+    press("cmd+tab");
+    EXPECT_THAT(logLines(), Contains("[HOOK] 🚫 Bloccato: Cmd+Tab"));
+    EXPECT_THAT(texts("key-swallowed"), ElementsAre("cmd+tab"));
+}
+
+TEST_F(KeyboardHook, ThatIsStoppedSwallowsNothing) {
+    start();
+    stop();
+    press("cmd+q");
+    EXPECT_THAT(texts("key-swallowed"), IsEmpty());
+    EXPECT_THAT(blocked(), IsEmpty());
+}
+
+TEST_F(KeyboardHook, ThatTheSystemRefusesStaysInactiveAndMayBeTriedAgain) {
+    mac().keyboard().refuse(1);
+    start();
+    EXPECT_FALSE(hook().isActive());
+    EXPECT_THAT(logLines(), ElementsAre("[HOOK] Impossibile creare event tap — controlla i permessi Accessibilità"));
+    EXPECT_EQ(mac().trust().prompts(), 0);
+    start();
+    EXPECT_TRUE(hook().isActive());
+}
+
+TEST_F(KeyboardHook, ThatTheSystemHasDisabledStaysSo) {
+    start();
+    // The main thread does not answer for longer than the system waits.
+    mac().postToMain([this] { computer().threads.sleep(3); });
+    press("cmd+q");
+    mac().runFor(5);
+    EXPECT_THAT(texts("tap-disabled"), ElementsAre("timeout"));
+    EXPECT_TRUE(hook().isActive());
+    press("cmd+q");
+    EXPECT_THAT(texts("key-swallowed"), IsEmpty());
+    EXPECT_THAT(logLines(), ElementsAre("[HOOK] Hook tastiera attivato"));
+    EXPECT_EQ(mac().keyboard().enabledTaps(), 0u);
+    stop();
+    EXPECT_EQ(mac().residue().keyboardTaps, 0u);
+}
+
+TEST_F(KeyboardHook, WhosePermissionIsTakenAwayIsNotEnabledAgain) {
+    start();
+    mac().trust().setTrusted(false);
+    press("cmd+q");
+    mac().trust().setTrusted(true);
+    press("cmd+q");
+    EXPECT_THAT(texts("tap-disabled"), ElementsAre("user input"));
+    EXPECT_THAT(texts("key-swallowed"), IsEmpty());
+}
+
+TEST_F(KeyboardHook, WorksWhileAnAlertIsUp) {
+    start();
+    mac().postToMain([this] { computer().alerts.runModal({}); });
+    mac().runFor(1);
+    press("cmd+space");
+    EXPECT_THAT(blocked(), ElementsAre("Cmd+Space"));
+    participant().answerAlert("OK");
+    mac().runFor(0);
 }
 
 }  // namespace

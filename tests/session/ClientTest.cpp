@@ -119,6 +119,8 @@ void ClientTest::expectNothingLeft() {
     EXPECT_EQ(left.timers, 0u);
     EXPECT_EQ(left.observers, 0u);
     EXPECT_EQ(left.statusItems, 0u);
+    EXPECT_EQ(left.overlays, 0u);
+    EXPECT_EQ(left.keyboardTaps, 0u);
     EXPECT_EQ(left.alerts, 0u);
     EXPECT_EQ(left.pendingBlocks, 0u);
     EXPECT_EQ(left.workers, 0u);

@@ -36,10 +36,12 @@ TEST_F(EndOfSessionTest, RunsInItsOrderWhenTheParticipantEndsIt) {
     forgetEvents();
     participant().answerAlert("Termina");
     mac().runFor(10);
-    EXPECT_THAT(logLines(), ElementsAre("[SESSION] Fine sessione: Sessione terminata dall'utente",
-                                        "[BROWSER] Kill Google Chrome", "[SESSION] Browser terminato",
-                                        "[HEARTBEAT] Disconnessione inviata: Sessione terminata dall'utente",
-                                        "[HEARTBEAT] Fermato", endScreenShown));
+    EXPECT_THAT(
+        logLines(),
+        ElementsAre("[SESSION] Fine sessione: Sessione terminata dall'utente", "[HOOK] Hook tastiera disattivato",
+                    "[MONITOR] Monitoraggio fermato", "[BLACKOUT] Overlay deattivato", "[BROWSER] Kill Google Chrome",
+                    "[SESSION] Browser terminato", "[HEARTBEAT] Disconnessione inviata: Sessione terminata dall'utente",
+                    "[HEARTBEAT] Fermato", endScreenShown));
     EXPECT_EQ(bodies("/api/heartbeat").back(),
               R"({"clientVersion":"2.0-macOS","disconnecting":true,"lockdownActive":false,"meetConnected":false,)"
               R"("platform":"darwin","sessionCode":"NQRP5D","timestamp":"2026-03-02T08:00:34Z","userToken":"T",)"
@@ -177,9 +179,11 @@ TEST_P(EveryReasonTest, IsShownAndLoggedByItsMessage) {
         kept->endSession(SessionEndReason::userRequest);
     });
     const auto text = std::string(message(GetParam()));
-    EXPECT_THAT(logLines(), ElementsAre("[SESSION] Fine sessione: " + text, "[BROWSER] Kill Google Chrome",
-                                        "[SESSION] Browser terminato", "[HEARTBEAT] Disconnessione inviata: " + text,
-                                        "[HEARTBEAT] Fermato", endScreenShown));
+    EXPECT_THAT(logLines(),
+                ElementsAre("[SESSION] Fine sessione: " + text, "[HOOK] Hook tastiera disattivato",
+                            "[MONITOR] Monitoraggio fermato", "[BLACKOUT] Overlay deattivato",
+                            "[BROWSER] Kill Google Chrome", "[SESSION] Browser terminato",
+                            "[HEARTBEAT] Disconnessione inviata: " + text, "[HEARTBEAT] Fermato", endScreenShown));
     EXPECT_EQ(this->text("endMessageLabel"), text);
     EXPECT_THAT(bodies("/api/heartbeat").back(), testing::Not(HasSubstr(text)));
     mac().onMain([&] { kept.reset(); });

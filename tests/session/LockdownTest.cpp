@@ -31,11 +31,15 @@ TEST_F(LockdownTest, IsActivatedInItsOrder) {
                     "[BROWSER] Lancio Google Chrome con args: --app=https://meet.example/abc --new-window",
                     "[BROWSER] Google Chrome PID (new): 501", "[FULLSCREEN] Tentativo 1/8...",
                     "[FULLSCREEN] ✅ Fullscreen attivato via AX", "✅ Step 1/4: Fullscreen completato",
-                    "🔒 Step 2/4: Attivazione keyboard hook...", "✅ Step 2/4: Keyboard hook attivato",
-                    "🔒 Step 3/4: Avvio window monitor...", "✅ Step 3/4: Window monitor avviato",
-                    "🔒 Step 3.5: Blackout monitor secondari...", "✅ Step 3.5: 0 monitor secondari coperti",
-                    "🔒 Step 4/4: Setup menu bar...", "✅ Step 4/4: Menu bar configurato",
-                    "[HEARTBEAT] Avviato (ogni 15s) → https://server.example", line,
+                    "🔒 Step 2/4: Attivazione keyboard hook...", "[HOOK] Hook tastiera attivato",
+                    "[LOCKDOWN] ✅ Keyboard hook verificato e attivo", "✅ Step 2/4: Keyboard hook attivato",
+                    "🔒 Step 3/4: Avvio window monitor...", "[MONITOR] Fullscreen già confermato all'avvio",
+                    "[MONITOR] Monitoraggio avviato", "✅ Step 3/4: Window monitor avviato",
+                    "🔒 Step 3.5: Blackout monitor secondari...",
+                    "[BLACKOUT] Nessun monitor secondario — sistema single-monitor",
+                    "[BLACKOUT] Attivato — escluso: Display integrato, coperti: 0",
+                    "✅ Step 3.5: 0 monitor secondari coperti", "🔒 Step 4/4: Setup menu bar...",
+                    "✅ Step 4/4: Menu bar configurato", "[HEARTBEAT] Avviato (ogni 15s) → https://server.example", line,
                     "✅✅✅ LOCKDOWN COMPLETO E ATTIVO ✅✅✅", line));
 }
 
