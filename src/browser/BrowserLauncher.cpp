@@ -1,5 +1,6 @@
 #include "browser/BrowserLauncher.h"
 
+#include <algorithm>
 #include <mutex>
 #include <utility>
 #include <variant>
@@ -57,11 +58,10 @@ void BrowserLauncher::launch(const std::string& meetURL) {
 
 void BrowserLauncher::launchProcess(const std::string& meetURL, SupportedBrowser browser) {
     const auto name = std::string(displayName(browser));
-    std::optional<std::string> executable;
-    for (const auto& candidate : executableCandidates(browser, platform_.files)) {
-        if (!executable && platform_.files.fileExists(candidate)) executable = candidate;
-    }
-    if (!executable) {
+    const auto candidates = executableCandidates(browser, platform_.files);
+    const auto executable = std::find_if(candidates.begin(), candidates.end(),
+                                         [this](const std::string& path) { return platform_.files.fileExists(path); });
+    if (executable == candidates.end()) {
         print("[BROWSER] ❌ Eseguibile non trovato per " + name);
         return;
     }

@@ -18,8 +18,13 @@ std::string numberText(double number) {
 }  // namespace
 
 std::string rectangleText(const Rect& rectangle) {
-    return "(" + numberText(rectangle.origin.x) + ", " + numberText(rectangle.origin.y) + ", " +
-           numberText(rectangle.size.width) + ", " + numberText(rectangle.size.height) + ")";
+    std::string text = "(";
+    for (const double number : {rectangle.origin.x, rectangle.origin.y, rectangle.size.width, rectangle.size.height}) {
+        if (text.size() > 1) text += ", ";
+        text += numberText(number);
+    }
+    text += ')';
+    return text;
 }
 
 }  // namespace vantrel

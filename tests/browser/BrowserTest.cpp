@@ -61,6 +61,17 @@ void BrowserTest::release() {
     if (launcher_) mac().onMain([this] { launcher_.reset(); });
 }
 
+void BrowserTest::keepMainBusy(double seconds) {
+    mac().postToMain([this, seconds] { computer().threads.sleep(seconds); });
+}
+
+void BrowserTest::keepMainBusyAndRelease(double seconds) {
+    mac().postToMain([this, seconds] {
+        computer().threads.sleep(seconds);
+        launcher_.reset();
+    });
+}
+
 double BrowserTest::timeOf(std::string_view line) const {
     for (const auto& event : events("log")) {
         if (event.text == line) return event.time;
@@ -72,6 +83,12 @@ std::vector<double> BrowserTest::timesOf(std::string_view kind) const {
     std::vector<double> times;
     for (const auto& event : events(kind)) times.push_back(event.time);
     return times;
+}
+
+std::vector<std::string> BrowserTest::activationOptions() const {
+    std::vector<std::string> options;
+    for (const auto& event : events("application-activate")) options.push_back(event.field("options"));
+    return options;
 }
 
 std::size_t BrowserTest::count(std::string_view line) const {

@@ -41,6 +41,10 @@ class BrowserTest : public virtualmac::MacTest {
     void close();
     /// Drops the test's reference, on the main thread.
     void release();
+    /// From now on the main thread is busy for so many seconds; returns at once.
+    void keepMainBusy(double seconds);
+    /// The same, and then it drops the test's reference before it does anything else.
+    void keepMainBusyAndRelease(double seconds);
     BrowserLauncher& launcher() { return *launcher_; }
     const std::shared_ptr<BrowserLauncher>& sharedLauncher() { return launcher_; }
     bool isAlive() const { return !weak_.expired(); }
@@ -50,6 +54,8 @@ class BrowserTest : public virtualmac::MacTest {
     double timeOf(std::string_view line) const;
     /// When something of that kind happened, each time.
     std::vector<double> timesOf(std::string_view kind) const;
+    /// With which options applications were asked to come to the front, each time.
+    std::vector<std::string> activationOptions() const;
     std::size_t count(std::string_view line) const;
     bool logged(std::string_view line) const { return count(line) > 0; }
     /// The logged lines that begin with the tag.

@@ -101,6 +101,7 @@ TEST_F(Fullscreen, IsTriedEveryTwoAndAHalfSecondsForTwenty) {
     const auto activations = timesOf("application-activate");
     ASSERT_THAT(activations, SizeIs(8));
     EXPECT_NEAR(activations.front() - times.front(), 2.0, 1e-6);
+    EXPECT_THAT(activationOptions(), Each("0"));
 }
 
 TEST_F(Fullscreen, ThatIsRefusedLeavesTheWindowOverTheWholeMainScreen) {

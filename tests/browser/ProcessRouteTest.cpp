@@ -275,21 +275,16 @@ TEST_F(ProcessRoute, StartsTheSeriesOfAttemptsAnew) {
     EXPECT_EQ(launcher().fullscreenRetryCount(), 1);
 }
 
-TEST_F(ProcessRoute, LeavesNothingBehindOnceTheLauncherIsGone) {
+TEST_F(ProcessRoute, AttemptsOnceMoreWhatWasConfirmedBeforeItsFirstAttempt) {
     installChrome();
-    for (const double moment : {0.0, 0.5, 1.9, 2.5, 2.9, 3.0, 3.5}) {
-        launch();
-        mac().runFor(moment);
-        release();
-        const auto attempts = lines("[FULLSCREEN]").size();
-        mac().runFor(30);
-        EXPECT_FALSE(isAlive()) << moment;
-        // A launch that still ran goes on to its end; the attempt that it queues may find its launcher.
-        EXPECT_LE(lines("[FULLSCREEN]").size(), attempts + 2) << moment;
-        EXPECT_EQ(mac().residue().timers, 0u) << moment;
-        EXPECT_EQ(mac().residue().workers, 0u) << moment;
-        EXPECT_EQ(mac().residue().pendingBlocks, 0u) << moment;
-    }
+    launch();
+    mac().runFor(2.5);
+    attempt();
+    ASSERT_TRUE(launcher().isConfirmedFullscreen());
+    mac().runFor(2);
+    EXPECT_THAT(lines("[FULLSCREEN] Tentativo"),
+                ElementsAre("[FULLSCREEN] Tentativo 1/8...", "[FULLSCREEN] Tentativo 1/8..."));
+    EXPECT_TRUE(launcher().isConfirmedFullscreen());
 }
 
 TEST_F(ProcessRoute, OutlivesABrowserThatIsKilledAtAnyMomentOfTheLaunch) {
@@ -310,23 +305,6 @@ TEST_F(ProcessRoute, OutlivesABrowserThatIsKilledAtAnyMomentOfTheLaunch) {
         mac().runFor(1);
         EXPECT_EQ(mac().residue().timers, 0u) << moment;
     }
-}
-
-TEST_F(ProcessRoute, ForgetsTheSessionBeforeWithTheNextLaunch) {
-    installChrome();
-    startChrome();
-    make();
-    launch();
-    mac().runFor(10);
-    EXPECT_TRUE(launcher().isConfirmedFullscreen());
-    mac().processes().failLaunches("No.");
-    launch();
-    mac().runFor(0);
-    EXPECT_EQ(launcher().browserPID(), std::nullopt);
-    EXPECT_EQ(launcher().browserApp(), nullptr);
-    EXPECT_FALSE(launcher().isConfirmedFullscreen());
-    EXPECT_EQ(launcher().fullscreenRetryCount(), 0);
-    EXPECT_TRUE(launcher().wasPreExisting());
 }
 
 }  // namespace

@@ -288,6 +288,7 @@ TEST_F(BringingToFront, ActivatesTheBrowserAndNamesIt) {
     mac().runFor(1);
     EXPECT_THAT(logLines(), ElementsAre("[BROWSER] Google Chrome portato in primo piano"));
     EXPECT_THAT(texts("application-activate"), ElementsAre("Google Chrome"));
+    EXPECT_THAT(activationOptions(), ElementsAre("2"));
     mac().onMain([this] {
         EXPECT_EQ(computer().frontmostApplication.frontmostApplication()->localizedName(), "Google Chrome");
     });
@@ -328,6 +329,20 @@ TEST_F(Adoption, TakesTheNewProcessAndTellsBoth) {
     EXPECT_EQ(launcher().browserApp()->processIdentifier(), fresh);
     EXPECT_TRUE(launcher().isConfirmedFullscreen());
     EXPECT_EQ(launcher().fullscreenRetryCount(), 1);
+}
+
+TEST_F(Adoption, KeepsTheNumberOfTheMeetingsWindow) {
+    make();
+    launch();
+    mac().runFor(10);
+    const auto number = launcher().windowNumber();
+    ASSERT_TRUE(number);
+    const auto fresh = mac().applications().add({"Safari", "com.apple.Safari"});
+    mac().onMain([this, fresh] {
+        launcher().adoptRunningApplication(computer().runningApplications.withProcessIdentifier(fresh));
+    });
+    EXPECT_EQ(launcher().browserPID(), fresh);
+    EXPECT_EQ(launcher().windowNumber(), number);
 }
 
 TEST_F(Adoption, TellsMinusOneWhereNoneWasKnown) {

@@ -57,6 +57,7 @@ TEST_F(WorkspaceRoute, WaitsThreeSecondsAfterTheWindowThenActivatesThenHalfASeco
     const auto activations = timesOf("application-activate");
     ASSERT_THAT(activations, SizeIs(1));
     EXPECT_NEAR(activations.front() - start, 4.2, 1e-6);
+    EXPECT_THAT(activationOptions(), ElementsAre("0"));
     EXPECT_NEAR(timeOf("[FULLSCREEN] Tentativo 1/8...") - start, 4.7, 1e-6);
 }
 
@@ -145,13 +146,16 @@ TEST_F(WorkspaceRoute, TellsOfAnErrorAndGoesOn) {
     make();
     std::vector<std::string> reasons;
     bool onMain = false;
+    bool loggedBefore = false;
     launcher().onSessionEnded = [&](const std::string& reason) {
+        loggedBefore = logged("[BROWSER] ❌ Errore: L’applicazione non può essere aperta.");
         reasons.push_back(reason);
         onMain = computer().threads.isMainThread();
     };
     launch();
     mac().runFor(30);
-    EXPECT_TRUE(logged("[BROWSER] ❌ Errore: L’applicazione non può essere aperta."));
+    EXPECT_EQ(count("[BROWSER] ❌ Errore: L’applicazione non può essere aperta."), 1u);
+    EXPECT_TRUE(loggedBefore);
     EXPECT_THAT(reasons, ElementsAre("Impossibile avviare Safari"));
     EXPECT_TRUE(onMain);
     EXPECT_TRUE(logged("[BROWSER] ⚠ Finestra non trovata entro timeout"));
@@ -168,6 +172,9 @@ TEST_F(WorkspaceRoute, OnlyLogsAnErrorThatNobodyHears) {
 }
 
 TEST_F(WorkspaceRoute, ReturnsSilentlyForAnAddressThatFormsNoURL) {
+    make();
+    bool called = false;
+    launcher().onSessionEnded = [&called](const std::string&) { called = true; };
     for (const char* address : {"http://[", "https://meet.example/a b"}) {
         forgetEvents();
         launch(address);
@@ -175,16 +182,21 @@ TEST_F(WorkspaceRoute, ReturnsSilentlyForAnAddressThatFormsNoURL) {
         EXPECT_EQ(logLines().back(), "[BROWSER] Finestre prima: 0") << address;
         EXPECT_THAT(events("application-opened"), IsEmpty()) << address;
         EXPECT_EQ(launcher().browserPID(), std::nullopt) << address;
+        EXPECT_FALSE(called) << address;
     }
 }
 
 TEST_F(WorkspaceRoute, ReturnsSilentlyWhenSafarisAddressFormsNoURL) {
     mac().urls().failFormingWhere(
         [](std::string_view text) { return text.find("Safari.app") != std::string_view::npos; });
+    make();
+    bool called = false;
+    launcher().onSessionEnded = [&called](const std::string&) { called = true; };
     launch();
     mac().runFor(30);
     EXPECT_EQ(logLines().back(), "[BROWSER] Finestre prima: 0");
     EXPECT_THAT(events("application-opened"), IsEmpty());
+    EXPECT_FALSE(called);
 }
 
 TEST_F(WorkspaceRoute, OpensSafariForFirefoxAndLooksForAWindowOfFirefox) {
@@ -269,6 +281,19 @@ TEST_F(WorkspaceRoute, DoesNotResetTheSeriesBeforeItsFirstAttempt) {
     mac().runFor(3);
     EXPECT_TRUE(logged("[FULLSCREEN] Tentativo 2/8..."));
     EXPECT_EQ(count("[FULLSCREEN] Tentativo 1/8..."), 1u);
+}
+
+TEST_F(WorkspaceRoute, LeavesAConfirmationThatCameBeforeItsFirstAttempt) {
+    openWindowAfter(1);
+    launch();
+    mac().runFor(2);
+    attempt();
+    ASSERT_TRUE(launcher().isConfirmedFullscreen());
+    mac().runFor(3);
+    EXPECT_THAT(events("application-activate"), SizeIs(1));
+    EXPECT_EQ(lines("[FULLSCREEN] Tentativo"), std::vector<std::string>{"[FULLSCREEN] Tentativo 1/8..."});
+    EXPECT_TRUE(launcher().isConfirmedFullscreen());
+    EXPECT_EQ(launcher().fullscreenRetryCount(), 1);
 }
 
 TEST_F(WorkspaceRoute, IgnoresAnAnswerForALauncherThatIsGone) {
