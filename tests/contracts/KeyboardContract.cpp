@@ -47,7 +47,7 @@ class KeyboardContract : public ContractTest {
 
     bool start(KeyDecision decision = commandQorW) {
         host().onMain([this, decision] {
-            tap = keyboard().keyboardTaps().create(decision, [this](std::string_view name) {
+            tap = computer().keyboardTaps.create(decision, [this](std::string_view name) {
                 note(std::string(name) + (computer().threads.isMainThread() ? "" : " off the main thread"));
             });
         });
@@ -129,7 +129,7 @@ TEST_F(KeyboardContract, AnotherTapMayFollow) {
 
 TEST_F(KeyboardContract, ATapMayEndInItsOwnReport) {
     host().onMain([this] {
-        tap = keyboard().keyboardTaps().create(commandQorW, [this](std::string_view name) {
+        tap = computer().keyboardTaps.create(commandQorW, [this](std::string_view name) {
             tap.reset();
             note(std::string(name));
         });
@@ -143,7 +143,7 @@ TEST_F(KeyboardContract, ATapMayEndInItsOwnReport) {
 }
 
 TEST_F(KeyboardContract, ASwallowedKeyNeedsNoReport) {
-    host().onMain([this] { tap = keyboard().keyboardTaps().create(commandQorW, {}); });
+    host().onMain([this] { tap = computer().keyboardTaps.create(commandQorW, {}); });
     ASSERT_TRUE(tap);
     keyboard().pressKey(keyQ, command);
     keyboard().pressKey(keyA, 0);

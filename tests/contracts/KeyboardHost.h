@@ -3,22 +3,19 @@
 #include <cstdint>
 #include <vector>
 
-#include "platform/KeyboardTap.h"
-
 namespace vantrel::contracts {
 
-/// A computer on trial that has a keyboard. Test thread.
+/// A computer on trial that has a keyboard, which types into a window of another application. Test thread.
 class KeyboardHost {
   public:
     virtual ~KeyboardHost() = default;
 
-    virtual KeyboardTaps& keyboardTaps() = 0;
-
-    /// Presses and releases the key of that macOS key code, with the modifier keys of these CGEventFlags held. The
-    /// focus is on a window of another application.
+    /// Presses and releases the key of that macOS key code, while the modifier keys of these CGEventFlags are held down
+    /// from before to after it. The first one opens the window and gives it the keyboard. Returns without waiting for
+    /// the key's way through a tap.
     virtual void pressKey(std::int64_t macKeyCode, std::uint64_t flags) = 0;
 
-    /// The key codes of the presses that this window has received so far, without modifier keys.
+    /// The key codes of the presses that the window has received so far, in order, without modifier keys.
     virtual std::vector<std::int64_t> keysReceived() = 0;
 };
 

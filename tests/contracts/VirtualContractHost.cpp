@@ -4,6 +4,8 @@
 
 #include "platform/portable/URLComponents.h"
 #include "tests/contracts/ContractHost.h"
+#include "tests/contracts/DisplayHost.h"
+#include "tests/contracts/KeyboardHost.h"
 #include "tests/virtual/MacTest.h"
 
 namespace vantrel::contracts {
@@ -64,7 +66,12 @@ virtualmac::InstalledApplication peer(const std::vector<std::string>& arguments)
     return made;
 }
 
-class VirtualContractHost final : public ContractHost {
+bool contains(const Rect& frame, const Point& point) {
+    return point.x >= frame.origin.x && point.x < frame.origin.x + frame.size.width && point.y >= frame.origin.y &&
+           point.y < frame.origin.y + frame.size.height;
+}
+
+class VirtualContractHost final : public ContractHost, public KeyboardHost, public DisplayHost {
   public:
     VirtualContractHost() : mac_(options()) {
         mac_.files().add(plainFile(), virtualmac::FileKind::file);
@@ -102,6 +109,59 @@ class VirtualContractHost final : public ContractHost {
     std::string existingFolder() override { return "/Applications/Safari.app"; }
     std::string missingPath() override { return "/Applications/Nessuno.app"; }
 
+    void pressKey(std::int64_t macKeyCode, std::uint64_t flags) override {
+        if (typedInto_ == 0) {
+            virtualmac::ApplicationDescription application{"Appunti", "com.apple.TextEdit"};
+            application.ignoresTerminate = true;
+            virtualmac::NewWindow window{"Appunti"};
+            window.hasCloseButton = false;
+            typedInto_ = mac_.processes().add(std::move(application));
+            mac_.processes().openWindow(typedInto_, window);
+        }
+        mac_.participant().pressKey(macKeyCode, flags);
+    }
+    std::vector<std::int64_t> keysReceived() override {
+        std::vector<std::int64_t> codes;
+        for (const auto& [key, process] : mac_.keys().received()) {
+            if (process == typedInto_) codes.push_back(key.keyCode);
+        }
+        return codes;
+    }
+
+    void setDisplays(const std::vector<Screen>& displays) override {
+        auto next = mac_.screens().displays();
+        next.screens = displays;
+        mac_.screens().change(std::move(next));
+    }
+    std::vector<SeenOverlay> overlays() override {
+        std::vector<SeenOverlay> seen;
+        for (const auto& overlay : mac_.overlays().all()) seen.push_back({overlay.description.frame, overlay.visible});
+        return seen;
+    }
+    bool overlayIsInFrontAt(const Point& point) override {
+        const auto screens = mac_.screens().displays().screens;
+        const Point fromTop{point.x, screens.front().frame.size.height - point.y};
+        const auto list = mac_.computer().windowList.copy(WindowListOption::onScreenOnly);
+        for (const WindowEntry& entry : *list) {
+            if (!contains(*entry.bounds, fromTop)) continue;
+            const auto overlays = mac_.overlays().all();
+            return std::any_of(overlays.begin(), overlays.end(),
+                               [&entry](const auto& overlay) { return overlay.number == entry.number; });
+        }
+        return false;
+    }
+    std::vector<std::string> statusItems() override {
+        std::vector<std::string> titles;
+        for (const auto& item : mac_.statusBar().items()) titles.push_back(item.title);
+        return titles;
+    }
+    void chooseFromStatusMenu(const std::string& title) override {
+        mac_.participant().openStatusMenu();
+        mac_.runFor(0.1);
+        mac_.participant().chooseMenuItem(title);
+        mac_.runFor(0.1);
+    }
+
   private:
     static virtualmac::Options options() {
         auto made = virtualmac::optionsFromEnvironment();
@@ -110,6 +170,7 @@ class VirtualContractHost final : public ContractHost {
     }
 
     virtualmac::VirtualMac mac_;
+    ProcessIdentifier typedInto_ = 0;
 };
 
 }  // namespace

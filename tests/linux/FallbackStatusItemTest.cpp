@@ -4,8 +4,11 @@
 
 #include "Builders.h"
 #include "DesktopTest.h"
+#include "ForeignWindow.h"
+#include "TestPointer.h"
 #include "platform/linux/FallbackStatusItem.h"
 #include "platform/linux/X11Connection.h"
+#include "platform/linux/X11Windows.h"
 
 namespace vantrel::linuxdesktop {
 namespace {
@@ -120,6 +123,24 @@ TEST_F(FallbackStatusItemTest, ShowsTheStripWhenTheDesktopsTrayIsGone) {
     item->setButtonTitle("Titolo");
     turnFor(0.1);
     EXPECT_FALSE(stripIsShown());
+    {
+        // Over the panel.
+        ForeignWindow browser("Lezione", {100, 100, 500, 400});
+        X11Windows windows(browser.connection());
+        ASSERT_TRUE(waitUntil([&] { return windows.active() == browser.id(); }));
+        TestPointer pointer;
+        pointer.moveTo(300, 400);
+        browser.changeState(true, "_NET_WM_STATE_FULLSCREEN");
+        ASSERT_TRUE(waitUntil([&] {
+            const auto frame = windows.frame(browser.id());
+            return frame && frame->x == 0 && frame->y == 0;
+        }));
+        turnFor(0.2);
+        EXPECT_FALSE(stripIsShown());
+        pointer.moveTo(300, 0);
+        EXPECT_TRUE(waitUntil([] { return stripIsShown(); }));
+    }
+    EXPECT_TRUE(waitUntil([] { return !stripIsShown(); }));
     panel.reset();
     EXPECT_TRUE(waitUntil([] { return stripIsShown(); }));
     computer->statusBar.removeStatusItem(*item);

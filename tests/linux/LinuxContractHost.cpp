@@ -4,9 +4,12 @@
 #include <stdlib.h>
 #include <sys/socket.h>
 
+#include <QAction>
 #include <QApplication>
+#include <QMenu>
 #include <QPushButton>
 #include <chrono>
+#include <functional>
 #include <future>
 #include <stdexcept>
 #include <thread>
@@ -15,20 +18,24 @@
 #include "ContractServer.h"
 #include "DesktopStage.h"
 #include "KeyWindow.h"
+#include "MonitorLayout.h"
 #include "PeerBundle.h"
+#include "ServerView.h"
 #include "TemporaryFolder.h"
 #include "TestKeyboard.h"
+#include "TestPointer.h"
 #include "platform/linux/FileDescriptor.h"
 #include "platform/linux/KeyPositions.h"
-#include "platform/linux/LinuxKeyboardTaps.h"
-#include "platform/linux/MainThread.h"
 #include "tests/contracts/ContractHost.h"
+#include "tests/contracts/DisplayHost.h"
 #include "tests/contracts/KeyboardHost.h"
 
 namespace vantrel::linuxdesktop {
 namespace {
 
-class LinuxContractHost final : public contracts::ContractHost, public contracts::KeyboardHost {
+class LinuxContractHost final : public contracts::ContractHost,
+                                public contracts::KeyboardHost,
+                                public contracts::DisplayHost {
   public:
     LinuxContractHost() {
         setenv("XDG_CONFIG_HOME", folder_.path().c_str(), 1);
@@ -40,7 +47,6 @@ class LinuxContractHost final : public contracts::ContractHost, public contracts
 
     ~LinuxContractHost() override {
         peers_.endAll();
-        onMain([this] { keyboardTaps_.reset(); });
         DesktopStage::shared().lower();
     }
 
@@ -96,11 +102,6 @@ class LinuxContractHost final : public contracts::ContractHost, public contracts
     std::string existingFolder() override { return folder_.path().string(); }
     std::string missingPath() override { return (folder_.path() / "missing").string(); }
 
-    KeyboardTaps& keyboardTaps() override {
-        if (!keyboardTaps_) onFirstThread([this] { keyboardTaps_ = std::make_unique<Taps>(); });
-        return keyboardTaps_->taps;
-    }
-
     void pressKey(std::int64_t keyCode, std::uint64_t flags) override {
         focusKeyWindow();
         keyboard_.type(TestKeyboard::position(keyCode), flags);
@@ -116,18 +117,91 @@ class LinuxContractHost final : public contracts::ContractHost, public contracts
         return found;
     }
 
-  private:
-    struct Taps {
-        MainThread mainThread;
-        LinuxKeyboardTaps taps{mainThread};
-    };
+    void setDisplays(const std::vector<Screen>& displays) override {
+        if (!layout_) layout_ = std::make_unique<MonitorLayout>();
+        layout_->setScreens(displays);
+        EXPECT_TRUE(soon([&] { return screens() == displays; })) << "the displays are not as they were set";
+    }
 
-    void onFirstThread(const Block& block) {
-        if (computer_->threads.isMainThread()) {
-            block();
-        } else {
-            onMain(block);
+    std::vector<SeenOverlay> overlays() override {
+        std::vector<SeenOverlay> found;
+        const X11Rectangle primary = primaryDisplay();
+        for (const auto& child : view_.named("Vantrel overlay")) {
+            const X11Rectangle& frame = child.frame;
+            const double x = frame.x - primary.x;
+            const double y = primary.y + primary.height - frame.y - frame.height;
+            found.push_back(
+                {{{x, y}, {static_cast<double>(frame.width), static_cast<double>(frame.height)}}, child.viewable});
         }
+        return found;
+    }
+
+    bool overlayIsInFrontAt(const Point& point) override {
+        const X11Rectangle primary = primaryDisplay();
+        const auto child = view_.topmostAt(primary.x + static_cast<int>(point.x),
+                                           primary.y + primary.height - 1 - static_cast<int>(point.y));
+        return child && child->name == "Vantrel overlay";
+    }
+
+    std::vector<std::string> statusItems() override {
+        std::vector<std::string> found;
+        for (const auto& child : view_.named("Vantrel status")) {
+            if (!child.viewable) continue;
+            onMain([&] {
+                const QWidget* strip = QWidget::find(child.window);
+                if (strip != nullptr) found.push_back(strip->accessibleName().toStdString());
+            });
+        }
+        return found;
+    }
+
+    void chooseFromStatusMenu(const std::string& title) override {
+        std::vector<ServerView::Child> strips;
+        EXPECT_TRUE(soon([&] {
+            strips = view_.named("Vantrel status");
+            return strips.size() == 1 && strips.front().viewable;
+        })) << "there is not one status item";
+        if (strips.size() != 1) return;
+        const X11Rectangle& strip = strips.front().frame;
+        QPoint entry;
+        pointer_.clickAt(strip.x + strip.width / 2, strip.y + strip.height / 2);
+        EXPECT_TRUE(soon([&] { return findEntry(title, entry); })) << "the menu has no entry " << title;
+        pointer_.clickAt(entry.x(), entry.y());
+        EXPECT_TRUE(soon([&] { return !findEntry(title, entry); }));
+    }
+
+  private:
+    bool soon(const std::function<bool()>& condition) {
+        for (int attempt = 0; attempt < 1000; ++attempt) {
+            if (condition()) return true;
+            letTimePass(0.01);
+        }
+        return false;
+    }
+
+    std::vector<Screen> screens() {
+        std::vector<Screen> found;
+        onMain([&] { found = computer_->screens.screens(); });
+        return found;
+    }
+
+    X11Rectangle primaryDisplay() {
+        const auto monitors = X11Monitors(view_.connection()).all();
+        return monitors.empty() ? X11Rectangle() : monitors.front().frame;
+    }
+
+    bool findEntry(const std::string& title, QPoint& middle) {
+        bool found = false;
+        onMain([&] {
+            const auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            if (menu == nullptr || !menu->isVisible()) return;
+            for (QAction* action : menu->actions()) {
+                if (action->text().toStdString() != title) continue;
+                middle = menu->mapToGlobal(menu->actionGeometry(action).center());
+                found = true;
+            }
+        });
+        return found;
     }
 
     void focusKeyWindow() {
@@ -158,9 +232,11 @@ class LinuxContractHost final : public contracts::ContractHost, public contracts
     std::unique_ptr<Computer> computer_;
     std::unique_ptr<ContractServer> server_;
     FileDescriptor refusing_;
-    std::unique_ptr<Taps> keyboardTaps_;
     TestKeyboard keyboard_;
     std::unique_ptr<KeyWindow> keyWindow_;
+    TestPointer pointer_;
+    ServerView view_;
+    std::unique_ptr<MonitorLayout> layout_;
 };
 
 }  // namespace

@@ -1,27 +1,13 @@
-#include <cstdlib>
-
 #include "DesktopTest.h"
+#include "MonitorLayout.h"
 
 namespace vantrel::linuxdesktop {
 namespace {
 
-// Changes the display's monitors, which then do not come back as they were: the display must be the tests' own.
 class ScreensTest : public DesktopTest {
   protected:
-    void TearDown() override {
-        run("xrandr --delmonitor VTEST-A 2>/dev/null");
-        run("xrandr --delmonitor VTEST-B 2>/dev/null");
-        DesktopTest::TearDown();
-    }
-
-    // Two monitors side by side, the left one 600 high and the right one 500; the whole screen's output goes to the
-    // left one.
-    static void split() {
-        run("xrandr --setmonitor '*VTEST-A' 800/200x600/150+0+0 screen");
-        run("xrandr --setmonitor VTEST-B 400/100x500/125+800+0 none");
-    }
-
-    static void run(const std::string& command) { [[maybe_unused]] const int status = std::system(command.c_str()); }
+    // Two monitors side by side, the left one 600 high and the right one 500.
+    void split() { layout.set({left, right}); }
 
     std::optional<Screen> named(const std::string& name) const {
         for (const Screen& screen : computer->screens.screens()) {
@@ -29,17 +15,21 @@ class ScreensTest : public DesktopTest {
         }
         return std::nullopt;
     }
+
+    const X11Monitor left{"VTEST-A", {0, 0, 800, 600}};
+    const X11Monitor right{"VTEST-B", {800, 0, 400, 500}};
+    MonitorLayout layout;
 };
 
 TEST_F(ScreensTest, CountsFromTheBottomLeftOfThePrimaryDisplay) {
     split();
-    const auto left = named("VTEST-A");
-    const auto right = named("VTEST-B");
-    ASSERT_TRUE(left && right);
-    EXPECT_EQ(computer->screens.screens().front(), *left);
-    EXPECT_EQ(left->frame, (Rect{{0, 0}, {800, 600}}));
+    const auto first = named("VTEST-A");
+    const auto second = named("VTEST-B");
+    ASSERT_TRUE(first && second);
+    EXPECT_EQ(computer->screens.screens().front(), *first);
+    EXPECT_EQ(first->frame, (Rect{{0, 0}, {800, 600}}));
     // Both hang from the same top edge, so the lower one begins a hundred points higher.
-    EXPECT_EQ(right->frame, (Rect{{800, 100}, {400, 500}}));
+    EXPECT_EQ(second->frame, (Rect{{800, 100}, {400, 500}}));
     EXPECT_TRUE(computer->screens.screensHaveSeparateSpaces());
 }
 
@@ -71,7 +61,7 @@ TEST_F(ScreensTest, TellsOfABurstOfChangesOnceThroughTheMainQueue) {
     ASSERT_TRUE(waitUntil([&told] { return told > 0; }));
     turnFor(0.6);
     EXPECT_EQ(told, 1);
-    run("xrandr --delmonitor VTEST-B");
+    layout.set({left});
     EXPECT_TRUE(waitUntil([&told] { return told == 2; }));
 }
 
@@ -85,6 +75,19 @@ TEST_F(ScreensTest, TellsNobodyWhoHasStoppedObserving) {
     ASSERT_TRUE(waitUntil([&toldOther] { return toldOther > 0; }));
     turnFor(0.1);
     EXPECT_EQ(told, 0);
+}
+
+TEST_F(ScreensTest, DoesNotListAMirror) {
+    layout.set({left, right, {"VTEST-C", {800, 0, 400, 500}}, {"VTEST-D", {100, 100, 320, 240}}});
+    EXPECT_TRUE(waitUntil([this] { return computer->screens.screens().size() == 2; }));
+    EXPECT_TRUE(named("VTEST-A") && named("VTEST-B"));
+}
+
+TEST_F(ScreensTest, HasTheLargerDisplayAsPrimaryWhereThePrimaryMirrorsAPartOfIt) {
+    layout.set({{"VTEST-C", {0, 0, 320, 240}}, right, left});
+    EXPECT_TRUE(waitUntil([this] { return computer->screens.screens().size() == 2; }));
+    EXPECT_EQ(computer->screens.screens().front().localizedName, "VTEST-A");
+    EXPECT_EQ(computer->screens.screens().front().frame, (Rect{{0, 0}, {800, 600}}));
 }
 
 }  // namespace

@@ -162,7 +162,7 @@ TEST_F(WorldTest, ListsRunningApplicationsUntilTheyEnd) {
     EXPECT_TRUE(applications.withBundleIdentifier("com.google.Chrome").empty());
     EXPECT_EQ(nullptr, applications.withProcessIdentifier(process));
     EXPECT_FALSE(mac().applications().exit(process));
-    EXPECT_EQ((Lines{"application-started Chrome; pid=501", "application-activate Chrome; pid=501",
+    EXPECT_EQ((Lines{"application-started Chrome; pid=501", "application-activate Chrome; pid=501; options=2",
                      "application-terminate Chrome; pid=501", "application-frontmost Chrome; pid=501",
                      "application-force-terminate Chrome; pid=501", "application-exited Chrome; pid=501"}),
               transcript());

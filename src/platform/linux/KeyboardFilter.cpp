@@ -94,8 +94,13 @@ bool KeyboardFilter::answer(const Decide& decide) {
     return connection_->isAlive();
 }
 
-void KeyboardFilter::answerQueued(const Decide& decide) {
-    while (const X11Reply<xcb_generic_event_t> event{xcb_poll_for_event(connection_->get())}) take(*event, decide);
+bool KeyboardFilter::answerQueued(const Decide& decide) {
+    bool any = false;
+    while (const X11Reply<xcb_generic_event_t> event{xcb_poll_for_event(connection_->get())}) {
+        take(*event, decide);
+        any = true;
+    }
+    return any;
 }
 
 void KeyboardFilter::take(const xcb_generic_event_t& event, const Decide& decide) {
@@ -123,18 +128,18 @@ void KeyboardFilter::take(const xcb_generic_event_t& event, const Decide& decide
     swallowed_[position] = pressed && swallow;
 
     // The grab goes on after a swallowed key until that key comes up. With that release it has ended and nothing waits:
-    // an answer must not be taken for the one to the next key, and a grab that began later ignores an earlier time.
-    xcb_timestamp_t time = key.time;
+    // an answer would be taken for the one to the next key.
     const auto holding = holding_.find(key.deviceid);
     if (!pressed && holding != holding_.end() && holding->second == position) {
         holding_.erase(holding);
-        --time;
-    } else if (!swallow) {
+        return;
+    }
+    if (!swallow) {
         holding_.erase(key.deviceid);
     } else if (pressed) {
         holding_.try_emplace(key.deviceid, position);
     }
-    xcb_input_xi_allow_events(connection_->get(), time, key.deviceid,
+    xcb_input_xi_allow_events(connection_->get(), key.time, key.deviceid,
                               swallow ? XCB_INPUT_EVENT_MODE_SYNC_DEVICE : XCB_INPUT_EVENT_MODE_REPLAY_DEVICE, 0,
                               connection_->root());
     xcb_flush(connection_->get());
@@ -172,22 +177,16 @@ void KeyboardFilter::grabAgainWhenDue() {
 
 void KeyboardFilter::release(const Decide& decide) {
     xcb_connection_t* connection = connection_->get();
-    const auto settle = [&] {
-        const X11Reply<xcb_get_input_focus_reply_t> reply(
-            xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
-        answerQueued(decide);
-    };
     for (const std::uint16_t keyboard : keyboards_) {
         xcb_input_xi_passive_ungrab_device(connection, connection_->root(), anyKeycode, keyboard, 1,
                                            XCB_INPUT_GRAB_TYPE_KEYCODE, &anyModifier);
     }
-    settle();
-    // A swallowed key may still be down: its grab would live on until it comes up.
-    for (const std::uint16_t keyboard : keyboards_) {
-        xcb_input_xi_ungrab_device(connection, XCB_CURRENT_TIME, keyboard);
-    }
-    settle();
     keyboards_.clear();
+    // The server reads nothing more from a connection that is being closed: it has to have taken every answer before.
+    do {
+        const X11Reply<xcb_get_input_focus_reply_t> reply(
+            xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
+    } while (answerQueued(decide));
 }
 
 }  // namespace vantrel::linuxdesktop

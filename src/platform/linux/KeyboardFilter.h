@@ -51,7 +51,8 @@ class KeyboardFilter {
     /// When answer() is to be called though nothing is readable.
     std::optional<Clock::time_point> due() const { return regrabAt_; }
 
-    /// Ends the grabs; keys that wait are still decided.
+    /// Ends the grabs; keys that wait are still decided. One that was swallowed and is still down lets the keyboard go
+    /// with the filter.
     void release(const Decide& decide);
 
   private:
@@ -59,7 +60,8 @@ class KeyboardFilter {
 
     std::vector<std::uint16_t> masterKeyboards();
     bool grab(std::uint16_t keyboard);
-    void answerQueued(const Decide& decide);
+    // Whether there was anything.
+    bool answerQueued(const Decide& decide);
     void take(const xcb_generic_event_t& event, const Decide& decide);
     bool decidePress(xcb_keycode_t position, std::uint32_t state, const Decide& decide);
     void mappingChanged();

@@ -13,6 +13,7 @@
 #include "platform/linux/BackgroundQueue.h"
 #include "platform/linux/DelayedWork.h"
 #include "platform/linux/FileUserDefaults.h"
+#include "platform/linux/FrontWindows.h"
 #include "platform/linux/FullScreenDesktops.h"
 #include "platform/linux/LinuxAccessibility.h"
 #include "platform/linux/LinuxAccessibilityTrust.h"
@@ -25,6 +26,8 @@
 #include "platform/linux/LinuxDispatch.h"
 #include "platform/linux/LinuxFileManager.h"
 #include "platform/linux/LinuxFrontmostApplication.h"
+#include "platform/linux/LinuxKeyboardTaps.h"
+#include "platform/linux/LinuxOverlays.h"
 #include "platform/linux/LinuxProcessLauncher.h"
 #include "platform/linux/LinuxRunningApplications.h"
 #include "platform/linux/LinuxScreens.h"
@@ -142,15 +145,18 @@ struct LinuxComputer::Parts {
     LinuxAlerts alerts{modes, screens, windowsOfAll};
     LinuxWindows windows{
         {mainThread, screens, menuBars, *connection, windowsOfAll, [this] { application.terminate(); }}};
-    LinuxStatusBar statusBar{menuBuilder, screens, *connection, *watcher};
+    X11WindowSurvey survey{*connection, windowsOfAll};
+    FrontWindows frontWindows{*connection, *watcher};
+    LinuxStatusBar statusBar{{menuBuilder, screens, *connection, *watcher, survey, frontWindows}};
+    LinuxOverlays overlays{screens, *connection, frontWindows};
     LinuxWorkspace workspace;
-    LinuxRunningApplications runningApplications{*connection, windowsOfAll, displayVariable()};
+    LinuxRunningApplications runningApplications{*connection, windowsOfAll, delayedWork, displayVariable()};
     LinuxProcessLauncher processLauncher;
     LinuxApplicationOpener applicationOpener{processLauncher, runningApplications, windowsOfAll, delayedWork};
     LinuxFrontmostApplication frontmostApplication{windowsOfAll, runningApplications};
-    X11WindowSurvey survey{*connection, windowsOfAll};
     FullScreenDesktops fullScreenDesktops{*connection, windowsOfAll, survey, *watcher};
     LinuxSpaces spaces{*watcher, mainQueue};
+    LinuxKeyboardTaps keyboardTaps{mainThread};
     LinuxWindowList windowList{*connection, survey, runningApplications};
     LinuxAccessibility accessibility{{*connection, windowsOfAll, survey, fullScreenDesktops}};
     LinuxAccessibilityTrust accessibilityTrust;
@@ -190,6 +196,8 @@ Computer LinuxComputer::computer() {
             .statusBar = parts.statusBar,
             .screens = parts.screens,
             .spaces = parts.spaces,
+            .overlays = parts.overlays,
+            .keyboardTaps = parts.keyboardTaps,
             .windowList = parts.windowList,
             .workspace = parts.workspace,
             .applicationOpener = parts.applicationOpener,

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 
+#include "platform/linux/DelayedWork.h"
 #include "platform/linux/X11Windows.h"
 
 namespace vantrel::linuxdesktop {
@@ -18,15 +19,28 @@ std::string executableName(const std::filesystem::path& path) {
     return path.filename().string();
 }
 
+// Shorter than a client waits before it forces an application to end, with room for the signal to work.
+constexpr double patienceWithWindows = 1.5;
+
+// The number may have been given to another process since.
+bool isGone(ProcessIdentifier process, std::uint64_t startTime) {
+    return ProcessTable::startTime(process) != startTime;
+}
+
+bool sendSignal(ProcessIdentifier process, std::uint64_t startTime, int signal) {
+    return !isGone(process, startTime) && kill(process, signal) == 0;
+}
+
 }  // namespace
 
 LinuxRunningApplication::LinuxRunningApplication(const ProcessEntry& entry, const ApplicationName& name,
-                                                 X11Windows& windows)
+                                                 X11Windows& windows, DelayedWork& delayedWork)
     : process_(entry.process),
       startTime_(entry.startTime),
       bundleIdentifier_(name.bundleIdentifier),
       name_(name.localizedName.empty() ? executableName(entry.executablePath) : name.localizedName),
-      windows_(windows) {}
+      windows_(windows),
+      delayedWork_(delayedWork) {}
 
 std::optional<std::string> LinuxRunningApplication::bundleIdentifier() const {
     if (bundleIdentifier_.empty()) return std::nullopt;
@@ -39,8 +53,7 @@ std::optional<std::string> LinuxRunningApplication::localizedName() const {
 }
 
 bool LinuxRunningApplication::isTerminated() const {
-    // The number may have been given to another process since.
-    return ProcessTable::startTime(process_) != startTime_;
+    return isGone(process_, startTime_);
 }
 
 bool LinuxRunningApplication::activate(ActivationOptions) {
@@ -53,16 +66,16 @@ bool LinuxRunningApplication::activate(ActivationOptions) {
 
 bool LinuxRunningApplication::terminate() {
     if (isTerminated()) return false;
-    for (const auto window : windows_.ofProcess(process_)) windows_.close(window);
-    return sendSignal(SIGTERM);
+    const auto windows = windows_.ofProcess(process_);
+    if (windows.empty()) return sendSignal(process_, startTime_, SIGTERM);
+    for (const auto window : windows) windows_.close(window);
+    delayedWork_.after(patienceWithWindows,
+                       [process = process_, startTime = startTime_] { sendSignal(process, startTime, SIGTERM); });
+    return true;
 }
 
 bool LinuxRunningApplication::forceTerminate() {
-    return sendSignal(SIGKILL);
-}
-
-bool LinuxRunningApplication::sendSignal(int signal) const {
-    return !isTerminated() && kill(process_, signal) == 0;
+    return sendSignal(process_, startTime_, SIGKILL);
 }
 
 }  // namespace vantrel::linuxdesktop

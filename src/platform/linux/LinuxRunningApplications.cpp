@@ -9,8 +9,11 @@
 namespace vantrel::linuxdesktop {
 
 LinuxRunningApplications::LinuxRunningApplications(X11Connection& connection, X11Windows& windows,
-                                                   const std::string& display)
-    : connection_(connection), windows_(windows), display_(ProcessTable::displayName(display)) {}
+                                                   DelayedWork& delayedWork, const std::string& display)
+    : connection_(connection),
+      windows_(windows),
+      delayedWork_(delayedWork),
+      display_(ProcessTable::displayName(display)) {}
 
 std::vector<std::shared_ptr<RunningApplication>> LinuxRunningApplications::withBundleIdentifier(
     std::string_view identifier) const {
@@ -66,7 +69,7 @@ std::optional<ApplicationName> LinuxRunningApplications::nameOf(const ProcessEnt
 
 std::shared_ptr<RunningApplication> LinuxRunningApplications::make(const ProcessEntry& entry,
                                                                    const std::optional<ApplicationName>& name) const {
-    return name ? std::make_shared<LinuxRunningApplication>(entry, *name, windows_) : nullptr;
+    return name ? std::make_shared<LinuxRunningApplication>(entry, *name, windows_, delayedWork_) : nullptr;
 }
 
 std::map<ProcessIdentifier, xcb_window_t> LinuxRunningApplications::ownersByClass(std::string_view identifier) const {

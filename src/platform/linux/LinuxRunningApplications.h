@@ -11,6 +11,7 @@
 
 namespace vantrel::linuxdesktop {
 
+class DelayedWork;
 class X11Windows;
 
 /// Applications are the programs of this X display: this process, the user's processes that were started for it and are
@@ -19,7 +20,8 @@ class X11Windows;
 class LinuxRunningApplications final : public RunningApplications {
   public:
     /// `display` as in DISPLAY.
-    LinuxRunningApplications(X11Connection& connection, X11Windows& windows, const std::string& display);
+    LinuxRunningApplications(X11Connection& connection, X11Windows& windows, DelayedWork& delayedWork,
+                             const std::string& display);
 
     /// Oldest first.
     std::vector<std::shared_ptr<RunningApplication>> withBundleIdentifier(std::string_view identifier) const override;
@@ -41,6 +43,7 @@ class LinuxRunningApplications final : public RunningApplications {
 
     X11Connection& connection_;
     X11Windows& windows_;
+    DelayedWork& delayedWork_;
     const std::string display_;
 };
 

@@ -76,9 +76,13 @@ X11Rectangle LinuxScreens::mainFrame() const {
     return monitor ? monitor->frame : anyFrame;
 }
 
-X11Rectangle LinuxScreens::toPixels(const Rect& frame) const {
+X11Rectangle LinuxScreens::primaryFrame() const {
     const auto all = monitors_.all();
-    const X11Rectangle primary = all.empty() ? anyFrame : all.front().frame;
+    return all.empty() ? anyFrame : all.front().frame;
+}
+
+X11Rectangle LinuxScreens::toPixels(const Rect& frame) const {
+    const X11Rectangle primary = primaryFrame();
     const int height = static_cast<int>(std::lround(frame.size.height));
     return {primary.x + static_cast<int>(std::lround(frame.origin.x)),
             primary.y + primary.height - static_cast<int>(std::lround(frame.origin.y)) - height,

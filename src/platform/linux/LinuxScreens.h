@@ -29,6 +29,8 @@ class LinuxScreens final : public Screens {
 
     /// The main screen in pixels of the root window, for placing windows; a display of common size when there is none.
     X11Rectangle mainFrame() const;
+    /// The same of the primary display.
+    X11Rectangle primaryFrame() const;
 
     /// In points from the bottom left of the primary display to pixels of the root window.
     X11Rectangle toPixels(const Rect& frame) const;

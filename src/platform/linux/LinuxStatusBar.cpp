@@ -5,17 +5,17 @@
 #include "platform/linux/FallbackStatusItem.h"
 #include "platform/linux/MainThread.h"
 #include "platform/linux/StripStatusItem.h"
-#include "platform/linux/TrayStatusItem.h"
+#include "platform/linux/TrayAndStripStatusItem.h"
 
 namespace vantrel::linuxdesktop {
 
 std::unique_ptr<StatusItem> LinuxStatusBar::statusItem(double) {
     MainThread::require("statusItem");
-    const auto makeStrip = [this] {
-        return std::make_unique<StripStatusItem>(builder_, screens_, connection_, watcher_);
+    const auto makeStrip = [surroundings = surroundings_] {
+        return std::make_unique<StripStatusItem>(surroundings, StripStatusItem::Presence::always);
     };
     if (!QSystemTrayIcon::isSystemTrayAvailable()) return makeStrip();
-    return std::make_unique<FallbackStatusItem>(std::make_unique<TrayStatusItem>(builder_),
+    return std::make_unique<FallbackStatusItem>(std::make_unique<TrayAndStripStatusItem>(surroundings_),
                                                 &QSystemTrayIcon::isSystemTrayAvailable, makeStrip);
 }
 

@@ -30,6 +30,7 @@ StatusStrip::StatusStrip()
 
 void StatusStrip::setTitle(const QString& title) {
     title_ = shownText(title, longestTitle).simplified();
+    setAccessibleName(title_);
     const int right = geometry().right();
     setFixedWidth(fontMetrics().horizontalAdvance(title_) + 2 * margin);
     move(right - width() + 1, y());

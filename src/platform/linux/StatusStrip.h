@@ -7,7 +7,7 @@
 namespace vantrel::linuxdesktop {
 
 /// A strip that hangs from the top edge of a display and shows the status item's title. The window manager does not
-/// know of it: it takes no focus and no full-screen window may cover it. Main thread.
+/// know of it: it takes no focus and is on every desktop. Main thread.
 class StatusStrip final : public QWidget {
   public:
     StatusStrip();

@@ -1,86 +1,141 @@
 #include "platform/linux/StripStatusItem.h"
 
+#include <QCursor>
+#include <QGuiApplication>
 #include <QObject>
+#include <algorithm>
 
 #include "platform/linux/Appearance.h"
+#include "platform/linux/FrontWindows.h"
 #include "platform/linux/LinuxScreens.h"
 #include "platform/linux/MainThread.h"
 #include "platform/linux/StatusStrip.h"
+#include "platform/linux/TopEdge.h"
 #include "platform/linux/X11Watcher.h"
+#include "platform/linux/X11WindowSurvey.h"
 
 namespace vantrel::linuxdesktop {
 
 namespace {
 
-// Stacking changes come in bursts, and our own raise is one of them.
+// Changes come in bursts, and showing the strip is one of them.
 constexpr int settleMilliseconds = 30;
+
+// How often the pointer is looked at while the strip is out, and how far below the strip it still counts as near.
+constexpr int lookMilliseconds = 200;
+constexpr int nearness = 12;
+
+QRect rectangle(const X11Rectangle& frame) {
+    return {frame.x, frame.y, frame.width, frame.height};
+}
 
 }  // namespace
 
-StripStatusItem::StripStatusItem(const MenuBuilder& builder, LinuxScreens& screens, X11Connection& connection,
-                                 X11Watcher& watcher)
-    : LinuxStatusItem(builder), screens_(screens), connection_(connection), strip_(std::make_unique<StatusStrip>()) {
+StripStatusItem::StripStatusItem(const StatusBarSurroundings& surroundings, Presence presence)
+    : LinuxStatusItem(surroundings.menuBuilder),
+      surroundings_(surroundings),
+      presence_(presence),
+      strip_(std::make_unique<StatusStrip>()),
+      topEdge_(std::make_unique<TopEdge>(surroundings.connection, surroundings.watcher, surroundings.front,
+                                         [this] { reveal(); })) {
     strip_->onPress = [this] { openMenu(); };
-    QObject::connect(&menu(), &QMenu::aboutToHide, strip_.get(), [this] { strip_->setPressed(false); });
+    QObject::connect(&menu(), &QMenu::aboutToHide, strip_.get(), [this] {
+        menuOpen_ = false;
+        strip_->setPressed(false);
+        settle_.start();
+    });
     settle_.setSingleShot(true);
     settle_.setInterval(settleMilliseconds);
-    QObject::connect(&settle_, &QTimer::timeout, [this] { raiseIfCovered(); });
-    stacking_ = watcher.observe(X11Watcher::Change::stacking, [this] {
+    QObject::connect(&settle_, &QTimer::timeout, [this] { update(); });
+    looking_.setInterval(lookMilliseconds);
+    QObject::connect(&looking_, &QTimer::timeout, [this] { look(); });
+
+    const auto soon = [this] {
         if (!settle_.isActive()) settle_.start();
-    });
-    displays_ = screens.observeScreenParametersDidChange([this] { place(); });
+    };
+    stacking_ = surroundings.watcher.observe(X11Watcher::Change::stacking, soon);
+    desktops_ = surroundings.watcher.observe(X11Watcher::Change::currentDesktop, soon);
+    windows_ = surroundings.watcher.observe(X11Watcher::Change::windows, soon);
+    displays_ = surroundings.screens.observeScreenParametersDidChange([this] { place(); });
 }
 
 StripStatusItem::~StripStatusItem() = default;
 
 void StripStatusItem::setButtonTitle(const std::string& title) {
     MainThread::require("setButtonTitle");
+    if (removed_) return;
     strip_->setTitle(qtText(title));
     place();
-    strip_->show();
-    strip_->raise();
 }
 
 void StripStatusItem::place() {
-    const X11Rectangle display = screens_.mainFrame();
-    strip_->hangFrom(QRect(display.x, display.y, display.width, display.height));
+    const X11Rectangle display = surroundings_.screens.primaryFrame();
+    strip_->hangFrom(rectangle(display));
+    topEdge_->lieAlong(display);
+    update();
 }
 
 void StripStatusItem::openMenu() {
+    menuOpen_ = true;
     strip_->setPressed(true);
     const QSize size = menu().sizeHint();
     const QRect strip = strip_->geometry();
     menu().popup(QPoint(strip.right() + 1 - size.width(), strip.bottom() + 1));
 }
 
-bool StripStatusItem::isCovered() const {
-    const auto own = static_cast<xcb_window_t>(strip_->winId());
-    const auto cookie = xcb_query_tree(connection_.get(), connection_.root());
-    const X11Reply<xcb_query_tree_reply_t> tree(xcb_query_tree_reply(connection_.get(), cookie, nullptr));
-    if (!tree) return false;
-    const xcb_window_t* windows = xcb_query_tree_children(tree.get());
-    for (int i = xcb_query_tree_children_length(tree.get()) - 1; i >= 0 && windows[i] != own; --i) {
-        const auto attributesCookie = xcb_get_window_attributes(connection_.get(), windows[i]);
-        const auto geometryCookie = xcb_get_geometry(connection_.get(), windows[i]);
-        const X11Reply<xcb_get_window_attributes_reply_t> attributes(
-            xcb_get_window_attributes_reply(connection_.get(), attributesCookie, nullptr));
-        const X11Reply<xcb_get_geometry_reply_t> place(
-            xcb_get_geometry_reply(connection_.get(), geometryCookie, nullptr));
-        if (!attributes || !place || attributes->map_state != XCB_MAP_STATE_VIEWABLE) continue;
-        if (QRect(place->x, place->y, place->width, place->height).intersects(strip_->geometry())) return true;
-    }
-    return false;
+void StripStatusItem::update() {
+    if (removed_) return;
+    const bool wasCovered = covered_;
+    covered_ = isCovered();
+    topEdge_->listen(covered_);
+    if (!covered_) revealed_ = false;
+    // The edge tells of a pointer that comes, not of one that is there.
+    if (covered_ && !wasCovered) revealed_ = pointerIsNear(0);
+    const bool shown = menuOpen_ || (covered_ ? revealed_ : presence_ == Presence::always);
+    if (covered_ && revealed_ && !looking_.isActive()) looking_.start();
+    if (!revealed_) looking_.stop();
+    if (shown == strip_->isVisible()) return;
+    if (!shown) kept_.reset();
+    strip_->setVisible(shown);
+    QGuiApplication::sync();
+    if (!shown) return;
+    kept_ = surroundings_.front.keep(static_cast<xcb_window_t>(strip_->winId()), FrontWindows::Rank::statusItem);
+    surroundings_.front.restack();
 }
 
-void StripStatusItem::raiseIfCovered() {
-    if (strip_->isVisible() && isCovered()) strip_->raise();
+void StripStatusItem::reveal() {
+    if (!covered_ || revealed_) return;
+    revealed_ = true;
+    update();
+}
+
+void StripStatusItem::look() {
+    if (menuOpen_ || pointerIsNear(strip_->height() + nearness)) return;
+    revealed_ = false;
+    update();
+}
+
+bool StripStatusItem::pointerIsNear(int distance) const {
+    const QRect display = rectangle(surroundings_.screens.primaryFrame());
+    return QRect(display.left(), display.top(), display.width(), distance + 1).contains(QCursor::pos());
+}
+
+bool StripStatusItem::isCovered() const {
+    const auto windows = surroundings_.survey.frontToBack();
+    if (!windows) return false;
+    const QRect place = strip_->geometry();
+    return std::any_of(windows->begin(), windows->end(), [&place](const X11WindowFacts& facts) {
+        return facts.fullScreen && facts.viewable && rectangle(facts.frame).intersects(place);
+    });
 }
 
 void StripStatusItem::remove() {
     MainThread::require("remove");
-    stacking_.reset();
-    displays_.reset();
+    removed_ = true;
+    for (auto* observation : {&stacking_, &desktops_, &windows_, &displays_, &kept_}) observation->reset();
     settle_.stop();
+    looking_.stop();
+    topEdge_.reset();
     menu().hide();
     strip_->hide();
 }

@@ -5,18 +5,23 @@
 
 #include "platform/Observation.h"
 #include "platform/linux/LinuxStatusItem.h"
+#include "platform/linux/StatusBarSurroundings.h"
 
 namespace vantrel::linuxdesktop {
 
-class LinuxScreens;
 class StatusStrip;
-class X11Connection;
-class X11Watcher;
+class TopEdge;
 
-/// A status item where the desktop has no tray: a strip on the main display that stays in front.
+/// A status item as a strip at the top of the primary display, in front of everything and on every desktop. While a
+/// full-screen window lies there it hides, as a menu bar does: the pointer at the display's top edge brings it out, for
+/// as long as the pointer stays near that edge or the menu is open. The way out of a session: nothing else may keep it
+/// hidden. Main thread.
 class StripStatusItem final : public LinuxStatusItem {
   public:
-    StripStatusItem(const MenuBuilder& builder, LinuxScreens& screens, X11Connection& connection, X11Watcher& watcher);
+    /// The second, for a desktop with a tray, whose panel a full-screen window covers.
+    enum class Presence { always, overFullScreenWindows };
+
+    StripStatusItem(const StatusBarSurroundings& surroundings, Presence presence);
     ~StripStatusItem() override;
 
     void setButtonTitle(const std::string& title) override;
@@ -25,14 +30,26 @@ class StripStatusItem final : public LinuxStatusItem {
   private:
     void place();
     void openMenu();
-    void raiseIfCovered();
+    void update();
+    void reveal();
+    void look();
+    bool pointerIsNear(int distance) const;
     bool isCovered() const;
 
-    LinuxScreens& screens_;
-    X11Connection& connection_;
+    StatusBarSurroundings surroundings_;
+    const Presence presence_;
     std::unique_ptr<StatusStrip> strip_;
+    std::unique_ptr<TopEdge> topEdge_;
+    bool covered_ = false;
+    bool revealed_ = false;
+    bool menuOpen_ = false;
+    bool removed_ = false;
     QTimer settle_;
+    QTimer looking_;
+    std::unique_ptr<Observation> kept_;
     std::unique_ptr<Observation> stacking_;
+    std::unique_ptr<Observation> desktops_;
+    std::unique_ptr<Observation> windows_;
     std::unique_ptr<Observation> displays_;
 };
 

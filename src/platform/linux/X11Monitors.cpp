@@ -15,6 +15,11 @@ long long overlap(const X11Rectangle& a, const X11Rectangle& b) {
     return width > 0 && height > 0 ? static_cast<long long>(width) * height : 0;
 }
 
+bool holds(const X11Rectangle& outer, const X11Rectangle& inner) {
+    return outer.x <= inner.x && outer.y <= inner.y && inner.x + inner.width <= outer.x + outer.width &&
+           inner.y + inner.height <= outer.y + outer.height;
+}
+
 }  // namespace
 
 std::vector<X11Monitor> X11Monitors::all() {
@@ -41,7 +46,25 @@ std::vector<X11Monitor> X11Monitors::all() {
         const auto first = monitors.begin() + static_cast<std::ptrdiff_t>(primary);
         std::rotate(monitors.begin(), first, first + 1);
     }
+    leaveOutMirrors(monitors);
     return monitors;
+}
+
+// Of equal ones the first stays. A primary display that shows a part of another hands its rank on to that one.
+void X11Monitors::leaveOutMirrors(std::vector<X11Monitor>& monitors) {
+    for (std::size_t i = 0; i < monitors.size();) {
+        std::size_t outer = 0;
+        while (outer < monitors.size() && (outer == i || !holds(monitors[outer].frame, monitors[i].frame) ||
+                                           (i < outer && monitors[outer].frame == monitors[i].frame))) {
+            ++outer;
+        }
+        if (outer == monitors.size()) {
+            ++i;
+            continue;
+        }
+        if (i == 0) std::swap(monitors[0], monitors[outer]);
+        monitors.erase(monitors.begin() + static_cast<std::ptrdiff_t>(i == 0 ? outer : i));
+    }
 }
 
 std::optional<X11Monitor> X11Monitors::holding(const std::vector<X11Monitor>& monitors, const X11Rectangle& rectangle) {

@@ -16,8 +16,9 @@ struct X11Monitor {
     bool operator==(const X11Monitor&) const = default;
 };
 
-/// The displays, the primary one first: the one so marked, else the one at the top left, else the first. Without RandR
-/// the whole root window is one display. Any thread.
+/// The displays, the primary one first: the one so marked, else the one at the top left, else the first. One that shows
+/// what another shows, or a part of it, is a mirror and not listed. Without RandR the whole root window is one display.
+/// Any thread.
 class X11Monitors {
   public:
     explicit X11Monitors(X11Connection& connection) : connection_(connection) {}
@@ -28,6 +29,7 @@ class X11Monitors {
     static std::optional<X11Monitor> holding(const std::vector<X11Monitor>& monitors, const X11Rectangle& rectangle);
 
   private:
+    static void leaveOutMirrors(std::vector<X11Monitor>& monitors);
     std::string nameOf(xcb_atom_t atom);
     std::vector<X11Monitor> wholeRoot();
 

@@ -71,6 +71,7 @@ void X11Watcher::readEvents() {
     bool stacking = false;
     int currentDesktops = 0;
     bool windows = false;
+    bool pointer = false;
     while (const X11Reply<xcb_generic_event_t> event{xcb_poll_for_event(connection)}) {
         const std::uint8_t type = event->response_type & ~sentByClient;
         if (firstDisplayEvent_ != 0 && (type == firstDisplayEvent_ + XCB_RANDR_SCREEN_CHANGE_NOTIFY ||
@@ -85,6 +86,8 @@ void X11Watcher::readEvents() {
             const xcb_atom_t changed = reinterpret_cast<const xcb_property_notify_event_t&>(*event).atom;
             if (changed == currentDesktop_) ++currentDesktops;
             windows = windows || changed == clientList_ || changed == windowState_;
+        } else if (type == XCB_ENTER_NOTIFY) {
+            pointer = true;
         }
     }
     if (xcb_connection_has_error(connection) != 0) notifier_->setEnabled(false);
@@ -92,19 +95,29 @@ void X11Watcher::readEvents() {
     if (stacking) tell(Change::stacking);
     for (; currentDesktops > 0; --currentDesktops) tell(Change::currentDesktop);
     if (windows) tell(Change::windows);
+    if (pointer) tell(Change::pointer);
 }
 
-// Sending may take events in as well, and then the socket that wakes the event loop stays silent: hence from an event,
-// with a look at what has come. What happened to the window before now is told as well.
+// Sending may take events in as well, and then the socket that wakes the event loop stays silent: hence with a look at
+// what has come.
+void X11Watcher::select(xcb_window_t window, std::uint32_t events) {
+    xcb_change_window_attributes(connection_->get(), window, XCB_CW_EVENT_MASK, &events);
+    xcb_flush(connection_->get());
+    readEvents();
+}
+
+// From an event of its own. What happened to the window before now is told as well.
 void X11Watcher::watch(xcb_window_t window) {
-    const auto select = [this, window] {
-        const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
-        xcb_change_window_attributes(connection_->get(), window, XCB_CW_EVENT_MASK, &events);
-        xcb_flush(connection_->get());
-        readEvents();
+    const auto begin = [this, window] {
+        select(window, XCB_EVENT_MASK_PROPERTY_CHANGE);
         tell(Change::windows);
     };
-    QMetaObject::invokeMethod(notifier_.get(), select, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(notifier_.get(), begin, Qt::QueuedConnection);
+}
+
+void X11Watcher::watchPointer(xcb_window_t window) {
+    const auto begin = [this, window] { select(window, XCB_EVENT_MASK_ENTER_WINDOW); };
+    QMetaObject::invokeMethod(notifier_.get(), begin, Qt::QueuedConnection);
 }
 
 std::unique_ptr<Observation> X11Watcher::observe(Change change, Block block) {

@@ -18,7 +18,8 @@ namespace vantrel::linuxdesktop {
 class X11Watcher {
   public:
     /// `windows`: one was opened, closed or changed its state; of states only those of windows that are watched.
-    enum class Change { displays, stacking, currentDesktop, windows };
+    /// `pointer`: it came into a window whose pointer is watched.
+    enum class Change { displays, stacking, currentDesktop, windows, pointer };
 
     /// Null when there is no X server to be reached.
     static std::unique_ptr<X11Watcher> open();
@@ -30,6 +31,9 @@ class X11Watcher {
     /// Also hears of that window's changes of state. Any thread.
     void watch(xcb_window_t window);
 
+    /// Also hears of the pointer that comes into that window. Any thread.
+    void watchPointer(xcb_window_t window);
+
   private:
     struct Observer;
     class Removal;
@@ -37,6 +41,7 @@ class X11Watcher {
     explicit X11Watcher(std::unique_ptr<X11Connection> connection);
 
     void select();
+    void select(xcb_window_t window, std::uint32_t events);
     void readEvents();
     void tell(Change change);
 

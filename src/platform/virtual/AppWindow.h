@@ -46,6 +46,9 @@ struct AppWindow {
     /// Its Space, and the one that the flags of the window list still tell.
     int space = 0;
     int toldSpace = 0;
+
+    /// In full screen or on the way there: not on the way back.
+    bool ownsItsSpace() const { return fullScreen != inTransition; }
 };
 
 }  // namespace vantrel::virtualmac

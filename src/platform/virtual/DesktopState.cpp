@@ -40,6 +40,13 @@ const AppWindow* DesktopState::find(std::int64_t number) const {
     return const_cast<DesktopState*>(this)->find(number);
 }
 
+const AppWindow* DesktopState::ownerOf(int fullScreenSpace) const {
+    const auto found = std::find_if(windows.begin(), windows.end(), [fullScreenSpace](const AppWindow& window) {
+        return window.space == fullScreenSpace && window.ownsItsSpace();
+    });
+    return found == windows.end() ? nullptr : &*found;
+}
+
 std::vector<AppWindow> DesktopState::windowsOf(ProcessIdentifier process) const {
     std::vector<AppWindow> found;
     for (const AppWindow& window : windows) {
@@ -87,7 +94,8 @@ std::optional<AppWindow> DesktopState::close(std::int64_t number) {
     if (window == nullptr) return std::nullopt;
     AppWindow closed = *window;
     std::erase_if(windows, [number](const AppWindow& each) { return each.number == number; });
-    if (!spaces.isFullScreen(closed.space)) return closed;
+    // A window that only lies on the Space of another one leaves that Space to it.
+    if (!spaces.isFullScreen(closed.space) || !closed.ownsItsSpace()) return closed;
     // Other windows of the application may have been opened on its Space.
     for (AppWindow& each : windows) {
         if (each.space == closed.space) each.space = each.toldSpace = closed.spaceBefore;

@@ -35,6 +35,8 @@ class DesktopState {
 
     AppWindow* find(std::int64_t number);
     const AppWindow* find(std::int64_t number) const;
+    /// The window that the full-screen Space was made for; null when it is gone.
+    const AppWindow* ownerOf(int fullScreenSpace) const;
     /// The application's ordinary windows, front to back.
     std::vector<AppWindow> windowsOf(ProcessIdentifier process) const;
     /// Its frontmost ordinary window that is neither minimised nor hidden; null when there is none.

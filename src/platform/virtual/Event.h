@@ -44,12 +44,21 @@ namespace vantrel::virtualmac {
 ///   menu-opened             the title of the status item or main menu
 ///   menu-closed             the same; chosen? the item's title
 ///   setting-saved           the key; value
+///   keyboard-tap-created, keyboard-tap-refused, keyboard-tap-removed    (empty)
+///   tap-disabled            timeout, user input
+///   key-swallowed           the key, as KeyStroke writes it; code, flags, name (what the client calls it)
+///   key-delivered           the key; code, flags, application? (none: it is a shortcut of the system, or nobody is in
+///                           front). Before what it brings about
+///   overlay-shown           frame "x y width height" from the bottom left of the primary display; level, label*
+///   overlay-hidden, overlay-raised, overlay-closed    frame. Raised: it is above a window that lay above it
+///   overlay-level           frame; level
 ///   screens-changed         (empty); screen* "name x y width height"
 ///   process-started         the executable's path; pid, argument*
 ///   process-exited          the path, of a process that was not listed among the running applications; pid
 ///   signal                  its number; pid, error?
 ///   application-started, application-exited    name; pid
-///   application-activate, application-terminate, application-force-terminate    name; pid
+///   application-activate    name; pid, options (0, or 2: ignoring the other applications)
+///   application-terminate, application-force-terminate      name; pid
 ///   application-frontmost   name of the application that is in front now; pid. The client is not told of when it asked
 ///                           for it itself (activate)
 ///   application-opened      the address; application (its address), activates (yes, no)
@@ -64,10 +73,10 @@ namespace vantrel::virtualmac {
 ///   lid                     seconds the lid was closed
 ///   participant             what was done: "type ID", "press ID", "return", "answer TITLE", "open-status-menu",
 ///                           "open-menu TITLE", "choose TITLE", "close-menu", "command KEY", "close-window", "log-out",
-///                           "answer-permission"; elsewhere "open PATH", "bring-to-front APP", "quit APP", "move APP",
+///                           "answer-permission"; elsewhere "open PATH", "bring-to-front APP", "quit APP", "kill APP", "move APP",
 ///                           "resize APP", "minimise APP", "restore APP", "close APP", "full-screen APP",
-///                           "swipe left", "swipe right"; value? what was
-///                           typed, ignored? why it had no effect
+///                           "swipe left", "swipe right", "new-window APP", "key KEY"; value? what was
+///                           typed, times? how often, ignored? why it had no effect
 struct Event {
     /// Seconds of uptime.
     double time = 0;

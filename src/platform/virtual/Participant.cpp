@@ -66,23 +66,25 @@ void Participant::press(const std::string& button) {
 }
 
 void Participant::pressReturn() {
-    post("return", {}, [this](const auto& heard) -> std::string {
-        if (isMenuInFront()) return "a menu is open";
-        if (const auto alerts = parts_.alerts.up(); !alerts.empty()) {
-            heard();
-            parts_.alerts.answer(alerts.back().buttons.front());
-            return {};
+    post("return", {}, [this](const auto& heard) { return performReturn(heard); });
+}
+
+std::string Participant::performReturn(const std::function<void()>& heard) {
+    if (isMenuInFront()) return "a menu is open";
+    if (const auto alerts = parts_.alerts.up(); !alerts.empty()) {
+        heard();
+        parts_.alerts.answer(alerts.back().buttons.front());
+        return {};
+    }
+    const auto window = parts_.windows.front();
+    if (!window || !window->key) return "no window has the keyboard";
+    for (const View& view : window->views) {
+        if (view.hidden) continue;
+        for (const Control& control : view.controls) {
+            if (control.keyEquivalent == "\r") return press(*window, control, heard);
         }
-        const auto window = parts_.windows.front();
-        if (!window || !window->key) return "no window has the keyboard";
-        for (const View& view : window->views) {
-            if (view.hidden) continue;
-            for (const Control& control : view.controls) {
-                if (control.keyEquivalent == "\r") return press(*window, control, heard);
-            }
-        }
-        return "no button answers";
-    });
+    }
+    return "no button answers";
 }
 
 void Participant::answerAlert(const std::string& buttonTitle) {
@@ -147,15 +149,36 @@ void Participant::closeMenu() {
 }
 
 void Participant::pressCommand(const std::string& key) {
-    post("command " + key, {}, [this, key](const auto& heard) -> std::string {
-        if (auto why = busy(); !why.empty()) return why;
-        const Menu mainMenu = parts_.application.mainMenu();
-        const MenuItem* item = findKeyEquivalent(mainMenu, key);
-        if (item == nullptr) return "no menu item answers";
-        if (!item->target && item->action != "terminate:") return "only a text field would answer";
-        heard();
-        parts_.application.perform(*item);
-        return {};
+    const std::string what = "command " + key;
+    if (!isTapped()) return post(what, {}, [this, key](const auto& heard) { return performKeyEquivalent(key, heard); });
+    const bool isUpper = key.size() == 1 && key[0] >= 'A' && key[0] <= 'Z';
+    const std::string letter = isUpper ? std::string(1, static_cast<char>(key[0] - 'A' + 'a')) : key;
+    KeyStroke stroke = KeyStroke::parse(letter).value_or(KeyStroke{});
+    stroke.flags = KeyStroke::command | (isUpper ? KeyStroke::shift : 0);
+    pressThrough(what, stroke,
+                 [this, key] { parts_.engine.mainLoop.postEvent([this, key] { performKeyEquivalent(key, [] {}); }); });
+}
+
+std::string Participant::performKeyEquivalent(const std::string& key, const std::function<void()>& heard) {
+    if (auto why = busy(); !why.empty()) return why;
+    const Menu mainMenu = parts_.application.mainMenu();
+    const MenuItem* item = findKeyEquivalent(mainMenu, key);
+    if (item == nullptr) return "no menu item answers";
+    if (!item->target && item->action != "terminate:") return "only a text field would answer";
+    heard();
+    parts_.application.perform(*item);
+    return {};
+}
+
+void Participant::keyForClient(const KeyStroke& key) {
+    constexpr std::int64_t returnKey = 36;
+    const char letter = key.letter();
+    parts_.engine.mainLoop.postEvent([this, key, letter] {
+        if (key == KeyStroke{returnKey, 0}) {
+            performReturn([] {});
+        } else if (letter != 0 && key.flags == KeyStroke::command) {
+            performKeyEquivalent(std::string(1, letter), [] {});
+        }
     });
 }
 

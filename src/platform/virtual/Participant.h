@@ -17,7 +17,7 @@ namespace vantrel::virtualmac {
 /// Whoever sits in front of the Mac. Any thread; each operation on the client becomes an event of the main thread, and
 /// the journal's "participant" event tells whether it had any effect: `ignored` then says why not. While alerts are up
 /// or a menu is open only the one in front answers, which is whichever opened last.
-class Participant : public ParticipantElsewhere {
+class Participant final : public ParticipantElsewhere {
   public:
     struct Parts {
         Engine& engine;
@@ -44,7 +44,8 @@ class Participant : public ParticipantElsewhere {
     void openMainMenu(const std::string& title);
     void chooseMenuItem(const std::string& title);
     void closeMenu();
-    /// A key equivalent of the main menu; an upper-case letter means Shift as well.
+    /// A key equivalent of the main menu, a letter; an upper-case one means Shift as well. With the client in front,
+    /// whatever is; it goes through the client's taps, too.
     void pressCommand(const std::string& key);
     /// The close button of the window in front.
     void closeWindow();
@@ -62,6 +63,11 @@ class Participant : public ParticipantElsewhere {
     std::string whyNoMenu() const;
     std::string press(const WindowState& window, const Control& button, const std::function<void()>& heard);
     void track(const std::string& title, const Menu& menu);
+    /// What the main menu does on Command with that key.
+    std::string performKeyEquivalent(const std::string& key, const std::function<void()>& heard);
+    /// What Return does.
+    std::string performReturn(const std::function<void()>& heard);
+    void keyForClient(const KeyStroke& key) override;
 
     Parts parts_;
 };

@@ -1,6 +1,7 @@
 #include "platform/virtual/ParticipantElsewhere.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "platform/virtual/Numbers.h"
@@ -16,6 +17,14 @@ bool isVisible(const AppWindow& window) {
 bool isMovable(const AppWindow& window) {
     return isVisible(window) && !window.fullScreen && !window.inTransition;
 }
+
+struct ModifierKey {
+    std::int64_t code;
+    std::uint64_t flag;
+};
+
+constexpr std::array modifierKeys = {ModifierKey{55, KeyStroke::command}, ModifierKey{59, KeyStroke::control},
+                                     ModifierKey{58, KeyStroke::option}, ModifierKey{56, KeyStroke::shift}};
 
 }  // namespace
 
@@ -99,6 +108,17 @@ void ParticipantElsewhere::quit(const std::string& application) {
     });
 }
 
+void ParticipantElsewhere::kill(const std::string& application) {
+    inWorld("kill " + application, {}, [this, application](const auto& heard) -> std::string {
+        const auto process = running(application);
+        if (!process) return "it does not run";
+        heard();
+        constexpr int signal = 9;
+        process->receive(signal);
+        return {};
+    });
+}
+
 void ParticipantElsewhere::moveWindowOf(const std::string& application, Point origin) {
     withWindow("move", application, {{"value", shortest(origin.x) + " " + shortest(origin.y)}}, isMovable,
                [this, origin](const AppWindow& window) {
@@ -151,6 +171,62 @@ void ParticipantElsewhere::swipe(VirtualSpaces::Direction direction) {
         if (left ? place == 0 : place + 1 == elsewhere_.spaces.count()) return "there is no Space beside this one";
         heard();
         elsewhere_.spaces.swipe(direction);
+        return {};
+    });
+}
+
+void ParticipantElsewhere::openWindowOf(const std::string& application, const NewWindow& window) {
+    inWorld("new-window " + application, {}, [this, application, window](const auto& heard) -> std::string {
+        const auto process = running(application);
+        if (!process) return "it does not run";
+        heard();
+        elsewhere_.processes.openWindow(process->processIdentifier(), window);
+        return {};
+    });
+}
+
+void ParticipantElsewhere::changeFlags(std::uint64_t flags, bool down) {
+    std::uint64_t held = down ? 0 : flags;
+    for (const auto& [code, flag] : modifierKeys) {
+        if ((flags & flag) == 0) continue;
+        held ^= flag;
+        elsewhere_.keyboard.press({KeyEventType::flagsChanged, code, held}, nullptr);
+    }
+}
+
+void ParticipantElsewhere::deliver(const KeyStroke& key) {
+    if (!elsewhere_.keys.deliver(key)) keyForClient(key);
+}
+
+void ParticipantElsewhere::pressKey(std::int64_t keyCode, std::uint64_t flags, int times) {
+    const KeyStroke key{keyCode, flags};
+    Journal::Fields fields;
+    if (times > 1) fields.emplace_back("times", std::to_string(times));
+    inWorld("key " + key.text(), std::move(fields), [this, key, times](const auto& heard) -> std::string {
+        heard();
+        changeFlags(key.flags, true);
+        for (int press = 0; press < times; ++press) {
+            const auto down = [this, key, isLast = press + 1 == times] {
+                elsewhere_.keyboard.press({KeyEventType::keyDown, key.keyCode, key.flags},
+                                          [this, key] { deliver(key); });
+                if (isLast) changeFlags(key.flags, false);
+            };
+            if (press == 0) {
+                down();
+            } else {
+                elsewhere_.engine.world.after(press * repeatInterval, down);
+            }
+        }
+        return {};
+    });
+}
+
+void ParticipantElsewhere::pressThrough(const std::string& what, const KeyStroke& key, Block passed) {
+    inWorld(what, {}, [this, key, passed = std::move(passed)](const auto& heard) -> std::string {
+        heard();
+        changeFlags(key.flags, true);
+        elsewhere_.keyboard.press({KeyEventType::keyDown, key.keyCode, key.flags}, passed);
+        changeFlags(key.flags, false);
         return {};
     });
 }

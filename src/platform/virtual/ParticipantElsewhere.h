@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -7,7 +8,10 @@
 #include "platform/Geometry.h"
 #include "platform/virtual/Engine.h"
 #include "platform/virtual/Journal.h"
+#include "platform/virtual/KeyDelivery.h"
+#include "platform/virtual/KeyStroke.h"
 #include "platform/virtual/VirtualDesktop.h"
+#include "platform/virtual/VirtualKeyboard.h"
 #include "platform/virtual/VirtualProcesses.h"
 #include "platform/virtual/VirtualSpaces.h"
 
@@ -23,12 +27,16 @@ class ParticipantElsewhere {
         VirtualDesktop& desktop;
         VirtualSpaces& spaces;
         VirtualProcesses& processes;
+        VirtualKeyboard& keyboard;
+        KeyDelivery& keys;
     };
 
     void openApplication(const std::string& executablePath);
     void bringToFront(const std::string& application);
     /// Asks it to end, as its menu does.
     void quit(const std::string& application);
+    /// Signal 9, from somewhere else on the Mac.
+    void kill(const std::string& application);
     /// The top left corner, from the top left of the primary display.
     void moveWindowOf(const std::string& application, Point origin);
     void resizeWindowOf(const std::string& application, Size size);
@@ -40,10 +48,26 @@ class ParticipantElsewhere {
     void toggleFullScreenOf(const std::string& application);
     /// Shows the Space beside the current one of the primary display.
     void swipe(VirtualSpaces::Direction direction);
+    /// A further window of an application, which comes to the front with it.
+    void openWindowOf(const std::string& application, const NewWindow& window);
+
+    /// Presses the modifiers, then the key, `times` times in a row as when it is held down, then lets go. Every event
+    /// goes through the client's taps; what they let pass, KeyDelivery tells.
+    void pressKey(std::int64_t keyCode, std::uint64_t flags, int times = 1);
+    void pressKey(const KeyStroke& key, int times = 1) { pressKey(key.keyCode, key.flags, times); }
+    /// Seconds between the presses of a key that is held down.
+    static constexpr double repeatInterval = 0.1;
 
   protected:
     explicit ParticipantElsewhere(const Elsewhere& elsewhere) : elsewhere_(elsewhere) {}
     ~ParticipantElsewhere() = default;
+
+    /// A key that the client gets, being in front. World's thread.
+    virtual void keyForClient(const KeyStroke& key) = 0;
+    /// Whether a tap of the client stands.
+    bool isTapped() const { return elsewhere_.keyboard.taps() > 0; }
+    /// The key goes through the taps; `passed` runs on the world's thread when none has swallowed it.
+    void pressThrough(const std::string& what, const KeyStroke& key, Block passed);
 
     /// Does it and returns why it has no effect; empty when it has one.
     using Deed = std::function<std::string(const std::function<void()>& heard)>;
@@ -57,6 +81,9 @@ class ParticipantElsewhere {
     using WindowDeed = std::function<void(const AppWindow&)>;
 
     void inWorld(std::string what, Journal::Fields fields, Deed deed);
+    /// The modifiers as they go down or up.
+    void changeFlags(std::uint64_t flags, bool down);
+    void deliver(const KeyStroke& key);
     /// A click into another application's window does that.
     void bringToFront(ProcessIdentifier process);
     std::shared_ptr<VirtualProcess> running(const std::string& application) const;

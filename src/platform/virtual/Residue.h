@@ -11,6 +11,8 @@ struct Residue {
     /// Window objects, and those that are on the screen.
     std::size_t windows = 0;
     std::size_t visibleWindows = 0;
+    std::size_t overlays = 0;
+    std::size_t keyboardTaps = 0;
     std::size_t alerts = 0;
     std::size_t statusItems = 0;
     /// Blocks of the main thread that have not run, delayed ones included.

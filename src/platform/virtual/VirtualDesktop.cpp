@@ -23,9 +23,7 @@ Happening withFrame(Happening happening, const AppWindow& window) {
 
 std::string describe(const DesktopState& state, const SpaceRow& row) {
     if (state.spaces.isFullScreen(row.current)) {
-        for (const AppWindow& window : state.windows) {
-            if (window.space == row.current) return "full screen of " + window.title;
-        }
+        if (const AppWindow* owner = state.ownerOf(row.current)) return "full screen of " + owner->title;
     }
     int desktop = 0;
     for (const Space& space : row.spaces) {
@@ -54,7 +52,7 @@ void VirtualDesktop::tell(std::unique_lock<std::mutex>& guard, const std::vector
     const std::vector<Happening> changes = spaceChanges(state_, before);
     for (const Happening& change : changes) {
         const std::string& display = change.text;
-        engine_.world.after(flagDelay, [this, display, number = ++changes_[display]] {
+        engine_.world.after(flagDelay_, [this, display, number = ++changes_[display]] {
             const std::lock_guard settling(mutex_);
             if (changes_[display] == number) state_.settle(display);
         });
@@ -196,6 +194,11 @@ bool VirtualDesktop::setFullScreen(std::int64_t number, bool fullScreen) {
 
 void VirtualDesktop::setHidden(ProcessIdentifier process, bool hidden) {
     change([=](DesktopState& state, Happenings&) { state.setHidden(process, hidden); });
+}
+
+void VirtualDesktop::setFlagDelay(double seconds) {
+    const std::lock_guard guard(mutex_);
+    flagDelay_ = seconds;
 }
 
 void VirtualDesktop::setFullScreenDuration(double seconds) {

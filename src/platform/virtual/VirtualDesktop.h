@@ -18,11 +18,11 @@ namespace vantrel::virtualmac {
 
 /// The windows of the other applications and the Spaces they lie on. What changes a Space or the application in front
 /// is noticed here, whoever changed it: the journal hears of it, Space observers are told at the start of the change,
-/// and the flags of the window list follow `flagDelay` later. Any thread.
+/// and the flags of the window list follow a moment later. Any thread.
 class VirtualDesktop {
   public:
     /// Seconds during which window flags tell the Space before a change of Space.
-    static constexpr double flagDelay = 0.56;
+    static constexpr double defaultFlagDelay = 0.56;
     static constexpr double defaultFullScreenDuration = 0.7;
 
     VirtualDesktop(Engine& engine, const VirtualScreens& screens) : engine_(engine), screens_(screens) {}
@@ -47,6 +47,8 @@ class VirtualDesktop {
     /// Begins the transition; it takes its time. During one nothing can be asked for.
     bool setFullScreen(std::int64_t number, bool fullScreen);
     void setHidden(ProcessIdentifier process, bool hidden);
+    /// Seconds during which window flags are stale after a change of Space.
+    void setFlagDelay(double seconds);
     /// Seconds that transitions to and from full screen take.
     void setFullScreenDuration(double seconds);
 
@@ -104,6 +106,7 @@ class VirtualDesktop {
     /// How often the Space of a display has changed.
     mutable std::map<std::string, std::uint64_t> changes_;
     std::int64_t made_ = 1000;
+    double flagDelay_ = defaultFlagDelay;
     double fullScreenDuration_ = defaultFullScreenDuration;
 };
 

@@ -27,12 +27,15 @@ VirtualMac::VirtualMac(Options options)
       windows_(engine_),
       statusBar_(engine_),
       spaces_(engine_, desktop_),
-      windowList_({engine_, desktop_, processes_, screens_, windows_}),
+      overlays_(engine_, desktop_),
+      trust_(engine_),
+      keyboard_(engine_, trust_),
+      keys_({engine_, desktop_, spaces_, processes_}),
+      windowList_({engine_, desktop_, processes_, screens_, windows_, overlays_}),
       workspace_(engine_),
       opener_(engine_, processes_),
       frontmost_(engine_, desktop_, processes_),
       applications_(engine_, processes_),
-      trust_(engine_),
       accessibility_(engine_, desktop_, processes_, trust_),
       capture_(engine_),
       dispatch_(engine_),
@@ -43,12 +46,12 @@ VirtualMac::VirtualMac(Options options)
       defaults_(engine_, {options.settings.begin(), options.settings.end()}),
       network_(engine_),
       bundle_(options.bundleIdentifier),
-      computer_{application_, alerts_,   windows_,   statusBar_,    screens_,   spaces_,        windowList_,
-                workspace_,   opener_,   frontmost_, applications_, processes_, accessibility_, trust_,
-                capture_,     dispatch_, runLoop_,   threads_,      clock_,     log_,           defaults_,
-                urls_,        network_,  json_,      unicode_,      dates_,     files_,         bundle_},
+      computer_{application_, alerts_,    windows_, statusBar_, screens_,      spaces_,    overlays_,      keyboard_,
+                windowList_,  workspace_, opener_,  frontmost_, applications_, processes_, accessibility_, trust_,
+                capture_,     dispatch_,  runLoop_, threads_,   clock_,        log_,       defaults_,      urls_,
+                network_,     json_,      unicode_, dates_,     files_,        bundle_},
       participant_({engine_, windows_, alerts_, menus_, statusBar_, application_, capture_},
-                   {engine_, desktop_, spaces_, processes_}) {
+                   {engine_, desktop_, spaces_, processes_, keyboard_, keys_}) {
     engine_.start();
 }
 
@@ -119,6 +122,8 @@ Residue VirtualMac::residue() const {
     residue.visibleWindows = static_cast<std::size_t>(
         std::count_if(windows.begin(), windows.end(), [](const auto& window) { return window.visible; }));
     residue.alerts = alerts_.up().size();
+    residue.overlays = overlays_.all().size();
+    residue.keyboardTaps = keyboard_.taps();
     residue.statusItems = statusBar_.items().size();
     residue.pendingBlocks = engine_.mainLoop.pending();
     residue.workers = engine_.scheduler.count(Scheduler::Rank::worker);

@@ -6,6 +6,7 @@
 #include "platform/portable/ICUText.h"
 #include "platform/portable/UTCDateFormatter.h"
 #include "platform/virtual/Engine.h"
+#include "platform/virtual/KeyDelivery.h"
 #include "platform/virtual/MenuTracking.h"
 #include "platform/virtual/Options.h"
 #include "platform/virtual/Participant.h"
@@ -23,9 +24,11 @@
 #include "platform/virtual/VirtualFiles.h"
 #include "platform/virtual/VirtualFrontmost.h"
 #include "platform/virtual/VirtualJSON.h"
+#include "platform/virtual/VirtualKeyboard.h"
 #include "platform/virtual/VirtualLog.h"
 #include "platform/virtual/VirtualNetwork.h"
 #include "platform/virtual/VirtualOpener.h"
+#include "platform/virtual/VirtualOverlays.h"
 #include "platform/virtual/VirtualProcesses.h"
 #include "platform/virtual/VirtualRunLoop.h"
 #include "platform/virtual/VirtualScreens.h"
@@ -97,6 +100,9 @@ class VirtualMac {
     VirtualScreens& screens() { return screens_; }
     VirtualDesktop& desktop() { return desktop_; }
     VirtualSpaces& spaces() { return spaces_; }
+    VirtualOverlays& overlays() { return overlays_; }
+    VirtualKeyboard& keyboard() { return keyboard_; }
+    KeyDelivery& keys() { return keys_; }
     VirtualWindowList& windowList() { return windowList_; }
     VirtualWorkspace& workspace() { return workspace_; }
     VirtualOpener& opener() { return opener_; }
@@ -129,12 +135,15 @@ class VirtualMac {
     VirtualWindows windows_;
     VirtualStatusBar statusBar_;
     VirtualSpaces spaces_;
+    VirtualOverlays overlays_;
+    VirtualTrust trust_;
+    VirtualKeyboard keyboard_;
+    KeyDelivery keys_;
     VirtualWindowList windowList_;
     VirtualWorkspace workspace_;
     VirtualOpener opener_;
     VirtualFrontmost frontmost_;
     VirtualApplications applications_;
-    VirtualTrust trust_;
     VirtualAccessibility accessibility_;
     VirtualCapture capture_;
     VirtualDispatch dispatch_;

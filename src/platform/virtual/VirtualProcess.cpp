@@ -7,8 +7,9 @@ bool VirtualProcess::isTerminated() const {
     return !isAlive();
 }
 
-bool VirtualProcess::activate(ActivationOptions) {
-    if (!ask("application-activate")) return false;
+bool VirtualProcess::activate(ActivationOptions options) {
+    const Journal::Fields more{{"options", std::to_string(static_cast<int>(options))}};
+    if (!ask("application-activate", more)) return false;
     if (description_.declinesActivation) return true;
     engine_.world.after(description_.activationDelay, [self = shared_from_this()] { self->comeToFront(); });
     return true;
@@ -27,10 +28,12 @@ bool VirtualProcess::forceTerminate() {
     return true;
 }
 
-bool VirtualProcess::ask(const char* kind) {
+bool VirtualProcess::ask(const char* kind, const Journal::Fields& more) {
     engine_.platformCall();
     if (!isAlive() || engine_.isOver()) return false;
-    engine_.journal.emit(kind, description_.name, {{"pid", std::to_string(origin_.identifier)}});
+    Journal::Fields fields{{"pid", std::to_string(origin_.identifier)}};
+    fields.insert(fields.end(), more.begin(), more.end());
+    engine_.journal.emit(kind, description_.name, std::move(fields));
     return true;
 }
 

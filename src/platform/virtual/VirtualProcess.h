@@ -56,8 +56,8 @@ class VirtualProcess final : public RunningApplication, public std::enable_share
     bool receive(int signal);
 
   private:
-    /// False when it cannot be asked.
-    bool ask(const char* kind);
+    /// False when it cannot be asked. The event has the fields that the kind has beside the process.
+    bool ask(const char* kind, const Journal::Fields& more = {});
 
     Engine& engine_;
     VirtualDesktop& desktop_;

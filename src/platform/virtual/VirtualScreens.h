@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -35,8 +36,19 @@ class VirtualScreens final : public Screens {
     /// The displays change and observers are told.
     void change(Displays displays);
     void plug(Screen screen);
-    /// False when there is none of that name.
+    /// The following are false when there is none of that name. The primary display stays the first one and at (0, 0):
+    /// when it goes or moves, the others get new coordinates.
     bool unplug(std::string_view name);
+    /// The display is moved, or its resolution changes.
+    bool setFrame(std::string_view name, const Rect& frame);
+    /// It shows what another one shows, and is not listed; from then on only unmirror() and unplug() know it.
+    bool mirror(std::string_view name);
+    bool unmirror(std::string_view name);
+    /// It has the keyboard focus from now on. Without a notice.
+    bool focus(std::string_view name);
+    /// A change of the displays is noticed so many times from now on, one notice so many seconds after the other, as
+    /// the system does.
+    void setNotices(int count, double every);
 
     std::size_t observers() const;
 
@@ -44,9 +56,16 @@ class VirtualScreens final : public Screens {
     struct Observer;
     class Handle;
 
+    /// Takes the display out of the list; empty when there is none of that name.
+    static std::optional<Screen> take(Displays& displays, std::string_view name);
+    void notify();
+
     Engine& engine_;
     mutable std::mutex mutex_;
     Displays displays_;
+    std::vector<Screen> mirrored_;
+    int notices_ = 1;
+    double noticesEvery_ = 0;
     std::vector<std::weak_ptr<Observer>> observers_;
 };
 

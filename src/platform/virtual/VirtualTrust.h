@@ -1,6 +1,7 @@
 #pragma once
 
 #include <atomic>
+#include <functional>
 
 #include "platform/AccessibilityTrust.h"
 #include "platform/virtual/Engine.h"
@@ -27,9 +28,15 @@ class VirtualTrust final : public AccessibilityTrust {
     }
 
     /// Driver-facing, any thread.
-    void setTrusted(bool trusted) { trusted_ = trusted; }
+    void setTrusted(bool trusted) {
+        const bool before = trusted_.exchange(trusted);
+        if (before && !trusted && onRevoked) onRevoked();
+    }
     bool isTrusted() const { return trusted_; }
     int prompts() const { return prompts_; }
+
+    /// Set once, before the Mac starts: hears that the permission has been taken away.
+    std::function<void()> onRevoked;
 
   private:
     Engine& engine_;

@@ -43,9 +43,11 @@ std::optional<std::vector<WindowEntry>> VirtualWindowList::copy(WindowListOption
 
 std::vector<WindowEntry> VirtualWindowList::entries() const {
     const ProcessIdentifier own = parts_.processes.ownProcess();
+    const auto overlays = parts_.overlays.all();
     bool ownInFront = false;
     bool desktopIsShown = false;
-    auto list = parts_.desktop.read([&](const DesktopState& state) {
+    std::vector<WindowEntry> list;
+    auto others = parts_.desktop.read([&](const DesktopState& state) {
         ownInFront = state.isFrontmost(own);
         const SpaceRow& primary = state.spaces.rows().front();
         // A Space that has just gone was a full-screen one.
@@ -55,26 +57,37 @@ std::vector<WindowEntry> VirtualWindowList::entries() const {
             WindowEntry entry{window.number, window.owner, window.ownerName, window.title,
                               window.layer,  window.frame, std::nullopt};
             if (state.isOnScreen(window)) entry.isOnscreen = true;
-            made.push_back(std::move(entry));
+            const bool isAboveOverlays = std::any_of(overlays.begin(), overlays.end(),
+                                                     [&](const auto& overlay) { return overlay.isUnder(window); });
+            (isAboveOverlays ? list : made).push_back(std::move(entry));
         }
         return made;
     });
+    for (auto overlay = overlays.rbegin(); overlay != overlays.rend(); ++overlay) {
+        const auto& description = overlay->description;
+        list.push_back(ownEntry(overlay->number, {}, description.level, description.frame, overlay->visible));
+    }
     auto ownList = ownEntries(desktopIsShown);
-    list.insert(ownInFront ? list.begin() : list.end(), ownList.begin(), ownList.end());
+    others.insert(ownInFront ? others.begin() : others.end(), ownList.begin(), ownList.end());
+    list.insert(list.end(), others.begin(), others.end());
     return list;
 }
 
-std::vector<WindowEntry> VirtualWindowList::ownEntries(bool onScreen) const {
+WindowEntry VirtualWindowList::ownEntry(std::int64_t number, const std::string& title, int layer, const Rect& frame,
+                                        bool onScreen) const {
     const auto screens = parts_.screens.displays().screens;
     const double height = screens.empty() ? 0 : screens.front().frame.size.height;
+    Rect bounds = frame;
+    bounds.origin.y = height - bounds.origin.y - bounds.size.height;
+    WindowEntry entry{number, parts_.processes.ownProcess(), "Vantrel", title, layer, bounds, {}};
+    if (onScreen) entry.isOnscreen = true;
+    return entry;
+}
+
+std::vector<WindowEntry> VirtualWindowList::ownEntries(bool onScreen) const {
     std::vector<WindowEntry> made;
     for (const WindowState& window : parts_.windows.all()) {
-        if (!window.visible) continue;
-        Rect bounds = window.contentRect;
-        bounds.origin.y = height - bounds.origin.y - bounds.size.height;
-        WindowEntry entry{window.number, parts_.processes.ownProcess(), "Vantrel", window.title, 0, bounds, {}};
-        if (onScreen) entry.isOnscreen = true;
-        made.push_back(std::move(entry));
+        if (window.visible) made.push_back(ownEntry(window.number, window.title, 0, window.contentRect, onScreen));
     }
     return made;
 }

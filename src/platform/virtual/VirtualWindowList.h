@@ -1,14 +1,17 @@
 #pragma once
 
+#include <cstdint>
 #include <map>
 #include <mutex>
 #include <optional>
 #include <set>
+#include <string>
 #include <vector>
 
 #include "platform/WindowList.h"
 #include "platform/virtual/Engine.h"
 #include "platform/virtual/VirtualDesktop.h"
+#include "platform/virtual/VirtualOverlays.h"
 #include "platform/virtual/VirtualProcesses.h"
 #include "platform/virtual/VirtualScreens.h"
 #include "platform/virtual/VirtualWindows.h"
@@ -19,7 +22,8 @@ namespace vantrel::virtualmac {
 enum class WindowKey { number, ownerPID, ownerName, name, layer, bounds, isOnscreen };
 
 /// The windows of all applications, the client's visible ones included: those are on a desktop Space, in front of the
-/// others while the client is in front and behind them otherwise, and have numbers below 1000.
+/// others while the client is in front and behind them otherwise, and have numbers below 1000. Its overlays come first
+/// but for what lies above them.
 class VirtualWindowList final : public WindowList {
   public:
     struct Parts {
@@ -28,6 +32,7 @@ class VirtualWindowList final : public WindowList {
         const VirtualProcesses& processes;
         const VirtualScreens& screens;
         const VirtualWindows& windows;
+        const VirtualOverlays& overlays;
     };
 
     explicit VirtualWindowList(Parts parts) : parts_(parts) {}
@@ -46,6 +51,8 @@ class VirtualWindowList final : public WindowList {
   private:
     std::vector<WindowEntry> entries() const;
     std::vector<WindowEntry> ownEntries(bool onScreen) const;
+    WindowEntry ownEntry(std::int64_t number, const std::string& title, int layer, const Rect& frame,
+                         bool onScreen) const;
     void withhold(WindowEntry& entry) const;
 
     const Parts parts_;

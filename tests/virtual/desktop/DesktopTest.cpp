@@ -87,6 +87,35 @@ TEST_F(DesktopTest, BringsTheDesktopBackWhenAFullScreenWindowGoes) {
     EXPECT_TRUE(texts("app-window-fullscreen").size() == 1) << "the second transition has no end";
 }
 
+TEST_F(DesktopTest, LeavesAFullScreenWindowAloneWhenAnotherWindowOnItsSpaceGoes) {
+    mac().desktop().setFullScreen(window, true);
+    settle();
+    const auto other = mac().processes().openWindow(process, {"Finestrella", {{100, 100}, {400, 300}}});
+    settle();
+    forgetEvents();
+    notices = 0;
+    EXPECT_TRUE(mac().desktop().close(other));
+    settle();
+    EXPECT_EQ(0, notices);
+    EXPECT_TRUE(mac().spaces().isFullScreen());
+    EXPECT_TRUE(isOnScreen());
+    EXPECT_EQ((Lines{"app-window-closed Finestrella; pid=501; number=1002"}), transcript());
+}
+
+TEST_F(DesktopTest, NamesAFullScreenSpaceByTheWindowThatItBelongsTo) {
+    mac().spaces().addDesktop();
+    mac().desktop().setFullScreen(window, true);
+    settle();
+    mac().processes().openWindow(process, {"Finestrella", {{100, 100}, {400, 300}}});
+    settle();
+    mac().spaces().switchTo(0);
+    settle();
+    forgetEvents();
+    mac().spaces().switchTo(1);
+    mac().runFor(0);
+    EXPECT_EQ("full screen of Lezione", events("space-changed").at(0).field("space"));
+}
+
 TEST_F(DesktopTest, TellsTheOldStateInItsFlagsForAMomentAfterAChangeOfSpace) {
     mac().desktop().setFullScreen(window, true);
     settle();

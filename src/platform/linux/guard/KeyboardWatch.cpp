@@ -18,11 +18,9 @@ struct RawKeysMask {
 };
 
 // False when nobody is at the other end any more.
-bool takeAnswers(int line, bool& answered) {
+bool takeAnswers(int line) {
     std::array<char, 16> bytes{};
-    const ssize_t count = recv(line, bytes.data(), bytes.size(), MSG_DONTWAIT);
-    answered = count > 0;
-    return count > 0;
+    return recv(line, bytes.data(), bytes.size(), MSG_DONTWAIT) > 0;
 }
 
 void sync(xcb_connection_t* connection) {
@@ -62,9 +60,7 @@ void KeyboardWatch::watch(int line, std::uint32_t resource) {
                                       pollfd{xcb_get_file_descriptor(connection_->get()), POLLIN, 0}};
         poll(sources.data(), sources.size(), untilDue(std::chrono::steady_clock::now()));
         if (sources[0].revents != 0) {
-            bool answered = false;
-            if (!takeAnswers(line, answered)) return;
-            pressed_.reset();
+            if (!takeAnswers(line)) return;
             asked_.reset();
         }
         // Read after the line: an answer that came while this process itself did not run still counts.
@@ -78,7 +74,9 @@ void KeyboardWatch::watch(int line, std::uint32_t resource) {
             sync(connection_->get());
             return;
         }
-        if (pressed_ && !asked_ && now >= *pressed_ + beforeQuestion) {
+        if (!asked_ && pressed_ && now >= *pressed_ + beforeQuestion) {
+            // A key that is pressed from here on is none that the answer speaks for.
+            pressed_.reset();
             asked_ = now;
             send(line, &question, 1, MSG_NOSIGNAL | MSG_DONTWAIT);
         }
@@ -104,11 +102,9 @@ bool KeyboardWatch::serverWasBusy() {
 
 int KeyboardWatch::untilDue(Time now) const {
     constexpr int forEver = -1;
-    std::optional<Time> due;
-    if (pressed_) due = *pressed_ + beforeQuestion;
-    if (asked_) due = *asked_ + forAnswer;
-    if (!due) return forEver;
-    const auto left = std::chrono::ceil<std::chrono::milliseconds>(*due - now).count();
+    if (!asked_ && !pressed_) return forEver;
+    const Time due = asked_ ? *asked_ + forAnswer : *pressed_ + beforeQuestion;
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(due - now).count();
     return static_cast<int>(std::max<decltype(left)>(left, 0));
 }
 

@@ -1,0 +1,204 @@
+#include <algorithm>
+#include <memory>
+#include <utility>
+#include <variant>
+
+#include "tests/contracts/ContractTest.h"
+#include "tests/contracts/DisplayHost.h"
+
+namespace vantrel::contracts {
+namespace {
+
+class OverlayContract : public ContractTest {
+  protected:
+    using Overlaid = std::vector<std::pair<double, bool>>;
+
+    void TearDown() override {
+        host().onMain([this] { overlays.clear(); });
+        ContractTest::TearDown();
+    }
+
+    DisplayHost& displays() { return dynamic_cast<DisplayHost&>(host()); }
+
+    /// The left one is the primary one; the right one is lower and stands on the same line.
+    void haveTwoDisplays() {
+        displays().setDisplays({{"Sinistro", {{0, 0}, {640, 600}}}, {"Destro", {{640, 0}, {500, 480}}}});
+    }
+
+    static OverlayDescription covering(const Rect& frame) {
+        constexpr int level = 1000;
+        constexpr unsigned onAllSpaces = 0x51;
+        OverlayLabel label;
+        label.text = "Vantrel";
+        label.fontSize = 28;
+        label.bold = true;
+        label.whiteLevel = 0.71;
+        label.centreX = frame.size.width * 0.5;
+        label.y = frame.size.height * 0.5;
+        return {frame, level, onAllSpaces, {label}};
+    }
+
+    void make(const Rect& frame) {
+        host().onMain([&] { overlays.push_back(computer().overlays.makeOverlay(covering(frame))); });
+    }
+
+    void show(const Rect& frame) {
+        make(frame);
+        host().onMain([&] { overlays.back()->orderFrontRegardless(); });
+    }
+
+    /// Left edge of each overlay and whether it is shown, from left to right.
+    Overlaid seen() {
+        Overlaid found;
+        for (const auto& overlay : displays().overlays()) found.emplace_back(overlay.frame.origin.x, overlay.shown);
+        std::sort(found.begin(), found.end());
+        return found;
+    }
+
+    bool seenEventually(const Overlaid& wanted) {
+        return eventually([&] { return seen() == wanted; });
+    }
+
+    bool inFront(double x, double y) {
+        return eventually([&] { return displays().overlayIsInFrontAt({x, y}); });
+    }
+
+    bool notInFront(double x, double y) {
+        return eventually([&] { return !displays().overlayIsInFrontAt({x, y}); });
+    }
+
+    /// A window of another application with its middle on the right display, as soon as it has the focus.
+    ProcessIdentifier openWindowOnTheRight() {
+        // The primary display is 600 high: points from its top left.
+        const auto launched =
+            computer().processLauncher.launch(host().peerExecutable(), {"--window=Appunti,700,200,300,250"});
+        const auto* started = std::get_if<ProcessIdentifier>(&launched);
+        EXPECT_TRUE(started);
+        const ProcessIdentifier process = started != nullptr ? *started : 0;
+        EXPECT_TRUE(eventually([&] { return frontmost() == process; }));
+        return process;
+    }
+
+    ProcessIdentifier frontmost() {
+        ProcessIdentifier found = 0;
+        host().onMain([&] {
+            const auto application = computer().frontmostApplication.frontmostApplication();
+            if (application) found = application->processIdentifier();
+        });
+        return found;
+    }
+
+    std::vector<std::unique_ptr<Overlay>> overlays;
+};
+
+constexpr Rect right{{640, 0}, {500, 480}};
+
+TEST_F(OverlayContract, AnOverlayIsOnlyThereOnceItIsOrderedToTheFront) {
+    haveTwoDisplays();
+    make(right);
+    EXPECT_TRUE(seenEventually({{640, false}}));
+    host().onMain([this] { overlays.back()->orderFrontRegardless(); });
+    EXPECT_TRUE(seenEventually({{640, true}}));
+}
+
+TEST_F(OverlayContract, ItsFrameCountsFromTheBottomLeftOfThePrimaryDisplay) {
+    haveTwoDisplays();
+    show(right);
+    ASSERT_TRUE(seenEventually({{640, true}}));
+    EXPECT_EQ(right, displays().overlays().front().frame);
+    EXPECT_TRUE(inFront(641, 1));
+    EXPECT_TRUE(inFront(1139, 479));
+    EXPECT_FALSE(displays().overlayIsInFrontAt({638, 240}));
+}
+
+TEST_F(OverlayContract, ADisplayAboveAndLeftOfThePrimaryOneIsCoveredThere) {
+    displays().setDisplays({{"Sotto", {{0, 0}, {600, 400}}}, {"Sopra", {{-300, 400}, {500, 300}}}});
+    show({{-300, 400}, {500, 300}});
+    ASSERT_TRUE(seenEventually({{-300, true}}));
+    EXPECT_EQ((Rect{{-300, 400}, {500, 300}}), displays().overlays().front().frame);
+    EXPECT_TRUE(inFront(-299, 401));
+    EXPECT_TRUE(inFront(199, 699));
+    EXPECT_FALSE(displays().overlayIsInFrontAt({100, 399}));
+}
+
+TEST_F(OverlayContract, ItLiesInFrontOfWindowsThatWereThereBefore) {
+    haveTwoDisplays();
+    openWindowOnTheRight();
+    EXPECT_FALSE(displays().overlayIsInFrontAt({850, 300}));
+    show(right);
+    EXPECT_TRUE(inFront(850, 300));
+}
+
+TEST_F(OverlayContract, ItLiesInFrontOfWindowsThatComeLater) {
+    haveTwoDisplays();
+    show(right);
+    ASSERT_TRUE(inFront(850, 300));
+    openWindowOnTheRight();
+    EXPECT_TRUE(inFront(850, 300));
+}
+
+TEST_F(OverlayContract, ItDoesNotTakeTheFocus) {
+    haveTwoDisplays();
+    const ProcessIdentifier process = openWindowOnTheRight();
+    show(right);
+    ASSERT_TRUE(inFront(850, 300));
+    host().letTimePass(0.3);
+    EXPECT_EQ(process, frontmost());
+}
+
+TEST_F(OverlayContract, OneThatIsOrderedOutMayComeBack) {
+    haveTwoDisplays();
+    show(right);
+    ASSERT_TRUE(seenEventually({{640, true}}));
+    host().onMain([this] { overlays.back()->orderOut(); });
+    EXPECT_TRUE(seenEventually({{640, false}}));
+    EXPECT_TRUE(notInFront(850, 300));
+    host().onMain([this] {
+        overlays.back()->setLevel(1000);
+        overlays.back()->orderFrontRegardless();
+    });
+    EXPECT_TRUE(seenEventually({{640, true}}));
+    EXPECT_TRUE(inFront(850, 300));
+}
+
+TEST_F(OverlayContract, AClosedOneIsGoneAndStaysSo) {
+    haveTwoDisplays();
+    show(right);
+    show({{0, 0}, {640, 600}});
+    ASSERT_TRUE(seenEventually({{0, true}, {640, true}}));
+    host().onMain([this] {
+        overlays.front()->orderOut();
+        overlays.front()->close();
+    });
+    EXPECT_TRUE(seenEventually({{0, true}}));
+    host().onMain([this] {
+        overlays.front()->setLevel(1000);
+        overlays.front()->orderFrontRegardless();
+        overlays.front()->orderOut();
+        overlays.front()->close();
+    });
+    host().letTimePass(0.2);
+    EXPECT_EQ((Overlaid{{0, true}}), seen());
+    EXPECT_TRUE(notInFront(850, 300));
+}
+
+TEST_F(OverlayContract, ADestroyedOneIsGone) {
+    haveTwoDisplays();
+    show(right);
+    ASSERT_TRUE(seenEventually({{640, true}}));
+    host().onMain([this] { overlays.clear(); });
+    EXPECT_TRUE(seenEventually({}));
+    EXPECT_TRUE(notInFront(850, 300));
+}
+
+TEST_F(OverlayContract, ManyRoundsLeaveNothingBehind) {
+    haveTwoDisplays();
+    for (int round = 0; round < 20; ++round) {
+        show(right);
+        host().onMain([this] { overlays.clear(); });
+    }
+    EXPECT_TRUE(seenEventually({}));
+}
+
+}  // namespace
+}  // namespace vantrel::contracts

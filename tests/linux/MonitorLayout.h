@@ -1,0 +1,32 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/Screens.h"
+#include "platform/linux/X11Monitors.h"
+
+namespace vantrel::linuxdesktop {
+
+/// The display's monitors, which may be any parts of it. They are as they were again at its end.
+class MonitorLayout {
+  public:
+    MonitorLayout();
+    ~MonitorLayout();
+    MonitorLayout(const MonitorLayout&) = delete;
+    MonitorLayout& operator=(const MonitorLayout&) = delete;
+
+    /// The primary one first, in pixels from the top left.
+    void set(const std::vector<X11Monitor>& monitors);
+    /// The same in points from the bottom left of the primary one. They move to where all of them have room.
+    void setScreens(const std::vector<Screen>& screens);
+
+  private:
+    /// Mirrors as well.
+    std::vector<X11Monitor> now();
+
+    std::unique_ptr<X11Connection> connection_;
+    const std::vector<X11Monitor> before_;
+};
+
+}  // namespace vantrel::linuxdesktop

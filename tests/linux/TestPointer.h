@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "platform/linux/X11Connection.h"
+
+namespace vantrel::linuxdesktop {
+
+/// Moves the pointer and clicks as a person would, through the server's test extension. In pixels of the root window.
+/// Returns once the server has taken it.
+class TestPointer {
+  public:
+    TestPointer();
+
+    void moveTo(int x, int y);
+    void click();
+    void clickAt(int x, int y);
+
+  private:
+    void send(std::uint8_t type, std::uint8_t button, int x, int y);
+
+    const std::unique_ptr<X11Connection> connection_;
+};
+
+}  // namespace vantrel::linuxdesktop
