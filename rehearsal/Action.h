@@ -7,6 +7,7 @@
 
 #include "platform/CaptureAuthorization.h"
 #include "platform/Screens.h"
+#include "rehearsal/DesktopAction.h"
 #include "rehearsal/MacSetup.h"
 #include "rehearsal/ReplyRule.h"
 
@@ -100,6 +101,6 @@ struct SetOpening {
 using Action =
     std::variant<TypeTexts, PressButton, AnswerAlert, ChooseMenuItem, PressKey, Deed, AnswerPermissionPrompt,
                  LaunchApplication, ExitApplication, PlugDisplay, UnplugDisplay, SetAccessibility, SetCapture, CloseLid,
-                 EndSession, BendReplies, ReplyAsUsual, FailSerialisations, RefuseAddresses, SetOpening>;
+                 EndSession, BendReplies, ReplyAsUsual, FailSerialisations, RefuseAddresses, SetOpening, DesktopAction>;
 
 }  // namespace vantrel::rehearsal

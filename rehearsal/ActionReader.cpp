@@ -24,10 +24,11 @@ constexpr std::array words = {
 }  // namespace
 
 bool ActionReader::isWord(const std::string& word) const {
-    return std::find(words.begin(), words.end(), word) != words.end();
+    return desktop_.isWord(word) || std::find(words.begin(), words.end(), word) != words.end();
 }
 
 Action ActionReader::read(const std::string& word, const YAML::Node& value) {
+    if (desktop_.isWord(word)) return desktop_.read(word, value);
     const auto what = "'" + word + "'";
     const std::map<std::string, std::function<Action()>> readers = {
         {"type", [&] { return texts(value); }},
@@ -79,16 +80,18 @@ TypeTexts ActionReader::texts(const YAML::Node& node) {
     return typed;
 }
 
-PressKey ActionReader::key(const YAML::Node& node) {
+Action ActionReader::key(const YAML::Node& node) {
     const auto name = reader_.text(node, "'key'");
-    if (name == "Return") return {false, "\r"};
+    if (name == "Return") return PressKey{false, "\r"};
     constexpr std::string_view command = "Command-";
     if (name.starts_with(command) && name.size() == command.size() + 1) {
         const char letter = name.back();
-        if (letter >= 'A' && letter <= 'Z') return {true, std::string(1, static_cast<char>(letter - 'A' + 'a'))};
+        if (letter >= 'A' && letter <= 'Z')
+            return PressKey{true, std::string(1, static_cast<char>(letter - 'A' + 'a'))};
     }
-    reader_.fail(node, "'key' is not Return or Command- with a capital letter");
-    return {};
+    if (const auto stroke = virtualmac::KeyStroke::parse(name)) return PressKeys{*stroke};
+    reader_.fail(node, "'key' is not Return, Command- with a capital letter, or a key such as cmd+shift+4");
+    return PressKey{};
 }
 
 Action ActionReader::deed(const YAML::Node& node) {
@@ -98,7 +101,8 @@ Action ActionReader::deed(const YAML::Node& node) {
                                  {"close the menu", Deed::closeMenu},
                                  {"close the window", Deed::closeWindow},
                                  {"log out", Deed::logOut},
-                                 {"let the server reply as usual", ReplyAsUsual{}}});
+                                 {"let the server reply as usual", ReplyAsUsual{}},
+                                 {"let elements work as usual", DesktopAction(MendElements{})}});
 }
 
 }  // namespace vantrel::rehearsal

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "rehearsal/Action.h"
+#include "rehearsal/DesktopActionReader.h"
 #include "rehearsal/MacReader.h"
 #include "rehearsal/NodeReader.h"
 #include "rehearsal/ServerReader.h"
@@ -16,7 +17,7 @@ namespace vantrel::rehearsal {
 class ActionReader {
   public:
     ActionReader(NodeReader& reader, MacReader& mac, ServerReader& server)
-        : reader_(reader), mac_(mac), server_(server) {}
+        : reader_(reader), mac_(mac), server_(server), desktop_(reader, mac) {}
 
     bool isWord(const std::string& word) const;
 
@@ -25,12 +26,13 @@ class ActionReader {
 
   private:
     TypeTexts texts(const YAML::Node& node);
-    PressKey key(const YAML::Node& node);
+    Action key(const YAML::Node& node);
     Action deed(const YAML::Node& node);
 
     NodeReader& reader_;
     MacReader& mac_;
     ServerReader& server_;
+    DesktopActionReader desktop_;
 };
 
 }  // namespace vantrel::rehearsal

@@ -2,13 +2,14 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <functional>
-#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "platform/Window.h"
+#include "rehearsal/EventEntry.h"
+#include "rehearsal/InputLines.h"
+#include "rehearsal/ParticipantLines.h"
 #include "rehearsal/PrintableText.h"
 
 namespace vantrel::rehearsal {
@@ -16,44 +17,19 @@ namespace {
 
 using virtualmac::Event;
 
-/// What an event becomes in the transcript.
-struct Entry {
-    std::string kind;
-    std::string text;
-    std::vector<std::string> more;
-};
-
-using Writer = std::function<Entry(const Event&)>;
-
-bool has(const Event& event, std::string_view name) {
-    for (const auto& field : event.fields) {
-        if (field.first == name) return true;
-    }
-    return false;
-}
-
-std::vector<std::string> all(const Event& event, std::string_view name) {
-    std::vector<std::string> values;
-    for (const auto& field : event.fields) {
-        if (field.first == name) values.push_back(field.second);
-    }
-    return values;
-}
-
-std::string titleOf(const std::string& title) {
-    return title.empty() ? "(untitled)" : title;
-}
+using Entry = EventEntry;
+using Writer = EventWriter;
 
 Entry request(const Event& event) {
-    Entry entry{"request", event.text, all(event, "header")};
-    if (has(event, "body")) entry.more.push_back(printableBody(event.field("body")));
+    Entry entry{"request", event.text, allFields(event, "header")};
+    if (hasField(event, "body")) entry.more.push_back(printableBody(event.field("body")));
     return entry;
 }
 
 Entry reply(const Event& event) {
-    if (has(event, "error")) return {"reply", "error from " + event.text, {event.field("error")}};
-    Entry entry{"reply", (has(event, "status") ? event.field("status") : "not HTTP") + " from " + event.text, {}};
-    if (has(event, "body")) entry.more.push_back(printableBody(event.field("body")));
+    if (hasField(event, "error")) return {"reply", "error from " + event.text, {event.field("error")}};
+    Entry entry{"reply", (hasField(event, "status") ? event.field("status") : "not HTTP") + " from " + event.text, {}};
+    if (hasField(event, "body")) entry.more.push_back(printableBody(event.field("body")));
     return entry;
 }
 
@@ -61,7 +37,7 @@ Entry alert(const Event& event) {
     Entry entry{"alert", event.field("style") + ": " + event.text, {}};
     if (!event.field("information").empty()) entry.more.push_back(event.field("information"));
     std::string buttons;
-    for (const auto& button : all(event, "button")) buttons += (buttons.empty() ? "[" : " [") + button + "]";
+    for (const auto& button : allFields(event, "button")) buttons += (buttons.empty() ? "[" : " [") + button + "]";
     entry.more.push_back(buttons);
     return entry;
 }
@@ -78,47 +54,8 @@ Entry style(const Event& event) {
     return {"window", event.text + " has the style " + (names.empty() ? "none" : names), {}};
 }
 
-std::string quoted(const std::string& text) {
-    return "\"" + text + "\"";
-}
-
-/// What the participant does, in words.
-std::string deed(const Event& event) {
-    static const std::map<std::string, std::string, std::less<>> words = {
-        {"return", "presses Return"},
-        {"open-status-menu", "opens the status menu"},
-        {"close-menu", "closes the menu"},
-        {"close-window", "closes the window"},
-        {"log-out", "logs out"},
-        {"type", "types into "},
-        {"press", "presses "},
-        {"answer", "answers "},
-        {"open-menu", "opens the menu "},
-        {"choose", "chooses "},
-        {"answer-permission", "answers the permission prompt"}};
-    const auto space = event.text.find(' ');
-    if (event.text.starts_with("command ")) {
-        // An upper-case letter means Shift as well.
-        const char key = event.text.back();
-        const bool isLower = key >= 'a' && key <= 'z';
-        return std::string("presses ") + (isLower ? "Command-" : "Command-Shift-") +
-               (isLower ? static_cast<char>(key - 'a' + 'A') : key);
-    }
-    const auto found = words.find(event.text.substr(0, space));
-    if (found == words.end()) return event.text;
-    const auto what = space == std::string::npos ? "" : event.text.substr(space + 1);
-    return found->second + (space == std::string::npos ? "" : titleOf(what));
-}
-
-Entry participant(const Event& event) {
-    Entry entry{"participant", deed(event), {}};
-    if (has(event, "value")) entry.text += ": " + quoted(event.field("value"));
-    if (has(event, "ignored")) entry.more.push_back("ignored: " + event.field("ignored"));
-    return entry;
-}
-
 Entry menuClosed(const Event& event) {
-    const auto chosen = has(event, "chosen") ? ", chosen: " + event.field("chosen") : ", nothing chosen";
+    const auto chosen = hasField(event, "chosen") ? ", chosen: " + event.field("chosen") : ", nothing chosen";
     return {"menu", "closed: " + titleOf(event.text) + chosen, {}};
 }
 
@@ -143,7 +80,7 @@ Writer plain(std::string kind, std::string before, std::string after = {}) {
 /// The event's text, and the fields of that name below it.
 Writer listed(std::string kind, std::string text, std::string field) {
     return [kind = std::move(kind), text = std::move(text), field = std::move(field)](const Event& event) {
-        return Entry{kind, text, all(event, field)};
+        return Entry{kind, text, allFields(event, field)};
     };
 }
 
@@ -162,7 +99,7 @@ std::string frameText(const Event& event) {
 Writer foreignWindow(std::string what) {
     return [what = std::move(what)](const Event& event) {
         return Entry{
-            "app window", "#" + event.field("number") + " " + quoted(event.text) + " " + what + frameText(event), {}};
+            "app window", "#" + event.field("number") + " " + inQuotes(event.text) + " " + what + frameText(event), {}};
     };
 }
 
@@ -186,8 +123,8 @@ Entry accessibility(const Event& event) {
     return Entry{"element", text, {}};
 }
 
-const std::map<std::string, Writer, std::less<>>& writers() {
-    static const std::map<std::string, Writer, std::less<>> table = {
+const EventWriters& writers() {
+    static const EventWriters table = {
         {"log", plain("log", "")},
         {"request", request},
         {"redirect", plain("redirect", "")},
@@ -207,7 +144,7 @@ const std::map<std::string, Writer, std::less<>>& writers() {
         {"view-hidden", plain("view", "", " is hidden")},
         {"text",
          [](const Event& event) {
-             return Entry{"text", event.text + ": " + quoted(event.field("value")), {}};
+             return Entry{"text", event.text + ": " + inQuotes(event.field("value")), {}};
          }},
         {"enabled", plain("control", "", " is enabled")},
         {"disabled", plain("control", "", " is disabled")},
@@ -240,7 +177,7 @@ const std::map<std::string, Writer, std::less<>>& writers() {
         {"menu-closed", menuClosed},
         {"setting-saved",
          [](const Event& event) {
-             return Entry{"setting", event.text + " = " + quoted(event.field("value")), {}};
+             return Entry{"setting", event.text + " = " + inQuotes(event.field("value")), {}};
          }},
         {"screens-changed", listed("displays", "are now", "screen")},
         {"process-started", processStarted},
@@ -276,7 +213,7 @@ const std::map<std::string, Writer, std::less<>>& writers() {
         {"application-terminate", process("is asked to quit")},
         {"application-force-terminate", process("is killed")},
         {"lid", plain("lid", "is closed for ", " s")},
-        {"participant", participant},
+        {"participant", participantEntry},
     };
     return table;
 }
@@ -287,11 +224,17 @@ Entry unknown(const Event& event) {
     return entry;
 }
 
+const Writer* find(const EventWriters& table, const std::string& kind) {
+    const auto found = table.find(kind);
+    return found == table.end() ? nullptr : &found->second;
+}
+
 }  // namespace
 
 void write(const Event& event, Transcript& transcript) {
-    const auto writer = writers().find(event.kind);
-    const auto entry = writer == writers().end() ? unknown(event) : writer->second(event);
+    const auto* writer = find(writers(), event.kind);
+    if (writer == nullptr) writer = find(inputWriters(), event.kind);
+    const auto entry = writer == nullptr ? unknown(event) : (*writer)(event);
     transcript.add(event.time, entry.kind, entry.text, entry.more);
 }
 

@@ -8,30 +8,36 @@ namespace vantrel::rehearsal {
 
 MacSetup MacReader::read(const YAML::Node& node) {
     MacSetup mac;
-    reader_.mapping(node, "'mac'",
-                    {{"bundle-identifier",
-                      [&](const YAML::Node& value) {
-                          const auto identifier = reader_.nonEmptyText(value, "'bundle-identifier'");
-                          mac.bundleIdentifier = identifier == "none" ? std::nullopt : std::optional(identifier);
-                      }},
-                     {"seed",
-                      [&](const YAML::Node& value) {
-                          mac.seed =
-                              static_cast<std::uint64_t>(reader_.whole(value, "'seed'", 0, 9'007'199'254'740'991));
-                      }},
-                     {"calendar", [&](const YAML::Node& value) { mac.calendar = calendar(value); }},
-                     reader_.textInto("home", mac.home),
-                     {"displays", [&](const YAML::Node& value) { displays(value, mac.displays); }},
-                     reader_.flagInto("separate-spaces", mac.separateSpaces),
-                     {"accessibility", [&](const YAML::Node& value) { mac.accessibility = accessibility(value); }},
-                     {"microphone", [&](const YAML::Node& value) { mac.microphone = capture(value, "'microphone'"); }},
-                     {"camera", [&](const YAML::Node& value) { mac.camera = capture(value, "'camera'"); }},
-                     {"settings", [&](const YAML::Node& value) { settings(value, mac.settings); }},
-                     {"browsers", [&](const YAML::Node& value) { browsers(value, mac.browsers); }},
-                     {"applications", [&](const YAML::Node& value) {
-                          reader_.list(value, "'applications'",
-                                       [&](const YAML::Node& one) { mac.applications.push_back(application(one)); });
-                      }}});
+    reader_.mapping(
+        node, "'mac'",
+        {{"bundle-identifier",
+          [&](const YAML::Node& value) {
+              const auto identifier = reader_.nonEmptyText(value, "'bundle-identifier'");
+              mac.bundleIdentifier = identifier == "none" ? std::nullopt : std::optional(identifier);
+          }},
+         {"seed",
+          [&](const YAML::Node& value) {
+              mac.seed = static_cast<std::uint64_t>(reader_.whole(value, "'seed'", 0, 9'007'199'254'740'991));
+          }},
+         {"calendar", [&](const YAML::Node& value) { mac.calendar = calendar(value); }},
+         reader_.textInto("home", mac.home),
+         {"displays", [&](const YAML::Node& value) { displays(value, mac.displays); }},
+         reader_.flagInto("separate-spaces", mac.separateSpaces),
+         {"accessibility", [&](const YAML::Node& value) { mac.accessibility = accessibility(value); }},
+         {"microphone", [&](const YAML::Node& value) { mac.microphone = capture(value, "'microphone'"); }},
+         {"camera", [&](const YAML::Node& value) { mac.camera = capture(value, "'camera'"); }},
+         {"settings", [&](const YAML::Node& value) { settings(value, mac.settings); }},
+         {"browsers", [&](const YAML::Node& value) { browsers(value, mac); }},
+         {"window-flags-lag",
+          [&](const YAML::Node& value) { mac.flagDelay = reader_.number(value, "'window-flags-lag'", 0, 3600); }},
+         {"full-screen-takes",
+          [&](const YAML::Node& value) {
+              mac.fullScreenDuration = reader_.number(value, "'full-screen-takes'", 0, 3600);
+          }},
+         {"applications", [&](const YAML::Node& value) {
+              reader_.list(value, "'applications'",
+                           [&](const YAML::Node& one) { mac.applications.push_back(application(one)); });
+          }}});
     return mac;
 }
 
@@ -45,10 +51,26 @@ Screen MacReader::display(const YAML::Node& node) {
 
 OtherApplication MacReader::application(const YAML::Node& node) {
     OtherApplication application;
-    reader_.mapping(node, "an application",
-                    {reader_.requiredTextInto("name", application.name),
-                     reader_.requiredTextInto("bundle-identifier", application.bundleIdentifier)});
+    auto members = behaviourInto(application.behaviour);
+    members.push_back(reader_.requiredTextInto("name", application.name));
+    members.push_back(reader_.requiredTextInto("bundle-identifier", application.bundleIdentifier));
+    members.push_back({"window", [&](const YAML::Node& value) { application.window = frame(value); }});
+    reader_.mapping(node, "an application", members);
     return application;
+}
+
+std::vector<NodeReader::Member> MacReader::behaviourInto(Behaviour& behaviour) {
+    const auto seconds = [this](const char* word, std::optional<double>& place) {
+        return NodeReader::Member{word, [this, word, &place](const YAML::Node& value) {
+                                      place = reader_.number(value, "'" + std::string(word) + "'", 0, 3600);
+                                  }};
+    };
+    return {reader_.flagInto("ignores-quit", behaviour.ignoresTerminate),
+            reader_.flagInto("ignores-force-quit", behaviour.ignoresForceTerminate),
+            reader_.flagInto("refuses-force-quit", behaviour.refusesForceTerminate),
+            reader_.flagInto("declines-activation", behaviour.declinesActivation),
+            seconds("quits-in", behaviour.exitDelay),
+            seconds("killed-in", behaviour.killDelay)};
 }
 
 bool MacReader::accessibility(const YAML::Node& node) {
@@ -89,13 +111,25 @@ void MacReader::displays(const YAML::Node& node, std::vector<Screen>& displays) 
     });
 }
 
-void MacReader::browsers(const YAML::Node& node, std::vector<InstalledBrowser>& browsers) {
-    browsers.clear();
+InstalledBrowser MacReader::browser(const YAML::Node& node) {
+    return reader_.word<InstalledBrowser>(node, "a browser",
+                                          {{"chrome", InstalledBrowser::chrome},
+                                           {"edge", InstalledBrowser::edge},
+                                           {"firefox", InstalledBrowser::firefox}});
+}
+
+void MacReader::browsers(const YAML::Node& node, MacSetup& mac) {
+    mac.browsers.clear();
     reader_.list(node, "'browsers'", [&](const YAML::Node& one) {
-        browsers.push_back(reader_.word<InstalledBrowser>(one, "a browser",
-                                                          {{"chrome", InstalledBrowser::chrome},
-                                                           {"edge", InstalledBrowser::edge},
-                                                           {"firefox", InstalledBrowser::firefox}}));
+        if (!one.IsMap()) return mac.browsers.push_back(browser(one));
+        Behaviour behaviour;
+        auto members = behaviourInto(behaviour);
+        std::optional<InstalledBrowser> named;
+        members.push_back({"name", [&](const YAML::Node& value) { named = browser(value); }, true});
+        reader_.mapping(one, "a browser", members);
+        if (!named) return;
+        mac.browsers.push_back(*named);
+        mac.behaviours[*named] = behaviour;
     });
 }
 

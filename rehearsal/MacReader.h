@@ -19,11 +19,15 @@ class MacReader {
     bool accessibility(const YAML::Node& node);
     AuthorizationStatus capture(const YAML::Node& node, const std::string& what);
 
-  private:
+    /// `[x, y, width, height]`.
     Rect frame(const YAML::Node& node);
+
+  private:
     double calendar(const YAML::Node& node);
     void displays(const YAML::Node& node, std::vector<Screen>& displays);
-    void browsers(const YAML::Node& node, std::vector<InstalledBrowser>& browsers);
+    InstalledBrowser browser(const YAML::Node& node);
+    void browsers(const YAML::Node& node, MacSetup& mac);
+    std::vector<NodeReader::Member> behaviourInto(Behaviour& behaviour);
     void settings(const YAML::Node& node, std::map<std::string, std::string>& settings);
 
     NodeReader& reader_;

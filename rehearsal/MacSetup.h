@@ -8,6 +8,7 @@
 
 #include "platform/CaptureAuthorization.h"
 #include "platform/Screens.h"
+#include "rehearsal/Behaviour.h"
 
 namespace vantrel::rehearsal {
 
@@ -15,6 +16,9 @@ namespace vantrel::rehearsal {
 struct OtherApplication {
     std::string name;
     std::string bundleIdentifier;
+    Behaviour behaviour = {};
+    /// Its window, in points from the top left of the primary display; none when empty.
+    std::optional<Rect> window = {};
 };
 
 /// What can be installed beside Safari, which is part of the system.
@@ -36,6 +40,12 @@ struct MacSetup {
     AuthorizationStatus camera = AuthorizationStatus::authorized;
     std::map<std::string, std::string> settings;
     std::vector<InstalledBrowser> browsers = {InstalledBrowser::chrome};
+    /// Of those that behave otherwise.
+    std::map<InstalledBrowser, Behaviour> behaviours;
+    /// Seconds that a change to or from full screen takes; the virtual Mac's own when empty.
+    std::optional<double> fullScreenDuration;
+    /// Seconds during which window flags are stale after a change of Space; the virtual Mac's own when empty.
+    std::optional<double> flagDelay;
     std::vector<OtherApplication> applications;
 };
 

@@ -26,11 +26,6 @@ void Performer::perform(const Action& action) {
     std::visit([this](const auto& what) { (*this)(what); }, action);
 }
 
-void Performer::launch(const OtherApplication& application) {
-    processes_[application.name].push_back(
-        mac_.applications().add({application.name, application.bundleIdentifier, false, 0}));
-}
-
 void Performer::operator()(const TypeTexts& action) {
     for (const auto& [id, text] : action.fields) mac_.participant().type(id, text);
 }
@@ -81,11 +76,10 @@ void Performer::operator()(const LaunchApplication& action) {
 }
 
 void Performer::operator()(const ExitApplication& action) {
-    auto& processes = processes_[action.name];
-    while (!processes.empty()) {
-        const auto oldest = processes.front();
-        processes.erase(processes.begin());
-        if (mac_.applications().exit(oldest)) return;
+    const auto own = mac_.applications().ownProcess();
+    for (const auto& process : mac_.processes().all()) {
+        if (process->processIdentifier() == own || !process->isListed()) continue;
+        if (process->description().name == action.name && process->exit()) return;
     }
     note("ignored", action.name + " exits: it is not running");
 }
@@ -103,8 +97,8 @@ void Performer::operator()(const UnplugDisplay& action) {
 }
 
 void Performer::operator()(const SetAccessibility& action) {
-    mac_.trust().setTrusted(action.granted);
     note("permission", action.granted ? "accessibility is granted" : "accessibility is refused");
+    mac_.trust().setTrusted(action.granted);
 }
 
 void Performer::operator()(const SetCapture& action) {

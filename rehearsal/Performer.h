@@ -1,11 +1,10 @@
 #pragma once
 
-#include <map>
 #include <string>
-#include <vector>
 
 #include "platform/virtual/VirtualMac.h"
 #include "rehearsal/Action.h"
+#include "rehearsal/DesktopPerformer.h"
 #include "rehearsal/RehearsalNetwork.h"
 #include "rehearsal/Transcript.h"
 
@@ -16,10 +15,10 @@ namespace vantrel::rehearsal {
 class Performer {
   public:
     Performer(virtualmac::VirtualMac& mac, RehearsalNetwork& network, Transcript& transcript)
-        : mac_(mac), network_(network), transcript_(transcript) {}
+        : mac_(mac), network_(network), transcript_(transcript), desktop_(mac, transcript) {}
 
     void perform(const Action& action);
-    void launch(const OtherApplication& application);
+    void launch(const OtherApplication& application) { desktop_.launch(application); }
 
   private:
     void operator()(const TypeTexts& action);
@@ -42,14 +41,14 @@ class Performer {
     void operator()(const FailSerialisations& action);
     void operator()(const RefuseAddresses& action);
     void operator()(const SetOpening& action);
+    void operator()(const DesktopAction& action) { desktop_.perform(action); }
 
     void note(const char* kind, const std::string& text);
 
     virtualmac::VirtualMac& mac_;
     RehearsalNetwork& network_;
     Transcript& transcript_;
-    /// The processes of the other applications, oldest first.
-    std::map<std::string, std::vector<ProcessIdentifier>> processes_;
+    DesktopPerformer desktop_;
 };
 
 }  // namespace vantrel::rehearsal

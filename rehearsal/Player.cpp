@@ -79,14 +79,18 @@ virtualmac::Options options(const MacSetup& setup, Transcript& transcript,
     return options;
 }
 
-void install(virtualmac::VirtualMac& mac, InstalledBrowser browser) {
+void install(virtualmac::VirtualMac& mac, InstalledBrowser browser, const Behaviour* behaviour) {
+    const auto install = [&](const char* path, virtualmac::InstalledApplication application) {
+        if (behaviour != nullptr) behaviour->applyTo(application.application);
+        mac.processes().install(path, std::move(application));
+    };
     switch (browser) {
         case InstalledBrowser::chrome:
-            return mac.processes().install(virtualmac::chromePath, virtualmac::chrome());
+            return install(virtualmac::chromePath, virtualmac::chrome());
         case InstalledBrowser::edge:
-            return mac.processes().install(virtualmac::edgePath, virtualmac::edge());
+            return install(virtualmac::edgePath, virtualmac::edge());
         case InstalledBrowser::firefox:
-            return mac.processes().install(virtualmac::firefoxPath, virtualmac::firefox());
+            return install(virtualmac::firefoxPath, virtualmac::firefox());
     }
 }
 
@@ -96,7 +100,12 @@ void setUp(virtualmac::VirtualMac& mac, const MacSetup& setup) {
     mac.capture().setStatus(MediaType::audio, setup.microphone);
     mac.capture().setStatus(MediaType::video, setup.camera);
     mac.files().setHomeDirectory(setup.home);
-    for (const auto browser : setup.browsers) install(mac, browser);
+    if (setup.flagDelay) mac.desktop().setFlagDelay(*setup.flagDelay);
+    if (setup.fullScreenDuration) mac.desktop().setFullScreenDuration(*setup.fullScreenDuration);
+    for (const auto browser : setup.browsers) {
+        const auto behaviour = setup.behaviours.find(browser);
+        install(mac, browser, behaviour == setup.behaviours.end() ? nullptr : &behaviour->second);
+    }
 }
 
 std::string state(virtualmac::VirtualMac& mac) {
@@ -113,6 +122,8 @@ std::string leftOver(const virtualmac::Residue& residue) {
     const std::vector<std::pair<const char*, std::size_t>> counts = {{"windows", residue.windows},
                                                                      {"visible windows", residue.visibleWindows},
                                                                      {"status items", residue.statusItems},
+                                                                     {"overlays", residue.overlays},
+                                                                     {"keyboard taps", residue.keyboardTaps},
                                                                      {"alerts", residue.alerts},
                                                                      {"permission prompts", residue.prompts},
                                                                      {"timers", residue.timers},
@@ -156,6 +167,7 @@ bool play(const Rehearsal& rehearsal, std::ostream& stream, const std::function<
                 continue;
             }
             performer.perform(step.action);
+            for (const auto& action : step.together) performer.perform(action);
         }
         mac.runUntil(rehearsal.until);
         transcript.add(mac.now(), "end", state(mac), {leftOver(mac.residue())});

@@ -13,6 +13,8 @@ namespace vantrel::rehearsal {
 struct Step {
     double at = 0;
     Action action;
+    /// What happens at once with it, unordered but by the seed.
+    std::vector<Action> together = {};
 };
 
 /// A written scenario: the Mac, the server, and what happens when.

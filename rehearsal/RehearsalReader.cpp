@@ -3,7 +3,9 @@
 #include <yaml-cpp/yaml.h>
 
 #include <algorithm>
+#include <iterator>
 #include <optional>
+#include <vector>
 
 #include "platform/portable/UTF8Validity.h"
 #include "rehearsal/ActionReader.h"
@@ -49,24 +51,48 @@ class RehearsalReader {
   private:
     void step(const YAML::Node& node, std::vector<Step>& timeline) {
         std::optional<double> at;
-        std::optional<Action> action;
+        std::vector<Action> actions;
         reader_.entries(node, "a step", [&](const YAML::Node& key, const YAML::Node& value) {
             const auto& word = key.Scalar();
             if (word == "at") {
                 at = reader_.number(value, "'at'", 0, longestRun);
                 if (!timeline.empty() && *at < timeline.back().at) reader_.fail(value, "time goes back");
-            } else if (!actions_.isWord(word)) {
-                reader_.fail(key, "unknown word '" + word + "' in a step");
-                misspelt_ = node.Mark().line;
             } else {
-                if (action) reader_.fail(key, "a step has a second action, '" + word + "'");
-                action = actions_.read(word, value);
+                if (!actions.empty()) reader_.fail(key, "a step has a second action, '" + word + "'");
+                if (word == "together") {
+                    reader_.list(value, "'together'", [&](const YAML::Node& one) { together(one, actions); });
+                    if (value.IsSequence() && actions.size() < 2) {
+                        reader_.fail(key, "'together' holds fewer than two actions");
+                    }
+                } else {
+                    action(node, key, value, actions);
+                }
             }
         });
         if (!node.IsMap()) return;
         if (!at) reader_.fail(node, "a step lacks 'at'");
-        if (!action && misspelt_ != node.Mark().line) reader_.fail(node, "a step lacks what happens");
-        if (at && action) timeline.push_back({*at, *std::move(action)});
+        if (actions.empty() && misspelt_ != node.Mark().line) reader_.fail(node, "a step lacks what happens");
+        if (!at || actions.empty()) return;
+        Step step{*at, std::move(actions.front()), {}};
+        step.together.assign(std::make_move_iterator(actions.begin() + 1), std::make_move_iterator(actions.end()));
+        timeline.push_back(std::move(step));
+    }
+
+    /// `node` is what the word stands in.
+    void action(const YAML::Node& node, const YAML::Node& key, const YAML::Node& value, std::vector<Action>& actions) {
+        const auto& word = key.Scalar();
+        if (actions_.isWord(word)) {
+            actions.push_back(actions_.read(word, value));
+        } else {
+            reader_.fail(key, "unknown word '" + word + "' in a step");
+            misspelt_ = node.Mark().line;
+        }
+    }
+
+    void together(const YAML::Node& node, std::vector<Action>& actions) {
+        if (node.IsMap() && node.size() != 1) return reader_.fail(node, "each of 'together' is one action");
+        reader_.entries(node, "each of 'together'",
+                        [&](const YAML::Node& key, const YAML::Node& value) { action(node, key, value, actions); });
     }
 
     NodeReader reader_;

@@ -54,6 +54,40 @@ TEST(EventLines, TellWhatTheParticipantDoesInWords) {
               "    1.000  participant  presses X\n" + more + "ignored: it is disabled\n");
 }
 
+TEST(EventLines, TellWhatTheParticipantDoesElsewhereInWords) {
+    EXPECT_EQ(lines({0, "participant", "key cmd+q", {}}), "    1.000  participant  presses the key cmd+q\n");
+    EXPECT_EQ(lines({0, "participant", "key cmd+w", {{"times", "3"}}}),
+              "    1.000  participant  presses the key cmd+w, 3 times\n");
+    EXPECT_EQ(lines({0, "participant", "move Google Chrome", {{"value", "300 200"}}}),
+              "    1.000  participant  moves the window of Google Chrome to 300 200\n");
+    EXPECT_EQ(lines({0, "participant", "swipe left", {{"ignored", "there is no Space beside this one"}}}),
+              "    1.000  participant  swipes to the left\n" + more + "ignored: there is no Space beside this one\n");
+    EXPECT_EQ(lines({0, "participant", "kill Google Chrome", {}}), "    1.000  participant  kills Google Chrome\n");
+}
+
+TEST(EventLines, TellWhereAKeyGoes) {
+    EXPECT_EQ(lines({0, "key-swallowed", "cmd+4", {{"code", "21"}, {"flags", "1048576"}, {"name", "Cmd+4"}}}),
+              "    1.000  key          cmd+4 is swallowed as Cmd+4\n");
+    EXPECT_EQ(lines({0, "key-delivered", "a", {{"application", "Terminal"}}}),
+              "    1.000  key          a reaches Terminal\n");
+    EXPECT_EQ(lines({0, "key-delivered", "cmd+tab", {}}), "    1.000  key          cmd+tab reaches the system\n");
+}
+
+TEST(EventLines, TellTheLifeOfATapAndAnOverlay) {
+    EXPECT_EQ(lines({0, "keyboard-tap-created", "", {}}), "    1.000  tap          is installed\n");
+    EXPECT_EQ(lines({0, "keyboard-tap-refused", "", {}}), "    1.000  tap          is refused\n");
+    EXPECT_EQ(lines({0, "keyboard-tap-removed", "", {}}), "    1.000  tap          is removed\n");
+    EXPECT_EQ(lines({0, "tap-disabled", "timeout", {}}),
+              "    1.000  tap          is disabled by the system: timeout\n");
+    EXPECT_EQ(lines({0, "overlay-shown", "0 0 1 2", {{"level", "1000"}, {"label", "A"}, {"label", "B"}}}),
+              "    1.000  overlay      is shown at 0 0 1 2 on level 1000\n" + more + "A\n" + more + "B\n");
+    EXPECT_EQ(lines({0, "overlay-level", "0 0 1 2", {{"level", "3"}}}),
+              "    1.000  overlay      is on level 3 at 0 0 1 2\n");
+    EXPECT_EQ(lines({0, "overlay-raised", "0 0 1 2", {}}), "    1.000  overlay      is raised at 0 0 1 2\n");
+    EXPECT_EQ(lines({0, "overlay-hidden", "0 0 1 2", {}}), "    1.000  overlay      is hidden at 0 0 1 2\n");
+    EXPECT_EQ(lines({0, "overlay-closed", "0 0 1 2", {}}), "    1.000  overlay      is closed at 0 0 1 2\n");
+}
+
 TEST(EventLines, TellHowAMenuWasClosed) {
     EXPECT_EQ(lines({0, "menu-closed", "M", {{"chosen", "Esci"}}}),
               "    1.000  menu         closed: M, chosen: Esci\n");

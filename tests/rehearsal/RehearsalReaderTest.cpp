@@ -2,44 +2,10 @@
 
 #include <string>
 
-#include "rehearsal/RehearsalReader.h"
+#include "tests/rehearsal/Reading.h"
 
 namespace vantrel::rehearsal {
 namespace {
-
-Rehearsal good(const std::string& text) {
-    auto read = readRehearsal(text);
-    if (const auto* problems = std::get_if<Problems>(&read)) {
-        for (const auto& problem : *problems) ADD_FAILURE() << problem.line << ": " << problem.what;
-        return {};
-    }
-    return std::get<Rehearsal>(std::move(read));
-}
-
-std::string wrong(const std::string& text) {
-    const auto read = readRehearsal(text);
-    if (!std::holds_alternative<Problems>(read)) return "nothing";
-    std::string lines;
-    for (const auto& problem : std::get<Problems>(read)) {
-        lines += std::to_string(problem.line) + ": " + problem.what + "\n";
-    }
-    return lines;
-}
-
-const std::string head = "title: T\nuntil: 100\n";
-
-Action action(const std::string& step) {
-    const auto rehearsal = good(head + "timeline:\n  - at: 1\n    " + step + "\n");
-    return rehearsal.timeline.size() == 1 ? rehearsal.timeline[0].action : Action();
-}
-
-template <typename Kind>
-Kind as(const std::string& step) {
-    const auto what = action(step);
-    if (const auto* kind = std::get_if<Kind>(&what)) return *kind;
-    ADD_FAILURE() << step << " is another action";
-    return {};
-}
 
 TEST(RehearsalReader, NamesTheLineOfAKeyWithoutAValue) {
     EXPECT_EQ(wrong("title:\n\n\nuntil:\ntimeline:\n"),
@@ -276,12 +242,14 @@ TEST(RehearsalReader, RefusesNumbersThatAreNone) {
 
 TEST(RehearsalReader, RefusesValuesThatMakeNoSense) {
     const auto step = [](const std::string& text) { return wrong(head + "timeline:\n  - at: 1\n    " + text + "\n"); };
-    EXPECT_EQ(step("key: Command-q"), "5: 'key' is not Return or Command- with a capital letter\n");
-    EXPECT_EQ(step("key: Command-Tab"), "5: 'key' is not Return or Command- with a capital letter\n");
+    EXPECT_EQ(step("key: Command-q"),
+              "5: 'key' is not Return, Command- with a capital letter, or a key such as cmd+shift+4\n");
+    EXPECT_EQ(step("key: Command-Tab"),
+              "5: 'key' is not Return, Command- with a capital letter, or a key such as cmd+shift+4\n");
     EXPECT_EQ(
         step("do: something"),
         "5: 'do' is not one of: open the status menu, open the application menu, close the menu, close the window, "
-        "log out, let the server reply as usual\n");
+        "log out, let the server reply as usual, let elements work as usual\n");
     EXPECT_EQ(step("type: {codice: X}"), "5: unknown field 'codice' (server, code, name or email)\n");
     EXPECT_EQ(step("type: X"), "5: 'type' is not a mapping\n");
     EXPECT_EQ(step("press: ''"), "5: 'press' is empty\n");

@@ -73,10 +73,10 @@ namespace vantrel::virtualmac {
 ///   lid                     seconds the lid was closed
 ///   participant             what was done: "type ID", "press ID", "return", "answer TITLE", "open-status-menu",
 ///                           "open-menu TITLE", "choose TITLE", "close-menu", "command KEY", "close-window", "log-out",
-///                           "answer-permission"; elsewhere "open PATH", "bring-to-front APP", "quit APP", "kill APP", "move APP",
-///                           "resize APP", "minimise APP", "restore APP", "close APP", "full-screen APP",
-///                           "swipe left", "swipe right", "new-window APP", "key KEY"; value? what was
-///                           typed, times? how often, ignored? why it had no effect
+///                           "answer-permission"; elsewhere "open PATH", "bring-to-front APP", "quit APP", "kill APP",
+///                           "move APP", "resize APP", "minimise APP", "restore APP", "close APP", "new-window APP",
+///                           "full-screen APP", "swipe left", "swipe right", "key KEY"; value? what was typed, or where
+///                           to, times? how often, ignored? why it had no effect
 struct Event {
     /// Seconds of uptime.
     double time = 0;

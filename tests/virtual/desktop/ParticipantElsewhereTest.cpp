@@ -71,6 +71,30 @@ TEST_F(ParticipantElsewhereTest, LeavesFullScreenAndSwipesBetweenSpaces) {
     EXPECT_FALSE(state().fullScreen);
 }
 
+TEST_F(ParticipantElsewhereTest, OpensAFurtherWindowAndKillsAProcess) {
+    participant().openWindowOf("Google Chrome", {"Altra"});
+    mac().runFor(0);
+    EXPECT_EQ(2U, mac().desktop().windowsOf(process).size());
+    participant().kill("Google Chrome");
+    participant().kill("Google Chrome");
+    mac().runFor(0);
+    EXPECT_FALSE(mac().processes().find(process)->isAlive());
+    participant().openWindowOf("Google Chrome", {"Altra"});
+    mac().runFor(0);
+    EXPECT_EQ("it does not run", ignored());
+}
+
+TEST_F(ParticipantElsewhereTest, SeesStaleWindowFlagsAsLongAsTheMacIsToldTo) {
+    mac().desktop().setFlagDelay(0.2);
+    mac().desktop().setFullScreen(window, true);
+    settle();
+    participant().swipe(VirtualSpaces::Direction::left);
+    mac().runFor(0.1);
+    EXPECT_TRUE(isOnScreen());
+    mac().runFor(0.2);
+    EXPECT_FALSE(isOnScreen());
+}
+
 TEST_F(ParticipantElsewhereTest, BringsTheClientToTheFrontWithAClickIntoItsWindow) {
     std::unique_ptr<Window> own;
     mac().onMain([&] {

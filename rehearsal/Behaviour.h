@@ -1,0 +1,24 @@
+#pragma once
+
+#include <optional>
+
+#include "platform/virtual/InstalledApplication.h"
+
+namespace vantrel::rehearsal {
+
+/// How an application differs from a well-behaved one.
+struct Behaviour {
+    bool ignoresTerminate = false;
+    bool ignoresForceTerminate = false;
+    bool refusesForceTerminate = false;
+    bool declinesActivation = false;
+    /// Seconds until a request to end, or signal 9, has been carried out.
+    std::optional<double> exitDelay;
+    std::optional<double> killDelay;
+
+    bool operator==(const Behaviour&) const = default;
+
+    void applyTo(virtualmac::ApplicationDescription& application) const;
+};
+
+}  // namespace vantrel::rehearsal

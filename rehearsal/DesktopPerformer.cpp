@@ -1,0 +1,131 @@
+#include "rehearsal/DesktopPerformer.h"
+
+#include <algorithm>
+#include <array>
+#include <variant>
+
+#include "platform/virtual/Numbers.h"
+
+namespace vantrel::rehearsal {
+
+void DesktopPerformer::perform(const DesktopAction& action) {
+    std::visit([this](const auto& what) { (*this)(what); }, action);
+}
+
+void DesktopPerformer::launch(const OtherApplication& application) {
+    virtualmac::ApplicationDescription description{application.name, application.bundleIdentifier};
+    application.behaviour.applyTo(description);
+    const auto process = mac_.applications().add(std::move(description));
+    if (application.window) mac_.applications().openWindow(process, {application.name, *application.window});
+}
+
+void DesktopPerformer::operator()(const PressKeys& action) {
+    mac_.participant().pressKey(action.key, action.times);
+}
+
+void DesktopPerformer::operator()(const ShowApplication& action) {
+    if (!action.start || isRunning(action.name)) return mac_.participant().bringToFront(action.name);
+    note("participant", "starts " + action.name);
+    launch(*action.start);
+    // With a window it has come to the front by itself.
+    if (!action.start->window) mac_.participant().bringToFront(action.name);
+}
+
+void DesktopPerformer::operator()(const DoToApplication& action) {
+    auto& participant = mac_.participant();
+    switch (action.what) {
+        case DoToApplication::What::quit:
+            return participant.quit(action.application);
+        case DoToApplication::What::kill:
+            return participant.kill(action.application);
+        case DoToApplication::What::minimise:
+            return participant.minimiseWindowOf(action.application);
+        case DoToApplication::What::restore:
+            return participant.restoreWindowOf(action.application);
+        case DoToApplication::What::close:
+            return participant.closeWindowOf(action.application);
+        case DoToApplication::What::toggleFullScreen:
+            return participant.toggleFullScreenOf(action.application);
+    }
+}
+
+void DesktopPerformer::operator()(const MoveWindow& action) {
+    mac_.participant().moveWindowOf(action.application, action.origin);
+}
+
+void DesktopPerformer::operator()(const ResizeWindow& action) {
+    mac_.participant().resizeWindowOf(action.application, action.size);
+}
+
+void DesktopPerformer::operator()(const OpenWindow& action) {
+    mac_.participant().openWindowOf(action.application, action.window);
+}
+
+void DesktopPerformer::operator()(const Swipe& action) {
+    using Direction = virtualmac::VirtualSpaces::Direction;
+    mac_.participant().swipe(action.left ? Direction::left : Direction::right);
+}
+
+void DesktopPerformer::operator()(const ArrangeDisplay& action) {
+    const auto& [name, frame] = action.display;
+    if (!mac_.screens().setFrame(name, frame)) note("ignored", "display " + name + " is arranged: there is none");
+}
+
+void DesktopPerformer::operator()(const MirrorDisplay& action) {
+    auto& screens = mac_.screens();
+    if (action.mirrors) {
+        if (screens.displays().screens.size() < 2)
+            return note("ignored", "display " + action.name + " mirrors: there is no other");
+        if (!screens.mirror(action.name)) note("ignored", "display " + action.name + " mirrors: there is none");
+    } else if (!screens.unmirror(action.name)) {
+        note("ignored", "display " + action.name + " stops mirroring: it does not mirror");
+    }
+}
+
+void DesktopPerformer::operator()(const SetDisplayNotices& action) {
+    mac_.screens().setNotices(action.count, action.every);
+    note("displays", "changes are noticed " + std::to_string(action.count) + " times, every " +
+                         virtualmac::shortest(action.every) + " s");
+}
+
+void DesktopPerformer::operator()(const SetTaps& action) {
+    mac_.keyboard().refuse(action.work ? 0 : virtualmac::VirtualKeyboard::always);
+    note("fault", action.work ? "keyboard taps are given again" : "no keyboard tap is given");
+}
+
+void DesktopPerformer::operator()(const SetWindowList& action) {
+    mac_.windowList().setFailing(!action.works);
+    note("fault", action.works ? "the window list can be read again" : "the window list cannot be read");
+}
+
+void DesktopPerformer::operator()(const FailElements& action) {
+    constexpr std::array names{"reads", "writes", "actions"};
+    mac_.accessibility().faults().fail(action.operation, action.name, action.error, action.times);
+    std::string text = std::string(names.at(static_cast<std::size_t>(action.operation))) + " of " + action.name +
+                       " give " + std::to_string(action.error);
+    if (action.times != virtualmac::AccessibilityFaults::always) text += ", times: " + std::to_string(action.times);
+    note("fault", text);
+}
+
+void DesktopPerformer::operator()(const MendElements&) {
+    mac_.accessibility().faults().clear();
+    note("fault", "elements work as usual");
+}
+
+void DesktopPerformer::operator()(const HangClient& action) {
+    note("fault", "the client's main thread hangs for " + virtualmac::shortest(action.seconds) + " s");
+    mac_.postToMain([this, seconds = action.seconds] { mac_.computer().threads.sleep(seconds); });
+}
+
+bool DesktopPerformer::isRunning(const std::string& application) const {
+    const auto processes = mac_.processes().all();
+    return std::any_of(processes.begin(), processes.end(), [&application](const auto& process) {
+        return process->isListed() && process->description().name == application;
+    });
+}
+
+void DesktopPerformer::note(const char* kind, const std::string& text) {
+    transcript_.add(mac_.now(), kind, text);
+}
+
+}  // namespace vantrel::rehearsal

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <string>
+
+#include "platform/virtual/VirtualMac.h"
+#include "rehearsal/DesktopAction.h"
+#include "rehearsal/Transcript.h"
+
+namespace vantrel::rehearsal {
+
+/// Does what a step says of the desktop, on the driver's thread.
+class DesktopPerformer {
+  public:
+    DesktopPerformer(virtualmac::VirtualMac& mac, Transcript& transcript) : mac_(mac), transcript_(transcript) {}
+
+    void perform(const DesktopAction& action);
+    /// Another application starts, and comes to the front with its window where it has one.
+    void launch(const OtherApplication& application);
+
+  private:
+    void operator()(const PressKeys& action);
+    void operator()(const ShowApplication& action);
+    void operator()(const DoToApplication& action);
+    void operator()(const MoveWindow& action);
+    void operator()(const ResizeWindow& action);
+    void operator()(const OpenWindow& action);
+    void operator()(const Swipe& action);
+    void operator()(const ArrangeDisplay& action);
+    void operator()(const MirrorDisplay& action);
+    void operator()(const SetDisplayNotices& action);
+    void operator()(const SetTaps& action);
+    void operator()(const SetWindowList& action);
+    void operator()(const FailElements& action);
+    void operator()(const MendElements& action);
+    void operator()(const HangClient& action);
+
+    bool isRunning(const std::string& application) const;
+    void note(const char* kind, const std::string& text);
+
+    virtualmac::VirtualMac& mac_;
+    Transcript& transcript_;
+};
+
+}  // namespace vantrel::rehearsal

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "rehearsal/EventEntry.h"
+
+namespace vantrel::rehearsal {
+
+/// Keys, taps and overlays.
+const EventWriters& inputWriters();
+
+}  // namespace vantrel::rehearsal

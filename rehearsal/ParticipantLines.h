@@ -1,0 +1,10 @@
+#pragma once
+
+#include "rehearsal/EventEntry.h"
+
+namespace vantrel::rehearsal {
+
+/// What the participant does, in words.
+EventEntry participantEntry(const virtualmac::Event& event);
+
+}  // namespace vantrel::rehearsal

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <variant>
+
+#include "rehearsal/RehearsalReader.h"
+
+namespace vantrel::rehearsal {
+
+/// What the text says, which has no problem.
+inline Rehearsal good(const std::string& text) {
+    auto read = readRehearsal(text);
+    if (const auto* problems = std::get_if<Problems>(&read)) {
+        for (const auto& problem : *problems) ADD_FAILURE() << problem.line << ": " << problem.what;
+        return {};
+    }
+    return std::get<Rehearsal>(std::move(read));
+}
+
+/// Its problems, a line each.
+inline std::string wrong(const std::string& text) {
+    const auto read = readRehearsal(text);
+    if (!std::holds_alternative<Problems>(read)) return "nothing";
+    std::string lines;
+    for (const auto& problem : std::get<Problems>(read)) {
+        lines += std::to_string(problem.line) + ": " + problem.what + "\n";
+    }
+    return lines;
+}
+
+inline const std::string head = "title: T\nuntil: 100\n";
+
+/// What a step says.
+inline Action action(const std::string& step) {
+    const auto rehearsal = good(head + "timeline:\n  - at: 1\n    " + step + "\n");
+    return rehearsal.timeline.size() == 1 ? rehearsal.timeline[0].action : Action();
+}
+
+template <typename Kind>
+Kind as(const std::string& step) {
+    const auto what = action(step);
+    if (const auto* kind = std::get_if<Kind>(&what)) return *kind;
+    ADD_FAILURE() << step << " is another action";
+    return {};
+}
+
+}  // namespace vantrel::rehearsal
