@@ -6,8 +6,10 @@ import time
 
 
 class Client:
-    def __init__(self, program, desktop, folder, log):
-        self._program, self._desktop, self._folder, self._log = program, desktop, folder, log
+    def __init__(self, program, desktop, folder, log, under=()):
+        """`under`: a command that runs it in a process of its own, such as one that watches what it asks the system."""
+        self._command = [str(part) for part in (*under, program)]
+        self._desktop, self._folder, self._log = desktop, folder, log
         self.lines = []
         self._grown = threading.Condition()
 
@@ -20,7 +22,7 @@ class Client:
         runtime = self._folder / "runtime"
         runtime.mkdir(mode=0o700, exist_ok=True)
         environment["XDG_RUNTIME_DIR"] = str(runtime)
-        self.process = subprocess.Popen([str(self._program)], env=environment, stdin=subprocess.DEVNULL,
+        self.process = subprocess.Popen(self._command, env=environment, stdin=subprocess.DEVNULL,
                                         stdout=subprocess.PIPE, stderr=subprocess.PIPE)
         self._readers = [threading.Thread(target=self._read, args=(self.process.stdout, True)),
                          threading.Thread(target=self._read, args=(self.process.stderr, False))]

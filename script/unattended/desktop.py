@@ -7,6 +7,19 @@ import subprocess
 import tempfile
 import time
 
+# A session bus, as every desktop has one; but for it, the first program to want one would leave one behind. It starts
+# no services.
+BUS = """<busconfig>
+  <type>session</type>
+  <listen>{address}</listen>
+  <policy context="default">
+    <allow send_destination="*"/>
+    <allow receive_sender="*"/>
+    <allow own="*"/>
+  </policy>
+</busconfig>
+"""
+
 
 class Window:
     def __init__(self, identifier, x, y, width, height):
@@ -17,9 +30,11 @@ class Desktop:
     def __init__(self, root):
         self.root = root
         self.display = None
+        self._bus = None
 
     def __enter__(self):
         self._folder = tempfile.TemporaryDirectory()
+        self._address = f"unix:path={self._folder.name}/bus"
         name = pathlib.Path(self._folder.name) / "display"
         self._process = subprocess.Popen([self.root / "script/desktop", name], stdin=subprocess.DEVNULL)
         deadline = time.monotonic() + 30
@@ -29,16 +44,21 @@ class Desktop:
                 raise RuntimeError("no X desktop came up")
             time.sleep(0.05)
         self.display = name.read_text().strip()
+        configuration = pathlib.Path(self._folder.name) / "bus.conf"
+        configuration.write_text(BUS.format(address=self._address))
+        self._bus = subprocess.Popen(["dbus-daemon", f"--config-file={configuration}", "--nofork", "--nopidfile"],
+                                     env=self.environment, stdin=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         return self
 
     def __exit__(self, *_):
-        self._process.terminate()
-        self._process.wait()
+        for process in filter(None, (self._bus, self._process)):
+            process.terminate()
+            process.wait()
         self._folder.cleanup()
 
     @property
     def environment(self):
-        return {**os.environ, "DISPLAY": self.display}
+        return {**os.environ, "DISPLAY": self.display, "DBUS_SESSION_BUS_ADDRESS": self._address}
 
     def run(self, *command):
         return subprocess.run([str(part) for part in command], env=self.environment, check=True, capture_output=True,
@@ -59,6 +79,32 @@ class Desktop:
                                      int(values["Absolute upper-left Y"]), int(values["Width"]),
                                      int(values["Height"])))
         return result
+
+    def managed(self, window_class):
+        """The windows of that class on all desktops, by the window manager's list."""
+        listed = self.run("xprop", "-root", "_NET_CLIENT_LIST").partition("#")[2]
+        found = []
+        for identifier in filter(None, (part.strip() for part in listed.split(","))):
+            named = subprocess.run(["xprop", "-id", identifier, "WM_CLASS"], env=self.environment, capture_output=True,
+                                   text=True).stdout
+            if f'"{window_class}"' in named:
+                found.append(identifier)
+        return found
+
+    def focused(self):
+        """The name of the window that keys go to."""
+        return subprocess.run(["xdotool", "getwindowfocus", "getwindowname"], env=self.environment,
+                              capture_output=True, text=True).stdout.strip()
+
+    def focused_class(self):
+        """The class of the window that keys go to, as the window manager names it."""
+        active = self.run("xprop", "-root", "_NET_ACTIVE_WINDOW").rpartition(" ")[2].strip()
+        return subprocess.run(["xprop", "-id", active, "WM_CLASS"], env=self.environment, capture_output=True,
+                              text=True).stdout
+
+    def activate(self, window):
+        """Brings it to the front with the keyboard, as a click on it does."""
+        self.run("xdotool", "windowactivate", window.identifier)
 
     def click(self, x, y):
         self.run("xdotool", "mousemove", x, y)

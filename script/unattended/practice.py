@@ -38,3 +38,11 @@ class Practice:
 
     def received(self):
         return self._ask("GET", "/control/received")
+
+    def heartbeats(self):
+        """The bodies of all heartbeats, oldest first."""
+        return [json.loads(exchange["body"]) for exchange in self.received() if exchange["path"] == "/api/heartbeat"]
+
+    def reports(self):
+        """What the meeting pages reported."""
+        return self._ask("GET", "/control/reports")

@@ -4,11 +4,15 @@
 
 #include <QApplication>
 #include <QWidget>
+#include <algorithm>
+#include <chrono>
 
 #include "DesktopTest.h"
 #include "ForeignWindow.h"
 #include "TestPointer.h"
+#include "WindowManagerPause.h"
 #include "platform/linux/FullScreenDesktops.h"
+#include "platform/linux/LinuxWindow.h"
 #include "platform/linux/X11WindowSurvey.h"
 
 namespace vantrel::linuxdesktop {
@@ -68,6 +72,30 @@ class FullScreenDesktopsTest : public DesktopTest {
         const auto& all =
             std::get<std::vector<std::shared_ptr<AccessibilityElement>>>(std::get<AccessibilityValue>(answer));
         return all.at(*index())->setAttribute("AXFullScreen", fullScreen);
+    }
+
+    // For the event loop to find the window gone when it turns again, as after the wait for a browser's end.
+    void waitUntilManagedNoLonger(xcb_window_t window) const {
+        X11Windows windows(*server);
+        for (int waited = 0; waited < 1000; ++waited) {
+            const auto managed = windows.frontToBack();
+            if (std::find(managed.begin(), managed.end(), window) == managed.end()) return;
+            usleep(1000);
+        }
+        ADD_FAILURE() << "the window manager does not let the window go";
+    }
+
+    // The window that the server sends keys to, or one inside it.
+    bool hasKeyboard(xcb_window_t window) const {
+        const auto cookie = xcb_get_input_focus(server->get());
+        const X11Reply<xcb_get_input_focus_reply_t> focus(xcb_get_input_focus_reply(server->get(), cookie, nullptr));
+        return focus && focus->focus == window && X11Windows(*server).active() == window;
+    }
+
+    // In milliseconds; the servers of this system take it from the kernel's clock.
+    static std::uint32_t serverTime() {
+        const auto now = std::chrono::steady_clock::now().time_since_epoch();
+        return static_cast<std::uint32_t>(std::chrono::duration_cast<std::chrono::milliseconds>(now).count());
     }
 
     std::unique_ptr<X11Connection> server;
@@ -182,6 +210,85 @@ TEST_F(FullScreenDesktopsTest, BringsWindowsAlongThatWereOpenedBesideIt) {
     }));
     window.reset();
     EXPECT_TRUE(waitUntil([&] { return backOn(1) && facts(beside.id())->desktop == 1U; }));
+}
+
+TEST_F(FullScreenDesktopsTest, GivesTheKeyboardToOurWindowThatComesUpAsTheMeetingGoes) {
+    WindowDescription description;
+    description.contentRect = {{0, 0}, {300, 200}};
+    description.styleMask = windowTitled | windowClosable;
+    description.title = "Vantrel";
+    const auto own = computer->windows.makeWindow(description, [](std::string_view) {});
+    const QWidget& widget = dynamic_cast<LinuxWindow&>(*own).widget();
+    ForeignWindow others("Appunti", {600, 100, 300, 200});
+    for (int round = 0; round < 5; ++round) {
+        own->makeKeyAndOrderFront();
+        ASSERT_TRUE(waitUntil([&] { return hasKeyboard(static_cast<xcb_window_t>(widget.winId())); })) << round;
+        ForeignWindow meeting("Lezione", {100, 100, 500, 400});
+        EXPECT_EQ(setFullScreen(meeting, true), accessibilitySuccess);
+        ASSERT_TRUE(waitUntil([&] { return fullScreenOn(meeting.id(), countBefore) && hasKeyboard(meeting.id()); }));
+        own->orderOut();
+        // The person has typed there since: the window manager guards what they are at against other windows.
+        meeting.setProperty("_NET_WM_USER_TIME", XCB_ATOM_CARDINAL, {serverTime()});
+        turnFor(0.3);
+        meeting.destroy();
+        waitUntilManagedNoLonger(meeting.id());
+
+        const WindowManagerPause pause(*server, round * 0.02);
+        own->makeKeyAndOrderFront();
+        computer->application.activate();
+        const auto window = static_cast<xcb_window_t>(widget.winId());
+        EXPECT_TRUE(waitUntil([&] { return backOn(1) && facts(window)->desktop == 1U && hasKeyboard(window); }))
+            << round;
+        turnFor(0.2);
+        EXPECT_TRUE(hasKeyboard(window)) << round;
+        EXPECT_TRUE(widget.isActiveWindow());
+    }
+}
+
+TEST_F(FullScreenDesktopsTest, GivesTheKeyboardToOurWindowThatComesUpLongAfterTheMeeting) {
+    WindowDescription description;
+    description.contentRect = {{0, 0}, {300, 200}};
+    description.styleMask = windowTitled | windowClosable;
+    description.title = "Vantrel";
+    const auto own = computer->windows.makeWindow(description, [](std::string_view) {});
+    const QWidget& widget = dynamic_cast<LinuxWindow&>(*own).widget();
+    ForeignWindow others("Appunti", {600, 100, 300, 200});
+    for (int round = 0; round < 3; ++round) {
+        own->makeKeyAndOrderFront();
+        ASSERT_TRUE(waitUntil([&] { return hasKeyboard(static_cast<xcb_window_t>(widget.winId())); })) << round;
+        ForeignWindow meeting("Lezione", {100, 100, 500, 400});
+        EXPECT_EQ(setFullScreen(meeting, true), accessibilitySuccess);
+        ASSERT_TRUE(waitUntil([&] { return fullScreenOn(meeting.id(), countBefore) && hasKeyboard(meeting.id()); }));
+        own->orderOut();
+        meeting.destroy();
+        ASSERT_TRUE(waitUntil([&] { return backOn(1) && hasKeyboard(others.id()); }));
+        // The person types there: the window manager guards what they are at against windows that come up.
+        others.setProperty("_NET_WM_USER_TIME", XCB_ATOM_CARDINAL, {serverTime()});
+        turnFor(0.3);
+
+        own->makeKeyAndOrderFront();
+        computer->application.activate();
+        const auto window = static_cast<xcb_window_t>(widget.winId());
+        EXPECT_TRUE(waitUntil([&] { return hasKeyboard(window); }, 2)) << round;
+        turnFor(0.2);
+        EXPECT_TRUE(hasKeyboard(window)) << round;
+        EXPECT_TRUE(widget.isActiveWindow());
+    }
+}
+
+TEST_F(FullScreenDesktopsTest, LosesNoWindowThatComesUpWhileItsDesktopGoes) {
+    ForeignWindow meeting("Lezione", {100, 100, 500, 400});
+    EXPECT_EQ(setFullScreen(meeting, true), accessibilitySuccess);
+    ASSERT_TRUE(waitUntil([&] { return fullScreenOn(meeting.id(), countBefore); }));
+    turnFor(0.1);
+    meeting.destroy();
+    waitUntilManagedNoLonger(meeting.id());
+    const WindowManagerPause pause(*server, 0.05);
+    ForeignWindow late("Tardi", {100, 100, 300, 200});
+    EXPECT_TRUE(waitUntil([&] { return backOn(1) && facts(late.id())->desktop == 1U; }));
+    turnFor(0.1);
+    EXPECT_EQ(facts(late.id())->desktop, 1U);
+    EXPECT_TRUE(facts(late.id())->viewable);
 }
 
 TEST_F(FullScreenDesktopsTest, LeavesAWindowOnItsDesktopThatWentFullScreenByItself) {

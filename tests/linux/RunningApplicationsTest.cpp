@@ -193,8 +193,12 @@ TEST_F(RunningApplicationsTest, ARealBrowserBehindAWrapperIsOneApplicationUntilI
     const auto application = computer->runningApplications.withProcessIdentifier(process);
     ASSERT_TRUE(application);
     EXPECT_EQ(application->localizedName(), "Google Chrome");
+    const auto lock = std::filesystem::symlink_status(profile + "/SingletonLock");
+    EXPECT_TRUE(std::filesystem::exists(lock)) << "the browser holds its profile";
     EXPECT_TRUE(application->terminate());
     EXPECT_TRUE(waitUntil([&] { return application->isTerminated(); }, patience));
+    EXPECT_FALSE(std::filesystem::exists(std::filesystem::symlink_status(profile + "/SingletonLock")))
+        << "it had the time to tidy up";
     EXPECT_TRUE(waitUntil([&] { return ofThisProfile() == 0; }, patience));
 }
 
@@ -257,6 +261,17 @@ TEST_F(RunningApplicationsTest, AsksTheWindowsToCloseWhenItAsksAnApplicationToEn
     EXPECT_TRUE(waitUntil([&] { return windowsOf(process).empty(); }));
     EXPECT_FALSE(application->isTerminated());
     EXPECT_TRUE(application->forceTerminate());
+    EXPECT_TRUE(waitUntil([&] { return application->isTerminated(); }));
+}
+
+TEST_F(RunningApplicationsTest, SignalsAnApplicationThatIsStillThereAWhileAfterItsWindows) {
+    const ProcessIdentifier process = startPeer("calcolo", {"--window=Calcolo,100,100,300,200"});
+    EXPECT_TRUE(waitUntil([&] { return !windowsOf(process).empty(); }));
+    const auto application = computer->runningApplications.withProcessIdentifier(process);
+    ASSERT_TRUE(application);
+    EXPECT_TRUE(application->terminate());
+    EXPECT_TRUE(waitUntil([&] { return windowsOf(process).empty(); }));
+    EXPECT_FALSE(application->isTerminated()) << "it gets the time to leave by itself";
     EXPECT_TRUE(waitUntil([&] { return application->isTerminated(); }));
 }
 

@@ -25,6 +25,17 @@ class WindowListTest : public DesktopTest {
         return std::nullopt;
     }
 
+    // Without the event loop: on any thread.
+    static bool waitUntilManaged(ForeignWindow& window) {
+        X11Windows windows(window.connection());
+        for (int waited = 0; waited < 5000; ++waited) {
+            const auto managed = windows.frontToBack();
+            if (std::find(managed.begin(), managed.end(), window.id()) != managed.end()) return true;
+            usleep(200);
+        }
+        return false;
+    }
+
     bool isOnScreen(const ForeignWindow& window) const {
         return entry(window, WindowListOption::onScreenOnly).has_value();
     }
@@ -101,11 +112,13 @@ TEST_F(WindowListTest, LeavesOutWindowsThatDieMeanwhile) {
     ForeignWindow stays("resta", {300, 200, 500, 400});
     ASSERT_TRUE(waitUntil([&] { return isOnScreen(stays); }));
     std::atomic<bool> done = false;
-    std::thread others([&done] {
+    std::atomic<int> deaths = 0;
+    std::thread others([&] {
         while (!done) {
             ForeignWindow one("uno", {10, 10, 50, 50});
             ForeignWindow two("due", {80, 10, 50, 50});
-            usleep(2000);
+            // One that dies before openbox has taken it in stays on its list for ever.
+            if (waitUntilManaged(one) && waitUntilManaged(two)) deaths += 2;
         }
     });
     for (int i = 0; i < 300; ++i) {
@@ -115,6 +128,10 @@ TEST_F(WindowListTest, LeavesOutWindowsThatDieMeanwhile) {
     }
     done = true;
     others.join();
+    EXPECT_GT(deaths, 10);
+    EXPECT_TRUE(waitUntil([&] {
+        return X11Windows(stays.connection()).ofProcess(getpid()) == std::vector{stays.id()};
+    })) << "the window manager forgets them";
 }
 
 }  // namespace

@@ -3,11 +3,14 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
+#include <QThread>
 
 #include "Builders.h"
 #include "DesktopTest.h"
+#include "ForeignWindow.h"
 #include "platform/linux/LinuxWindow.h"
 #include "platform/linux/X11Connection.h"
+#include "platform/linux/X11Windows.h"
 
 namespace vantrel::linuxdesktop {
 namespace {
@@ -214,6 +217,23 @@ TEST_F(WindowsTest, TellsTheWindowManagerOfItsButtons) {
     window->makeKeyAndOrderFront();
     turnFor(0.1);
     EXPECT_EQ(hints(), withClose);
+}
+
+TEST_F(WindowsTest, IsActiveAgainWhenItComesBackAtOnce) {
+    open();
+    const auto server = X11Connection::open();
+    ASSERT_TRUE(server);
+    X11Windows windows(*server);
+    // Nothing of this reaches the event loop before the window is back.
+    const ForeignWindow other("Appunti", {600, 100, 300, 200});
+    for (int waited = 0; waited < 1000 && windows.active() != other.id(); ++waited) QThread::msleep(1);
+    ASSERT_EQ(windows.active(), other.id());
+    window->orderOut();
+    window->makeKeyAndOrderFront();
+    EXPECT_TRUE(waitUntil([&] { return windows.active() == static_cast<xcb_window_t>(widget().winId()); }));
+    turnFor(0.3);
+    EXPECT_EQ(windows.active(), static_cast<xcb_window_t>(widget().winId()));
+    EXPECT_TRUE(widget().isActiveWindow()) << "keys come, but no shortcut works";
 }
 
 TEST_F(WindowsTest, SelectsTheFirstFieldWhenItIsShown) {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <optional>
 
 #include "platform/linux/ProcessTable.h"
 #include "platform/linux/X11Connection.h"
@@ -98,16 +99,22 @@ void FullScreenDesktops::dissolve(xcb_window_t window, bool alive) {
     const auto windows = survey_.frontToBack();
     if (!windows) return;
 
+    std::optional<xcb_window_t> front;
+    if (alive) front = window;
     for (const X11WindowFacts& facts : *windows) {
         if (facts.window == window) own.shown = own.shown || facts.desktop == own.desktop;
         if (facts.window == window || !facts.desktop || *facts.desktop == X11WindowFacts::allDesktops) continue;
-        if (*facts.desktop == own.desktop) desktops_.move(facts.window, own.origin);
+        if (*facts.desktop == own.desktop) {
+            desktops_.move(facts.window, own.origin);
+            if (!front && !facts.hidden && facts.layer == 0) front = facts.window;
+        }
         if (*facts.desktop > own.desktop) desktops_.move(facts.window, *facts.desktop - 1);
     }
     if (alive) desktops_.move(window, own.origin);
     if (*current == own.desktop || !own.shown) {
         desktops_.switchTo(own.origin);
-        if (alive) windows_.focus(window);
+        // The person goes on with what was in front of them.
+        if (front) windows_.focus(*front);
     } else if (*current > own.desktop) {
         desktops_.switchTo(*current - 1);
     }

@@ -9,7 +9,7 @@
 #include "platform/linux/LinuxScreens.h"
 #include "platform/linux/MainThread.h"
 #include "platform/linux/RunLoopModes.h"
-#include "platform/linux/X11Windows.h"
+#include "platform/linux/WindowActivation.h"
 
 namespace vantrel::linuxdesktop {
 
@@ -24,10 +24,7 @@ std::size_t LinuxAlerts::runModal(const Alert& alert) {
     bool answered = false;
     QObject::connect(&dialog, &QDialog::finished, [&answered] { answered = true; });
     // Once it is on the screen: a full-screen browser in front would keep it behind and the keys to itself.
-    QTimer::singleShot(0, &dialog, [this, &dialog] {
-        dialog.raise();
-        windows_.activate(static_cast<xcb_window_t>(dialog.winId()));
-    });
+    QTimer::singleShot(0, &dialog, [this, &dialog] { bringToFront(dialog, windows_); });
     int result = 0;
     {
         const RunLoopModes::Stay modal(modes_);

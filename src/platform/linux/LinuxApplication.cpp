@@ -4,13 +4,36 @@
 
 #include <QApplication>
 #include <QWidget>
+#include <algorithm>
 #include <utility>
 
 #include "platform/linux/MainThread.h"
 #include "platform/linux/MenuBars.h"
+#include "platform/linux/WindowActivation.h"
+#include "platform/linux/WindowWidget.h"
 #include "platform/linux/X11Windows.h"
 
 namespace vantrel::linuxdesktop {
+
+namespace {
+
+// One that has come up only now is not in the window manager's list yet: nothing is in front of it.
+QWidget* frontWindow(X11Windows& windows) {
+    const auto managed = windows.ofProcess(getpid());
+    QWidget* front = nullptr;
+    auto frontPlace = managed.end();
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+        if (!widget->isVisible() || dynamic_cast<WindowWidget*>(widget) == nullptr) continue;
+        const auto place = std::find(managed.begin(), managed.end(), static_cast<xcb_window_t>(widget->winId()));
+        if (place == managed.end()) return widget;
+        if (front != nullptr && place > frontPlace) continue;
+        front = widget;
+        frontPlace = place;
+    }
+    return front;
+}
+
+}  // namespace
 
 LinuxApplication::LinuxApplication(MainThread& mainThread, MenuBars& menuBars, X11Windows& windows, Block endProcess)
     : mainThread_(mainThread), menuBars_(menuBars), windows_(windows), endProcess_(std::move(endProcess)) {}
@@ -42,14 +65,9 @@ void LinuxApplication::run() {
 
 void LinuxApplication::activate() {
     MainThread::require("activate");
-    QWidget* widget = QApplication::activeModalWidget();
-    if (widget != nullptr) {
-        widget->raise();
-        windows_.activate(static_cast<xcb_window_t>(widget->winId()));
-        return;
-    }
-    const auto own = windows_.ofProcess(getpid());
-    if (!own.empty()) windows_.activate(own.front());
+    QWidget* modal = QApplication::activeModalWidget();
+    QWidget* widget = modal != nullptr ? modal : frontWindow(windows_);
+    if (widget != nullptr) bringToFront(*widget, windows_);
 }
 
 void LinuxApplication::terminate() {

@@ -16,6 +16,7 @@
 #include "platform/linux/LinuxScreens.h"
 #include "platform/linux/MainThread.h"
 #include "platform/linux/MenuBars.h"
+#include "platform/linux/WindowActivation.h"
 #include "platform/linux/WindowWidget.h"
 
 namespace vantrel::linuxdesktop {
@@ -129,12 +130,9 @@ void LinuxWindow::setIsVisible(bool visible) {
 
 void LinuxWindow::makeKeyAndOrderFront() {
     MainThread::require("makeKeyAndOrderFront");
-    const bool wasShown = widget_->isVisible();
     setIsVisible(true);
     if (widget_->focusWidget() == nullptr) focusFirstField();
-    widget_->raise();
-    widget_->activateWindow();
-    if (wasShown) surroundings_.windows.activate(static_cast<xcb_window_t>(widget_->winId()));
+    bringToFront(*widget_, surroundings_.windows);
 }
 
 void LinuxWindow::orderOut() {

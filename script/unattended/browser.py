@@ -1,0 +1,95 @@
+"""Chromium where the client looks for Chrome: under its name, in a home folder of the run's own.
+
+browser.py HOME FOLDER installs it for a client that is started by hand; FOLDER takes its profile and what it was given.
+"""
+
+import os
+import pathlib
+import shlex
+import subprocess
+import sys
+
+from client import until
+
+# What Chromium needs to stay apart from other profiles and to leave the network alone, beside what it was given, which
+# is noted. An empty line ends the arguments of one start.
+WRAPPER = """#!/bin/sh
+printf '%s\\n' "$@" '' >>{noted}
+exec chromium {flags} --user-data-dir={profile} "$@" 2>>{complaints}
+"""
+FLAGS = ["--disable-quic", "--disable-background-networking", "--disable-component-update", "--disable-sync",
+         "--no-proxy-server", "--password-store=basic"]
+# Its sandbox does not run as root.
+FLAGS_AS_ROOT = ["--no-sandbox", "--test-type"]
+
+# What the client gives it behind the meeting's address.
+OTHER_ARGUMENTS = ["--new-window", "--no-first-run", "--no-default-browser-check", "--disable-extensions",
+                   "--disable-tab-strip", "--disable-session-crashed-bubble", "--disable-infobars"]
+
+
+def meeting_arguments(address, code):
+    return [f"--app={address}/meet/{code}", *OTHER_ARGUMENTS]
+
+
+class Browser:
+    def __init__(self, home, folder):
+        self._home, self._profile = home, folder / "profile"
+        self._noted, self._complaints = folder / "browser-arguments.txt", folder / "browser.log"
+        self.program = home / "Applications/Google Chrome.app/Contents/MacOS/Google Chrome"
+
+    def install(self):
+        self.program.parent.mkdir(parents=True, exist_ok=True)
+        self._noted.unlink(missing_ok=True)
+        flags = FLAGS + (FLAGS_AS_ROOT if os.geteuid() == 0 else [])
+        self.program.write_text(WRAPPER.format(
+            noted=shlex.quote(str(self._noted)), complaints=shlex.quote(str(self._complaints)),
+            profile=shlex.quote(str(self._profile)), flags=" ".join(flags)))
+        self.program.chmod(0o755)
+
+    def start(self, desktop, *arguments):
+        """Opened by the person at the computer, as a process of its own."""
+        return subprocess.Popen([self.program, *arguments], env={**desktop.environment, "HOME": str(self._home)},
+                                stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+                                start_new_session=True)
+
+    def starts(self):
+        """The arguments of every start so far."""
+        if not self._noted.exists():
+            return []
+        return [start.split("\n") for start in self._noted.read_text().split("\n\n") if start]
+
+    def is_locked(self):
+        """Whether a lock of the profile lies about. A link to nothing, as a rule."""
+        return any(os.path.lexists(self._profile / name) for name in ("SingletonLock", "SingletonSocket"))
+
+    def processes(self, *groups):
+        """What still runs of it: by its home folder or profile, or because it was started in one of those process
+        groups, which its helpers belong to whatever they call themselves. The client is not among them."""
+        signs = [f"HOME={self._home}\0".encode(), str(self._profile).encode()]
+        found = []
+        for folder in pathlib.Path("/proc").iterdir():
+            if not folder.name.isdigit():
+                continue
+            try:
+                name, _, rest = (folder / "stat").read_text().rpartition(")")
+                state, _, group = rest.split()[:3]
+                known = (folder / "environ").read_bytes() + b"\0" + (folder / "cmdline").read_bytes()
+            except OSError:
+                continue
+            ours = int(group) in groups or any(sign in known for sign in signs)
+            if ours and state != "Z" and not name.partition("(")[2].startswith("vantrel"):
+                found.append(int(folder.name))
+        return found
+
+
+def check_nothing_is_left(browser, client, check, locks_too=True):
+    """After an end: the browser, whatever it had started, and the lock of its profile are gone."""
+    groups = [int(line.rpartition(" ")[2]) for line in client.lines if line.startswith("[BROWSER] Google Chrome PID ")]
+    check("no process of the browser is left", groups and until(lambda: not browser.processes(*groups), 5))
+    if locks_too:
+        check("no lock of the browser's profile is left", not browser.is_locked())
+
+
+if __name__ == "__main__":
+    home, folder = (pathlib.Path(argument).resolve() for argument in sys.argv[1:])
+    Browser(home, folder).install()
