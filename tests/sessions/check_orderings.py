@@ -15,6 +15,7 @@ NOTICE = '"disconnecting":true'
 # Here different things are due at the same moment: with seeds that are heeded there is more than one transcript.
 WITH_TIES = [
     "a-version-prompt-comes-with-the-result-of-a-join.yaml",
+    "leaving-the-meetings-space-kills-the-browser.yaml",
     "the-reply-to-the-notice-comes-as-the-wait-for-it-ends.yaml",
 ]
 # What a client that shows a screen has.
