@@ -9,7 +9,7 @@ using testing::IsEmpty;
 using testing::SizeIs;
 
 /// The main thread does something else at the moment at which the launch hands over to it: at 3 seconds on the process
-/// route, and at 3.8 seconds, 3 after the window was found, on the workspace route.
+/// route, and at 3.8 seconds, 3 after the window was found, on the workspace route; or when the workspace answers.
 class BusyMainThread : public BrowserTest {
   protected:
     void expectNothingLeft() {
@@ -40,6 +40,29 @@ TEST_F(BusyMainThread, DelaysTheActivationOnTheWorkspaceRoute) {
     ASSERT_THAT(activations, SizeIs(1));
     EXPECT_NEAR(activations.front() - start, 4.4, 1e-6);
     EXPECT_NEAR(timeOf("[FULLSCREEN] Tentativo 1/8...") - start, 4.9, 1e-6);
+}
+
+TEST_F(BusyMainThread, DelaysTheAnswerOfTheWorkspace) {
+    mac().opener().setAnswerDelay(20);
+    const double start = mac().now();
+    launch();
+    mac().runFor(19.5);
+    keepMainBusy(1);
+    mac().runFor(10);
+    const auto answers = lines("[BROWSER] Safari PID: ");
+    ASSERT_THAT(answers, SizeIs(1));
+    EXPECT_NEAR(timeOf(answers.front()) - start, 20.5, 1e-6);
+    EXPECT_NE(launcher().browserApp(), nullptr);
+}
+
+TEST_F(BusyMainThread, HearsNoAnswerForALauncherThatItDropsMeanwhile) {
+    mac().opener().setAnswerDelay(20);
+    launch();
+    mac().runFor(19.5);
+    keepMainBusyAndRelease(1);
+    mac().runFor(10);
+    EXPECT_THAT(lines("[BROWSER] Safari PID"), IsEmpty());
+    expectNothingLeft();
 }
 
 TEST_F(BusyMainThread, MakesNoAttemptForALauncherThatItDropsMeanwhileOnTheProcessRoute) {

@@ -156,6 +156,28 @@ TEST_F(Shutdown, TakesWindowsOutOfFullScreenFirstWithAPauseEach) {
     EXPECT_THAT(mac().desktop().windowsOf(process), IsEmpty());
 }
 
+TEST_F(Shutdown, ClosesAWindowThatStaysInFullScreenAfterTheSamePause) {
+    const auto process = openMeetingInOwnChrome(1);
+    mac().accessibility().faults().fail(Operation::write, "AXFullScreen", virtualmac::accessibilityFailure);
+    const double start = mac().now();
+    close();
+    EXPECT_NEAR(mac().now() - start, 0.5, 1e-6);
+    EXPECT_THAT(texts("accessibility-action"), ElementsAre("AXPress", "AXPress"));
+    mac().runFor(2);
+    EXPECT_THAT(mac().desktop().windowsOf(process), IsEmpty());
+}
+
+TEST_F(Shutdown, ClosesTheWindowsInTheirOrder) {
+    const auto process = openMeetingInOwnChrome(4);
+    std::vector<std::string> listed;
+    for (const auto& window : mac().desktop().windowsOf(process)) listed.push_back(std::to_string(window.number));
+    ASSERT_THAT(listed, SizeIs(5));
+    close();
+    std::vector<std::string> pressed;
+    for (const auto& press : events("accessibility-action")) pressed.push_back(press.field("window"));
+    EXPECT_EQ(pressed, listed);
+}
+
 TEST_F(Shutdown, GoesOnWithTheNextWindowWhenOneCannotBeClosed) {
     const auto process = openMeetingInOwnChrome(2);
     mac().accessibility().faults().fail(Operation::read, "AXCloseButton", virtualmac::accessibilityFailure, 1);
@@ -214,16 +236,17 @@ TEST_F(Shutdown, EndsASafariThatRanBeforeAllTheSame) {
     launch();
     mac().runFor(20);
     ASSERT_EQ(launcher().browserPID(), before);
+    ASSERT_TRUE(launcher().windowNumber());
     close();
     EXPECT_TRUE(logged("[BROWSER] Kill Safari"));
     EXPECT_FALSE(isRunning(before));
+    expectForgotten();
 }
 
-TEST_F(Shutdown, WithoutAProcessOnlyDropsTheRetry) {
+TEST_F(Shutdown, WithoutAProcessLogsNothing) {
     make();
     close();
     EXPECT_THAT(logLines(), IsEmpty());
-    EXPECT_EQ(mac().residue().timers, 0u);
 }
 
 TEST_F(Shutdown, TwiceDoesNothingTheSecondTime) {
@@ -270,7 +293,20 @@ TEST_F(Shutdown, KeepsWhatTheNextLaunchResets) {
     close();
     EXPECT_EQ(launcher().detectedBrowser(), SupportedBrowser::chrome);
     EXPECT_EQ(launcher().fullscreenRetryCount(), 1);
-    EXPECT_FALSE(launcher().windowMonitor.expired());
+}
+
+TEST_F(Shutdown, KeepsWhoHearsOfTheBrowser) {
+    installChrome();
+    make(true);
+    std::vector<std::string> reasons;
+    launcher().onSessionEnded = [&reasons](const std::string& reason) { reasons.push_back(reason); };
+    launch();
+    mac().runFor(6);
+    close();
+    EXPECT_EQ(launcher().windowMonitor.lock().get(), &monitor());
+    ASSERT_TRUE(launcher().onSessionEnded);
+    launcher().onSessionEnded("Prova");
+    EXPECT_THAT(reasons, ElementsAre("Prova"));
 }
 
 class BringingToFront : public BrowserTest {};

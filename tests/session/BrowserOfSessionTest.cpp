@@ -1,5 +1,7 @@
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
 #include "session/MainWindowController.h"
 #include "tests/session/ClientTest.h"
 
@@ -111,26 +113,139 @@ TEST_F(BrowserOfSessionTest, HoldsTheLockdownUpWhileItIsLaunched) {
     EXPECT_EQ(screen(), "none");
 }
 
-TEST_F(BrowserOfSessionTest, LaunchedInALockdownThatHasEndedMeanwhileBringsNothingBack) {
-    std::shared_ptr<MainWindowController> controller;
-    mac().onMain([&] {
-        controller = MainWindowController::create(computer());
-        controller->window().makeKeyAndOrderFront();
-    });
-    for (const double moment : {0.5, 2.5}) {
+/// A lockdown that ends while its browser is launched.
+class EndDuringTheLaunch : public BrowserOfSessionTest {
+  protected:
+    /// Presses the join button; the launch begins at that moment.
+    void startLaunch() {
+        mac().onMain([this] {
+            controller_ = MainWindowController::create(computer());
+            controller_->window().makeKeyAndOrderFront();
+        });
+        mac().runFor(2);
         join();
-        mac().runFor(1 + moment);
+        mac().runFor(0.1);
         ASSERT_THAT(logLines(), Contains("[BROWSER] Reset stato per nuova sessione"));
-        mac().onMain([&] { controller->endSession(SessionEndReason::userRequest); });
-        forgetEvents();
-        mac().runFor(30);
-        EXPECT_EQ(screen(), "endView") << moment;
-        EXPECT_THAT(logLines(), Not(Contains("✅ Step 1/4: Fullscreen completato"))) << moment;
-        EXPECT_THAT(events("status-item-installed"), IsEmpty()) << moment;
-        EXPECT_EQ(mac().residue().timers, 0u) << moment;
-        mac().onMain([&] { controller->resetToJoin(); });
+        start_ = timeOf("[BROWSER] Reset stato per nuova sessione");
     }
-    mac().onMain([&] { controller.reset(); });
+    /// So many seconds into the launch.
+    void endAt(double moment) {
+        mac().runUntil(start_ + moment);
+        mac().onMain([this] { controller_->endSession(SessionEndReason::userRequest); });
+        ASSERT_EQ(screen(), "endView");
+        forgetEvents();
+    }
+    /// The main thread does something else then. What the launch hands over to it while it ends finds the launcher
+    /// gone.
+    void keepMainBusyAt(double moment) {
+        mac().runUntil(start_ + moment);
+        mac().postToMain([this] { computer().threads.sleep(0.7); });
+        mac().runFor(30);
+    }
+    double timeOf(std::string_view line) const {
+        for (const auto& event : events("log")) {
+            if (event.text == line) return event.time;
+        }
+        return -1;
+    }
+    std::vector<std::string> lines(std::string_view tag) const {
+        auto all = logLines();
+        std::erase_if(all, [tag](const std::string& line) { return !line.starts_with(tag); });
+        return all;
+    }
+    void expectNothingBroughtBack() {
+        EXPECT_EQ(screen(), "endView");
+        EXPECT_TRUE(isClosable());
+        EXPECT_THAT(logLines(), Not(Contains("✅ Step 1/4: Fullscreen completato")));
+        EXPECT_THAT(lines("[FULLSCREEN]"), IsEmpty());
+        EXPECT_THAT(events("status-item-installed"), IsEmpty());
+        EXPECT_THAT(events("application-activate"), IsEmpty());
+        expectNothingLeft();
+    }
+    void TearDown() override {
+        mac().onMain([this] { controller_.reset(); });
+        BrowserOfSessionTest::TearDown();
+    }
+
+  private:
+    std::shared_ptr<MainWindowController> controller_;
+    double start_ = 0;
+};
+
+TEST_F(EndDuringTheLaunch, LeavesABrowserWhoseProcessIsNotKnownYetAlone) {
+    startLaunch();
+    endAt(0.5);
+    const auto process = chrome();
+    ASSERT_NE(process, 0);
+    ASSERT_THAT(mac().desktop().windowsOf(process), IsEmpty());
+    keepMainBusyAt(2.9);
+    EXPECT_EQ(chrome(), process);
+    const auto windows = mac().desktop().windowsOf(process);
+    ASSERT_THAT(windows, SizeIs(1));
+    EXPECT_FALSE(windows.front().fullScreen);
+    EXPECT_THAT(lines("[BROWSER]"), ElementsAre("[BROWSER] Google Chrome PID (new): " + std::to_string(process)));
+    expectNothingBroughtBack();
+}
+
+TEST_F(EndDuringTheLaunch, EndsABrowserWhoseProcessIsKnown) {
+    startLaunch();
+    endAt(2.5);
+    EXPECT_EQ(chrome(), 0);
+    keepMainBusyAt(2.95);
+    EXPECT_EQ(chrome(), 0);
+    EXPECT_THAT(lines("[BROWSER]"), IsEmpty());
+    EXPECT_THAT(events("process-started"), IsEmpty());
+    expectNothingBroughtBack();
+}
+
+TEST_F(EndDuringTheLaunch, LeavesSafariItsWindowThatIsStillLookedFor) {
+    mac().files().remove(virtualmac::chromePath);
+    auto slow = virtualmac::safari();
+    slow.windows.front().after = 5;
+    mac().processes().install(virtualmac::safariPath, slow);
+    mac().opener().setAnswerDelay(3);
+    startLaunch();
+    endAt(2);
+    const auto safari = mac().processes().running("com.apple.Safari");
+    ASSERT_TRUE(safari);
+    const auto process = safari->processIdentifier();
+    ASSERT_THAT(mac().desktop().windowsOf(process), IsEmpty());
+    // The look at 5.2 seconds finds the window, and 3 seconds later the launch is over.
+    keepMainBusyAt(8.1);
+    EXPECT_FALSE(safari->isTerminated());
+    const auto windows = mac().desktop().windowsOf(process);
+    ASSERT_THAT(windows, SizeIs(1));
+    EXPECT_FALSE(windows.front().fullScreen);
+    EXPECT_THAT(lines("[BROWSER]"), ElementsAre("[BROWSER] Safari PID: " + std::to_string(process),
+                                                "[BROWSER] Nuova finestra #" + std::to_string(windows.front().number) +
+                                                    ": 'https://meet.example/abc' pid=" + std::to_string(process)));
+    EXPECT_THAT(events("accessibility-action"), IsEmpty());
+    EXPECT_THAT(events("application-terminate"), IsEmpty());
+    expectNothingBroughtBack();
+}
+
+TEST_F(BrowserOfSessionTest, IsStartedOnceByTwoPressesUnderThePermissionPrompt) {
+    mac().capture().setStatus(MediaType::audio, AuthorizationStatus::notDetermined);
+    launch();
+    join();
+    mac().runFor(3);
+    ASSERT_EQ(mac().capture().prompts(), 1u);
+    participant().press("joinButton");
+    mac().runFor(3);
+    EXPECT_THAT(events("process-started"), IsEmpty());
+    participant().answerPermissionPrompt(true);
+    mac().runFor(10);
+    EXPECT_THAT(events("process-started"), SizeIs(1));
+    const auto lines = logLines();
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), "🔒 Step 1/4: Fullscreen browser..."), 2);
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), "[BROWSER] Reset stato per nuova sessione"), 1);
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), "✅ Step 1/4: Fullscreen completato"), 1);
+    EXPECT_THAT(mac().desktop().windowsOf(chrome()), SizeIs(1));
+    EXPECT_EQ(screen(), "none");
+    end();
+    EXPECT_EQ(chrome(), 0);
+    EXPECT_EQ(screen(), "endView");
+    expectNothingLeft();
 }
 
 TEST_F(BrowserOfSessionTest, LaunchedTwiceByTwoPressesLeavesOneLauncher) {
