@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include "lockdown/SystemProcesses.h"
+#include "platform/virtual/VirtualBundle.h"
 #include "tests/lockdown/MonitorTest.h"
 
 namespace vantrel {
@@ -76,6 +77,57 @@ TEST_F(Focus, OfTheClientItselfIsAllowed) {
     EXPECT_THAT(violations(), IsEmpty());
 }
 
+TEST_F(Focus, OfTheClientUnderAnotherNameIsAllowed) {
+    watch();
+    bringForward("Altro nome", "biz.quorrin.vantrel");
+    runTicks(2);
+    EXPECT_THAT(monitorLines(), IsEmpty());
+    EXPECT_THAT(violations(), IsEmpty());
+}
+
+TEST_F(Focus, OfTheClientIsKnownByTheIdentifierOfItsBundle) {
+    openInFullScreen();
+    virtualmac::VirtualBundle bundle("org.example.own");
+    std::shared_ptr<WindowMonitorService> own;
+    std::vector<std::string> details;
+    mac().onMain([&] {
+        own = makeMonitor(bundle);
+        own->onViolation = [&](const std::string& detail) { details.push_back(detail); };
+        own->startMonitoring(sharedLauncher());
+    });
+    mac().runFor(0.1);
+    bringForward("Altro nome", "org.example.own");
+    runTicks(2);
+    EXPECT_THAT(details, IsEmpty());
+    bringForward("Altro ancora", "biz.quorrin.vantrel");
+    runTicks(1);
+    EXPECT_THAT(details, ElementsAre("Altro ancora"));
+    mac().onMain([&] { own.reset(); });
+}
+
+TEST_F(Focus, IsToldOfBeforeTheBrowserIsBroughtBack) {
+    watch();
+    std::vector<std::size_t> broughtBack;
+    mac().onMain([&] {
+        monitor().onViolation = [&](const std::string&) {
+            broughtBack.push_back(count("[BROWSER] Google Chrome portato in primo piano"));
+        };
+    });
+    bringForward("Note", "com.example.notes");
+    runTicks(1);
+    EXPECT_THAT(broughtBack, ElementsAre(0u));
+    EXPECT_EQ(count("[BROWSER] Google Chrome portato in primo piano"), 1u);
+}
+
+TEST_F(Focus, WithNobodyToTellComesBackAllTheSame) {
+    watch();
+    mac().onMain([this] { monitor().onViolation = nullptr; });
+    bringForward("Note", "com.example.notes");
+    runTicks(1);
+    EXPECT_THAT(monitorLines(), ElementsAre("[MONITOR] Focus su Note — riporto Google Chrome in primo piano"));
+    EXPECT_THAT(texts("application-activate"), ElementsAre("Google Chrome"));
+}
+
 TEST_F(Focus, OfAnotherBrowserIsAViolation) {
     watch();
     bringForward("Safari", "com.apple.Safari");
@@ -124,6 +176,18 @@ TEST_F(Focus, IsForeignForEveryoneWithoutADetectedBrowser) {
     runTicks(1);
     EXPECT_THAT(violations(), ElementsAre("Google Chrome"));
     EXPECT_THAT(monitorLines(), Contains("[MONITOR] Focus su Google Chrome — riporto browser in primo piano"));
+}
+
+TEST_F(Focus, OfAnApplicationWithoutAnIdentifierIsTheBrowsersWhereNoneIsDetected) {
+    openNothing();
+    const auto process = bringForward("Nudo", "");
+    mac().processes().openWindow(process, {"Riunione", {{0, 0}, {1440, 900}}});
+    mac().onMain(
+        [&] { launcher().adoptRunningApplication(computer().runningApplications.withProcessIdentifier(process)); });
+    startMonitor();
+    runTicks(1);
+    EXPECT_THAT(monitorLines(), Not(Contains(testing::HasSubstr("Focus su"))));
+    EXPECT_THAT(violations(), IsEmpty());
 }
 
 TEST_F(Focus, OfAForeignApplicationIsNotedBeforeFullScreenToo) {

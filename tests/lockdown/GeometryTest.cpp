@@ -13,12 +13,8 @@ using Operation = virtualmac::AccessibilityFaults::Operation;
 
 /// The window is where it has to be, as large as it has to be, or it is put back. What the launcher's attempt, half a
 /// second later, does is seen in its lines.
-class Geometry : public MonitorTest {
+class GeometryTest : public MonitorTest {
   protected:
-    void SetUp() override {
-        openInWindow();
-        startMonitor();
-    }
     /// The window lies there and is that large for Accessibility, whatever the desktop makes of it.
     void place(const Point& position, const Size& size) {
         faults().clear();
@@ -26,6 +22,14 @@ class Geometry : public MonitorTest {
         faults().answer("AXSize", size);
     }
     std::size_t attempts() const { return lines("[FULLSCREEN] Tentativo").size(); }
+};
+
+class Geometry : public GeometryTest {
+  protected:
+    void SetUp() override {
+        openInWindow();
+        startMonitor();
+    }
 };
 
 TEST_F(Geometry, OfAWindowThatFillsTheDisplayIsLeftAlone) {
@@ -83,6 +87,35 @@ TEST_F(Geometry, ActivatesTheBrowserWithTheRepair) {
     EXPECT_THAT(texts("application-activate"), ElementsAre("Google Chrome"));
 }
 
+TEST_F(Geometry, ActivatesTheBrowserWithoutOptions) {
+    place({100, 100}, {1440, 900});
+    runTicks(1);
+    EXPECT_THAT(activationOptions(), ElementsAre("0"));
+}
+
+TEST_F(Geometry, IsToldThenRepairedThenActivated) {
+    place({100, 100}, {720, 450});
+    forgetEvents();
+    runTicks(1);
+    std::vector<std::string> order;
+    for (const auto& event : events()) {
+        if (event.kind == "log") order.push_back(event.text);
+        if (event.kind == "accessibility-set") order.push_back(event.text + "=" + event.field("value"));
+        if (event.kind == "application-activate") order.push_back("activate " + event.text);
+    }
+    EXPECT_THAT(order, ElementsAre("[MONITOR] Finestra spostata pos:(100,100) — ripristino",
+                                   "[MONITOR] Finestra ridimensionata (50%×50%) — ripristino", "AXPosition=0 0",
+                                   "AXSize=1440 900", "activate Google Chrome"));
+}
+
+TEST_F(Geometry, IsTriedToMakeFullScreenThoughTheMonitorHasStoppedMeanwhile) {
+    place({100, 100}, {1440, 900});
+    runTicks(1);
+    stopMonitor();
+    mac().runFor(0.5);
+    EXPECT_EQ(attempts(), 1u);
+}
+
 TEST_F(Geometry, CountsAPositionThatCannotBeReadAsZero) {
     faults().clear();
     faults().fail(Operation::read, "AXPosition", virtualmac::accessibilityFailure);
@@ -119,6 +152,21 @@ TEST_F(Geometry, IsNotCheckedWithoutAList) {
     faults().fail(Operation::read, "AXWindows", virtualmac::accessibilityFailure);
     runTicks(2);
     EXPECT_THAT(monitorLines(), IsEmpty());
+    bringForward("Note", "com.example.notes");
+    runTicks(1);
+    EXPECT_THAT(writes(), IsEmpty());
+    EXPECT_THAT(violations(), ElementsAre("Note"));
+}
+
+TEST_F(Geometry, IsNotCheckedOfAnEmptyList) {
+    place({100, 100}, {720, 450});
+    faults().answer("AXWindows", std::vector<std::shared_ptr<AccessibilityElement>>());
+    runTicks(2);
+    EXPECT_THAT(monitorLines(), IsEmpty());
+    bringForward("Note", "com.example.notes");
+    runTicks(1);
+    EXPECT_THAT(writes(), IsEmpty());
+    EXPECT_THAT(violations(), ElementsAre("Note"));
 }
 
 TEST_F(Geometry, IsNotCheckedWithoutAMainScreen) {
@@ -132,11 +180,27 @@ TEST_F(Geometry, IsNotCheckedWithoutAMainScreen) {
     EXPECT_THAT(violations(), ElementsAre("Note"));
 }
 
-TEST_F(Geometry, OfAnotherWindowInFullScreenStandsForAll) {
+TEST_F(Geometry, OfAWindowInFullScreenIsNotChecked) {
     place({100, 100}, {720, 450});
     faults().answer("AXFullScreen", true);
     runTicks(1);
     EXPECT_THAT(monitorLines(), IsEmpty());
+}
+
+TEST_F(Geometry, OfAnotherWindowInFullScreenStandsForAll) {
+    mac().processes().openWindow(chrome(), {"Altra", {{300, 300}, {1000, 500}}});
+    place({100, 100}, {720, 450});
+    faults().answer("AXFullScreen", false, 1);
+    faults().answer("AXFullScreen", true);
+    runTicks(1);
+    EXPECT_THAT(monitorLines(), IsEmpty());
+}
+
+TEST_F(Geometry, OfAWindowThatDoesNotTellItsStateIsChecked) {
+    place({100, 100}, {1440, 900});
+    faults().fail(Operation::read, "AXFullScreen", virtualmac::accessibilityFailure);
+    runTicks(1);
+    EXPECT_THAT(monitorLines(), ElementsAre("[MONITOR] Finestra spostata pos:(100,100) — ripristino"));
 }
 
 TEST_F(Geometry, IsCheckedOfTheFirstWindow) {
@@ -173,7 +237,7 @@ TEST_F(Geometry, OfAConfirmedFullScreenIsNotCheckedWhereNoWindowSaysSo) {
 
 /// The position counts from the top left of the primary display and the screen's origin from its bottom left; they are
 /// compared and written as they stand.
-class GeometryOnAnotherDisplay : public MonitorTest {};
+class GeometryOnAnotherDisplay : public GeometryTest {};
 
 TEST_F(GeometryOnAnotherDisplay, TakesTheDisplaysOriginAsItStands) {
     openInWindow();
@@ -182,13 +246,37 @@ TEST_F(GeometryOnAnotherDisplay, TakesTheDisplaysOriginAsItStands) {
     displays.main = 1;
     mac().screens().change(displays);
     mac().desktop().resize(window(), {1920, 1080});
-    faults().clear();
-    faults().answer("AXPosition", Point{-200, -1080});
-    faults().answer("AXSize", Size{1920, 1080});
+    place({-200, -1080}, {1920, 1080});
     startMonitor();
     runTicks(1);
     EXPECT_THAT(monitorLines(), ElementsAre("[MONITOR] Finestra spostata pos:(-200,-1080) — ripristino"));
     EXPECT_THAT(writes(), ElementsAre("AXPosition=-200 900", "AXSize=1920 1080"));
+}
+
+/// The launcher knows the process only, which was listed too late for it.
+class GeometryWithoutAnApplication : public GeometryTest {};
+
+TEST_F(GeometryWithoutAnApplication, ActivatesNothingAndIsTriedToMakeFullScreenAllTheSame) {
+    installChrome([](auto& chrome) {
+        chrome.windows.at(0).frame = {{0, 24}, {1440, 876}};
+        chrome.appearsAfter = 2.5;
+    });
+    faults().fail(Operation::write, "AXFullScreen", virtualmac::accessibilityFailure, 1);
+    launch();
+    mac().runFor(3.6);
+    launcher().cancelFullscreenRetry();
+    mac().runFor(1);
+    ASSERT_FALSE(launcher().isConfirmedFullscreen());
+    ASSERT_TRUE(launcher().browserPID());
+    ASSERT_EQ(launcher().browserApp(), nullptr);
+    forgetEvents();
+    startMonitor();
+    place({100, 100}, {1440, 900});
+    runTicks(1);
+    EXPECT_THAT(writes(), ElementsAre("AXPosition=0 0", "AXSize=1440 900"));
+    EXPECT_THAT(texts("application-activate"), IsEmpty());
+    mac().runFor(0.5);
+    EXPECT_EQ(attempts(), 1u);
 }
 
 }  // namespace

@@ -122,7 +122,8 @@ TEST_F(KeyboardHook, LetsTheOthersThroughUnsaid) {
     EXPECT_THAT(logLines(), ElementsAre("[HOOK] Hook tastiera attivato"));
     EXPECT_THAT(blocked(), IsEmpty());
     EXPECT_THAT(texts("key-swallowed"), IsEmpty());
-    EXPECT_THAT(texts("key-delivered"), IsSupersetOf({"cmd+0", "cmd+comma", "escape", "a", "f5", "alt+left", "ctrl+f"}));
+    EXPECT_THAT(texts("key-delivered"),
+                IsSupersetOf({"cmd+0", "cmd+comma", "escape", "a", "f5", "alt+left", "ctrl+f"}));
 }
 
 TEST_F(KeyboardHook, NamesWhatIsHeldDownEachTime) {

@@ -36,22 +36,26 @@ void MonitorTest::openNothing() {
     make();
 }
 
-void MonitorTest::startMonitor() {
+std::shared_ptr<WindowMonitorService> MonitorTest::makeMonitor(Bundle& mainBundle) {
     auto& mac = computer();
-    this->mac().onMain([&] {
-        service_ = makeMainThreadOwned<WindowMonitorService>(
-            mac.dispatch, mac.threads,
-            WindowMonitorService::Platform{mac.runningApplications, mac.windowList, mac.accessibility, mac.screens,
-                                           mac.spaces, mac.frontmostApplication, mac.mainBundle, mac.dispatch,
-                                           mac.mainRunLoop, mac.log},
-            BrowserKill(mac.runningApplications, mac.processLauncher, mac.threads, mac.clock, mac.log));
+    return makeMainThreadOwned<WindowMonitorService>(
+        mac.dispatch, mac.threads,
+        WindowMonitorService::Platform{mac.runningApplications, mac.windowList, mac.accessibility, mac.screens,
+                                       mac.spaces, mac.frontmostApplication, mainBundle, mac.dispatch, mac.mainRunLoop,
+                                       mac.log},
+        BrowserKill(mac.runningApplications, mac.processLauncher, mac.threads, mac.clock, mac.log));
+}
+
+void MonitorTest::startMonitor() {
+    mac().onMain([this] {
+        service_ = makeMonitor();
         service_->onViolation = [this](const std::string& detail) { violations_.push_back(detail); };
         service_->onSessionEnded = [this](SessionEndReason reason) { ends_.push_back(reason); };
         launcher().windowMonitor = service_;
         service_->startMonitoring(sharedLauncher());
     });
     // Between the ticks, so that what a test does next comes before one of them.
-    this->mac().runFor(0.1);
+    mac().runFor(0.1);
 }
 
 void MonitorTest::stopMonitor() {

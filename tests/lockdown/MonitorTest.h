@@ -26,6 +26,9 @@ class MonitorTest : public BrowserTest {
     /// The launcher knows no browser and no process.
     void openNothing();
 
+    /// One that is not started and has nobody to tell.
+    std::shared_ptr<WindowMonitorService> makeMonitor(Bundle& mainBundle);
+    std::shared_ptr<WindowMonitorService> makeMonitor() { return makeMonitor(computer().mainBundle); }
     /// Makes the monitor and starts it: a tick comes 1.5 seconds later and every 1.5 seconds from then on.
     void startMonitor();
     void stopMonitor();

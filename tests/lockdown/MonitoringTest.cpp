@@ -52,12 +52,25 @@ TEST_F(Monitoring, IsStoppedOnceAndLeavesNothing) {
 }
 
 TEST_F(Monitoring, ThatWasNeverStartedIsStoppedSilently) {
-    openInFullScreen();
-    startMonitor();
-    stopMonitor();
-    forgetEvents();
-    stopMonitor();
+    mac().onMain([this] {
+        const auto never = makeMonitor();
+        never->stopMonitoring();
+        EXPECT_FALSE(never->isActive());
+    });
     EXPECT_THAT(logLines(), IsEmpty());
+}
+
+TEST_F(Monitoring, ForgetsAConfirmedFullScreenAtEachStart) {
+    openInWindow();
+    startMonitor();
+    mac().onMain([this] {
+        monitor().setFullscreenConfirmed(true);
+        monitor().stopMonitoring();
+        monitor().startMonitoring(sharedLauncher());
+    });
+    // A focused window out of full screen would be the wrong one.
+    runTicks(2);
+    EXPECT_THAT(monitorLines(), ElementsAre(stopped));
 }
 
 TEST_F(Monitoring, ReleasedWhileActiveLeavesNothing) {
@@ -169,6 +182,21 @@ TEST_F(Monitoring, TakesOverTheBrowsersNewProcessDuringTheGracePeriod) {
     runTicks(1);
     // The process was taken over, but no tick has seen it alive: the grace goes on.
     EXPECT_THAT(ends(), IsEmpty());
+}
+
+TEST_F(Monitoring, TakesOverTheFirstOfSeveralProcesses) {
+    openInFullScreen();
+    startMonitor();
+    mac().processes().exit(chrome());
+    virtualmac::ApplicationDescription description;
+    description.name = "Google Chrome";
+    description.bundleIdentifier = "com.google.Chrome";
+    const auto first = mac().processes().add(description);
+    mac().processes().add(description);
+    runTicks(1);
+    EXPECT_THAT(monitorLines(),
+                ElementsAre("[MONITOR] PID recuperato per bundle ID durante grace period (7 tick rimanenti)"));
+    EXPECT_EQ(chrome(), first);
 }
 
 TEST_F(Monitoring, DoesNotTakeOverAnotherBrowser) {

@@ -51,6 +51,19 @@ TEST_F(Visibility, AfterOneInvisibleTickResetsTheCounter) {
     EXPECT_THAT(ends(), IsEmpty());
 }
 
+TEST_F(Visibility, IsCountedAnewAtEachStart) {
+    openInWindow();
+    startMonitor();
+    mac().desktop().close(window());
+    runTicks(1);
+    stopMonitor();
+    mac().onMain([this] { monitor().startMonitoring(sharedLauncher()); });
+    mac().runFor(0.1);
+    runTicks(1);
+    EXPECT_THAT(monitorLines(), ElementsAre(invisibleOnce, stopped, invisibleOnce));
+    EXPECT_THAT(ends(), IsEmpty());
+}
+
 TEST_F(Visibility, OfAMinimisedWindowIsAFalseNegativeAgainAndAgain) {
     openInWindow();
     startMonitor();
@@ -141,15 +154,43 @@ INSTANTIATE_TEST_SUITE_P(Each, MissingKey,
                          testing::Values(virtualmac::WindowKey::ownerPID, virtualmac::WindowKey::layer,
                                          virtualmac::WindowKey::bounds));
 
-TEST_F(Visibility, IsMeasuredAgainstADefaultDisplayWhenThereIsNone) {
+TEST_F(Visibility, IsMeasuredAgainstTheMainScreen) {
     openInWindow();
-    startMonitor();
     auto displays = mac().screens().displays();
-    displays.screens.clear();
+    displays.screens.push_back({"Grande", {{1440, 0}, {2880, 1800}}});
+    displays.main = 1;
     mac().screens().change(displays);
-    mac().desktop().resize(window(), {865, 541});
+    startMonitor();
     runTicks(2);
-    EXPECT_THAT(ends(), IsEmpty());
+    EXPECT_THAT(monitorLines(), ElementsAre(invisibleOnce, invisibleTwice, elsewhere));
+}
+
+/// Without a display it is measured against one of 1440 × 900 points.
+class VisibilityWithoutADisplay : public Visibility {
+  protected:
+    /// The lines of two ticks over a window of that size.
+    std::vector<std::string> linesOver(const Size& size) {
+        openInWindow();
+        startMonitor();
+        auto displays = mac().screens().displays();
+        displays.screens.clear();
+        mac().screens().change(displays);
+        EXPECT_TRUE(mac().desktop().resize(window(), size));
+        runTicks(2);
+        return monitorLines();
+    }
+};
+
+TEST_F(VisibilityWithoutADisplay, IsGivenAboveThreeFifths) {
+    EXPECT_THAT(linesOver({865, 541}), IsEmpty());
+}
+
+TEST_F(VisibilityWithoutADisplay, IsNotGivenAtThreeFifthsOfItsWidth) {
+    EXPECT_THAT(linesOver({864, 876}), ElementsAre(invisibleOnce, invisibleTwice, elsewhere));
+}
+
+TEST_F(VisibilityWithoutADisplay, IsNotGivenAtThreeFifthsOfItsHeight) {
+    EXPECT_THAT(linesOver({1440, 540}), ElementsAre(invisibleOnce, invisibleTwice, elsewhere));
 }
 
 }  // namespace

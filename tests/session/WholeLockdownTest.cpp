@@ -1,5 +1,8 @@
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <set>
+
 #include "tests/session/ClientTest.h"
 
 namespace vantrel {
@@ -49,11 +52,18 @@ class WholeLockdown : public ClientTest {
             notices += body.find(R"("disconnecting":true)") != std::string::npos;
         return notices;
     }
+    void endWithTheServersWord(double latency) {
+        answer(std::string("POST ") + server + "/api/heartbeat",
+               NetworkAnswer::reply(200, R"({"sessionEnded":true})", latency));
+    }
     /// One end screen, one notice, nothing left.
     void expectOneEnd(const std::string& message) {
+        expectOneEnd();
+        EXPECT_EQ(text("endMessageLabel"), message);
+    }
+    void expectOneEnd() {
         mac().runFor(20);
         EXPECT_EQ(screen(), "endView");
-        EXPECT_EQ(text("endMessageLabel"), message);
         EXPECT_EQ(count("[SESSION] Schermata fine visibile, join hidden: true, end hidden: false"), 1u);
         EXPECT_EQ(notices(), 1u);
         expectNothingLeft();
@@ -112,9 +122,30 @@ TEST_F(WholeLockdown, EndsAwayFromTheMeetingsSpace) {
     EXPECT_EQ(chrome(), 0);
 }
 
+TEST_F(WholeLockdown, EndsAwayFromTheMeetingsSpaceWithFlagsThatFollow) {
+    begin();
+    mac().desktop().setFlagDelay(0.1);
+    participant().swipe(virtualmac::VirtualSpaces::Direction::left);
+    mac().runFor(5);
+    expectOneEnd("La finestra di Meet è stata chiusa");
+    EXPECT_EQ(chrome(), 0);
+}
+
+TEST_F(WholeLockdown, HearsOfAFullScreenConfirmedAfterItsStart) {
+    mac().accessibility().faults().fail(virtualmac::AccessibilityFaults::Operation::write, "AXFullScreen",
+                                        virtualmac::accessibilityFailure, 1);
+    launch();
+    enterLockdown();
+    EXPECT_EQ(count("[MONITOR] Fullscreen confermato"), 1u);
+    mac().desktop().close(window());
+    mac().runFor(4);
+    EXPECT_THAT(logLines(), Contains("[MONITOR] Finestra chiusa da fullscreen — fine sessione immediata"));
+    expectOneEnd("La finestra di Meet è stata chiusa");
+}
+
 TEST_F(WholeLockdown, EndsWithTheServersWord) {
     begin();
-    answer(std::string("POST ") + server + "/api/heartbeat", NetworkAnswer::reply(200, R"({"sessionEnded":true})"));
+    endWithTheServersWord(0);
     mac().runFor(16);
     expectOneEnd("Sessione terminata dall'utente");
 }
@@ -188,67 +219,124 @@ TEST_F(WholeLockdown, EndsOnceForABrowserThatEndsWhileTheEndIsAskedFor) {
     expectOneEnd("Sessione terminata dall'utente");
 }
 
-/// A tick of the monitor, a heartbeat whose reply ends the session, the look at a change of Space and the participant's
-/// answer, all due at the same moment, in the order of the seed.
-class CausesTogether : public WholeLockdown, public testing::WithParamInterface<std::uint64_t> {
+/// The server's word and a cause of the monitor's at the same moment.
+class TwoCauses : public WholeLockdown {
   protected:
-    static virtualmac::Options seeded() {
+    static constexpr const char* serversWord = "[HEARTBEAT] Sessione terminata dal backend";
+    static constexpr const char* browserGone = "[MONITOR] Google Chrome non in esecuzione — fine sessione";
+    static constexpr const char* spaceLeft =
+        "[MONITOR] ⚠️ Utente cambiato a Space diverso da Meet — kill browser e fine sessione";
+
+    explicit TwoCauses(virtualmac::Options options = returningParticipant()) : WholeLockdown(std::move(options)) {}
+
+    static virtualmac::Options seeded(std::uint64_t seed) {
         auto options = returningParticipant();
-        options.seed = GetParam();
+        options.seed = seed;
         return options;
     }
-    CausesTogether() : WholeLockdown(seeded()) {}
 
+    /// Heartbeats leave every 15 seconds and ticks come every 1.5 from the same start; the reply to the second
+    /// heartbeat comes with the eleventh tick.
     void beginTogether() {
         launch();
         join();
         mac().runFor(10);
-        askToEnd();
-        double heartbeat = 0;
-        for (const auto& event : events("request")) {
-            if (event.text.ends_with("/api/heartbeat") && heartbeat == 0) heartbeat = event.time;
-        }
-        ASSERT_GT(heartbeat, 0);
-        together_ = heartbeat + 15;
+        const auto requests = events("request");
+        const auto first = std::find_if(requests.begin(), requests.end(),
+                                        [](const auto& request) { return request.text.ends_with("/api/heartbeat"); });
+        ASSERT_NE(first, requests.end());
+        together_ = first->time + 16.5;
+        endWithTheServersWord(1.5);
         forgetEvents();
     }
     double together() const { return together_; }
+    /// What is due in between waits, and comes in the order in which it was due.
+    void keepMainBusy(double from, double until) {
+        mac().at(from, [this, from, until] {
+            mac().postToMain([this, from, until] { computer().threads.sleep(until - from); });
+        });
+    }
+    void leaveTheSpaceAt(double time) {
+        // The flags already tell the new state when the notice is looked into.
+        mac().windowList().withhold(virtualmac::WindowKey::isOnscreen);
+        mac().at(time, [this] { mac().spaces().swipe(virtualmac::VirtualSpaces::Direction::left); });
+    }
+    /// The reply and the tick that misses the browser wait for the main thread, and go in the order of the seed.
+    void loseTheBrowserTogether() {
+        keepMainBusy(together() - 0.1, together() + 0.1);
+        mac().at(together() - 0.5, [this] { mac().processes().exit(chrome()); });
+        mac().runUntil(together() + 5);
+        EXPECT_EQ(count(serversWord), 1u);
+        EXPECT_EQ(count(browserGone), 1u);
+    }
 
   private:
     double together_ = 0;
 };
 
-TEST_P(CausesTogether, EndTheSessionOnce) {
+TEST_F(TwoCauses, InOneTurnEndTheSessionWithTheFirst) {
     beginTogether();
-    // The question to the participant holds the ticks up until it is answered.
-    answer(std::string("POST ") + server + "/api/heartbeat", NetworkAnswer::reply(200, R"({"sessionEnded":true})"));
-    mac().windowList().withhold(virtualmac::WindowKey::isOnscreen);
-    mac().at(together() - 0.3, [this] { mac().spaces().swipe(virtualmac::VirtualSpaces::Direction::left); });
-    mac().at(together() - 0.2, [this] { participant().answerAlert("Annulla"); });
-    mac().runUntil(together() - 0.1);
-    participant().openStatusMenu();
-    mac().runUntil(together() - 0.05);
-    participant().closeMenu();
-    mac().runUntil(together() + 20);
-    EXPECT_EQ(screen(), "endView");
-    EXPECT_EQ(count("[SESSION] Schermata fine visibile, join hidden: true, end hidden: false"), 1u);
-    EXPECT_EQ(notices(), 1u);
-    expectNothingLeft();
+    // The server's word is handed on to the main queue, and by then the look at the Space is there already: the end
+    // comes after both.
+    keepMainBusy(together() + 0.4, together() + 0.8);
+    endWithTheServersWord(2);
+    leaveTheSpaceAt(together() + 0.3);
+    mac().runUntil(together() + 5);
+    std::vector<std::string> order;
+    for (const auto& line : logLines()) {
+        if (line == serversWord || line == spaceLeft || line.starts_with("[SESSION] Fine sessione")) {
+            order.push_back(line);
+        }
+    }
+    EXPECT_THAT(order, ElementsAre(serversWord, spaceLeft, "[SESSION] Fine sessione: Sessione terminata dall'utente"));
+    expectOneEnd("Sessione terminata dall'utente");
+}
+
+class CausesTogether : public TwoCauses, public testing::WithParamInterface<std::uint64_t> {
+  protected:
+    CausesTogether() : TwoCauses(seeded(GetParam())) {}
+};
+
+TEST_P(CausesTogether, EndTheSessionOnceAwayFromTheMeetingsSpace) {
+    beginTogether();
+    leaveTheSpaceAt(together() - 0.3);
+    mac().runUntil(together() + 5);
+    EXPECT_EQ(count(serversWord), 1u);
+    EXPECT_EQ(count(spaceLeft), 1u);
+    expectOneEnd();
 }
 
 TEST_P(CausesTogether, EndTheSessionOnceForABrowserThatIsGone) {
     beginTogether();
-    answer(std::string("POST ") + server + "/api/heartbeat", NetworkAnswer::reply(200, R"({"sessionEnded":true})"));
-    mac().at(together() - 3, [this] { participant().answerAlert("Annulla"); });
-    mac().at(together() - 0.5, [this] { mac().processes().exit(chrome()); });
-    mac().runUntil(together() + 20);
-    EXPECT_EQ(screen(), "endView");
-    EXPECT_EQ(count("[SESSION] Schermata fine visibile, join hidden: true, end hidden: false"), 1u);
-    EXPECT_EQ(notices(), 1u);
-    expectNothingLeft();
+    loseTheBrowserTogether();
+    expectOneEnd();
 }
 
 INSTANTIATE_TEST_SUITE_P(Seeds, CausesTogether, testing::Range<std::uint64_t>(0, 20));
+
+/// A whole run of its own inside a test.
+class BrowserLostWithSeed final : public TwoCauses {
+  public:
+    explicit BrowserLostWithSeed(std::uint64_t seed) : TwoCauses(seeded(seed)) {}
+
+    std::string endMessage() {
+        beginTogether();
+        loseTheBrowserTogether();
+        expectOneEnd();
+        const auto message = text("endMessageLabel");
+        TearDown();
+        return message;
+    }
+
+  private:
+    void TestBody() override {}
+};
+
+TEST(CausesInAnyOrder, LetNowTheOneAndNowTheOtherEndTheSession) {
+    std::set<std::string> messages;
+    for (std::uint64_t seed = 0; seed <= 40; ++seed) messages.insert(BrowserLostWithSeed(seed).endMessage());
+    EXPECT_THAT(messages, ElementsAre("Il browser si è chiuso inaspettatamente", "Sessione terminata dall'utente"));
+}
 
 TEST_F(WholeLockdown, CanBeEnteredAThousandTimesWithoutGrowing) {
     mac().screens().setUp({{builtIn, beside}, 0, true});
