@@ -206,7 +206,30 @@ TEST_F(BlackoutOverlay, IsRaisedEveryThreeSeconds) {
     EXPECT_TRUE(isCovered());
     mac().runFor(0.2);
     EXPECT_FALSE(isCovered());
+}
+
+TEST_F(BlackoutOverlay, IsPutBackOnItsLevelEveryThreeSeconds) {
+    setUpScreens({builtIn, beside, above});
+    activate();
+    mac().overlays().forceLevel(0);
+    mac().runFor(2.9);
+    EXPECT_EQ(overlays().at(0).description.level, 0);
+    mac().runFor(0.2);
     EXPECT_EQ(overlays().at(0).description.level, 1000);
+    EXPECT_EQ(overlays().at(1).description.level, 1000);
+}
+
+TEST_F(BlackoutOverlay, IsTakenFromTheScreenBeforeItIsClosed) {
+    setUpScreens({builtIn, beside});
+    activate();
+    change({builtIn, above});
+    deactivate();
+    std::vector<std::string> order;
+    for (const auto& event : events()) {
+        if (event.kind.starts_with("overlay-")) order.push_back(event.kind);
+    }
+    EXPECT_THAT(order, ElementsAre("overlay-shown", "overlay-hidden", "overlay-closed", "overlay-shown",
+                                   "overlay-hidden", "overlay-closed"));
 }
 
 TEST_F(BlackoutOverlay, FollowsADisplayThatIsPluggedIn) {

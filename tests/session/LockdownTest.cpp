@@ -146,5 +146,31 @@ TEST_F(SecondPressTest, LeavesNothingBehindAfterTheEnd) {
     expectNothingLeft();
 }
 
+TEST_F(SecondPressTest, ThatIsRefusedLeavesALockdownThatStandsAsItWas) {
+    launch();
+    answer(std::string("GET ") + server + "/api/sessions/ALTRA",
+           NetworkAnswer::reply(200, R"({"status":"ACTIVE"})", 5));
+    answer(
+        std::string("POST ") + server + "/api/sessions/ALTRA/join",
+        NetworkAnswer::reply(200, R"({"meetLink":"https://meet.example/x","userToken":"U","sessionTitle":"Altra"})"));
+    join();
+    mac().runFor(1);
+    join("ALTRA");
+    mac().runFor(3);
+    ASSERT_EQ(screen(), "none");
+    mac().trust().setTrusted(false);
+    mac().runFor(3);
+    ASSERT_THAT(alerts(), testing::ElementsAre("Permesso Accessibilità richiesto"));
+    participant().answerAlert("Annulla");
+    mac().runFor(1);
+    EXPECT_FALSE(isClosable());
+    EXPECT_EQ(screen(), "none");
+    askToEnd();
+    participant().answerAlert("Termina");
+    mac().runFor(20);
+    EXPECT_EQ(screen(), "endView");
+    expectNothingLeft();
+}
+
 }  // namespace
 }  // namespace vantrel

@@ -92,6 +92,11 @@ std::unique_ptr<Overlay> VirtualOverlays::makeOverlay(const OverlayDescription& 
     return std::make_unique<Shown>(*this, std::move(state));
 }
 
+void VirtualOverlays::forceLevel(int level) {
+    const std::lock_guard guard(mutex_);
+    for (const auto& state : overlays_) state->description.level = level;
+}
+
 std::vector<VirtualOverlays::State> VirtualOverlays::all() const {
     const std::lock_guard guard(mutex_);
     std::vector<State> states;

@@ -37,6 +37,8 @@ class VirtualOverlays final : public Overlays {
     };
     /// Driver-facing, any thread: those that are not closed, oldest first.
     std::vector<State> all() const;
+    /// Driver-facing, any thread: something in the system puts them all on that level.
+    void forceLevel(int level);
 
   private:
     class Shown;
