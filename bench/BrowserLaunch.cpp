@@ -64,14 +64,13 @@ std::shared_ptr<AccessibilityElement> firstWindow(Computer& computer, ProcessIde
     return windows != nullptr && !windows->empty() ? windows->front() : nullptr;
 }
 
-bool fillsTheScreen(Computer& computer, ProcessIdentifier process) {
+bool fills(const Size& screen, Computer& computer, ProcessIdentifier process) {
     const auto window = firstWindow(computer, process);
-    const auto screen = computer.screens.mainScreen();
-    if (!window || !screen) return false;
+    if (!window) return false;
     const auto answer = window->attribute("AXSize");
     const auto* value = std::get_if<AccessibilityValue>(&answer);
     const auto* size = value != nullptr ? std::get_if<Size>(value) : nullptr;
-    return size != nullptr && *size == screen->frame.size;
+    return size != nullptr && *size == screen;
 }
 
 /// Ends the browser on the main thread, as the end of a session does.
@@ -85,7 +84,7 @@ void close(LinuxComputer& desktop, const std::shared_ptr<BrowserLauncher>& launc
 }
 
 /// Beside the main thread, which turns the event loop. False when the browser did not come to full screen.
-bool measure(LinuxComputer& desktop, const std::string& address, int runs) {
+bool measure(LinuxComputer& desktop, const Size& screen, const std::string& address, int runs) {
     constexpr auto longest = std::chrono::seconds(30);
     Computer computer = desktop.computer();
     std::printf("run   total   waits demanded   ours   of which waits came late   screen filled after\n");
@@ -105,7 +104,7 @@ bool measure(LinuxComputer& desktop, const std::string& address, int runs) {
         const auto confirmed = Stopwatch::now();
         const auto process = launcher->browserPID();
         if (!process || !launcher->isConfirmedFullscreen()) return false;
-        while (!fillsTheScreen(computer, *process) && Stopwatch::now() - from < longest) {
+        while (!fills(screen, computer, *process) && Stopwatch::now() - from < longest) {
             std::this_thread::sleep_for(std::chrono::milliseconds(1));
         }
         const double total = milliseconds(confirmed - from);
@@ -137,12 +136,14 @@ int main(int argc, char** argv) {
         std::fputs("usage, on an X11 display: browser-launch ADDRESS; or bench/browser_launch.py\n", stderr);
         return EXIT_FAILURE;
     }
+    const auto screen = desktop->computer().screens.mainScreen();
+    if (!screen) return EXIT_FAILURE;
     bool reached = false;
     std::thread thread;
     Application& application = desktop->computer().application;
     const auto delegate = std::make_shared<Measuring>([&] {
         thread = std::thread([&] {
-            reached = measure(*desktop, argv[1], runs);
+            reached = measure(*desktop, screen->frame.size, argv[1], runs);
             desktop->postEvent([&application] { application.terminate(); });
         });
     });

