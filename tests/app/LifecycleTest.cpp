@@ -9,6 +9,7 @@ namespace vantrel {
 namespace {
 
 using testing::ElementsAre;
+using testing::ElementsAre;
 using testing::IsEmpty;
 
 class LifecycleTest : public ClientTest {};
@@ -58,12 +59,25 @@ TEST_F(LifecycleTest, RefusesToQuitInALockdownByWhateverRoute) {
     mac().runFor(1);
     participant().chooseMenuItem("Esci da Vantrel");
     mac().runFor(1);
+    EXPECT_THAT(logLines(), IsEmpty());
+    EXPECT_EQ(texts("terminate-refused").size(), 2u);
+    // The key does not even get there.
     participant().pressCommand("q");
     mac().runFor(1);
-    EXPECT_EQ(texts("terminate-refused").size(), 3u);
+    EXPECT_EQ(texts("terminate-refused").size(), 2u);
+    EXPECT_THAT(logLines(), ElementsAre("[HOOK] 🚫 Bloccato: Cmd+Q"));
     EXPECT_TRUE(mac().isRunning());
     EXPECT_EQ(screen(), "none");
-    EXPECT_THAT(logLines(), IsEmpty());
+}
+
+TEST_F(LifecycleTest, RefusesToQuitByTheKeyInALockdownWithoutAHook) {
+    mac().keyboard().refuse(virtualmac::VirtualKeyboard::always);
+    launch();
+    enterLockdown();
+    participant().pressCommand("q");
+    mac().runFor(1);
+    EXPECT_EQ(texts("terminate-refused").size(), 1u);
+    EXPECT_TRUE(mac().isRunning());
 }
 
 TEST_F(LifecycleTest, StaysWhenItsWindowIsClosed) {
