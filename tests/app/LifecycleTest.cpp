@@ -9,7 +9,6 @@ namespace vantrel {
 namespace {
 
 using testing::ElementsAre;
-using testing::ElementsAre;
 using testing::IsEmpty;
 
 class LifecycleTest : public ClientTest {};
