@@ -87,7 +87,7 @@ def check_the_focus(stage, practice, check):
         lambda: violations(practice) == [("KEY_BLOCKED", name) for _, name in LEAVING] + [("FOCUS_VIOLATION", "xterm")], 20))
     with HeadlessChromium(1280, 900) as trainer:
         trainer.open(practice.address + "/")
-        trainer.wait_for("document.body.textContent.includes('xterm')")
+        trainer.wait_for("document.body?.textContent.includes('xterm')")
         trainer.picture(RUN / "23-violations-on-the-trainers-page.png")
         print("  picture build/run/23-violations-on-the-trainers-page.png", flush=True)
 

@@ -24,8 +24,8 @@ class Client:
         environment["XDG_RUNTIME_DIR"] = str(runtime)
         self.process = subprocess.Popen(self._command, env=environment, stdin=subprocess.DEVNULL,
                                         stdout=subprocess.PIPE, stderr=subprocess.PIPE)
-        self._readers = [threading.Thread(target=self._read, args=(self.process.stdout, True)),
-                         threading.Thread(target=self._read, args=(self.process.stderr, False))]
+        self._readers = [threading.Thread(target=self._read, args=(self.process.stdout, True), daemon=True),
+                         threading.Thread(target=self._read, args=(self.process.stderr, False), daemon=True)]
         self.complaints = []
         for reader in self._readers:
             reader.start()
@@ -56,8 +56,9 @@ class Client:
         if self.process.poll() is None:
             self.process.kill()
             self.process.wait()
+        # After a run that broke off, a browser may still hold the pipes.
         for reader in self._readers:
-            reader.join()
+            reader.join(10)
 
 
 def until(condition, seconds=10):
