@@ -6,6 +6,7 @@
 #include "tests/contracts/ContractHost.h"
 #include "tests/contracts/DisplayHost.h"
 #include "tests/contracts/KeyboardHost.h"
+#include "tests/contracts/SpacesHost.h"
 #include "tests/virtual/MacTest.h"
 
 namespace vantrel::contracts {
@@ -71,7 +72,7 @@ bool contains(const Rect& frame, const Point& point) {
            point.y < frame.origin.y + frame.size.height;
 }
 
-class VirtualContractHost final : public ContractHost, public KeyboardHost, public DisplayHost {
+class VirtualContractHost final : public ContractHost, public KeyboardHost, public DisplayHost, public SpacesHost {
   public:
     VirtualContractHost() : mac_(options()) {
         mac_.files().add(plainFile(), virtualmac::FileKind::file);
@@ -160,6 +161,12 @@ class VirtualContractHost final : public ContractHost, public KeyboardHost, publ
         mac_.runFor(0.1);
         mac_.participant().chooseMenuItem(title);
         mac_.runFor(0.1);
+    }
+
+    void showSpace(int place) override {
+        const auto wanted = static_cast<std::size_t>(place);
+        while (mac_.spaces().count() <= wanted) mac_.spaces().addDesktop();
+        EXPECT_TRUE(mac_.spaces().switchTo(wanted));
     }
 
   private:

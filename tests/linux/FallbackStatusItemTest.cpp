@@ -1,13 +1,18 @@
 #include <QApplication>
+#include <QMenu>
 #include <QSystemTrayIcon>
 #include <QWidget>
+#include <optional>
 
 #include "Builders.h"
 #include "DesktopTest.h"
+#include "DesktopTray.h"
 #include "ForeignWindow.h"
+#include "MonitorLayout.h"
+#include "ServerView.h"
 #include "TestPointer.h"
+#include "lockdown/BlackoutOverlayManager.h"
 #include "platform/linux/FallbackStatusItem.h"
-#include "platform/linux/X11Connection.h"
 #include "platform/linux/X11Windows.h"
 
 namespace vantrel::linuxdesktop {
@@ -98,37 +103,75 @@ TEST_F(FallbackStatusItemTest, DoesNotComeBackOnceRemoved) {
     EXPECT_EQ(made, 0);
 }
 
-TEST_F(FallbackStatusItemTest, ShowsTheStripWhenTheDesktopsTrayIsGone) {
-    if (QSystemTrayIcon::isSystemTrayAvailable()) GTEST_SKIP() << "this desktop has a tray of its own";
-    // A tray is whoever owns the selection; its window and the selection go with the connection.
-    auto panel = X11Connection::open();
-    ASSERT_TRUE(panel);
-    const xcb_window_t window = xcb_generate_id(panel->get());
-    xcb_create_window(panel->get(), XCB_COPY_FROM_PARENT, window, panel->root(), -10, -10, 1, 1, 0,
-                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
-    xcb_set_selection_owner(panel->get(), window, panel->atom("_NET_SYSTEM_TRAY_S0"), XCB_CURRENT_TIME);
-    const xcb_window_t root = panel->root();
-    xcb_client_message_event_t manager{};
-    manager.response_type = XCB_CLIENT_MESSAGE;
-    manager.format = 32;
-    manager.window = root;
-    manager.type = panel->atom("MANAGER");
-    manager.data.data32[1] = panel->atom("_NET_SYSTEM_TRAY_S0");
-    manager.data.data32[2] = window;
-    xcb_send_event(panel->get(), 0, root, XCB_EVENT_MASK_STRUCTURE_NOTIFY, reinterpret_cast<const char*>(&manager));
-    xcb_flush(panel->get());
-    ASSERT_TRUE(waitUntil([] { return QSystemTrayIcon::isSystemTrayAvailable(); }));
+/// A desktop with a tray.
+class TrayTest : public FallbackStatusItemTest {
+  protected:
+    void SetUp() override {
+        DesktopTest::SetUp();
+        if (!computer) return;
+        if (QSystemTrayIcon::isSystemTrayAvailable()) GTEST_SKIP() << "this desktop has a tray of its own";
+        desktopTray.emplace();
+        ASSERT_TRUE(waitUntil([] { return QSystemTrayIcon::isSystemTrayAvailable(); }));
+    }
 
-    const auto item = computer->statusBar.statusItem(variableStatusItemLength);
-    item->setButtonTitle("Titolo");
+    void TearDown() override {
+        item.reset();
+        desktopTray.reset();
+        EXPECT_TRUE(waitUntil([] { return !QSystemTrayIcon::isSystemTrayAvailable(); }));
+        DesktopTest::TearDown();
+    }
+
+    void install() {
+        item = computer->statusBar.statusItem(variableStatusItemLength);
+        item->setButtonTitle("Titolo");
+        Menu made;
+        made.items.push_back(targetItem("Termina sessione", [this] { ++chosen; }));
+        item->setMenu(made);
+    }
+
+    bool isManaged(const ForeignWindow& window) {
+        return waitUntil([&] { return X11Windows(view.connection()).active() == window.id(); });
+    }
+
+    // Whether the strip is what is seen where it is, and its menu ends the session.
+    bool endsTheSession(double secondsToChoose = 0.2) {
+        QRect place;
+        for (const QWidget* widget : QApplication::topLevelWidgets()) {
+            if (widget->objectName() == "statusStrip" && widget->isVisible()) place = widget->geometry();
+        }
+        const QPoint middle = place.center();
+        const bool seen = waitUntil([&] {
+            const auto top = view.topmostAt(middle.x(), middle.y());
+            return top && top->name == "Vantrel status";
+        });
+        if (place.isEmpty() || !seen) return false;
+        const auto openMenu = [] { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); };
+        pointer.clickAt(middle.x(), middle.y());
+        if (!waitUntil([&] { return openMenu() != nullptr; })) return false;
+        turnFor(secondsToChoose);
+        if (openMenu() == nullptr) return false;
+        const QPoint entry =
+            openMenu()->mapToGlobal(openMenu()->actionGeometry(openMenu()->actions().front()).center());
+        pointer.clickAt(entry.x(), entry.y());
+        const int before = chosen;
+        return waitUntil([&] { return chosen == before + 1; });
+    }
+
+    ServerView view;
+    TestPointer pointer;
+    std::unique_ptr<StatusItem> item;
+    int chosen = 0;
+    std::optional<DesktopTray> desktopTray;
+};
+
+TEST_F(TrayTest, ShowsTheStripOverAFullScreenWindowWhenThePointerTouchesTheTopEdge) {
+    install();
     turnFor(0.1);
     EXPECT_FALSE(stripIsShown());
     {
-        // Over the panel.
         ForeignWindow browser("Lezione", {100, 100, 500, 400});
         X11Windows windows(browser.connection());
-        ASSERT_TRUE(waitUntil([&] { return windows.active() == browser.id(); }));
-        TestPointer pointer;
+        ASSERT_TRUE(isManaged(browser));
         pointer.moveTo(300, 400);
         browser.changeState(true, "_NET_WM_STATE_FULLSCREEN");
         ASSERT_TRUE(waitUntil([&] {
@@ -139,12 +182,77 @@ TEST_F(FallbackStatusItemTest, ShowsTheStripWhenTheDesktopsTrayIsGone) {
         EXPECT_FALSE(stripIsShown());
         pointer.moveTo(300, 0);
         EXPECT_TRUE(waitUntil([] { return stripIsShown(); }));
+        EXPECT_TRUE(endsTheSession());
     }
     EXPECT_TRUE(waitUntil([] { return !stripIsShown(); }));
-    panel.reset();
+}
+
+TEST_F(TrayTest, ShowsTheStripWhenTheTrayIsGone) {
+    install();
+    turnFor(0.1);
+    EXPECT_FALSE(stripIsShown());
+    desktopTray.reset();
     EXPECT_TRUE(waitUntil([] { return stripIsShown(); }));
     computer->statusBar.removeStatusItem(*item);
     EXPECT_FALSE(stripIsShown());
+}
+
+// The meeting has the second display, so the covers lie over the primary one and over the panel there.
+TEST_F(TrayTest, ShowsTheStripOverTheCoverOfThePrimaryDisplay) {
+    MonitorLayout layout;
+    layout.set({{"VTEST-A", {0, 0, 800, 700}}, {"VTEST-B", {800, 0, 700, 600}}});
+    pointer.moveTo(400, 400);
+    // Covers that are made anew close an open menu: not in the middle of the test.
+    turnFor(0.5);
+    ForeignWindow browser("Lezione", {900, 100, 400, 300});
+    ASSERT_TRUE(isManaged(browser));
+    for (const bool itemFirst : {false, true}) {
+        const auto blackout = std::make_shared<BlackoutOverlayManager>(computer->screens, computer->overlays,
+                                                                       computer->mainRunLoop, computer->log);
+        if (itemFirst) install();
+        blackout->activate(computer->screens.mainScreen());
+        if (!itemFirst) install();
+        ASSERT_TRUE(waitUntil([&] {
+            const auto top = view.topmostAt(100, 5);
+            return top && top->name == "Vantrel overlay";
+        }));
+        EXPECT_TRUE(waitUntil([] { return stripIsShown(); }));
+        EXPECT_TRUE(endsTheSession());
+        // In front also after the covers have been put on top again, and that closes no menu.
+        EXPECT_TRUE(endsTheSession(3.3));
+        EXPECT_TRUE(endsTheSession());
+        blackout->deactivate();
+        EXPECT_TRUE(waitUntil([] { return !stripIsShown(); }));
+        item.reset();
+    }
+}
+
+// The panel may be on any display.
+TEST_F(TrayTest, ShowsTheStripWhileAnotherDisplayIsCovered) {
+    MonitorLayout layout;
+    layout.set({{"VTEST-A", {0, 0, 800, 700}}, {"VTEST-B", {800, 0, 700, 600}}});
+    pointer.moveTo(400, 400);
+    // Covers that are made anew close an open menu: not in the middle of the test.
+    turnFor(0.5);
+    ForeignWindow browser("Lezione", {100, 100, 400, 300});
+    ASSERT_TRUE(isManaged(browser));
+    install();
+    auto overlay = computer->overlays.makeOverlay({{{800, 100}, {700, 600}}, 1000, 0, {}});
+    turnFor(0.1);
+    EXPECT_FALSE(stripIsShown());
+    overlay->orderFrontRegardless();
+    EXPECT_TRUE(waitUntil([] { return stripIsShown(); }));
+    EXPECT_TRUE(endsTheSession());
+    // Over the full-screen window it waits at the edge.
+    pointer.moveTo(400, 400);
+    browser.changeState(true, "_NET_WM_STATE_FULLSCREEN");
+    EXPECT_TRUE(waitUntil([] { return !stripIsShown(); }));
+    pointer.moveTo(400, 0);
+    EXPECT_TRUE(waitUntil([] { return stripIsShown(); }));
+    EXPECT_TRUE(endsTheSession());
+    pointer.moveTo(400, 400);
+    overlay->close();
+    EXPECT_TRUE(waitUntil([] { return !stripIsShown(); }));
 }
 
 }  // namespace

@@ -19,7 +19,9 @@
 #include "KeyWindow.h"
 #include "KeyboardClientProcess.h"
 #include "TestKeyboard.h"
+#include "platform/linux/KeyModifiers.h"
 #include "platform/linux/KeyPositions.h"
+#include "platform/linux/KeyboardGuard.h"
 #include "platform/linux/LinuxKeyboardTaps.h"
 #include "platform/linux/MainThread.h"
 
@@ -138,13 +140,19 @@ std::set<pid_t> childrenOf(pid_t parent) {
     return found;
 }
 
-// A zombie that nobody has collected yet is gone.
-bool exists(pid_t process) {
+// As the process table has it; X when the process is not there.
+char stateOf(pid_t process) {
     std::ifstream file("/proc/" + std::to_string(process) + "/stat");
     std::string text;
     std::getline(file, text);
     const std::size_t state = text.rfind(") ");
-    return state != std::string::npos && text[state + 2] != 'Z';
+    return state != std::string::npos ? text[state + 2] : 'X';
+}
+
+// A zombie that nobody has collected yet is gone.
+bool exists(pid_t process) {
+    const char state = stateOf(process);
+    return state != 'X' && state != 'Z';
 }
 
 class KeyboardTapTest : public DesktopTest {
@@ -324,6 +332,37 @@ TEST_F(KeyboardTapTest, GivesTheSameCodesUnderEveryLayout) {
         // The lock of the numeric keypad is on after one press.
         keyboard.type(TestKeyboard::position(71));
     }
+}
+
+// Options of the keymap, while this object lives.
+class KeymapOption {
+  public:
+    explicit KeymapOption(const QString& option) { run({"-option", option}); }
+    ~KeymapOption() { run({"-option"}); }
+    KeymapOption(const KeymapOption&) = delete;
+    KeymapOption& operator=(const KeymapOption&) = delete;
+
+  private:
+    static void run(const QStringList& arguments) { EXPECT_EQ(QProcess::execute("setxkbmap", arguments), 0); }
+};
+
+// Takes Super from the key that no keyboard has and most keymaps have.
+bool removeSuper() {
+    return QProcess::execute("xmodmap", {"-e", "keycode 206 = NoSymbol"}) == 0;
+}
+
+TEST_F(KeyboardTapTest, TakesMod4ForCommandWhereTheKeymapHasNoSuper) {
+    for (const char* option : {"altwin:meta_win", "altwin:ctrl_win"}) {
+        const KeymapOption keymap(option);
+        ASSERT_TRUE(removeSuper());
+        const KeyModifiers modifiers = KeyModifiers::read(keyboard.connection());
+        EXPECT_EQ(modifiers.flags(XCB_MOD_MASK_4), commandFlag) << option;
+        EXPECT_EQ(modifiers.flags(XCB_MOD_MASK_1), optionFlag) << option;
+    }
+    const KeymapOption keymap("altwin:meta_win");
+    ASSERT_TRUE(removeSuper());
+    start();
+    EXPECT_TRUE(swallows());
 }
 
 TEST_F(KeyboardTapTest, LetsFiveHundredKeysThroughThatAreTypedWithoutDelay) {
@@ -606,6 +645,71 @@ TEST_F(KeyboardTapTest, GetsAnotherGuardForOneThatWasKilled) {
     EXPECT_TRUE(swallows());
     tap.reset();
     EXPECT_EQ(childrenOf(getpid()), std::set<pid_t>());
+}
+
+TEST_F(KeyboardTapTest, GetsAnotherGuardForOneThatIsStopped) {
+    start();
+    const auto before = childrenOf(getpid());
+    ASSERT_EQ(before.size(), 1U);
+    kill(*before.begin(), SIGSTOP);
+    ASSERT_TRUE(waitUntil([&] { return stateOf(*before.begin()) == 'T'; }));
+    turnFor(2.5);
+    EXPECT_EQ(childrenOf(getpid()), before) << "nobody has typed";
+    keyboard.type(positionOfA);
+    EXPECT_TRUE(waitUntil(
+        [&] {
+            const auto now = childrenOf(getpid());
+            return now.size() == 1 && now != before;
+        },
+        4));
+    EXPECT_FALSE(exists(*before.begin()));
+    turnFor(0.5);
+    EXPECT_TRUE(swallows());
+    tap.reset();
+    EXPECT_EQ(childrenOf(getpid()), std::set<pid_t>());
+}
+
+TEST_F(KeyboardTapTest, KeepsAGuardThatAnswersWhateverIsTyped) {
+    start();
+    const auto before = childrenOf(getpid());
+    // A key that is held down: the guard hears of its first press only.
+    keyboard.press(positionOfA);
+    turnFor(3);
+    keyboard.release(positionOfA);
+    for (int i = 0; i < 300; ++i) {
+        keyboard.type(i % 10 == 0 ? positionOfQ : positionOfB, i % 10 == 0 ? commandFlag : 0);
+        turnFor(0.005);
+    }
+    turnFor(3);
+    EXPECT_EQ(childrenOf(getpid()), before);
+    EXPECT_TRUE(swallows());
+}
+
+// A guard that works once and then only stands there.
+TEST_F(KeyboardTapTest, LetsTheKeyboardGoWithoutHoldingKeysUpWhenNoGuardComesToWatch) {
+    const auto marker = folder.path() / "started";
+    const auto script = folder.path() / "guard";
+    {
+        std::ofstream file(script);
+        file << "#!/bin/sh\n[ -e '" << marker.string() << "' ] && exec sleep 60\n: > '" << marker.string()
+             << "'\nexec '" << KeyboardGuard::standardExecutable() << "' \"$@\"\n";
+    }
+    std::filesystem::permissions(script, std::filesystem::perms::owner_all);
+    taps = std::make_unique<LinuxKeyboardTaps>(*mainThread, script.string());
+    start();
+    ASSERT_TRUE(swallows());
+    const auto before = childrenOf(getpid());
+    ASSERT_EQ(before.size(), 1U);
+    kill(*before.begin(), SIGKILL);
+    ASSERT_TRUE(waitUntil([&] { return childrenOf(getpid()) != before; }));
+    // Meanwhile keys pass and are swallowed as before.
+    const auto begun = std::chrono::steady_clock::now();
+    EXPECT_TRUE(swallows());
+    EXPECT_LT(std::chrono::steady_clock::now() - begun, std::chrono::milliseconds(700));
+    EXPECT_TRUE(waitUntil([] { return Asked::all().codes(KeyEventType::tapDisabledByTimeout).size() == 1; }, 4));
+    EXPECT_TRUE(keysPass(1));
+    EXPECT_TRUE(waitUntil([] { return childrenOf(getpid()).empty(); }));
+    EXPECT_TRUE(OtherFilter().grabsEveryKey());
 }
 
 // Two masters: what the keyboard's number is may not be taken for granted.

@@ -26,16 +26,19 @@
 #include "TestPointer.h"
 #include "platform/linux/FileDescriptor.h"
 #include "platform/linux/KeyPositions.h"
+#include "platform/linux/X11Desktops.h"
 #include "tests/contracts/ContractHost.h"
 #include "tests/contracts/DisplayHost.h"
 #include "tests/contracts/KeyboardHost.h"
+#include "tests/contracts/SpacesHost.h"
 
 namespace vantrel::linuxdesktop {
 namespace {
 
 class LinuxContractHost final : public contracts::ContractHost,
                                 public contracts::KeyboardHost,
-                                public contracts::DisplayHost {
+                                public contracts::DisplayHost,
+                                public contracts::SpacesHost {
   public:
     LinuxContractHost() {
         setenv("XDG_CONFIG_HOME", folder_.path().c_str(), 1);
@@ -168,6 +171,13 @@ class LinuxContractHost final : public contracts::ContractHost,
         EXPECT_TRUE(soon([&] { return findEntry(title, entry); })) << "the menu has no entry " << title;
         pointer_.clickAt(entry.x(), entry.y());
         EXPECT_TRUE(soon([&] { return !findEntry(title, entry); }));
+    }
+
+    void showSpace(int place) override {
+        X11Desktops desktops(view_.connection());
+        const auto wanted = static_cast<std::uint32_t>(place);
+        desktops.switchTo(wanted);
+        EXPECT_TRUE(soon([&] { return desktops.current() == wanted; })) << "the window manager shows another desktop";
     }
 
   private:

@@ -220,6 +220,71 @@ TEST_F(StatusBarTest, IsThereAgainWhenTheFullScreenWindowGoes) {
     EXPECT_TRUE(waitUntil([] { return strip() != nullptr; }));
 }
 
+TEST_F(StatusBarTest, ComesOutAtTheEdgeWhateverDisplayIsCovered) {
+    MonitorLayout layout;
+    layout.set({{"VTEST-A", {0, 0, 800, 700}}, {"VTEST-B", {800, 100, 700, 600}}});
+    pointer.moveTo(300, 400);
+    const auto item = install();
+    const auto browser = fullScreenWindow();
+    ASSERT_TRUE(waitUntil([] { return strip() == nullptr; }));
+    const Rect primary{{0, 0}, {800, 700}};
+    const Rect other{{800, 0}, {700, 600}};
+    for (const Rect& frame : {primary, other}) {
+        const auto overlay = computer->overlays.makeOverlay({frame, 1000, 0, {}});
+        overlay->orderFrontRegardless();
+        turnFor(0.3);
+        EXPECT_EQ(strip(), nullptr);
+        pointer.moveTo(300, 0);
+        ASSERT_TRUE(waitUntil([] { return strip() != nullptr; }));
+        const QPoint middle = strip()->geometry().center();
+        EXPECT_TRUE(waitUntil([&] { return inFrontAt(middle); }));
+        overlay->orderOut();
+        pointer.moveTo(300, 400);
+        EXPECT_TRUE(waitUntil([] { return strip() == nullptr; }));
+    }
+}
+
+TEST_F(StatusBarTest, IsBroughtOutByAQuickPointerOnItsWayToADisplayAbove) {
+    MonitorLayout layout;
+    layout.set({{"VTEST-A", {0, 400, 800, 400}}, {"VTEST-B", {0, 0, 800, 400}}});
+    pointer.moveTo(300, 700);
+    const auto item = install();
+    ForeignWindow browser("Lezione", {100, 450, 300, 200});
+    ASSERT_TRUE(waitUntil([&] { return X11Windows(view.connection()).active() == browser.id(); }));
+    browser.changeState(true, "_NET_WM_STATE_FULLSCREEN");
+    ASSERT_TRUE(waitUntil([] { return strip() == nullptr; }));
+    for (const int leap : {2, 7, 12}) {
+        for (int round = 0; round < 12; ++round) {
+            // From every distance to the edge.
+            for (int y = 480 - round; y > 400 - leap; y -= leap) {
+                pointer.moveTo(300, y);
+                turnFor(0.008);
+            }
+            EXPECT_TRUE(waitUntil([] { return strip() != nullptr; }, 0.15)) << leap << " pixels at a time";
+            // Back from beyond the edge.
+            pointer.moveTo(300, 405);
+            turnFor(round == 0 ? 0.5 : 0);
+            EXPECT_TRUE(strip());
+            pointer.moveTo(300, 700);
+            ASSERT_TRUE(waitUntil([] { return strip() == nullptr; }));
+        }
+    }
+}
+
+TEST_F(StatusBarTest, TakesOnlyTheOutermostPixelsWhereNoDisplayIsAbove) {
+    MonitorLayout layout;
+    layout.set({{"VTEST-A", {0, 0, 800, 400}}, {"VTEST-B", {0, 400, 800, 400}}});
+    pointer.moveTo(300, 300);
+    const auto item = install();
+    const auto browser = fullScreenWindow();
+    ASSERT_TRUE(waitUntil([] { return strip() == nullptr; }));
+    pointer.moveTo(300, 1);
+    turnFor(0.3);
+    EXPECT_FALSE(strip());
+    pointer.moveTo(300, 0);
+    EXPECT_TRUE(waitUntil([] { return strip() != nullptr; }));
+}
+
 TEST_F(StatusBarTest, LeavesTheTopEdgeAloneOnceRemoved) {
     auto item = install();
     const auto browser = fullScreenWindow();

@@ -36,11 +36,23 @@ struct FrontWindows::Layer {
 class FrontWindows::Keeping final : public Observation {
   public:
     Keeping(FrontWindows& owner, std::shared_ptr<Kept> kept) : owner_(owner), kept_(std::move(kept)) {}
-    ~Keeping() override { std::erase(owner_.kept_, kept_); }
+    ~Keeping() override { owner_.end(kept_); }
 
   private:
     FrontWindows& owner_;
     const std::shared_ptr<Kept> kept_;
+};
+
+struct FrontWindows::Observer {
+    Block block;
+};
+
+class FrontWindows::Removal final : public Observation {
+  public:
+    explicit Removal(std::shared_ptr<Observer> observer) : observer_(std::move(observer)) {}
+
+  private:
+    const std::shared_ptr<Observer> observer_;
 };
 
 FrontWindows::FrontWindows(X11Connection& connection, X11Watcher& watcher) : connection_(connection) {
@@ -54,9 +66,41 @@ FrontWindows::~FrontWindows() = default;
 
 std::unique_ptr<Observation> FrontWindows::keep(xcb_window_t window, Rank rank) {
     auto kept = std::make_shared<Kept>(Kept{window, rank});
-    const auto next = std::find_if(kept_.begin(), kept_.end(), [rank](const auto& one) { return one->rank > rank; });
-    kept_.insert(next, kept);
+    begin(kept);
     return std::make_unique<Keeping>(*this, std::move(kept));
+}
+
+void FrontWindows::begin(const std::shared_ptr<Kept>& kept) {
+    const bool before = keepsAnOverlay();
+    const auto next =
+        std::find_if(kept_.begin(), kept_.end(), [&kept](const auto& one) { return one->rank > kept->rank; });
+    kept_.insert(next, kept);
+    if (keepsAnOverlay() != before) tell();
+}
+
+void FrontWindows::end(const std::shared_ptr<Kept>& kept) {
+    const bool before = keepsAnOverlay();
+    std::erase(kept_, kept);
+    if (keepsAnOverlay() != before) tell();
+}
+
+// The lowest rank comes first.
+bool FrontWindows::keepsAnOverlay() const {
+    return !kept_.empty() && kept_.front()->rank == Rank::overlay;
+}
+
+std::unique_ptr<Observation> FrontWindows::observeOverlays(Block block) {
+    std::erase_if(observers_, [](const auto& observer) { return observer.expired(); });
+    auto observer = std::make_shared<Observer>(Observer{std::move(block)});
+    observers_.push_back(observer);
+    return std::make_unique<Removal>(std::move(observer));
+}
+
+void FrontWindows::tell() const {
+    const auto told = observers_;
+    for (const auto& weak : told) {
+        if (const auto observer = weak.lock()) observer->block();
+    }
 }
 
 void FrontWindows::changed() {

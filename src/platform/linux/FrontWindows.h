@@ -6,6 +6,7 @@
 #include <optional>
 #include <vector>
 
+#include "platform/Block.h"
 #include "platform/Observation.h"
 #include "platform/linux/X11Connection.h"
 #include "platform/linux/X11Rectangle.h"
@@ -28,6 +29,11 @@ class FrontWindows {
     /// Until the result is destroyed. The window is one of the root's children; while it is unmapped it is left alone.
     [[nodiscard]] std::unique_ptr<Observation> keep(xcb_window_t window, Rank rank);
 
+    /// Whether an overlay is kept: it may lie over anything, also over a panel of the desktop's.
+    bool keepsAnOverlay() const;
+    /// Told of the first overlay that is kept and of the end of the last, in the call that begins or ends the keeping.
+    [[nodiscard]] std::unique_ptr<Observation> observeOverlays(Block block);
+
     /// Puts them in front now instead of a moment after the next change.
     void restack();
 
@@ -37,8 +43,13 @@ class FrontWindows {
         Rank rank;
     };
     class Keeping;
+    struct Observer;
+    class Removal;
     struct Layer;
 
+    void begin(const std::shared_ptr<Kept>& kept);
+    void end(const std::shared_ptr<Kept>& kept);
+    void tell() const;
     void changed();
     std::optional<std::vector<Layer>> layers() const;
     bool restack(const Kept& kept, std::vector<Layer>& layers) const;
@@ -49,6 +60,7 @@ class FrontWindows {
 
     X11Connection& connection_;
     std::vector<std::shared_ptr<Kept>> kept_;
+    std::vector<std::weak_ptr<Observer>> observers_;
     QTimer settle_;
     std::chrono::steady_clock::time_point lastRaise_;
     std::unique_ptr<Observation> stacking_;

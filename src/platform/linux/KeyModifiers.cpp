@@ -34,8 +34,8 @@ KeyModifiers KeyModifiers::read(xcb_connection_t* connection) {
         xcb_get_keyboard_mapping_reply(connection, keyboardCookie, nullptr));
     if (!mapping || !keyboard) return modifiers;
 
-    modifiers.command_ = 0;
-    modifiers.option_ = 0;
+    std::uint32_t command = 0;
+    std::uint32_t option = 0;
     const xcb_keycode_t* keys = xcb_get_modifier_mapping_keycodes(mapping.get());
     const xcb_keysym_t* symbols = xcb_get_keyboard_mapping_keysyms(keyboard.get());
     constexpr int firstFreeModifier = 3;
@@ -46,11 +46,13 @@ KeyModifiers KeyModifiers::read(xcb_connection_t* connection) {
             if (key < 0 || key >= count) continue;
             for (int level = 0; level < keyboard->keysyms_per_keycode; ++level) {
                 const xcb_keysym_t symbol = symbols[key * keyboard->keysyms_per_keycode + level];
-                if (isSuper(symbol)) modifiers.command_ |= 1U << modifier;
-                if (isOption(symbol)) modifiers.option_ |= 1U << modifier;
+                if (isSuper(symbol)) command |= 1U << modifier;
+                if (isOption(symbol)) option |= 1U << modifier;
             }
         }
     }
+    if (command != 0) modifiers.command_ = command;
+    if (option != 0) modifiers.option_ = option;
     return modifiers;
 }
 

@@ -7,7 +7,8 @@
 namespace vantrel::linuxdesktop {
 
 /// Which bits of an X modifier state stand for which CGEventFlags: Shift and Control as they are, Super for Command,
-/// Alt and the key of the third level for Option. The keymap says where Super and Alt are.
+/// Alt and the key of the third level for Option. The keymap says where Super and Alt are; where it has
+/// none of them their usual places count, which other keys may have taken over.
 class KeyModifiers {
   public:
     /// Asks the server for the keymap of now; without an answer the usual places.

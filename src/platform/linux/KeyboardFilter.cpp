@@ -1,7 +1,5 @@
 #include "platform/linux/KeyboardFilter.h"
 
-#include <xcb/xinput.h>
-
 #include <array>
 #include <utility>
 
@@ -115,9 +113,7 @@ void KeyboardFilter::take(const xcb_generic_event_t& event, const Decide& decide
     const auto& generic = reinterpret_cast<const xcb_ge_generic_event_t&>(event);
     if (generic.extension != extension_) return;
     if (generic.event_type == XCB_INPUT_HIERARCHY) {
-        // Perhaps a new master keyboard, which nobody filters yet.
-        regrabTwice_ = regrabAt_.has_value();
-        regrabAt_ = Clock::now();
+        keyboardsChanged(reinterpret_cast<const xcb_input_hierarchy_event_t&>(event));
         return;
     }
     if (generic.event_type != XCB_INPUT_KEY_PRESS && generic.event_type != XCB_INPUT_KEY_RELEASE) return;
@@ -156,6 +152,16 @@ bool KeyboardFilter::decidePress(xcb_keycode_t position, std::uint32_t state, co
         event.flags |= modifierFlag(*keyCode);
     }
     return decide(event);
+}
+
+// There may be a new master keyboard, which nobody filters yet. It may also have the number of one that has gone.
+void KeyboardFilter::keyboardsChanged(const xcb_input_hierarchy_event_t& event) {
+    auto each = xcb_input_hierarchy_infos_iterator(&event);
+    for (; each.rem > 0; xcb_input_hierarchy_info_next(&each)) {
+        if ((each.data->flags & XCB_INPUT_HIERARCHY_MASK_MASTER_REMOVED) != 0) holding_.erase(each.data->deviceid);
+    }
+    regrabTwice_ = regrabAt_.has_value();
+    regrabAt_ = Clock::now();
 }
 
 void KeyboardFilter::mappingChanged() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <xcb/xcb.h>
+#include <xcb/xinput.h>
 
 #include <bitset>
 #include <chrono>
@@ -22,8 +23,9 @@ namespace vantrel::linuxdesktop {
 /// without a time-out of its own. One thread at a time.
 ///
 /// The server shows a filter the key presses, and releases only while a swallowed key is down: one that is swallowed
-/// keeps its release from the window as well, unless another key passed in between. Modifier keys arrive as
-/// flags-changed events, with the flags after the change.
+/// keeps its release from the window as well, unless another key passed in between or, of several swallowed keys that
+/// are down, the first comes up before it: with either the server's grab ends. Modifier keys arrive as flags-changed
+/// events, with the flags after the change.
 class KeyboardFilter {
   public:
     using Clock = std::chrono::steady_clock;
@@ -64,6 +66,7 @@ class KeyboardFilter {
     bool answerQueued(const Decide& decide);
     void take(const xcb_generic_event_t& event, const Decide& decide);
     bool decidePress(xcb_keycode_t position, std::uint32_t state, const Decide& decide);
+    void keyboardsChanged(const xcb_input_hierarchy_event_t& event);
     void mappingChanged();
     void grabAgainWhenDue();
 

@@ -8,6 +8,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <filesystem>
@@ -16,6 +17,10 @@
 namespace vantrel::linuxdesktop {
 
 namespace {
+
+// What either end says to the other.
+constexpr char question = '?';
+constexpr char answer = '!';
 
 // A group of its own: what stops the client from its terminal does not stop the guard.
 class GuardProcess {
@@ -68,16 +73,13 @@ std::unique_ptr<KeyboardGuard> KeyboardGuard::start(const std::string& executabl
     pid_t process = 0;
     if (!GuardProcess(others.get()).start(executable, std::to_string(resource), process)) return nullptr;
     others.close();
-    std::unique_ptr<KeyboardGuard> guard(new KeyboardGuard(process, std::move(own)));
-    if (!guard->waitUntilReady()) return nullptr;
-    return guard;
+    return std::unique_ptr<KeyboardGuard>(new KeyboardGuard(process, std::move(own)));
 }
 
 bool KeyboardGuard::waitUntilReady() {
     constexpr int milliseconds = 5000;
     pollfd line{descriptor(), POLLIN, 0};
-    char ready = 0;
-    return poll(&line, 1, milliseconds) == 1 && recv(descriptor(), &ready, 1, MSG_DONTWAIT) == 1;
+    return poll(&line, 1, milliseconds) == 1 && attend(Clock::now()) && hasWatched_;
 }
 
 // Nothing is lost with it, and a guard that was stopped goes all the same.
@@ -87,13 +89,36 @@ KeyboardGuard::~KeyboardGuard() {
     }
 }
 
-bool KeyboardGuard::answer() {
-    std::array<char, 16> questions{};
-    const ssize_t count = recv(descriptor(), questions.data(), questions.size(), MSG_DONTWAIT);
-    if (count < 0) return errno == EAGAIN || errno == EINTR;
-    if (count == 0) return false;
-    const char here = '!';
-    return send(descriptor(), &here, 1, MSG_NOSIGNAL | MSG_DONTWAIT) == 1;
+std::optional<KeyboardGuard::Clock::time_point> KeyboardGuard::due() const {
+    if (asked_) return *asked_ + forAnswer;
+    if (pressed_) return *pressed_ + beforeQuestion;
+    return std::nullopt;
+}
+
+void KeyboardGuard::keyWasPressed(Clock::time_point now) {
+    if (!pressed_) pressed_ = now;
+}
+
+// The line comes before the clock: what the guard said while this thread itself did not run still counts.
+bool KeyboardGuard::attend(Clock::time_point now) {
+    std::array<char, 16> bytes{};
+    const ssize_t count = recv(descriptor(), bytes.data(), bytes.size(), MSG_DONTWAIT);
+    if (count == 0 || (count < 0 && errno != EAGAIN && errno != EINTR)) return false;
+    if (count > 0) {
+        hasWatched_ = true;
+        pressed_.reset();
+        asked_.reset();
+        const auto end = bytes.begin() + count;
+        return std::find(bytes.begin(), end, question) == end || send(answer);
+    }
+    if (asked_) return now < *asked_ + forAnswer;
+    if (!pressed_ || now < *pressed_ + beforeQuestion) return true;
+    asked_ = now;
+    return send(question);
+}
+
+bool KeyboardGuard::send(char byte) const {
+    return ::send(descriptor(), &byte, 1, MSG_NOSIGNAL | MSG_DONTWAIT) == 1;
 }
 
 }  // namespace vantrel::linuxdesktop

@@ -49,7 +49,14 @@ bool LinuxKeyboardTap::serve() {
     eventfd_t stop = 0;
     stopped_ = eventfd_read(parts_.stop.get(), &stop) == 0;
     if (stopped_) return false;
-    if (parts_.guard->answer()) return true;
+    return isGuarded();
+}
+
+// Another guard takes the place of one that has gone or does not answer. Nobody waits for it, keys go on; when it does
+// not watch in time there is none to be had.
+bool LinuxKeyboardTap::isGuarded() {
+    if (parts_.guard->attend(KeyboardGuard::Clock::now())) return true;
+    if (!parts_.guard->hasWatched()) return false;
     parts_.guard = KeyboardGuard::start(parts_.guardExecutable, parts_.filter->resource());
     return parts_.guard != nullptr;
 }
@@ -57,7 +64,7 @@ bool LinuxKeyboardTap::serve() {
 void LinuxKeyboardTap::wait() {
     constexpr int forEver = -1;
     int milliseconds = forEver;
-    for (const auto& due : {parts_.filter->due(), pulse_.due()}) {
+    for (const auto& due : {parts_.filter->due(), pulse_.due(), parts_.guard->due()}) {
         if (!due) continue;
         const auto left = std::chrono::ceil<std::chrono::milliseconds>(*due - KeyboardFilter::Clock::now()).count();
         const int wait = static_cast<int>(std::max<decltype(left)>(left, 0));
@@ -72,6 +79,7 @@ bool LinuxKeyboardTap::swallows(const KeyEvent& event) {
     const auto now = KeyboardFilter::Clock::now();
     if (pulse_.isOverdue(now)) return false;
     pulse_.ask(now);
+    parts_.guard->keyWasPressed(now);
     const std::string_view name = decision_(event);
     if (name.empty()) return false;
     report(name);

@@ -33,6 +33,7 @@ class LinuxKeyboardTap final : public KeyboardTap {
   private:
     void run();
     bool serve();
+    bool isGuarded();
     void wait();
     bool swallows(const KeyEvent& event);
     void report(std::string_view name);

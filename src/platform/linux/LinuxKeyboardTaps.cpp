@@ -20,7 +20,7 @@ std::unique_ptr<KeyboardTap> LinuxKeyboardTaps::create(KeyDecision decision, Key
     if (!parts.filter) return nullptr;
     parts.guardExecutable = guardExecutable_;
     parts.guard = KeyboardGuard::start(guardExecutable_, parts.filter->resource());
-    if (!parts.guard) return nullptr;
+    if (!parts.guard || !parts.guard->waitUntilReady()) return nullptr;
     parts.stop = FileDescriptor(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK));
     if (!parts.stop.isOpen() || !parts.filter->grab()) return nullptr;
     try {

@@ -18,7 +18,13 @@ class MainThread;
 /// Like on a Mac the keyboard never depends on a client that hangs. A main thread that does not answer within a second
 /// of a key press costs the client the tap: it is told tapDisabledByTimeout and every key passes from then on. Keys do
 /// not wait meanwhile, as they do on a Mac. A process that is stopped loses the tap as well, about a second after the
-/// next key: a small process beside it sees to that.
+/// next key: a small process beside it sees to that. One that is itself stopped or has gone is replaced, some two
+/// seconds after the next key.
+///
+/// Two things are out of reach. When both processes are stopped at once, or the second within those two seconds, the
+/// server waits for a filter that does not answer, and the keyboard stands still until one of them goes on or ends.
+/// And while a popup menu holds the keyboard by a grab of its own, the client's status menu or a browser's context
+/// menu, X has no filter before it: keys go to that menu, unseen by the tap, and reach no window meanwhile.
 class LinuxKeyboardTaps final : public KeyboardTaps {
   public:
     explicit LinuxKeyboardTaps(MainThread& mainThread,

@@ -1,5 +1,6 @@
 #include "platform/linux/LinuxScreens.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -79,6 +80,16 @@ X11Rectangle LinuxScreens::mainFrame() const {
 X11Rectangle LinuxScreens::primaryFrame() const {
     const auto all = monitors_.all();
     return all.empty() ? anyFrame : all.front().frame;
+}
+
+bool LinuxScreens::isBorderedFromAbove() const {
+    const auto all = monitors_.all();
+    return std::any_of(all.begin(), all.end(), [&all](const X11Monitor& monitor) {
+        const X11Rectangle& frame = monitor.frame;
+        const X11Rectangle& primary = all.front().frame;
+        return frame.y < primary.y && frame.y + frame.height >= primary.y && frame.x < primary.x + primary.width &&
+               primary.x < frame.x + frame.width;
+    });
 }
 
 X11Rectangle LinuxScreens::toPixels(const Rect& frame) const {

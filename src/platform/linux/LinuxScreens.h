@@ -31,6 +31,8 @@ class LinuxScreens final : public Screens {
     X11Rectangle mainFrame() const;
     /// The same of the primary display.
     X11Rectangle primaryFrame() const;
+    /// Whether another display touches the primary one's top edge, so that the pointer passes there.
+    bool isBorderedFromAbove() const;
 
     /// In points from the bottom left of the primary display to pixels of the root window.
     X11Rectangle toPixels(const Rect& frame) const;

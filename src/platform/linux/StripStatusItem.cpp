@@ -21,7 +21,8 @@ namespace {
 // Changes come in bursts, and showing the strip is one of them.
 constexpr int settleMilliseconds = 30;
 
-// How often the pointer is looked at while the strip is out, and how far below the strip it still counts as near.
+// How often the pointer is looked at while the strip is out, and how far below the strip, or
+// beyond an edge that another display borders, it still counts as near.
 constexpr int lookMilliseconds = 200;
 constexpr int nearness = 12;
 
@@ -53,6 +54,7 @@ StripStatusItem::StripStatusItem(const StatusBarSurroundings& surroundings, Pres
     const auto soon = [this] {
         if (!settle_.isActive()) settle_.start();
     };
+    overlays_ = surroundings.front.observeOverlays(soon);
     stacking_ = surroundings.watcher.observe(X11Watcher::Change::stacking, soon);
     desktops_ = surroundings.watcher.observe(X11Watcher::Change::currentDesktop, soon);
     windows_ = surroundings.watcher.observe(X11Watcher::Change::windows, soon);
@@ -71,7 +73,7 @@ void StripStatusItem::setButtonTitle(const std::string& title) {
 void StripStatusItem::place() {
     const X11Rectangle display = surroundings_.screens.primaryFrame();
     strip_->hangFrom(rectangle(display));
-    topEdge_->lieAlong(display);
+    topEdge_->lieAlong(display, surroundings_.screens.isBorderedFromAbove());
     update();
 }
 
@@ -90,8 +92,10 @@ void StripStatusItem::update() {
     topEdge_->listen(covered_);
     if (!covered_) revealed_ = false;
     // The edge tells of a pointer that comes, not of one that is there.
-    if (covered_ && !wasCovered) revealed_ = pointerIsNear(0);
-    const bool shown = menuOpen_ || (covered_ ? revealed_ : presence_ == Presence::always);
+    if (covered_ && !wasCovered) revealed_ = pointerIsNear(0, 0);
+    // A cover may lie over the panel of a tray, on whatever display that is.
+    const bool stands = presence_ == Presence::always || surroundings_.front.keepsAnOverlay();
+    const bool shown = menuOpen_ || (covered_ ? revealed_ : stands);
     if (covered_ && revealed_ && !looking_.isActive()) looking_.start();
     if (!revealed_) looking_.stop();
     if (shown == strip_->isVisible()) return;
@@ -110,14 +114,14 @@ void StripStatusItem::reveal() {
 }
 
 void StripStatusItem::look() {
-    if (menuOpen_ || pointerIsNear(strip_->height() + nearness)) return;
+    if (menuOpen_ || pointerIsNear(nearness, strip_->height() + nearness)) return;
     revealed_ = false;
     update();
 }
 
-bool StripStatusItem::pointerIsNear(int distance) const {
+bool StripStatusItem::pointerIsNear(int above, int below) const {
     const QRect display = rectangle(surroundings_.screens.primaryFrame());
-    return QRect(display.left(), display.top(), display.width(), distance + 1).contains(QCursor::pos());
+    return QRect(display.left(), display.top() - above, display.width(), above + below + 1).contains(QCursor::pos());
 }
 
 bool StripStatusItem::isCovered() const {
@@ -132,7 +136,7 @@ bool StripStatusItem::isCovered() const {
 void StripStatusItem::remove() {
     MainThread::require("remove");
     removed_ = true;
-    for (auto* observation : {&stacking_, &desktops_, &windows_, &displays_, &kept_}) observation->reset();
+    for (auto* observation : {&overlays_, &stacking_, &desktops_, &windows_, &displays_, &kept_}) observation->reset();
     settle_.stop();
     looking_.stop();
     topEdge_.reset();

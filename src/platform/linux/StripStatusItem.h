@@ -18,8 +18,9 @@ class TopEdge;
 /// hidden. Main thread.
 class StripStatusItem final : public LinuxStatusItem {
   public:
-    /// The second, for a desktop with a tray, whose panel a full-screen window covers.
-    enum class Presence { always, overFullScreenWindows };
+    /// The second, for a desktop with a tray: while its panel may be covered, by a full-screen window as above or by an
+    /// overlay, on whatever display.
+    enum class Presence { always, whileCovered };
 
     StripStatusItem(const StatusBarSurroundings& surroundings, Presence presence);
     ~StripStatusItem() override;
@@ -33,7 +34,7 @@ class StripStatusItem final : public LinuxStatusItem {
     void update();
     void reveal();
     void look();
-    bool pointerIsNear(int distance) const;
+    bool pointerIsNear(int above, int below) const;
     bool isCovered() const;
 
     StatusBarSurroundings surroundings_;
@@ -47,6 +48,7 @@ class StripStatusItem final : public LinuxStatusItem {
     QTimer settle_;
     QTimer looking_;
     std::unique_ptr<Observation> kept_;
+    std::unique_ptr<Observation> overlays_;
     std::unique_ptr<Observation> stacking_;
     std::unique_ptr<Observation> desktops_;
     std::unique_ptr<Observation> windows_;

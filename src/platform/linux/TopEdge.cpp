@@ -11,6 +11,8 @@ namespace vantrel::linuxdesktop {
 namespace {
 
 constexpr std::uint32_t thickness = 1;
+// As far as a pointer leaps from one report of a mouse to the next, eight milliseconds, when a hand slows down.
+constexpr std::uint32_t borderThickness = 12;
 
 }  // namespace
 
@@ -31,10 +33,10 @@ TopEdge::~TopEdge() {
     xcb_flush(connection_.get());
 }
 
-void TopEdge::lieAlong(const X11Rectangle& display) {
-    const std::array<std::uint32_t, 4> place{static_cast<std::uint32_t>(display.x),
-                                             static_cast<std::uint32_t>(display.y),
-                                             static_cast<std::uint32_t>(display.width), thickness};
+void TopEdge::lieAlong(const X11Rectangle& display, bool borderedFromAbove) {
+    const std::array<std::uint32_t, 4> place{
+        static_cast<std::uint32_t>(display.x), static_cast<std::uint32_t>(display.y),
+        static_cast<std::uint32_t>(display.width), borderedFromAbove ? borderThickness : thickness};
     xcb_configure_window(connection_.get(), window_,
                          XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
                          place.data());

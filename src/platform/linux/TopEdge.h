@@ -21,8 +21,9 @@ class TopEdge {
     TopEdge(const TopEdge&) = delete;
     TopEdge& operator=(const TopEdge&) = delete;
 
-    /// The display in pixels of the root window.
-    void lieAlong(const X11Rectangle& display);
+    /// The display in pixels of the root window. Where another display borders it from above nothing stops the pointer
+    /// at the edge, and it passes in leaps: there the edge is thicker.
+    void lieAlong(const X11Rectangle& display, bool borderedFromAbove);
 
     /// It takes no clicks away from anybody while it does not listen.
     void listen(bool listens);

@@ -3,7 +3,7 @@
 namespace vantrel::linuxdesktop {
 
 TrayAndStripStatusItem::TrayAndStripStatusItem(const StatusBarSurroundings& surroundings)
-    : tray_(surroundings.menuBuilder), strip_(surroundings, StripStatusItem::Presence::overFullScreenWindows) {}
+    : tray_(surroundings.menuBuilder), strip_(surroundings, StripStatusItem::Presence::whileCovered) {}
 
 void TrayAndStripStatusItem::setButtonTitle(const std::string& title) {
     tray_.setButtonTitle(title);

@@ -5,7 +5,8 @@
 
 namespace vantrel::linuxdesktop {
 
-/// A status item in the tray, and a strip for as long as a full-screen window covers the panel that the tray is on.
+/// A status item in the tray, and a strip while the panel that the tray is on may be covered: over a full-screen
+/// window, as StripStatusItem says, and for as long as an overlay is up.
 class TrayAndStripStatusItem final : public RemovableStatusItem {
   public:
     explicit TrayAndStripStatusItem(const StatusBarSurroundings& surroundings);

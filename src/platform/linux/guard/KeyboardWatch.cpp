@@ -17,10 +17,11 @@ struct RawKeysMask {
     std::uint32_t mask = XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS;
 };
 
-// False when nobody is at the other end any more.
-bool takeAnswers(int line) {
-    std::array<char, 16> bytes{};
-    return recv(line, bytes.data(), bytes.size(), MSG_DONTWAIT) > 0;
+constexpr char question = '?';
+constexpr char answer = '!';
+
+void say(int line, char byte) {
+    send(line, &byte, 1, MSG_NOSIGNAL | MSG_DONTWAIT);
 }
 
 void sync(xcb_connection_t* connection) {
@@ -52,17 +53,13 @@ KeyboardWatch::KeyboardWatch(std::unique_ptr<X11Connection> connection, std::uin
 }
 
 void KeyboardWatch::watch(int line, std::uint32_t resource) {
-    const char question = '?';
-    send(line, &question, 1, MSG_NOSIGNAL | MSG_DONTWAIT);
+    say(line, question);
     while (connection_->isAlive()) {
         if (keyWasPressed() && !pressed_) pressed_ = std::chrono::steady_clock::now();
         std::array<pollfd, 2> sources{pollfd{line, POLLIN, 0},
                                       pollfd{xcb_get_file_descriptor(connection_->get()), POLLIN, 0}};
         poll(sources.data(), sources.size(), untilDue(std::chrono::steady_clock::now()));
-        if (sources[0].revents != 0) {
-            if (!takeAnswers(line)) return;
-            asked_.reset();
-        }
+        if (sources[0].revents != 0 && !takeFrom(line)) return;
         // Read after the line: an answer that came while this process itself did not run still counts.
         const Time now = std::chrono::steady_clock::now();
         if (asked_ && now >= *asked_ + forAnswer) {
@@ -78,9 +75,21 @@ void KeyboardWatch::watch(int line, std::uint32_t resource) {
             // A key that is pressed from here on is none that the answer speaks for.
             pressed_.reset();
             asked_ = now;
-            send(line, &question, 1, MSG_NOSIGNAL | MSG_DONTWAIT);
+            say(line, question);
         }
     }
+}
+
+// False when nobody is at the other end any more. A question of the filter's is no answer to this process's own: it may
+// have been put before.
+bool KeyboardWatch::takeFrom(int line) {
+    std::array<char, 16> bytes{};
+    const ssize_t count = recv(line, bytes.data(), bytes.size(), MSG_DONTWAIT);
+    if (count <= 0) return false;
+    const auto end = bytes.begin() + count;
+    if (std::find(bytes.begin(), end, answer) != end) asked_.reset();
+    if (std::find(bytes.begin(), end, question) != end) say(line, answer);
+    return true;
 }
 
 bool KeyboardWatch::keyWasPressed() {

@@ -21,7 +21,8 @@ class KeyboardWatch {
     /// Null without an X server that tells of raw key presses.
     static std::unique_ptr<KeyboardWatch> open();
 
-    /// Watches the owner of the X resource, which is asked by a byte on `line` and answers with one. Returns when the
+    /// Watches the owner of the X resource, which is asked by a '?' on `line` and answers with '!'. The same the
+    /// other way round: the owner may ask whether the guard is there. Returns when the
     /// line or the X server is gone and when the connection has been closed.
     void watch(int line, std::uint32_t resource);
 
@@ -30,6 +31,7 @@ class KeyboardWatch {
 
     KeyboardWatch(std::unique_ptr<X11Connection> connection, std::uint8_t extension);
 
+    bool takeFrom(int line);
     bool keyWasPressed();
     bool serverWasBusy();
     int untilDue(Time now) const;
