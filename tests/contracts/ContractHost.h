@@ -42,6 +42,13 @@ class ContractHost {
 
     virtual Computer& computer() = 0;
 
+    /// Why the suite of that name cannot be held here as things stand, such as a permission that nobody has granted;
+    /// without a value it can.
+    virtual std::optional<std::string> obstacle(const std::string& suite) {
+        (void)suite;
+        return std::nullopt;
+    }
+
     /// Runs the block on the main thread, as a click or a key would, and returns when it has finished.
     virtual void onMain(Block block) = 0;
     /// The same without waiting.

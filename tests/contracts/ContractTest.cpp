@@ -8,6 +8,11 @@ ContractTest::ContractTest() : host_(makeContractHost()) {}
 
 ContractTest::~ContractTest() = default;
 
+void ContractTest::SetUp() {
+    const auto obstacle = host_->obstacle(testing::UnitTest::GetInstance()->current_test_suite()->name());
+    if (obstacle) GTEST_SKIP() << "SKIPPED: " << *obstacle;
+}
+
 void ContractTest::TearDown() {
     host_.reset();
 }

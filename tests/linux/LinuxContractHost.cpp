@@ -15,7 +15,6 @@
 #include <thread>
 #include <utility>
 
-#include "ContractServer.h"
 #include "DesktopStage.h"
 #include "KeyWindow.h"
 #include "MonitorLayout.h"
@@ -28,6 +27,7 @@
 #include "platform/linux/KeyPositions.h"
 #include "platform/linux/X11Desktops.h"
 #include "tests/contracts/ContractHost.h"
+#include "tests/contracts/ContractServer.h"
 #include "tests/contracts/DisplayHost.h"
 #include "tests/contracts/KeyboardHost.h"
 #include "tests/contracts/SpacesHost.h"
@@ -78,7 +78,7 @@ class LinuxContractHost final : public contracts::ContractHost,
     }
 
     std::string serve(contracts::Server server) override {
-        server_ = std::make_unique<ContractServer>(std::move(server));
+        server_ = std::make_unique<contracts::ContractServer>(std::move(server));
         return server_->address();
     }
 
@@ -240,7 +240,7 @@ class LinuxContractHost final : public contracts::ContractHost,
     PeerBundle peers_{folder_.path()};
     LinuxComputer* desktop_ = nullptr;
     std::unique_ptr<Computer> computer_;
-    std::unique_ptr<ContractServer> server_;
+    std::unique_ptr<contracts::ContractServer> server_;
     FileDescriptor refusing_;
     TestKeyboard keyboard_;
     std::unique_ptr<KeyWindow> keyWindow_;

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/linux/peer/PeerOptions.h"
+#include "tests/contracts/PeerOptions.h"
 
 namespace vantrel::peer {
 

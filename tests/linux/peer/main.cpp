@@ -11,7 +11,7 @@
 #include <system_error>
 #include <vector>
 
-#include "tests/linux/peer/PeerOptions.h"
+#include "tests/contracts/PeerOptions.h"
 #include "tests/linux/peer/PeerWindows.h"
 
 namespace {

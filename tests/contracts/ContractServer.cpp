@@ -1,10 +1,14 @@
-#include "ContractServer.h"
+#include "tests/contracts/ContractServer.h"
+
+#include <httplib.h>
 
 #include <algorithm>
+#include <atomic>
 #include <chrono>
+#include <thread>
 #include <utility>
 
-namespace vantrel::linuxdesktop {
+namespace vantrel::contracts {
 
 namespace {
 
@@ -20,7 +24,25 @@ std::string lowerCased(std::string text) {
 
 }  // namespace
 
-ContractServer::ContractServer(contracts::Server server) : server_(std::move(server)) {
+class ContractServer::Listener {
+  public:
+    explicit Listener(Server server);
+    ~Listener();
+
+    int port() const { return port_; }
+
+  private:
+    void answer(const httplib::Request& request, httplib::Response& response);
+    void wait(double seconds) const;
+
+    const Server server_;
+    httplib::Server http_;
+    int port_ = 0;
+    std::atomic<bool> stopping_ = false;
+    std::thread thread_;
+};
+
+ContractServer::Listener::Listener(Server server) : server_(std::move(server)) {
     http_.set_keep_alive_timeout(1);
     http_.set_tcp_nodelay(true);
     const auto handler = [this](const httplib::Request& request, httplib::Response& response) {
@@ -33,24 +55,24 @@ ContractServer::ContractServer(contracts::Server server) : server_(std::move(ser
     while (!http_.is_running()) std::this_thread::sleep_for(step);
 }
 
-ContractServer::~ContractServer() {
+ContractServer::Listener::~Listener() {
     stopping_ = true;
     http_.stop();
     thread_.join();
 }
 
-void ContractServer::wait(double seconds) const {
+void ContractServer::Listener::wait(double seconds) const {
     const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
     while (!stopping_ && std::chrono::steady_clock::now() < end) std::this_thread::sleep_for(step);
 }
 
-void ContractServer::answer(const httplib::Request& request, httplib::Response& response) {
-    contracts::ServedRequest asked;
+void ContractServer::Listener::answer(const httplib::Request& request, httplib::Response& response) {
+    ServedRequest asked;
     asked.method = request.method;
     asked.target = request.target;
     for (const auto& [name, value] : request.headers) asked.headers[lowerCased(name)] = value;
     asked.body = request.body;
-    const contracts::ServedAnswer given = server_(asked);
+    const ServedAnswer given = server_(asked);
 
     wait(given.delay);
     response.status = given.status;
@@ -73,4 +95,12 @@ void ContractServer::answer(const httplib::Request& request, httplib::Response& 
     }
 }
 
-}  // namespace vantrel::linuxdesktop
+ContractServer::ContractServer(Server server) : listener_(std::make_unique<Listener>(std::move(server))) {}
+
+ContractServer::~ContractServer() = default;
+
+std::string ContractServer::address() const {
+    return "http://127.0.0.1:" + std::to_string(listener_->port());
+}
+
+}  // namespace vantrel::contracts

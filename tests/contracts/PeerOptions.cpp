@@ -1,4 +1,4 @@
-#include "tests/linux/peer/PeerOptions.h"
+#include "tests/contracts/PeerOptions.h"
 
 #include <array>
 #include <charconv>
