@@ -15,12 +15,14 @@ MISTAKES = {
     "src/lockdown/E.cpp": ["#include <unistd.h>", "<unistd.h> is not of the standard library"],
     "src/session/F.cpp": ["#ifdef __linux__", "conditional compilation in a room of rules"],
     "src/platform/linux/G.cpp": ['#include "server/SessionJoin.h"', "a platform must not know server/SessionJoin.h"],
+    "src/platform/macos/I.mm": ['#import "session/JoinScreen.h"', "a platform must not know session/JoinScreen.h"],
     "src/platform/H.h": ["#include <xcb/xcb.h>", "a platform header includes <xcb/xcb.h>"],
 }
 ALLOWED = {
     "src/server/Allowed.h": '#include "lockdown/SessionEndReason.h"\n#include "platform/Clock.h"\n#include <string>',
     "src/lockdown/Allowed.cpp": '#include "browser/BrowserLauncher.h"',
     "src/app/main-linux.cpp": '#include "platform/linux/LinuxComputer.h"',
+    "src/app/main-macos.mm": '#import <AppKit/AppKit.h>\n#include "platform/macos/MacComputer.h"',
     "src/platform/linux/Allowed.cpp": '#include "platform/Clock.h"\n#include <QWidget>',
 }
 

@@ -1,0 +1,31 @@
+#include "platform/macos/MacAlerts.h"
+
+#import <AppKit/AppKit.h>
+
+#include <algorithm>
+
+#include "platform/macos/MainThread.h"
+#include "platform/macos/Text.h"
+
+namespace vantrel::macos {
+
+static_assert(static_cast<NSUInteger>(AlertStyle::warning) == NSAlertStyleWarning);
+static_assert(static_cast<NSUInteger>(AlertStyle::informational) == NSAlertStyleInformational);
+static_assert(static_cast<NSUInteger>(AlertStyle::critical) == NSAlertStyleCritical);
+
+std::size_t MacAlerts::runModal(const Alert& alert) {
+    requireMainThread("runModal");
+    NSAlert* shown = [[NSAlert alloc] init];
+    shown.alertStyle = static_cast<NSAlertStyle>(alert.style);
+    shown.messageText = lenientText(alert.messageText);
+    shown.informativeText = lenientText(alert.informativeText);
+    for (const std::string& button : alert.buttons) [shown addButtonWithTitle:lenientText(button)];
+
+    const NSModalResponse response = [shown runModal];
+    // With no buttons there is still the system's own OK.
+    const std::size_t last = std::max<std::size_t>(alert.buttons.size(), 1) - 1;
+    if (response < NSAlertFirstButtonReturn) return last;
+    return std::min(static_cast<std::size_t>(response - NSAlertFirstButtonReturn), last);
+}
+
+}  // namespace vantrel::macos

@@ -1,0 +1,56 @@
+#include "platform/macos/MacApplication.h"
+
+#include <utility>
+
+#include "platform/macos/MainThread.h"
+#include "platform/macos/MenuBuilder.h"
+
+namespace vantrel::macos {
+
+static_assert(static_cast<NSInteger>(ActivationPolicy::regular) == NSApplicationActivationPolicyRegular);
+
+MacApplication::MacApplication()
+    : application_(NSApplication.sharedApplication), forwarder_([[VantrelApplicationDelegate alloc] init]) {
+    requireMainThread("sharedApplication");
+}
+
+MacApplication::~MacApplication() {
+    application_.delegate = nil;
+}
+
+void MacApplication::setActivationPolicy(ActivationPolicy policy) {
+    requireMainThread("setActivationPolicy");
+    [application_ setActivationPolicy:static_cast<NSApplicationActivationPolicy>(policy)];
+}
+
+void MacApplication::setDelegate(std::weak_ptr<ApplicationDelegate> delegate) {
+    requireMainThread("setDelegate");
+    [forwarder_ setReceiver:std::move(delegate)];
+    application_.delegate = forwarder_;
+}
+
+void MacApplication::setMainMenu(const Menu& menu) {
+    requireMainThread("setMainMenu");
+    application_.mainMenu = appKitMenu(menu);
+}
+
+void MacApplication::run() {
+    requireMainThread("run");
+    [application_ run];
+}
+
+void MacApplication::activate() {
+    requireMainThread("activate");
+    if (@available(macOS 14.0, *)) {
+        [application_ activate];
+    } else {
+        [application_ activateIgnoringOtherApps:YES];
+    }
+}
+
+void MacApplication::terminate() {
+    requireMainThread("terminate");
+    [application_ terminate:nil];
+}
+
+}  // namespace vantrel::macos

@@ -1,0 +1,32 @@
+#include "platform/macos/MacStatusItem.h"
+
+#include "platform/macos/MainThread.h"
+#include "platform/macos/MenuBuilder.h"
+#include "platform/macos/Text.h"
+
+namespace vantrel::macos {
+
+MacStatusItem::MacStatusItem(double length) : item_([NSStatusBar.systemStatusBar statusItemWithLength:length]) {}
+
+MacStatusItem::~MacStatusItem() {
+    remove();
+}
+
+void MacStatusItem::setButtonTitle(const std::string& title) {
+    requireMainThread("setButtonTitle");
+    item_.button.title = lenientText(title);
+}
+
+void MacStatusItem::setMenu(const Menu& menu) {
+    requireMainThread("setMenu");
+    item_.menu = appKitMenu(menu);
+}
+
+void MacStatusItem::remove() {
+    requireMainThread("remove");
+    if (item_ == nil) return;
+    [NSStatusBar.systemStatusBar removeStatusItem:item_];
+    item_ = nil;
+}
+
+}  // namespace vantrel::macos
