@@ -1,0 +1,17 @@
+// Declarations only, written from the public documentation; see packaging/macos/declarations/README.md.
+#pragma once
+
+#import <AppKit/NSMenuItem.h>
+
+NS_ASSUME_NONNULL_BEGIN
+
+@interface NSMenu : NSObject <NSCopying>
+- (instancetype)initWithTitle:(NSString*)title NS_DESIGNATED_INITIALIZER;
+- (void)addItem:(NSMenuItem*)item;
+@end
+
+@protocol NSMenuItemValidation <NSObject>
+- (BOOL)validateMenuItem:(NSMenuItem*)item;
+@end
+
+NS_ASSUME_NONNULL_END

@@ -1,0 +1,13 @@
+// Declarations only, written from the public documentation; see packaging/macos/declarations/README.md.
+#pragma once
+
+#import <Foundation/Foundation.h>
+
+NS_ASSUME_NONNULL_BEGIN
+
+@interface NSResponder : NSObject
+- (instancetype)init NS_DESIGNATED_INITIALIZER;
+@property(readonly) BOOL acceptsFirstResponder;
+@end
+
+NS_ASSUME_NONNULL_END

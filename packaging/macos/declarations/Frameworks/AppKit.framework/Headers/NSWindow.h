@@ -1,0 +1,56 @@
+// Declarations only, written from the public documentation; see packaging/macos/declarations/README.md.
+#pragma once
+
+#import <AppKit/NSResponder.h>
+
+@class NSColor, NSView;
+
+NS_ASSUME_NONNULL_BEGIN
+
+typedef NSInteger NSWindowLevel;
+
+typedef NS_OPTIONS(NSUInteger, NSWindowStyleMask) {
+    NSWindowStyleMaskBorderless = 0,
+    NSWindowStyleMaskTitled = 1 << 0,
+    NSWindowStyleMaskClosable = 1 << 1,
+    NSWindowStyleMaskMiniaturizable = 1 << 2,
+    NSWindowStyleMaskResizable = 1 << 3,
+};
+typedef NS_OPTIONS(NSUInteger, NSWindowCollectionBehavior) {
+    NSWindowCollectionBehaviorCanJoinAllSpaces = 1 << 0,
+    NSWindowCollectionBehaviorStationary = 1 << 4,
+    NSWindowCollectionBehaviorIgnoresCycle = 1 << 6,
+    NSWindowCollectionBehaviorFullScreenPrimary = 1 << 7,
+    NSWindowCollectionBehaviorFullScreenAuxiliary = 1 << 8,
+};
+typedef NS_ENUM(NSUInteger, NSBackingStoreType) { NSBackingStoreBuffered = 2 };
+
+@interface NSWindow : NSResponder
+- (instancetype)initWithContentRect:(NSRect)contentRect
+                          styleMask:(NSWindowStyleMask)style
+                            backing:(NSBackingStoreType)backing
+                              defer:(BOOL)defer NS_DESIGNATED_INITIALIZER;
+@property(copy) NSString* title;
+@property(getter=isReleasedWhenClosed) BOOL releasedWhenClosed;
+@property(nullable, strong) __kindof NSView* contentView;
+@property NSWindowStyleMask styleMask;
+@property NSWindowLevel level;
+@property(null_resettable, copy) NSColor* backgroundColor;
+@property(getter=isOpaque) BOOL opaque;
+@property BOOL hasShadow;
+@property NSWindowCollectionBehavior collectionBehavior;
+@property BOOL hidesOnDeactivate;
+@property(getter=isMovable) BOOL movable API_AVAILABLE(macos(10.6));
+@property BOOL ignoresMouseEvents;
+@property(readonly) BOOL canBecomeKeyWindow;
+@property(readonly) BOOL canBecomeMainWindow;
+- (void)center;
+- (void)close;
+- (void)setIsVisible:(BOOL)flag;
+- (void)makeKeyAndOrderFront:(nullable id)sender;
+- (void)orderOut:(nullable id)sender;
+- (void)orderFrontRegardless;
+- (void)setFrame:(NSRect)frame display:(BOOL)display;
+@end
+
+NS_ASSUME_NONNULL_END

@@ -1,0 +1,35 @@
+// Declarations only, written from the public documentation; see packaging/macos/declarations/README.md.
+#pragma once
+
+#import <Foundation/NSArray.h>
+#import <Foundation/NSBundle.h>
+#import <Foundation/NSCharacterSet.h>
+#import <Foundation/NSData.h>
+#import <Foundation/NSDate.h>
+#import <Foundation/NSDictionary.h>
+#import <Foundation/NSEnumerator.h>
+#import <Foundation/NSError.h>
+#import <Foundation/NSException.h>
+#import <Foundation/NSFileManager.h>
+#import <Foundation/NSGeometry.h>
+#import <Foundation/NSISO8601DateFormatter.h>
+#import <Foundation/NSJSONSerialization.h>
+#import <Foundation/NSNotification.h>
+#import <Foundation/NSNull.h>
+#import <Foundation/NSObjCRuntime.h>
+#import <Foundation/NSObject.h>
+#import <Foundation/NSOperation.h>
+#import <Foundation/NSPathUtilities.h>
+#import <Foundation/NSProcessInfo.h>
+#import <Foundation/NSRange.h>
+#import <Foundation/NSString.h>
+#import <Foundation/NSTask.h>
+#import <Foundation/NSThread.h>
+#import <Foundation/NSTimer.h>
+#import <Foundation/NSURL.h>
+#import <Foundation/NSURLError.h>
+#import <Foundation/NSURLRequest.h>
+#import <Foundation/NSURLResponse.h>
+#import <Foundation/NSURLSession.h>
+#import <Foundation/NSUserDefaults.h>
+#import <Foundation/NSValue.h>

@@ -1,0 +1,25 @@
+"""What the tests of the macOS checks share."""
+
+import pathlib
+import subprocess
+import sys
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+WORK = ROOT / "build/macos"
+PACKAGING = ROOT / "packaging/macos"
+CLANG = "clang++-22"
+ANALYZER = [f"@{PACKAGING}/cross/analyzer.txt"]
+
+sys.path.insert(0, str(PACKAGING / "tools"))
+
+
+def prepare():
+    """The tools, or the exit code of a skipped test."""
+    code = subprocess.run([ROOT / "script/macos-tools"], check=False).returncode
+    if code:
+        sys.exit(code)
+
+
+def clang(*arguments):
+    command = [CLANG, f"@{WORK}/flags", "-fobjc-arc", *arguments]
+    return subprocess.run(command, capture_output=True, text=True, check=False)
