@@ -1,0 +1,42 @@
+#pragma once
+
+#import <Foundation/Foundation.h>
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/ProcessLauncher.h"
+
+namespace vantrel::macos {
+
+/// The tests' own application, "Google Chrome.app", which stands beside the tests'. Test thread.
+class MacPeers {
+  public:
+    MacPeers();
+
+    std::filesystem::path executable() const;
+
+    /// Whether the application that the peer stands for runs on this Mac: it would be taken for a peer.
+    static bool realOneRuns();
+
+    /// Without a value as long as it has not read them.
+    std::optional<std::vector<std::string>> argumentsReceived(ProcessIdentifier peer) const;
+
+    /// Whether a peer with --records-keys has come to the front.
+    bool recordsKeys(ProcessIdentifier peer) const;
+    /// The key codes of the presses that a peer with --records-keys has received so far, in order.
+    std::vector<std::int64_t> keysReceived(ProcessIdentifier peer) const;
+
+    /// Kills the peers that run and waits until they have gone.
+    void endAll() const;
+
+  private:
+    std::filesystem::path keyFile(ProcessIdentifier peer) const;
+
+    std::filesystem::path bundle_;
+};
+
+}  // namespace vantrel::macos

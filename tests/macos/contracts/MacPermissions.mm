@@ -1,0 +1,33 @@
+#include "tests/macos/contracts/MacPermissions.h"
+
+#import <ApplicationServices/ApplicationServices.h>
+
+#include <cstdio>
+
+#include "platform/macos/MacAccessibilityTrust.h"
+
+namespace vantrel::macos {
+
+namespace {
+
+constexpr auto accessibility = "the Accessibility permission, which a person grants in the system's settings";
+constexpr auto screenRecording = "the screen recording permission, which a person grants in the system's settings";
+
+}  // namespace
+
+void MacPermissions::ask() {
+    if (!MacAccessibilityTrust().isProcessTrustedWithPrompt())
+        std::printf("contracts-macos: lacks %s\n", accessibility);
+    // Titles of other applications' windows are told only with it.
+    if (!CGRequestScreenCaptureAccess()) std::printf("contracts-macos: lacks %s\n", screenRecording);
+}
+
+std::optional<std::string> MacPermissions::missingFor(const std::string& suite) {
+    const bool usesWindows = suite == "WindowContract";
+    const bool usesKeys = suite == "KeyboardContract";
+    if ((usesWindows || usesKeys) && !AXIsProcessTrusted()) return suite + " needs " + accessibility;
+    if (usesWindows && !CGPreflightScreenCaptureAccess()) return suite + " needs " + screenRecording;
+    return std::nullopt;
+}
+
+}  // namespace vantrel::macos
