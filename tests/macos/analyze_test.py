@@ -3,7 +3,7 @@
 import pathlib
 import tempfile
 
-from checks import ANALYZER, clang, prepare
+from checks import ANALYZER, PREFIX, clang, prepare
 
 HEAD = "#import <AppKit/AppKit.h>\n#import <ApplicationServices/ApplicationServices.h>\n"
 # Code and the complaint about it.
@@ -29,7 +29,7 @@ def main():
         path = pathlib.Path(folder) / "code.mm"
         for code, complaint in MISTAKES.items():
             path.write_text(HEAD + code + "\n", encoding="utf-8")
-            result = clang(*ANALYZER, str(path))
+            result = clang(*PREFIX, *ANALYZER, str(path))
             assert result.returncode and complaint in result.stderr, (code, result.stderr)
     print(f"{len(MISTAKES)} mistakes, all of them found")
 

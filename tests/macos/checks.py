@@ -8,6 +8,8 @@ ROOT = pathlib.Path(__file__).resolve().parents[2]
 WORK = ROOT / "build/macos"
 PACKAGING = ROOT / "packaging/macos"
 CLANG = "clang++-22"
+# As script/check-macos reads them.
+PREFIX = ["-include-pch", str(WORK / "mm.pch")]
 ANALYZER = [f"@{PACKAGING}/cross/analyzer.txt"]
 
 sys.path.insert(0, str(PACKAGING / "tools"))

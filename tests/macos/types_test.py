@@ -3,7 +3,7 @@
 import pathlib
 import tempfile
 
-from checks import clang, prepare
+from checks import PREFIX, clang, prepare
 
 HEAD = "#import <AppKit/AppKit.h>\n#include <charconv>\n"
 # Code and the complaint about it.
@@ -32,7 +32,7 @@ void f() {
 def check(folder, code):
     path = pathlib.Path(folder) / "code.mm"
     path.write_text(HEAD + code + "\n", encoding="utf-8")
-    return clang("-fsyntax-only", str(path))
+    return clang(*PREFIX, "-fsyntax-only", str(path))
 
 
 def main():
