@@ -10,7 +10,7 @@ NS_ASSUME_NONNULL_BEGIN
 @property(readonly) NSUInteger count;
 - (ObjectType)objectAtIndexedSubscript:(NSUInteger)index;
 + (instancetype)array;
-+ (instancetype)arrayWithObjects:(const ObjectType _Nonnull[_Nullable])objects count:(NSUInteger)count;
++ (instancetype)arrayWithObjects:(const ObjectType _Nonnull[_Nonnull])objects count:(NSUInteger)count;
 @end
 
 @interface NSMutableArray<ObjectType> : NSArray <ObjectType>
