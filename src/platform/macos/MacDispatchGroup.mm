@@ -14,7 +14,9 @@ void MacDispatchGroup::leave() {
 
 void MacDispatchGroup::notify(DispatchQueue& queue, Block block) {
     dispatch_group_notify(group_, static_cast<MacDispatchQueue&>(queue).get(), ^{
-      block();
+      @autoreleasepool {
+          block();
+      }
     });
 }
 

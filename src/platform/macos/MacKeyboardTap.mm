@@ -3,6 +3,8 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/macos/MainThread.h"
+
 namespace vantrel::macos {
 
 namespace {
@@ -10,6 +12,11 @@ namespace {
 constexpr CGEventMask keyDownAndFlagsChanged = CGEventMaskBit(kCGEventKeyDown) | CGEventMaskBit(kCGEventFlagsChanged);
 
 static_assert(keyDownAndFlagsChanged == 0x1400);
+static_assert(kCGSessionEventTap == 1 && kCGHeadInsertEventTap == 0 && kCGEventTapOptionDefault == 0);
+static_assert(kCGKeyboardEventKeycode == 9);
+// The rules read the flags by these values.
+static_assert(kCGEventFlagMaskShift == 0x20000 && kCGEventFlagMaskControl == 0x40000 &&
+              kCGEventFlagMaskCommand == 0x100000);
 static_assert(static_cast<CGEventType>(KeyEventType::keyDown) == kCGEventKeyDown);
 static_assert(static_cast<CGEventType>(KeyEventType::flagsChanged) == kCGEventFlagsChanged);
 static_assert(static_cast<CGEventType>(KeyEventType::tapDisabledByTimeout) == kCGEventTapDisabledByTimeout);
@@ -51,6 +58,7 @@ bool MacKeyboardTap::install() {
 
 // A tap that is only disabled stays with the system and slows every key press down; it goes with its port.
 MacKeyboardTap::~MacKeyboardTap() {
+    requireMainThread("the end of a keyboard tap");
     if (!eventTap_) return;
     CGEventTapEnable(eventTap_.get(), false);
     if (runLoopSource_) CFRunLoopRemoveSource(CFRunLoopGetMain(), runLoopSource_.get(), kCFRunLoopCommonModes);
