@@ -10,6 +10,7 @@ namespace vantrel::macos {
 static_assert(accessibilitySuccess == kAXErrorSuccess);
 
 std::variant<AccessibilityValue, AccessibilityError> MacAccessibilityElement::attribute(std::string_view name) const {
+    if (!element_) return AccessibilityError{kAXErrorInvalidUIElement};
     @autoreleasepool {
         NSString* text = lenientText(name);
         CFTypeRef copied = nullptr;
@@ -21,6 +22,7 @@ std::variant<AccessibilityValue, AccessibilityError> MacAccessibilityElement::at
 }
 
 AccessibilityError MacAccessibilityElement::setAttribute(std::string_view name, const AccessibilityValue& value) {
+    if (!element_) return kAXErrorInvalidUIElement;
     @autoreleasepool {
         const auto object = accessibilityObject(value);
         if (!object) return kAXErrorIllegalArgument;
@@ -30,6 +32,7 @@ AccessibilityError MacAccessibilityElement::setAttribute(std::string_view name, 
 }
 
 AccessibilityError MacAccessibilityElement::performAction(std::string_view name) {
+    if (!element_) return kAXErrorInvalidUIElement;
     @autoreleasepool {
         NSString* text = lenientText(name);
         return AXUIElementPerformAction(element_.get(), (__bridge CFStringRef)text);
