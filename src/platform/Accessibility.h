@@ -21,6 +21,17 @@ using AccessibilityValue = std::variant<std::monostate, bool, Point, Size, std::
 /// AXError: 0 is success, failures are negative (-25200 and below).
 using AccessibilityError = std::int32_t;
 inline constexpr AccessibilityError accessibilitySuccess = 0;
+inline constexpr AccessibilityError accessibilityFailure = -25200;
+inline constexpr AccessibilityError accessibilityIllegalArgument = -25201;
+/// What the element stood for is gone.
+inline constexpr AccessibilityError accessibilityInvalidElement = -25202;
+/// The application is gone or does not answer.
+inline constexpr AccessibilityError accessibilityCannotComplete = -25204;
+inline constexpr AccessibilityError accessibilityAttributeUnsupported = -25205;
+inline constexpr AccessibilityError accessibilityActionUnsupported = -25206;
+/// This process has not got the permission.
+inline constexpr AccessibilityError accessibilityDisabled = -25211;
+inline constexpr AccessibilityError accessibilityNoValue = -25212;
 
 /// AXUIElement. Any thread. A call can take seconds when the application does not answer.
 class AccessibilityElement {

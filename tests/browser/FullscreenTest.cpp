@@ -22,7 +22,7 @@ class Fullscreen : public BrowserTest {
         mac().runFor(2.999);
     }
     AccessibilityFaults& faults() { return mac().accessibility().faults(); }
-    void refuseFullScreen() { faults().fail(Operation::write, "AXFullScreen", virtualmac::accessibilityFailure); }
+    void refuseFullScreen() { faults().fail(Operation::write, "AXFullScreen", accessibilityFailure); }
     /// What was written, "ATTRIBUTE=VALUE", without what was refused.
     std::vector<std::string> writes() {
         std::vector<std::string> all;
@@ -132,8 +132,8 @@ TEST_F(Fullscreen, TakesACommonSizeWhereThereIsNoMainScreen) {
 
 TEST_F(Fullscreen, IgnoresWhatComesOfTheMaximising) {
     refuseFullScreen();
-    faults().fail(Operation::write, "AXPosition", virtualmac::accessibilityCannotComplete);
-    faults().fail(Operation::write, "AXSize", virtualmac::accessibilityCannotComplete);
+    faults().fail(Operation::write, "AXPosition", accessibilityCannotComplete);
+    faults().fail(Operation::write, "AXSize", accessibilityCannotComplete);
     launchToFirstAttempt();
     mac().runFor(30);
     EXPECT_TRUE(launcher().isConfirmedFullscreen());
@@ -149,8 +149,7 @@ TEST_F(Fullscreen, IsRetriedWithoutAWindowAndNothingIsMaximised) {
 }
 
 TEST_F(Fullscreen, TakesAListThatCannotBeReadForNoWindow) {
-    for (const auto error : {virtualmac::accessibilityCannotComplete, virtualmac::accessibilityDisabled,
-                             virtualmac::accessibilityFailure}) {
+    for (const auto error : {accessibilityCannotComplete, accessibilityDisabled, accessibilityFailure}) {
         forgetEvents();
         faults().clear();
         faults().fail(Operation::read, "AXWindows", error);
@@ -176,7 +175,7 @@ TEST_F(Fullscreen, TakesAListOfAnotherTypeForNoWindow) {
 }
 
 TEST_F(Fullscreen, IsSetWhereItCannotBeReadOrIsNoBoolean) {
-    faults().fail(Operation::read, "AXFullScreen", virtualmac::accessibilityCannotComplete, 1);
+    faults().fail(Operation::read, "AXFullScreen", accessibilityCannotComplete, 1);
     launchToFirstAttempt();
     mac().runFor(0.1);
     EXPECT_THAT(writes(), ElementsAre("AXFullScreen=true"));
@@ -241,7 +240,7 @@ TEST_F(Fullscreen, SurvivesABrowserThatDoesNotAnswer) {
 
 TEST_F(Fullscreen, IsTriedOnThoughTheActivationIsDeclined) {
     installChrome([](auto& chrome) { chrome.application.declinesActivation = true; });
-    faults().fail(Operation::write, "AXFullScreen", virtualmac::accessibilityFailure, 2);
+    faults().fail(Operation::write, "AXFullScreen", accessibilityFailure, 2);
     launchToFirstAttempt();
     mac().runFor(30);
     EXPECT_THAT(attemptTimes(), SizeIs(3));

@@ -71,7 +71,7 @@ TEST_F(NextLaunch, ForgetsTheConfirmationAndTheAttempts) {
 
 TEST_F(NextLaunch, DropsThePendingRetry) {
     installChrome();
-    mac().accessibility().faults().fail(Operation::write, "AXFullScreen", virtualmac::accessibilityFailure);
+    mac().accessibility().faults().fail(Operation::write, "AXFullScreen", accessibilityFailure);
     makeForOneLaunchOf(SupportedBrowser::chrome);
     launch();
     mac().runFor(4);

@@ -19,7 +19,7 @@ class SharedState : public BrowserTest {
     /// Full screen is refused, so that the attempts go on.
     void makeForARefusingChrome() {
         installChrome();
-        mac().accessibility().faults().fail(Operation::write, "AXFullScreen", virtualmac::accessibilityFailure);
+        mac().accessibility().faults().fail(Operation::write, "AXFullScreen", accessibilityFailure);
         make(true);
     }
 };

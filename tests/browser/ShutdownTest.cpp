@@ -158,7 +158,7 @@ TEST_F(Shutdown, TakesWindowsOutOfFullScreenFirstWithAPauseEach) {
 
 TEST_F(Shutdown, ClosesAWindowThatStaysInFullScreenAfterTheSamePause) {
     const auto process = openMeetingInOwnChrome(1);
-    mac().accessibility().faults().fail(Operation::write, "AXFullScreen", virtualmac::accessibilityFailure);
+    mac().accessibility().faults().fail(Operation::write, "AXFullScreen", accessibilityFailure);
     const double start = mac().now();
     close();
     EXPECT_NEAR(mac().now() - start, 0.5, 1e-6);
@@ -180,8 +180,8 @@ TEST_F(Shutdown, ClosesTheWindowsInTheirOrder) {
 
 TEST_F(Shutdown, GoesOnWithTheNextWindowWhenOneCannotBeClosed) {
     const auto process = openMeetingInOwnChrome(2);
-    mac().accessibility().faults().fail(Operation::read, "AXCloseButton", virtualmac::accessibilityFailure, 1);
-    mac().accessibility().faults().fail(Operation::action, "AXPress", virtualmac::accessibilityFailure, 1);
+    mac().accessibility().faults().fail(Operation::read, "AXCloseButton", accessibilityFailure, 1);
+    mac().accessibility().faults().fail(Operation::action, "AXPress", accessibilityFailure, 1);
     close();
     mac().runFor(2);
     EXPECT_THAT(mac().desktop().windowsOf(process), SizeIs(2));
@@ -205,7 +205,7 @@ TEST_F(Shutdown, LeavesAWindowWithoutACloseButtonOpen) {
 
 TEST_F(Shutdown, DoesNotPauseForAWindowWhoseFullScreenCannotBeRead) {
     openMeetingInOwnChrome(1);
-    mac().accessibility().faults().fail(Operation::read, "AXFullScreen", virtualmac::accessibilityFailure);
+    mac().accessibility().faults().fail(Operation::read, "AXFullScreen", accessibilityFailure);
     const double start = mac().now();
     close();
     EXPECT_NEAR(mac().now() - start, 0, 1e-6);
@@ -214,7 +214,7 @@ TEST_F(Shutdown, DoesNotPauseForAWindowWhoseFullScreenCannotBeRead) {
 
 TEST_F(Shutdown, ForgetsABrowserWhoseWindowsCannotBeRead) {
     const auto process = openMeetingInOwnChrome(1);
-    mac().accessibility().faults().fail(Operation::read, "AXWindows", virtualmac::accessibilityCannotComplete);
+    mac().accessibility().faults().fail(Operation::read, "AXWindows", accessibilityCannotComplete);
     close();
     EXPECT_TRUE(isRunning(process));
     EXPECT_THAT(mac().desktop().windowsOf(process), SizeIs(2));
@@ -263,7 +263,7 @@ TEST_F(Shutdown, TwiceDoesNothingTheSecondTime) {
 
 TEST_F(Shutdown, DropsAPendingRetry) {
     installChrome();
-    mac().accessibility().faults().fail(Operation::write, "AXFullScreen", virtualmac::accessibilityFailure);
+    mac().accessibility().faults().fail(Operation::write, "AXFullScreen", accessibilityFailure);
     openMeeting();
     ASSERT_EQ(mac().residue().timers, 1u);
     close();
@@ -275,7 +275,7 @@ TEST_F(Shutdown, DropsAPendingRetry) {
 
 TEST_F(Shutdown, LetsAnAttemptThatIsQueuedAlreadyFindNoProcess) {
     installChrome();
-    mac().accessibility().faults().fail(Operation::write, "AXFullScreen", virtualmac::accessibilityFailure);
+    mac().accessibility().faults().fail(Operation::write, "AXFullScreen", accessibilityFailure);
     make();
     launch();
     // The first attempt comes at 3 seconds, the timer fires at 5, the second attempt is due at 5.5.

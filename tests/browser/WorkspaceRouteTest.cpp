@@ -275,7 +275,7 @@ TEST_F(WorkspaceRoute, DoesNotResetTheSeriesBeforeItsFirstAttempt) {
     launch();
     mac().runFor(2);
     mac().accessibility().faults().fail(virtualmac::AccessibilityFaults::Operation::write, "AXFullScreen",
-                                        virtualmac::accessibilityFailure);
+                                        accessibilityFailure);
     attempt();
     EXPECT_EQ(launcher().fullscreenRetryCount(), 1);
     mac().runFor(3);

@@ -6,7 +6,6 @@
 
 #include "DesktopTest.h"
 #include "ForeignWindow.h"
-#include "platform/linux/AccessibilityErrors.h"
 
 namespace vantrel::linuxdesktop {
 namespace {

@@ -117,7 +117,7 @@ TEST_F(BrowserKillTest, WithoutALauncherSaysSoAndStops) {
 TEST_F(BrowserKillTest, KeepsTheLauncherFromBringingTheWindowBack) {
     installChrome();
     mac().accessibility().faults().fail(virtualmac::AccessibilityFaults::Operation::write, "AXFullScreen",
-                                        virtualmac::accessibilityFailure);
+                                        accessibilityFailure);
     launch();
     mac().runFor(4);
     ASSERT_GT(mac().residue().timers, 0u);

@@ -223,7 +223,7 @@ TEST_F(WrongWindow, OfTheBrowserInFrontIsPutRightWithoutAViolation) {
 
 TEST_F(WrongWindow, ThatDoesNotTellItsStateIsWrong) {
     watch();
-    faults().fail(Operation::read, "AXFullScreen", virtualmac::accessibilityFailure);
+    faults().fail(Operation::read, "AXFullScreen", accessibilityFailure);
     runTicks(1);
     EXPECT_THAT(monitorLines(), ElementsAre(line));
 }
@@ -243,8 +243,8 @@ TEST_F(WrongWindow, IsFollowedByAnAttemptHalfASecondLater) {
 
 TEST_F(WrongWindow, ThatCannotBeReadIsTakenForTheRightOne) {
     watch();
-    faults().fail(Operation::read, "AXFocusedWindow", virtualmac::accessibilityFailure);
-    faults().fail(Operation::read, "AXFullScreen", virtualmac::accessibilityFailure);
+    faults().fail(Operation::read, "AXFocusedWindow", accessibilityFailure);
+    faults().fail(Operation::read, "AXFullScreen", accessibilityFailure);
     runTicks(2);
     EXPECT_THAT(monitorLines(), IsEmpty());
 }

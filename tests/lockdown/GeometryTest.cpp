@@ -118,14 +118,14 @@ TEST_F(Geometry, IsTriedToMakeFullScreenThoughTheMonitorHasStoppedMeanwhile) {
 
 TEST_F(Geometry, CountsAPositionThatCannotBeReadAsZero) {
     faults().clear();
-    faults().fail(Operation::read, "AXPosition", virtualmac::accessibilityFailure);
+    faults().fail(Operation::read, "AXPosition", accessibilityFailure);
     faults().answer("AXSize", Size{1440, 900});
     runTicks(1);
     EXPECT_THAT(monitorLines(), IsEmpty());
 }
 
 TEST_F(Geometry, CountsASizeThatCannotBeReadAsZero) {
-    faults().fail(Operation::read, "AXSize", virtualmac::accessibilityFailure);
+    faults().fail(Operation::read, "AXSize", accessibilityFailure);
     runTicks(1);
     EXPECT_THAT(monitorLines(), ElementsAre("[MONITOR] Finestra ridimensionata (0%×0%) — ripristino"));
 }
@@ -140,8 +140,8 @@ TEST_F(Geometry, CountsAPositionOfAnotherTypeAsZero) {
 
 TEST_F(Geometry, IgnoresWritesThatFail) {
     place({100, 100}, {720, 450});
-    faults().fail(Operation::write, "AXPosition", virtualmac::accessibilityFailure);
-    faults().fail(Operation::write, "AXSize", virtualmac::accessibilityFailure);
+    faults().fail(Operation::write, "AXPosition", accessibilityFailure);
+    faults().fail(Operation::write, "AXSize", accessibilityFailure);
     runTicks(2);
     EXPECT_THAT(monitorLines(), SizeIs(4));
     EXPECT_THAT(ends(), IsEmpty());
@@ -149,7 +149,7 @@ TEST_F(Geometry, IgnoresWritesThatFail) {
 
 TEST_F(Geometry, IsNotCheckedWithoutAList) {
     place({100, 100}, {720, 450});
-    faults().fail(Operation::read, "AXWindows", virtualmac::accessibilityFailure);
+    faults().fail(Operation::read, "AXWindows", accessibilityFailure);
     runTicks(2);
     EXPECT_THAT(monitorLines(), IsEmpty());
     bringForward("Note", "com.example.notes");
@@ -198,7 +198,7 @@ TEST_F(Geometry, OfAnotherWindowInFullScreenStandsForAll) {
 
 TEST_F(Geometry, OfAWindowThatDoesNotTellItsStateIsChecked) {
     place({100, 100}, {1440, 900});
-    faults().fail(Operation::read, "AXFullScreen", virtualmac::accessibilityFailure);
+    faults().fail(Operation::read, "AXFullScreen", accessibilityFailure);
     runTicks(1);
     EXPECT_THAT(monitorLines(), ElementsAre("[MONITOR] Finestra spostata pos:(100,100) — ripristino"));
 }
@@ -229,7 +229,7 @@ TEST_F(Geometry, DoesNotAttemptFullScreenForALauncherThatIsGoneByThen) {
 TEST_F(Geometry, OfAConfirmedFullScreenIsNotCheckedWhereNoWindowSaysSo) {
     mac().onMain([this] { monitor().setFullscreenConfirmed(true); });
     place({100, 100}, {720, 450});
-    faults().fail(Operation::read, "AXFocusedWindow", virtualmac::accessibilityFailure);
+    faults().fail(Operation::read, "AXFocusedWindow", accessibilityFailure);
     runTicks(2);
     EXPECT_THAT(writes(), IsEmpty());
     EXPECT_THAT(monitorLines(), IsEmpty());
@@ -261,7 +261,7 @@ TEST_F(GeometryWithoutAnApplication, ActivatesNothingAndIsTriedToMakeFullScreenA
         chrome.windows.at(0).frame = {{0, 24}, {1440, 876}};
         chrome.appearsAfter = 2.5;
     });
-    faults().fail(Operation::write, "AXFullScreen", virtualmac::accessibilityFailure, 1);
+    faults().fail(Operation::write, "AXFullScreen", accessibilityFailure, 1);
     launch();
     mac().runFor(3.6);
     launcher().cancelFullscreenRetry();

@@ -19,8 +19,7 @@ void MonitorTest::openInFullScreen() {
 
 void MonitorTest::openInWindow() {
     installChrome([](auto& chrome) { chrome.windows.at(0).frame = {{0, 24}, {1440, 876}}; });
-    faults().fail(virtualmac::AccessibilityFaults::Operation::write, "AXFullScreen", virtualmac::accessibilityFailure,
-                  1);
+    faults().fail(virtualmac::AccessibilityFaults::Operation::write, "AXFullScreen", accessibilityFailure, 1);
     launch();
     mac().runFor(3.1);
     launcher().cancelFullscreenRetry();

@@ -250,7 +250,7 @@ TEST_F(BrowserOfSessionTest, IsStartedOnceByTwoPressesUnderThePermissionPrompt) 
 
 TEST_F(BrowserOfSessionTest, LaunchedTwiceByTwoPressesLeavesOneLauncher) {
     mac().accessibility().faults().fail(virtualmac::AccessibilityFaults::Operation::write, "AXFullScreen",
-                                        virtualmac::accessibilityFailure);
+                                        accessibilityFailure);
     launch();
     join();
     mac().runFor(1);

@@ -133,7 +133,7 @@ TEST_F(WholeLockdown, EndsAwayFromTheMeetingsSpaceWithFlagsThatFollow) {
 
 TEST_F(WholeLockdown, HearsOfAFullScreenConfirmedAfterItsStart) {
     mac().accessibility().faults().fail(virtualmac::AccessibilityFaults::Operation::write, "AXFullScreen",
-                                        virtualmac::accessibilityFailure, 1);
+                                        accessibilityFailure, 1);
     launch();
     enterLockdown();
     EXPECT_EQ(count("[MONITOR] Fullscreen confermato"), 1u);

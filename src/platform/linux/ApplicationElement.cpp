@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "platform/linux/AccessibilityErrors.h"
 #include "platform/linux/ProcessTable.h"
 #include "platform/linux/WindowElement.h"
 #include "platform/linux/X11WindowSurvey.h"

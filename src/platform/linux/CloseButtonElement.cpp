@@ -1,6 +1,5 @@
 #include "platform/linux/CloseButtonElement.h"
 
-#include "platform/linux/AccessibilityErrors.h"
 #include "platform/linux/X11WindowSurvey.h"
 #include "platform/linux/X11Windows.h"
 

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/linux/KeyPositions.h"
+#include "platform/linux/XInputExtension.h"
 
 namespace vantrel::linuxdesktop {
 
@@ -24,14 +25,9 @@ struct HierarchyMask {
 std::unique_ptr<KeyboardFilter> KeyboardFilter::open() {
     auto connection = X11Connection::open();
     if (!connection) return nullptr;
-    const auto* extension = xcb_get_extension_data(connection->get(), &xcb_input_id);
-    if (extension == nullptr || extension->present == 0) return nullptr;
-    const X11Reply<xcb_input_xi_query_version_reply_t> version(xcb_input_xi_query_version_reply(
-        connection->get(), xcb_input_xi_query_version(connection->get(), 2, 2), nullptr));
-    if (!version || version->major_version < 2 || (version->major_version == 2 && version->minor_version < 1)) {
-        return nullptr;
-    }
-    return std::unique_ptr<KeyboardFilter>(new KeyboardFilter(std::move(connection), extension->major_opcode));
+    const auto extension = xInputExtension(*connection);
+    if (!extension) return nullptr;
+    return std::unique_ptr<KeyboardFilter>(new KeyboardFilter(std::move(connection), *extension));
 }
 
 KeyboardFilter::KeyboardFilter(std::unique_ptr<X11Connection> connection, std::uint8_t extension)

@@ -5,7 +5,6 @@
 #include <cmath>
 #include <thread>
 
-#include "platform/linux/AccessibilityErrors.h"
 #include "platform/linux/CloseButtonElement.h"
 #include "platform/linux/FullScreenDesktops.h"
 #include "platform/linux/PrimaryOrigin.h"

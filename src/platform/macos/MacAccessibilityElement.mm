@@ -7,7 +7,13 @@
 
 namespace vantrel::macos {
 
-static_assert(accessibilitySuccess == kAXErrorSuccess);
+static_assert(accessibilitySuccess == kAXErrorSuccess && accessibilityFailure == kAXErrorFailure &&
+              accessibilityIllegalArgument == kAXErrorIllegalArgument &&
+              accessibilityInvalidElement == kAXErrorInvalidUIElement &&
+              accessibilityCannotComplete == kAXErrorCannotComplete &&
+              accessibilityAttributeUnsupported == kAXErrorAttributeUnsupported &&
+              accessibilityActionUnsupported == kAXErrorActionUnsupported &&
+              accessibilityDisabled == kAXErrorAPIDisabled && accessibilityNoValue == kAXErrorNoValue);
 
 std::variant<AccessibilityValue, AccessibilityError> MacAccessibilityElement::attribute(std::string_view name) const {
     if (!element_) return AccessibilityError{kAXErrorInvalidUIElement};

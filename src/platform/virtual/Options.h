@@ -20,8 +20,6 @@ struct Options {
     double calendarStart = 1772438400;
     /// The main bundle's.
     std::optional<std::string> bundleIdentifier;
-    /// The one under which this process is listed among the running applications; the main bundle's when empty.
-    std::optional<std::string> listedBundleIdentifier;
     /// Hears of wrong use of the platform: an interface touched off the main thread, a wait under a lock, a deadlock.
     /// On the thread at fault. Without one the misuse is printed on standard error and the process aborts.
     std::function<void(const std::string&)> onMisuse;

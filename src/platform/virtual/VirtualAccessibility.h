@@ -12,16 +12,6 @@
 
 namespace vantrel::virtualmac {
 
-/// AXError.
-inline constexpr AccessibilityError accessibilityFailure = -25200;
-inline constexpr AccessibilityError accessibilityIllegalArgument = -25201;
-inline constexpr AccessibilityError accessibilityInvalidElement = -25202;
-inline constexpr AccessibilityError accessibilityCannotComplete = -25204;
-inline constexpr AccessibilityError accessibilityAttributeUnsupported = -25205;
-inline constexpr AccessibilityError accessibilityActionUnsupported = -25206;
-inline constexpr AccessibilityError accessibilityDisabled = -25211;
-inline constexpr AccessibilityError accessibilityNoValue = -25212;
-
 /// The elements of the other applications, as the desktop has their windows. An application has "AXWindows", front to
 /// back and on all Spaces, and "AXFocusedWindow"; a window "AXFullScreen", "AXPosition", "AXSize", "AXMinimized", which
 /// can be written, "AXTitle" and "AXCloseButton"; a close button the action "AXPress".

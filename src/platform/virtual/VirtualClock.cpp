@@ -19,8 +19,4 @@ void VirtualClock::closeLid(double seconds) {
     engine_.journal.emit("lid", shortest(seconds));
 }
 
-void VirtualClock::setCalendar(double secondsSince1970) {
-    offset_ = secondsSince1970 - toSeconds(engine_.scheduler.now());
-}
-
 }  // namespace vantrel::virtualmac

@@ -17,8 +17,6 @@ class VirtualClock final : public Clock {
 
     /// Driver-facing, any thread: the computer sleeps for that long. Uptime stands still.
     void closeLid(double seconds);
-    /// Somebody sets the calendar.
-    void setCalendar(double secondsSince1970);
 
   private:
     Engine& engine_;

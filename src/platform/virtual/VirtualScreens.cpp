@@ -7,18 +7,6 @@
 
 namespace vantrel::virtualmac {
 
-struct VirtualScreens::Observer {
-    Block block;
-};
-
-class VirtualScreens::Handle final : public Observation {
-  public:
-    explicit Handle(std::shared_ptr<Observer> observer) : observer_(std::move(observer)) {}
-
-  private:
-    std::shared_ptr<Observer> observer_;
-};
-
 namespace {
 
 std::vector<Screen>::iterator find(std::vector<Screen>& screens, std::string_view name) {
@@ -56,10 +44,7 @@ bool VirtualScreens::screensHaveSeparateSpaces() const {
 
 std::unique_ptr<Observation> VirtualScreens::observeScreenParametersDidChange(Block block) {
     engine_.mainThreadCall("Screens.observeScreenParametersDidChange");
-    auto observer = std::make_shared<Observer>(Observer{std::move(block)});
-    const std::lock_guard guard(mutex_);
-    observers_.push_back(observer);
-    return std::make_unique<Handle>(std::move(observer));
+    return changes_.observe(std::move(block));
 }
 
 Displays VirtualScreens::displays() const {
@@ -86,22 +71,8 @@ void VirtualScreens::change(Displays displays) {
         every = noticesEvery_;
     }
     engine_.journal.emit("screens-changed", {}, std::move(fields));
-    if (notices > 0) notify();
-    for (int notice = 1; notice < notices; ++notice) engine_.world.after(notice * every, [this] { notify(); });
-}
-
-void VirtualScreens::notify() {
-    std::vector<std::weak_ptr<Observer>> told;
-    {
-        const std::lock_guard guard(mutex_);
-        std::erase_if(observers_, [](const auto& observer) { return observer.expired(); });
-        told = observers_;
-    }
-    for (auto& observer : told) {
-        engine_.mainLoop.async(engine_.scheduler.now(), [observer = std::move(observer)] {
-            if (const auto living = observer.lock()) living->block();
-        });
-    }
+    if (notices > 0) changes_.post();
+    for (int notice = 1; notice < notices; ++notice) engine_.world.after(notice * every, [this] { changes_.post(); });
 }
 
 void VirtualScreens::setNotices(int count, double every) {
@@ -186,12 +157,6 @@ bool VirtualScreens::focus(std::string_view name) {
     if (found == displays_.screens.end()) return false;
     displays_.main = static_cast<std::size_t>(found - displays_.screens.begin());
     return true;
-}
-
-std::size_t VirtualScreens::observers() const {
-    const std::lock_guard guard(mutex_);
-    return static_cast<std::size_t>(
-        std::count_if(observers_.begin(), observers_.end(), [](const auto& observer) { return !observer.expired(); }));
 }
 
 }  // namespace vantrel::virtualmac

@@ -9,6 +9,7 @@
 
 #include "platform/Screens.h"
 #include "platform/virtual/Engine.h"
+#include "platform/virtual/NotificationCenter.h"
 
 namespace vantrel::virtualmac {
 
@@ -22,7 +23,7 @@ struct Displays {
 
 class VirtualScreens final : public Screens {
   public:
-    explicit VirtualScreens(Engine& engine) : engine_(engine) {}
+    explicit VirtualScreens(Engine& engine) : engine_(engine), changes_(engine) {}
 
     std::vector<Screen> screens() const override;
     std::optional<Screen> mainScreen() const override;
@@ -50,23 +51,19 @@ class VirtualScreens final : public Screens {
     /// the system does.
     void setNotices(int count, double every);
 
-    std::size_t observers() const;
+    std::size_t observers() const { return changes_.observers(); }
 
   private:
-    struct Observer;
-    class Handle;
-
     /// Takes the display out of the list; empty when there is none of that name.
     static std::optional<Screen> take(Displays& displays, std::string_view name);
-    void notify();
 
     Engine& engine_;
+    NotificationCenter changes_;
     mutable std::mutex mutex_;
     Displays displays_;
     std::vector<Screen> mirrored_;
     int notices_ = 1;
     double noticesEvery_ = 0;
-    std::vector<std::weak_ptr<Observer>> observers_;
 };
 
 }  // namespace vantrel::virtualmac

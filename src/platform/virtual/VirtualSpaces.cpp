@@ -5,18 +5,6 @@
 
 namespace vantrel::virtualmac {
 
-struct VirtualSpaces::Observer {
-    Block block;
-};
-
-class VirtualSpaces::Handle final : public Observation {
-  public:
-    explicit Handle(std::shared_ptr<Observer> observer) : observer_(std::move(observer)) {}
-
-  private:
-    std::shared_ptr<Observer> observer_;
-};
-
 namespace {
 
 const SpaceRow& rowNamed(const DesktopState& state, const std::string& display) {
@@ -49,30 +37,14 @@ bool show(DesktopState& state, const SpaceRow& row, std::size_t place) {
 
 }  // namespace
 
-VirtualSpaces::VirtualSpaces(Engine& engine, VirtualDesktop& desktop) : engine_(engine), desktop_(desktop) {
-    desktop_.onSpaceChange = [this] { notify(); };
+VirtualSpaces::VirtualSpaces(Engine& engine, VirtualDesktop& desktop)
+    : engine_(engine), desktop_(desktop), notices_(engine) {
+    desktop_.onSpaceChange = [this] { notices_.post(); };
 }
 
 std::unique_ptr<Observation> VirtualSpaces::observeActiveSpaceDidChange(Block block) {
     engine_.mainThreadCall("Spaces.observeActiveSpaceDidChange");
-    auto observer = std::make_shared<Observer>(Observer{std::move(block)});
-    const std::lock_guard guard(mutex_);
-    observers_.push_back(observer);
-    return std::make_unique<Handle>(std::move(observer));
-}
-
-void VirtualSpaces::notify() {
-    std::vector<std::weak_ptr<Observer>> told;
-    {
-        const std::lock_guard guard(mutex_);
-        std::erase_if(observers_, [](const auto& observer) { return observer.expired(); });
-        told = observers_;
-    }
-    for (auto& observer : told) {
-        engine_.mainLoop.async(engine_.scheduler.now(), [observer = std::move(observer)] {
-            if (const auto living = observer.lock()) living->block();
-        });
-    }
+    return notices_.observe(std::move(block));
 }
 
 bool VirtualSpaces::swipe(Direction direction, const std::string& display) {
@@ -105,12 +77,6 @@ bool VirtualSpaces::isFullScreen(const std::string& display) const {
 
 std::size_t VirtualSpaces::count(const std::string& display) const {
     return desktop_.read([&](const DesktopState& state) { return rowNamed(state, display).spaces.size(); });
-}
-
-std::size_t VirtualSpaces::observers() const {
-    const std::lock_guard guard(mutex_);
-    return static_cast<std::size_t>(
-        std::count_if(observers_.begin(), observers_.end(), [](const auto& observer) { return !observer.expired(); }));
 }
 
 }  // namespace vantrel::virtualmac

@@ -2,12 +2,11 @@
 
 #include <cstddef>
 #include <memory>
-#include <mutex>
 #include <string>
-#include <vector>
 
 #include "platform/Spaces.h"
 #include "platform/virtual/Engine.h"
+#include "platform/virtual/NotificationCenter.h"
 #include "platform/virtual/VirtualDesktop.h"
 
 namespace vantrel::virtualmac {
@@ -34,18 +33,12 @@ class VirtualSpaces final : public Spaces {
     bool isFullScreen(const std::string& display = {}) const;
     std::size_t count(const std::string& display = {}) const;
 
-    std::size_t observers() const;
+    std::size_t observers() const { return notices_.observers(); }
 
   private:
-    struct Observer;
-    class Handle;
-
-    void notify();
-
     Engine& engine_;
     VirtualDesktop& desktop_;
-    mutable std::mutex mutex_;
-    std::vector<std::weak_ptr<Observer>> observers_;
+    NotificationCenter notices_;
 };
 
 }  // namespace vantrel::virtualmac

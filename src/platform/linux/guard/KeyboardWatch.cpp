@@ -8,6 +8,8 @@
 #include <array>
 #include <utility>
 
+#include "platform/linux/XInputExtension.h"
+
 namespace vantrel::linuxdesktop {
 
 namespace {
@@ -34,15 +36,9 @@ void sync(xcb_connection_t* connection) {
 std::unique_ptr<KeyboardWatch> KeyboardWatch::open() {
     auto connection = X11Connection::open();
     if (!connection) return nullptr;
-    const auto* extension = xcb_get_extension_data(connection->get(), &xcb_input_id);
-    if (extension == nullptr || extension->present == 0) return nullptr;
-    // From version 2.1 on raw events come also while another client has the keyboard.
-    const X11Reply<xcb_input_xi_query_version_reply_t> version(xcb_input_xi_query_version_reply(
-        connection->get(), xcb_input_xi_query_version(connection->get(), 2, 2), nullptr));
-    if (!version || version->major_version < 2 || (version->major_version == 2 && version->minor_version < 1)) {
-        return nullptr;
-    }
-    return std::unique_ptr<KeyboardWatch>(new KeyboardWatch(std::move(connection), extension->major_opcode));
+    const auto extension = xInputExtension(*connection);
+    if (!extension) return nullptr;
+    return std::unique_ptr<KeyboardWatch>(new KeyboardWatch(std::move(connection), *extension));
 }
 
 KeyboardWatch::KeyboardWatch(std::unique_ptr<X11Connection> connection, std::uint8_t extension)
