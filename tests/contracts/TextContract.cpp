@@ -37,6 +37,28 @@ TEST_F(JSONContract, RefusesDeepNesting) {
     EXPECT_FALSE(computer().json.parse(std::string(1'000'000, '[')));
 }
 
+// Its threads have small stacks, and the levels are a server's choice.
+TEST_F(JSONContract, ReadsTheDeepestNestingOnAQueueOfTheBackground) {
+    for (const auto& [open, close] : {std::pair("[", "]"), std::pair("{\"a\":", "}")}) {
+        std::string text;
+        for (int level = 0; level < 511; ++level) text += open;
+        text += "[true]";
+        for (int level = 0; level < 511; ++level) text += close;
+        computer().dispatch.userInitiatedQueue().async([this, text] {
+            const auto value = computer().json.parse(text);
+            const JSONValue* innermost = value ? &*value : nullptr;
+            int levels = 0;
+            while (innermost != nullptr && innermost->boolean() == nullptr) {
+                ++levels;
+                innermost = innermost->array() != nullptr ? &innermost->array()->at(0) : &innermost->object()->at("a");
+            }
+            note(std::to_string(levels));
+        });
+    }
+    ASSERT_TRUE(noted(2));
+    EXPECT_EQ(notes(), (Notes{"512", "512"}));
+}
+
 TEST_F(JSONContract, ReadsBackWhatItWrote) {
     const JSONObject object{{"text", "è \"🔒\"\n\t\x01"},
                             {"yes", true},

@@ -13,7 +13,7 @@ namespace vantrel::macos {
 inline constexpr std::size_t deepestJSON = 512;
 
 /// What NSJSONSerialization reads. Empty for more levels than deepestJSON. Any thread.
-std::optional<JSONValue> jsonValue(id _Nullable object, std::size_t depth = 0);
+std::optional<JSONValue> jsonValue(id _Nullable object);
 
 /// What NSJSONSerialization writes. Nil for a text that is not UTF-8 or more levels than deepestJSON. Any thread.
 id _Nullable foundationObject(const JSONValue& value, std::size_t depth = 0);

@@ -1,6 +1,7 @@
 #include "platform/macos/JSONBridge.h"
 
 #include <utility>
+#include <vector>
 
 #include "platform/macos/Text.h"
 
@@ -12,25 +13,53 @@ bool isBoolean(NSNumber* number) {
     return CFGetTypeID((__bridge CFTypeRef)number) == CFBooleanGetTypeID();
 }
 
-std::optional<JSONValue> arrayValue(NSArray* array, std::size_t depth) {
-    JSONArray values;
-    for (id element in array) {
-        auto value = jsonValue(element, depth);
-        if (!value) return std::nullopt;
-        values.push_back(std::move(*value));
-    }
-    return values;
+// What is still to be read, and where it goes. The places stay where they are: an array has its size before its members
+// are read, and a map moves nothing.
+struct Unread {
+    id object;
+    JSONValue* place;
+    std::size_t depth;
+};
+
+void readArray(NSArray* array, const Unread& whole, std::vector<Unread>& unread) {
+    auto& values = whole.place->value.emplace<JSONArray>(array.count);
+    std::size_t index = 0;
+    for (id element in array) unread.push_back({element, &values[index++], whole.depth + 1});
 }
 
-std::optional<JSONValue> objectValue(NSDictionary* dictionary, std::size_t depth) {
-    JSONObject values;
+bool readObject(NSDictionary* dictionary, const Unread& whole, std::vector<Unread>& unread) {
+    auto& values = whole.place->value.emplace<JSONObject>();
     for (id key in dictionary) {
         auto name = bytesOfAny(key);
-        auto value = jsonValue(dictionary[key], depth);
-        if (!name || !value) return std::nullopt;
-        values.insert_or_assign(std::move(*name), std::move(*value));
+        if (!name) return false;
+        unread.push_back({dictionary[key], &values[std::move(*name)], whole.depth + 1});
     }
-    return values;
+    return true;
+}
+
+bool read(const Unread& whole, std::vector<Unread>& unread) {
+    id object = whole.object;
+    auto& value = whole.place->value;
+    if ([object isKindOfClass:[NSNull class]]) return true;
+    if ([object isKindOfClass:[NSString class]]) {
+        value = bytesOf(object);
+        return true;
+    }
+    if ([object isKindOfClass:[NSNumber class]]) {
+        NSNumber* number = object;
+        if (isBoolean(number)) {
+            value = static_cast<bool>(number.boolValue);
+        } else {
+            value = number.doubleValue;
+        }
+        return true;
+    }
+    if (whole.depth >= deepestJSON) return false;
+    if ([object isKindOfClass:[NSArray class]]) {
+        readArray(object, whole, unread);
+        return true;
+    }
+    return [object isKindOfClass:[NSDictionary class]] && readObject(object, whole, unread);
 }
 
 NSArray* foundationArray(const JSONArray& values, std::size_t depth) {
@@ -56,18 +85,16 @@ NSDictionary* foundationDictionary(const JSONObject& values, std::size_t depth) 
 
 }  // namespace
 
-std::optional<JSONValue> jsonValue(id object, std::size_t depth) {
-    if ([object isKindOfClass:[NSNull class]]) return JSONValue();
-    if ([object isKindOfClass:[NSString class]]) return JSONValue(bytesOf(object));
-    if ([object isKindOfClass:[NSNumber class]]) {
-        NSNumber* number = object;
-        if (isBoolean(number)) return JSONValue(static_cast<bool>(number.boolValue));
-        return JSONValue(number.doubleValue);
+// A list and no recursion: a queue's thread has a stack of half a megabyte, and the levels are a server's choice.
+std::optional<JSONValue> jsonValue(id object) {
+    JSONValue value;
+    std::vector<Unread> unread{{object, &value, 0}};
+    while (!unread.empty()) {
+        const Unread next = unread.back();
+        unread.pop_back();
+        if (!read(next, unread)) return std::nullopt;
     }
-    if (depth >= deepestJSON) return std::nullopt;
-    if ([object isKindOfClass:[NSArray class]]) return arrayValue(object, depth + 1);
-    if ([object isKindOfClass:[NSDictionary class]]) return objectValue(object, depth + 1);
-    return std::nullopt;
+    return value;
 }
 
 id foundationObject(const JSONValue& value, std::size_t depth) {
