@@ -87,6 +87,12 @@ struct FailElements {
 /// They work as usual again.
 struct MendElements {};
 
+/// The elements of an application's processes do not answer any more, or do again.
+struct SilenceApplication {
+    std::string application;
+    bool silent = true;
+};
+
 /// The client's main thread does nothing for so long.
 struct HangClient {
     double seconds = 0;
@@ -95,6 +101,6 @@ struct HangClient {
 /// What happens on the desktop: windows, keys, displays, and what goes wrong with them.
 using DesktopAction = std::variant<PressKeys, ShowApplication, DoToApplication, MoveWindow, ResizeWindow, OpenWindow,
                                    Swipe, ArrangeDisplay, MirrorDisplay, SetDisplayNotices, SetTaps, SetWindowList,
-                                   FailElements, MendElements, HangClient>;
+                                   FailElements, MendElements, SilenceApplication, HangClient>;
 
 }  // namespace vantrel::rehearsal

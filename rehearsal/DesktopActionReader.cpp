@@ -43,6 +43,8 @@ DesktopActionReader::DesktopActionReader(NodeReader& reader, MacReader& mac) : r
         return SetWindowList{reader_.word<bool>(node, "'window-list'", {{"works", true}, {"fails", false}})};
     };
     readers_["fail-elements"] = [this](const auto& node) { return fault(node); };
+    readers_["silence"] = [text](const auto& node) { return SilenceApplication{text(node, "silence"), true}; };
+    readers_["unsilence"] = [text](const auto& node) { return SilenceApplication{text(node, "unsilence"), false}; };
     readers_["hang"] = [this](const auto& node) { return HangClient{reader_.number(node, "'hang'", 0, 3600)}; };
 }
 

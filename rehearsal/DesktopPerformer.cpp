@@ -112,6 +112,17 @@ void DesktopPerformer::operator()(const MendElements&) {
     note("fault", "elements work as usual");
 }
 
+void DesktopPerformer::operator()(const SilenceApplication& action) {
+    if (!isRunning(action.application))
+        return note("ignored",
+                    action.application + (action.silent ? " falls silent" : " answers again") + ": it is not running");
+    for (const auto& process : mac_.processes().all()) {
+        if (process->description().name == action.application)
+            mac_.accessibility().setUnresponsive(process->processIdentifier(), action.silent);
+    }
+    note("fault", action.application + (action.silent ? " does not answer" : " answers again"));
+}
+
 void DesktopPerformer::operator()(const HangClient& action) {
     note("fault", "the client's main thread hangs for " + virtualmac::shortest(action.seconds) + " s");
     mac_.postToMain([this, seconds = action.seconds] { mac_.computer().threads.sleep(seconds); });

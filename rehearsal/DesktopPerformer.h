@@ -32,6 +32,7 @@ class DesktopPerformer {
     void operator()(const SetWindowList& action);
     void operator()(const FailElements& action);
     void operator()(const MendElements& action);
+    void operator()(const SilenceApplication& action);
     void operator()(const HangClient& action);
 
     bool isRunning(const std::string& application) const;

@@ -33,7 +33,14 @@ inline constexpr AccessibilityError accessibilityActionUnsupported = -25206;
 inline constexpr AccessibilityError accessibilityDisabled = -25211;
 inline constexpr AccessibilityError accessibilityNoValue = -25212;
 
-/// AXUIElement. Any thread. A call can take seconds when the application does not answer.
+/// Seconds after which a call to an application that does not answer gives up: the system's own, and those while a
+/// keyboard tap of this process stands (AXUIElementSetMessagingTimeout). The system takes a tap away for good whose
+/// main thread does not answer within one second, and a look at a window asks a silent application twice.
+inline constexpr double accessibilityTimeout = 6;
+inline constexpr double accessibilityTimeoutUnderTap = 0.4;
+
+/// AXUIElement. Any thread. A call to an application that does not answer blocks until its time-out and gives
+/// accessibilityCannotComplete.
 class AccessibilityElement {
   public:
     virtual ~AccessibilityElement() = default;

@@ -63,6 +63,9 @@ TEST(DesktopActionReader, ReadsWhatHappensToDisplaysAndWhatGoesWrong) {
     EXPECT_EQ(fault.error, -25204);
     EXPECT_EQ(fault.times, 2);
     onDesktop<MendElements>("do: let elements work as usual");
+    EXPECT_EQ(onDesktop<SilenceApplication>("silence: Safari").application, "Safari");
+    EXPECT_TRUE(onDesktop<SilenceApplication>("silence: Safari").silent);
+    EXPECT_FALSE(onDesktop<SilenceApplication>("unsilence: Safari").silent);
     EXPECT_EQ(onDesktop<HangClient>("hang: 1.5").seconds, 1.5);
 }
 

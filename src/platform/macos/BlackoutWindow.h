@@ -6,7 +6,7 @@
 
 #include "platform/Overlay.h"
 
-/// Never key and never main, so that the keyboard stays with the browser even after a click on a covered display.
+/// Never key and never main, so that the keyboard stays with the browser.
 @interface BlackoutWindow : NSWindow
 
 /// Makes the black content view with these labels. Once, for a window of this size.

@@ -2,6 +2,7 @@
 
 #import <QuartzCore/CALayer.h>
 
+#include "platform/macos/BlackoutClickView.h"
 #include "platform/macos/BlackoutContentView.h"
 #include "platform/macos/Text.h"
 
@@ -46,6 +47,7 @@ NSTextField* textField(const vantrel::OverlayLabel& label) {
     view.wantsLayer = YES;
     view.layer.backgroundColor = NSColor.blackColor.CGColor;
     for (const vantrel::OverlayLabel& label : labels) [view addSubview:textField(label)];
+    [view addSubview:[[BlackoutClickView alloc] initWithFrame:view.bounds]];
     self.contentView = view;
 }
 

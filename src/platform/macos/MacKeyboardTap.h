@@ -4,8 +4,10 @@
 #include <CoreGraphics/CoreGraphics.h>
 
 #include <memory>
+#include <optional>
 
 #include "platform/KeyboardTap.h"
+#include "platform/macos/AccessibilityTimeout.h"
 #include "platform/macos/CFReference.h"
 
 namespace vantrel::macos {
@@ -33,6 +35,8 @@ class MacKeyboardTap final : public KeyboardTap {
     const std::unique_ptr<const Rules> rules_;
     CFReference<CFMachPortRef> eventTap_;
     CFReference<CFRunLoopSourceRef> runLoopSource_;
+    // Calls to a browser that hangs would let the system wait for the tap.
+    std::optional<AccessibilityTimeout> accessibilityTimeout_;
 };
 
 }  // namespace vantrel::macos

@@ -15,6 +15,7 @@ AccessibilityError VirtualAccessibility::reach(ProcessIdentifier process) const 
     if (!found || !found->isListed()) return accessibilityCannotComplete;
     const auto answers = [this, process] { return !unresponsive_.contains(process); };
     if (engine_.scheduler.locked(answers)) return accessibilitySuccess;
+    const double timeout = keyboard_.taps() > 0 ? accessibilityTimeoutUnderTap : accessibilityTimeout;
     const Moment end = later(engine_.scheduler.now(), timeout);
     engine_.scheduler.wait([answers, end] { return Due::at(answers() ? 0 : end); }, Scheduler::Wait::blocked);
     return engine_.scheduler.locked(answers) && found->isListed() ? accessibilitySuccess : accessibilityCannotComplete;

@@ -7,6 +7,7 @@
 #include "platform/virtual/AccessibilityFaults.h"
 #include "platform/virtual/Engine.h"
 #include "platform/virtual/VirtualDesktop.h"
+#include "platform/virtual/VirtualKeyboard.h"
 #include "platform/virtual/VirtualProcesses.h"
 #include "platform/virtual/VirtualTrust.h"
 
@@ -20,18 +21,16 @@ namespace vantrel::virtualmac {
 /// write is accepted and does nothing; so are a position and a size for a window in full screen.
 class VirtualAccessibility final : public Accessibility {
   public:
-    /// Seconds that a call to an application waits that does not answer.
-    static constexpr double timeout = 6;
-
     VirtualAccessibility(Engine& engine, VirtualDesktop& desktop, const VirtualProcesses& processes,
-                         const VirtualTrust& trust)
-        : engine_(engine), desktop_(desktop), processes_(processes), trust_(trust) {}
+                         const VirtualTrust& trust, const VirtualKeyboard& keyboard)
+        : engine_(engine), desktop_(desktop), processes_(processes), trust_(trust), keyboard_(keyboard) {}
 
     std::shared_ptr<AccessibilityElement> application(ProcessIdentifier process) const override;
 
     /// Driver-facing, any thread.
     AccessibilityFaults& faults() { return faults_; }
-    /// The application does not answer: a call waits until it does again, at most `timeout` seconds.
+    /// The application does not answer: a call waits until it does again, at most as long as the time-out that holds
+    /// when it begins.
     void setUnresponsive(ProcessIdentifier process, bool unresponsive);
 
   private:
@@ -47,6 +46,7 @@ class VirtualAccessibility final : public Accessibility {
     VirtualDesktop& desktop_;
     const VirtualProcesses& processes_;
     const VirtualTrust& trust_;
+    const VirtualKeyboard& keyboard_;
     mutable AccessibilityFaults faults_;
     /// Guarded by the scheduler's mutex.
     std::set<ProcessIdentifier> unresponsive_;

@@ -35,7 +35,7 @@ VirtualMac::VirtualMac(Options options)
       opener_(engine_, processes_),
       frontmost_(engine_, desktop_, processes_),
       applications_(engine_, processes_),
-      accessibility_(engine_, desktop_, processes_, trust_),
+      accessibility_(engine_, desktop_, processes_, trust_, keyboard_),
       capture_(engine_),
       dispatch_(engine_),
       runLoop_(engine_),

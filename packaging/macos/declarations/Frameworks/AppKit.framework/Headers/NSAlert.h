@@ -3,7 +3,7 @@
 
 #import <AppKit/NSApplication.h>
 
-@class NSButton;
+@class NSButton, NSWindow;
 
 NS_ASSUME_NONNULL_BEGIN
 
@@ -21,6 +21,7 @@ static const NSModalResponse NSAlertFirstButtonReturn = 1000;
 @property NSAlertStyle alertStyle;
 - (NSButton*)addButtonWithTitle:(NSString*)title;
 - (NSModalResponse)runModal;
+@property(readonly, strong) NSWindow* window;
 @end
 
 NS_ASSUME_NONNULL_END

@@ -2,6 +2,7 @@
 #pragma once
 
 #import <AppKit/NSResponder.h>
+#import <AppKit/NSRunningApplication.h>
 
 @class NSEvent, NSMenu, NSWindow;
 
@@ -9,11 +10,6 @@ NS_ASSUME_NONNULL_BEGIN
 
 typedef NSInteger NSModalResponse;
 
-typedef NS_ENUM(NSInteger, NSApplicationActivationPolicy) {
-    NSApplicationActivationPolicyRegular,
-    NSApplicationActivationPolicyAccessory,
-    NSApplicationActivationPolicyProhibited,
-};
 typedef NS_ENUM(NSUInteger, NSApplicationTerminateReply) {
     NSTerminateCancel = 0,
     NSTerminateNow = 1,
@@ -38,10 +34,12 @@ FOUNDATION_EXPORT NSNotificationName NSApplicationDidChangeScreenParametersNotif
 @property(nullable, weak) id<NSApplicationDelegate> delegate;
 @property(nullable, strong) NSMenu* mainMenu;
 @property(nullable, readonly, weak) NSWindow* modalWindow;
+@property(getter=isActive, readonly) BOOL active;
 - (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)policy API_AVAILABLE(macos(10.6));
 - (void)activate API_AVAILABLE(macos(14.0));
-- (void)activateIgnoringOtherApps:(BOOL)ignore;
+- (void)activateIgnoringOtherApps:(BOOL)ignore API_DEPRECATED("Use -activate.", macos(10.0, 27.0));
 - (void)run;
+- (void)preventWindowOrdering;
 - (void)sendEvent:(NSEvent*)event;
 - (void)postEvent:(NSEvent*)event atStart:(BOOL)atStart;
 - (void)terminate:(nullable id)sender;

@@ -1,11 +1,10 @@
 // Declarations only, written from the public documentation; see packaging/macos/declarations/README.md.
 #pragma once
 
+#import <AppKit/NSButtonCell.h>
 #import <AppKit/NSControl.h>
 
 NS_ASSUME_NONNULL_BEGIN
-
-typedef NS_ENUM(NSUInteger, NSBezelStyle) { NSBezelStyleRounded = 1 };
 
 @interface NSButton : NSControl
 + (instancetype)buttonWithTitle:(NSString*)title

@@ -4,7 +4,7 @@
 #import <AppKit/NSText.h>
 #import <AppKit/NSView.h>
 
-@class NSFont;
+@class NSCell, NSFont;
 
 NS_ASSUME_NONNULL_BEGIN
 
@@ -13,6 +13,7 @@ NS_ASSUME_NONNULL_BEGIN
 @property(nullable) SEL action;
 @property(getter=isEnabled) BOOL enabled;
 @property(copy) NSString* stringValue;
+@property(nullable, strong) __kindof NSCell* cell;
 @property(nullable, strong) NSFont* font;
 @property NSTextAlignment alignment;
 - (void)sizeToFit;

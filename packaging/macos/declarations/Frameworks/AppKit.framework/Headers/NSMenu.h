@@ -8,6 +8,7 @@ NS_ASSUME_NONNULL_BEGIN
 @interface NSMenu : NSObject <NSCopying>
 - (instancetype)initWithTitle:(NSString*)title NS_DESIGNATED_INITIALIZER;
 - (void)addItem:(NSMenuItem*)item;
+- (void)cancelTracking API_AVAILABLE(macos(10.5));
 @end
 
 @protocol NSMenuItemValidation <NSObject>

@@ -3,10 +3,13 @@
 
 #import <Foundation/Foundation.h>
 
+@class NSEvent;
+
 NS_ASSUME_NONNULL_BEGIN
 
 @interface NSResponder : NSObject
 - (instancetype)init NS_DESIGNATED_INITIALIZER;
+- (void)mouseDown:(NSEvent*)event;
 @property(readonly) BOOL acceptsFirstResponder;
 @end
 

@@ -7,9 +7,16 @@ NS_ASSUME_NONNULL_BEGIN
 
 typedef NS_OPTIONS(NSUInteger, NSApplicationActivationOptions) {
     NSApplicationActivateAllWindows = 1 << 0,
-    NSApplicationActivateIgnoringOtherApps = 1 << 1,
+    NSApplicationActivateIgnoringOtherApps API_DEPRECATED("It has no effect from macOS 14 on.",
+                                                          macos(10.6, 14.0)) = 1 << 1,
+};
+typedef NS_ENUM(NSInteger, NSApplicationActivationPolicy) {
+    NSApplicationActivationPolicyRegular,
+    NSApplicationActivationPolicyAccessory,
+    NSApplicationActivationPolicyProhibited,
 };
 
+API_AVAILABLE(macos(10.6))
 @interface NSRunningApplication : NSObject
 + (NSArray<NSRunningApplication*>*)runningApplicationsWithBundleIdentifier:(NSString*)identifier
     API_AVAILABLE(macos(10.6));

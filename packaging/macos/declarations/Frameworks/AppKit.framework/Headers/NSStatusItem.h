@@ -1,14 +1,11 @@
 // Declarations only, written from the public documentation; see packaging/macos/declarations/README.md.
 #pragma once
 
-#import <AppKit/NSButton.h>
+#import <Foundation/Foundation.h>
 
-@class NSMenu;
+@class NSMenu, NSStatusBarButton;
 
 NS_ASSUME_NONNULL_BEGIN
-
-@interface NSStatusBarButton : NSButton
-@end
 
 @interface NSStatusItem : NSObject
 @property(nullable, readonly, strong) NSStatusBarButton* button API_AVAILABLE(macos(10.10));

@@ -2,12 +2,11 @@
 #pragma once
 
 #import <AppKit/NSResponder.h>
+#import <AppKit/NSUserInterfaceItemIdentification.h>
 
-@class CALayer, NSCursor;
+@class CALayer, NSCursor, NSEvent;
 
 NS_ASSUME_NONNULL_BEGIN
-
-typedef NSString* NSUserInterfaceItemIdentifier;
 
 typedef NS_OPTIONS(NSUInteger, NSAutoresizingMaskOptions) {
     NSViewNotSizable = 0,
@@ -19,7 +18,7 @@ typedef NS_OPTIONS(NSUInteger, NSAutoresizingMaskOptions) {
     NSViewMaxYMargin = 32,
 };
 
-@interface NSView : NSResponder
+@interface NSView : NSResponder <NSUserInterfaceItemIdentification>
 - (instancetype)initWithFrame:(NSRect)frame NS_DESIGNATED_INITIALIZER;
 - (void)addSubview:(NSView*)view;
 @property(copy) NSArray<__kindof NSView*>* subviews;
@@ -27,10 +26,11 @@ typedef NS_OPTIONS(NSUInteger, NSAutoresizingMaskOptions) {
 @property NSRect bounds;
 @property NSAutoresizingMaskOptions autoresizingMask;
 @property(getter=isHidden) BOOL hidden;
-@property(nullable, copy) NSUserInterfaceItemIdentifier identifier;
 @property BOOL wantsLayer API_AVAILABLE(macos(10.5));
 @property(nullable, strong) CALayer* layer API_AVAILABLE(macos(10.5));
 - (void)setFrameOrigin:(NSPoint)origin;
+- (BOOL)acceptsFirstMouse:(nullable NSEvent*)event;
+- (BOOL)shouldDelayWindowOrderingForEvent:(NSEvent*)event;
 - (void)resetCursorRects;
 - (void)addCursorRect:(NSRect)rect cursor:(NSCursor*)cursor;
 @end

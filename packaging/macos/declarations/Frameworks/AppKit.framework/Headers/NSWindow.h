@@ -1,6 +1,7 @@
 // Declarations only, written from the public documentation; see packaging/macos/declarations/README.md.
 #pragma once
 
+#import <AppKit/NSGraphics.h>
 #import <AppKit/NSResponder.h>
 
 @class NSColor, NSView;
@@ -8,6 +9,7 @@
 NS_ASSUME_NONNULL_BEGIN
 
 typedef NSInteger NSWindowLevel;
+static const NSWindowLevel NSModalPanelWindowLevel = 8;
 
 typedef NS_OPTIONS(NSUInteger, NSWindowStyleMask) {
     NSWindowStyleMaskBorderless = 0,
@@ -15,6 +17,7 @@ typedef NS_OPTIONS(NSUInteger, NSWindowStyleMask) {
     NSWindowStyleMaskClosable = 1 << 1,
     NSWindowStyleMaskMiniaturizable = 1 << 2,
     NSWindowStyleMaskResizable = 1 << 3,
+    NSWindowStyleMaskNonactivatingPanel = 1 << 7,
 };
 typedef NS_OPTIONS(NSUInteger, NSWindowCollectionBehavior) {
     NSWindowCollectionBehaviorCanJoinAllSpaces = 1 << 0,
@@ -23,7 +26,6 @@ typedef NS_OPTIONS(NSUInteger, NSWindowCollectionBehavior) {
     NSWindowCollectionBehaviorFullScreenPrimary = 1 << 7,
     NSWindowCollectionBehaviorFullScreenAuxiliary = 1 << 8,
 };
-typedef NS_ENUM(NSUInteger, NSBackingStoreType) { NSBackingStoreBuffered = 2 };
 
 @interface NSWindow : NSResponder
 - (instancetype)initWithContentRect:(NSRect)contentRect
@@ -40,13 +42,13 @@ typedef NS_ENUM(NSUInteger, NSBackingStoreType) { NSBackingStoreBuffered = 2 };
 @property BOOL hasShadow;
 @property NSWindowCollectionBehavior collectionBehavior;
 @property BOOL hidesOnDeactivate;
+@property BOOL canHide;
 @property(getter=isMovable) BOOL movable API_AVAILABLE(macos(10.6));
 @property BOOL ignoresMouseEvents;
 @property(readonly) BOOL canBecomeKeyWindow;
 @property(readonly) BOOL canBecomeMainWindow;
 - (void)center;
 - (void)close;
-- (void)setIsVisible:(BOOL)flag;
 - (void)makeKeyAndOrderFront:(nullable id)sender;
 - (void)orderOut:(nullable id)sender;
 - (void)orderFrontRegardless;

@@ -32,13 +32,15 @@ typedef CF_ENUM(UInt32, AXValueType) {
     kAXValueTypeIllegal = 0,
 };
 
-CF_EXPORT CFStringRef kAXTrustedCheckOptionPrompt;
+CF_EXPORT CFStringRef kAXTrustedCheckOptionPrompt API_AVAILABLE(macos(10.9));
 
 CF_EXPORT Boolean AXIsProcessTrusted(void);
-CF_EXPORT Boolean AXIsProcessTrustedWithOptions(CFDictionaryRef _Nullable options);
+CF_EXPORT Boolean AXIsProcessTrustedWithOptions(CFDictionaryRef _Nullable options) API_AVAILABLE(macos(10.9));
 
 CF_EXPORT CFTypeID AXUIElementGetTypeID(void);
 CF_EXPORT AXUIElementRef AXUIElementCreateApplication(pid_t pid) CF_RETURNS_RETAINED;
+CF_EXPORT AXUIElementRef AXUIElementCreateSystemWide(void) CF_RETURNS_RETAINED;
+CF_EXPORT AXError AXUIElementSetMessagingTimeout(AXUIElementRef element, float seconds);
 CF_EXPORT AXError AXUIElementCopyAttributeValue(AXUIElementRef element, CFStringRef attribute,
                                                 CFTypeRef _Nullable* _Nonnull CF_RETURNS_RETAINED value);
 CF_EXPORT AXError AXUIElementSetAttributeValue(AXUIElementRef element, CFStringRef attribute, CFTypeRef value);
