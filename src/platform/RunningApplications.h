@@ -38,7 +38,7 @@ class RunningApplications {
   public:
     virtual ~RunningApplications() = default;
 
-    /// runningApplicationsWithBundleIdentifier:, this process included.
+    /// runningApplicationsWithBundleIdentifier:, this process included. The one that was started first comes first.
     virtual std::vector<std::shared_ptr<RunningApplication>> withBundleIdentifier(
         std::string_view identifier) const = 0;
 

@@ -167,6 +167,9 @@ TEST_F(KeyboardContract, TheTapGoesOnUnderAnAlertThatAMainQueueBlockOpened) {
 
 TEST_F(KeyboardContract, ATapWhoseMainThreadHangsIsDisabledAndStaysSo) {
     ASSERT_TRUE(start());
+    // The first key of a test may take its time on the way to a window that comes up for it.
+    keyboard().pressKey(keyS, 0);
+    ASSERT_TRUE(received({keyS}));
     host().postToMain([this] {
         computer().threads.sleep(3);
         note("awake");
@@ -174,12 +177,12 @@ TEST_F(KeyboardContract, ATapWhoseMainThreadHangsIsDisabledAndStaysSo) {
     host().letTimePass(0.2);
     keyboard().pressKey(keyA, 0);
     ASSERT_TRUE(noted(1));
-    ASSERT_TRUE(received({keyA}));
+    ASSERT_TRUE(received({keyS, keyA}));
     keyboard().pressKey(keyQ, command);
-    EXPECT_TRUE(received({keyA, keyQ}));
+    EXPECT_TRUE(received({keyS, keyA, keyQ}));
     host().letTimePass(0.5);
     keyboard().pressKey(keyQ, command);
-    EXPECT_TRUE(received({keyA, keyQ, keyQ}));
+    EXPECT_TRUE(received({keyS, keyA, keyQ, keyQ}));
     EXPECT_EQ(notes(), Notes{"awake"});
 }
 

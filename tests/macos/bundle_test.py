@@ -112,6 +112,12 @@ MISTAKES = [
      "loads /System/Library/Frameworks/AVFoundation.framework/Versions/A/AVFoundatoin"),
     (lambda b: edit_executable(b, lambda d: replace(d, "x86_64", b"\0_CGEventTapCreate\0", b"\0_CGEventTapCraete\0")),
      "_CGEventTapCraete is not known in"),
+    (lambda b: edit_executable(b, lambda d: replace(d, "x86_64", b"/CFNetwork\0", b"/CFNetwrok\0")),
+     "does not load /System/Library/Frameworks/CFNetwork.framework/Versions/A/CFNetwork"),
+    # Bound to a framework that does not have it.
+    (lambda b: edit_executable(b, lambda d: replace(d, "x86_64", b"/CFNetwork.framework/Versions/A/CFNetwork\0",
+                                                    b"/AppKit.framework/Versions/C/AppKit".ljust(42, b"\0"))),
+     "_OBJC_CLASS_$_NSURLSession is not known in /System/Library/Frameworks/AppKit.framework"),
     (lambda b: edit_executable(b, lambda d: replace(d, "x86_64", b"\0_dispatch_time\0", b"\0_dispatch_emit\0")),
      "_dispatch_emit of libSystem is not in the list"),
     (lambda b: edit_executable(b, lambda d: replace(d, "x86_64", b"\0BlackoutWindow\0", b"\0WhiteoutWindow\0")),

@@ -15,6 +15,8 @@ MISTAKES = {
     "bool f(const char *a, const char *b, double &d) { return std::from_chars(a, b, d).ec == std::errc(); }":
         "'from_chars' is unavailable",
     "void f(CFStringRef s) { NSString *t = s; (void)t; }": "cannot initialize a variable of type 'NSString *__strong'",
+    "id f(CFBooleanRef b) { return (__bridge NSNumber *)b; }": "which is not an Objective-C class",
+    "int f(NSAlertStyle s) { switch (s) { case NSAlertStyleWarning: return 1; } return 0; }": "not handled in switch",
     "void f(NSTimer *t) { [t release]; }": "ARC forbids explicit message send of 'release'",
     "void f(NSWindow *w) { [w setLevl:3]; }": "declares the selector 'setLevl:'",
 }
@@ -24,6 +26,22 @@ void f() {
         [NSApp activate];
     } else {
         [NSApp activateIgnoringOtherApps:YES];
+    }
+}
+"""
+# What is deprecated from a later system on than the oldest that is served; told when that one is raised.
+LATER = {
+    "void f(NSRunningApplication *a) { [a activateWithOptions:NSApplicationActivateIgnoringOtherApps]; }": "14.0",
+    "void f() { [NSApp activateIgnoringOtherApps:YES]; }": "27.0",
+}
+# An option set takes combinations, in every language that may import it.
+PLAIN = """
+int f(CGEventFlags flags) {
+    switch (flags) {
+        case kCGEventFlagMaskShift | kCGEventFlagMaskCommand:
+            return 1;
+        default:
+            return 0;
     }
 }
 """
@@ -44,7 +62,17 @@ def main():
             assert result.returncode and complaint in result.stderr, (code, result.stderr)
         result = check(folder, ALLOWED)
         assert result.returncode == 0, result.stderr
-    print(f"{len(MISTAKES)} mistakes, all of them found")
+        path = pathlib.Path(folder) / "code.mm"
+        for code, version in LATER.items():
+            path.write_text(HEAD + code + "\n", encoding="utf-8")
+            result = clang("-fsyntax-only", f"--target=arm64-apple-macos{version}", str(path))
+            assert f"first deprecated in macOS {version}" in result.stderr, (code, result.stderr)
+            assert check(folder, code).returncode == 0, code
+        for language in ("c", "objective-c"):
+            path.write_text("#import <ApplicationServices/ApplicationServices.h>\n" + PLAIN, encoding="utf-8")
+            result = clang("-std=c17", "-Wassign-enum", "-x", language, "-fsyntax-only", str(path))
+            assert result.returncode == 0, result.stderr
+    print(f"{len(MISTAKES) + len(LATER)} mistakes, all of them found")
 
 
 main()

@@ -14,7 +14,8 @@ from make_stubs import libraries
 
 MINIMUM = "13.3"
 LIB_SYSTEM = "/usr/lib/libSystem.B.dylib"
-FRAMEWORKS = {"AppKit", "ApplicationServices", "AVFoundation", "CoreFoundation", "CoreGraphics", "Foundation"}
+FRAMEWORKS = {"AppKit", "ApplicationServices", "AVFoundation", "CFNetwork", "CoreFoundation", "CoreGraphics",
+              "Foundation"}
 PLIST = {
     "CFBundleDevelopmentRegion": "it",
     "CFBundleExecutable": "Vantrel",
@@ -30,7 +31,8 @@ PLIST = {
     "NSSupportsAutomaticTermination": False,
     "NSSupportsSuddenTermination": False,
 }
-TEXTS = {"NSCameraUsageDescription": "fotocamera", "NSMicrophoneUsageDescription": "microfono",
+TEXTS = {"NSCameraUsageDescription": "fotocamera", "NSLocalNetworkUsageDescription": "rete locale",
+         "NSMicrophoneUsageDescription": "microfono",
          "CFBundleShortVersionString": ".", "CFBundleVersion": "."}
 FILES = {"Contents/Info.plist", "Contents/MacOS/Vantrel", "Contents/Resources/Vantrel.icns"}
 # Classes of the client's own that the system finds by name or that stand for a rule.

@@ -38,6 +38,10 @@ NSTextField* textField(const Control& control) {
     NSTextField* field = [[NSTextField alloc] initWithFrame:cgRect(control.frame)];
     field.stringValue = lenientText(control.text);
     field.placeholderString = lenientText(control.placeholder);
+    // A field that is made in code wraps a long entry, into a second line that nobody sees.
+    NSCell* cell = field.cell;
+    cell.wraps = NO;
+    cell.scrollable = YES;
     return field;
 }
 

@@ -13,6 +13,20 @@ static_assert(static_cast<NSUInteger>(AlertStyle::warning) == NSAlertStyleWarnin
 static_assert(static_cast<NSUInteger>(AlertStyle::informational) == NSAlertStyleInformational);
 static_assert(static_cast<NSUInteger>(AlertStyle::critical) == NSAlertStyleCritical);
 
+namespace {
+
+// In a lockdown the browser is in front and fills a Space of its own, into which the system lets no other application's
+// window by itself. To come to the client's own Space for the question would be to leave the meeting.
+void bringWhereTheUserIs(NSWindow* panel) {
+    panel.collectionBehavior =
+        NSWindowCollectionBehaviorCanJoinAllSpaces | NSWindowCollectionBehaviorFullScreenAuxiliary;
+    if (NSApplication.sharedApplication.active) return;
+    panel.styleMask |= NSWindowStyleMaskNonactivatingPanel;
+    panel.level = NSModalPanelWindowLevel;
+}
+
+}  // namespace
+
 std::size_t MacAlerts::runModal(const Alert& alert) {
     requireMainThread("runModal");
     NSAlert* shown = [[NSAlert alloc] init];
@@ -20,6 +34,7 @@ std::size_t MacAlerts::runModal(const Alert& alert) {
     shown.messageText = lenientText(alert.messageText);
     shown.informativeText = lenientText(alert.informativeText);
     for (const std::string& button : alert.buttons) [shown addButtonWithTitle:lenientText(button)];
+    bringWhereTheUserIs(shown.window);
 
     const NSModalResponse response = [shown runModal];
     // With no buttons there is still the system's own OK.

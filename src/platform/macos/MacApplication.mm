@@ -9,10 +9,17 @@ namespace vantrel::macos {
 
 static_assert(static_cast<NSInteger>(ActivationPolicy::regular) == NSApplicationActivationPolicyRegular);
 
-MacApplication::MacApplication()
-    : application_(NSApplication.sharedApplication), forwarder_([[VantrelApplicationDelegate alloc] init]) {
+namespace {
+
+NSApplication* sharedApplication() {
     requireMainThread("sharedApplication");
+    return NSApplication.sharedApplication;
 }
+
+}  // namespace
+
+MacApplication::MacApplication()
+    : application_(sharedApplication()), forwarder_([[VantrelApplicationDelegate alloc] init]) {}
 
 MacApplication::~MacApplication() {
     application_.delegate = nil;

@@ -35,7 +35,7 @@ void MacApplicationOpener::open(const std::vector<URL>& urls, const URL& applica
     @autoreleasepool {
         NSArray<NSURL*>* addresses = formedURLs(urls);
         NSURL* place = formedURL(application.absoluteString);
-        dispatch_async(dispatch_get_main_queue(), ^{
+        CFRunLoopPerformBlock(CFRunLoopGetMain(), kCFRunLoopCommonModes, ^{
           if (addresses == nil || place == nil) {
               completion(resultOf(nil, badURLError()));
               return;
@@ -49,6 +49,7 @@ void MacApplicationOpener::open(const std::vector<URL>& urls, const URL& applica
                                 completion(resultOf(opened, error));
                               }];
         });
+        CFRunLoopWakeUp(CFRunLoopGetMain());
     }
 }
 

@@ -7,6 +7,9 @@
 
 namespace vantrel::macos {
 
+// The rules know it by its number.
+static_assert(SIGKILL == 9);
+
 namespace {
 
 NSTask* makeTask(std::string_view executablePath, const std::vector<std::string>& arguments) {

@@ -6,7 +6,6 @@ namespace vantrel::macos {
 
 class MacRunningApplications final : public RunningApplications {
   public:
-    /// The system names no order; here the application that has run longest comes first.
     std::vector<std::shared_ptr<RunningApplication>> withBundleIdentifier(std::string_view identifier) const override;
     std::shared_ptr<RunningApplication> withProcessIdentifier(ProcessIdentifier process) const override;
 };

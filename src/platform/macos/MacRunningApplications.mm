@@ -15,6 +15,7 @@ std::vector<std::shared_ptr<RunningApplication>> MacRunningApplications::withBun
         for (NSRunningApplication* application in [NSRunningApplication runningApplicationsWithBundleIdentifier:text]) {
             if (auto wrapped = MacRunningApplication::wrap(application)) found.push_back(std::move(wrapped));
         }
+        // The system names no order.
         std::stable_sort(found.begin(), found.end(),
                          [](const auto& a, const auto& b) { return a->startTime() < b->startTime(); });
         return {found.begin(), found.end()};

@@ -25,6 +25,8 @@ void MacStatusItem::setMenu(const Menu& menu) {
 void MacStatusItem::remove() {
     requireMainThread("remove");
     if (item_ == nil) return;
+    // An open menu would stay on the screen, with items that nobody answers for.
+    [item_.menu cancelTracking];
     [NSStatusBar.systemStatusBar removeStatusItem:item_];
     item_ = nil;
 }

@@ -8,6 +8,7 @@
 
 namespace vantrel::macos {
 
+static_assert(kCGNullWindowID == 0);
 static_assert(static_cast<CGWindowListOption>(WindowListOption::all) == kCGWindowListOptionAll);
 static_assert(static_cast<CGWindowListOption>(WindowListOption::onScreenOnly) == kCGWindowListOptionOnScreenOnly);
 

@@ -4,11 +4,45 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <deque>
 #include <future>
+#include <mutex>
 #include <thread>
 #include <utility>
 
 namespace vantrel::macos {
+
+namespace {
+
+std::mutex waitingMutex;
+std::deque<Block> waiting;
+
+void performOne();
+
+void wakeForOne() {
+    CFRunLoopPerformBlock(CFRunLoopGetMain(), kCFRunLoopCommonModes, ^{
+      performOne();
+    });
+    CFRunLoopWakeUp(CFRunLoopGetMain());
+}
+
+// A run loop takes all of its blocks at once and performs them in a row; where the first of them opens an alert, the
+// others would wait for its end. So each one hands the next to the run loop anew.
+void performOne() {
+    Block block;
+    {
+        const std::lock_guard lock(waitingMutex);
+        if (waiting.empty()) return;
+        block = std::move(waiting.front());
+        waiting.pop_front();
+        if (!waiting.empty()) wakeForOne();
+    }
+    @autoreleasepool {
+        block();
+    }
+}
+
+}  // namespace
 
 void MacStage::serve(const std::function<int()>& tests) {
     NSApplication* application = NSApplication.sharedApplication;
@@ -24,12 +58,11 @@ void MacStage::serve(const std::function<int()>& tests) {
 }
 
 void MacStage::post(Block block) {
-    CFRunLoopPerformBlock(CFRunLoopGetMain(), kCFRunLoopCommonModes, ^{
-      @autoreleasepool {
-          block();
-      }
-    });
-    CFRunLoopWakeUp(CFRunLoopGetMain());
+    {
+        const std::lock_guard lock(waitingMutex);
+        waiting.push_back(std::move(block));
+    }
+    wakeForOne();
 }
 
 void MacStage::perform(const Block& block) {

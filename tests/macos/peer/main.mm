@@ -28,9 +28,8 @@ void leaveArguments(const std::filesystem::path& folder, const std::vector<std::
     std::filesystem::rename(unfinished, file);
 }
 
-void endWithParent() {
+void endWithParent(pid_t parent) {
     constexpr double lifetimeSeconds = 120;
-    const pid_t parent = getppid();
     [NSTimer scheduledTimerWithTimeInterval:0.1
                                     repeats:YES
                                       block:^(NSTimer*) {
@@ -46,6 +45,8 @@ void endWithParent() {
 }  // namespace
 
 int main(int argc, char** argv) {
+    // Before anybody can see that this one has started, and go.
+    const pid_t parent = getppid();
     // .../Google Chrome.app/Contents/MacOS/Google Chrome
     const std::filesystem::path bundle = std::filesystem::path(argv[0]).parent_path().parent_path().parent_path();
     const std::filesystem::path folder = bundle.parent_path();
@@ -69,7 +70,7 @@ int main(int argc, char** argv) {
             [delegate recordKeysInto:folder / ("keys-" + std::to_string(getpid()))];
         }
         [application setActivationPolicy:NSApplicationActivationPolicyRegular];
-        endWithParent();
+        endWithParent(parent);
         [application run];
     }
     return 0;

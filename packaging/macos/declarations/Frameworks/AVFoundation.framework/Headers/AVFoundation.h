@@ -6,16 +6,17 @@
 #pragma clang assume_nonnull begin
 
 typedef NSString* AVMediaType;
-FOUNDATION_EXPORT AVMediaType const AVMediaTypeVideo;
-FOUNDATION_EXPORT AVMediaType const AVMediaTypeAudio;
+FOUNDATION_EXPORT AVMediaType const AVMediaTypeVideo API_AVAILABLE(macos(10.7));
+FOUNDATION_EXPORT AVMediaType const AVMediaTypeAudio API_AVAILABLE(macos(10.7));
 
 typedef NS_ENUM(NSInteger, AVAuthorizationStatus) {
     AVAuthorizationStatusNotDetermined = 0,
     AVAuthorizationStatusRestricted = 1,
     AVAuthorizationStatusDenied = 2,
     AVAuthorizationStatusAuthorized = 3,
-};
+} API_AVAILABLE(macos(10.14));
 
+API_AVAILABLE(macos(10.7))
 @interface AVCaptureDevice : NSObject
 + (AVAuthorizationStatus)authorizationStatusForMediaType:(AVMediaType)mediaType API_AVAILABLE(macos(10.14));
 + (void)requestAccessForMediaType:(AVMediaType)mediaType

@@ -16,18 +16,29 @@
 // The analyzer knows by itself what creates a CF or CG type; of the others it has to be told.
 #define CF_RETURNS_RETAINED __attribute__((cf_returns_retained))
 
-#if defined(__cplusplus)
-#define CF_ENUM(type, name) \
-    enum name : type name;  \
+// CF_ENUM(type, name) or, for constants of a type that is there already, CF_ENUM(type). Both kinds are open: a value
+// may come that has no enumerator, and only an option set takes combinations.
+#define CF_OPEN_ENUM_ATTRIBUTES __attribute__((enum_extensibility(open)))
+#define CF_OPTIONS_ATTRIBUTES __attribute__((flag_enum, enum_extensibility(open)))
+#define CF_NAMED_ENUM(type, name)                  \
+    enum CF_OPEN_ENUM_ATTRIBUTES name : type name; \
     enum name : type
+#define CF_UNNAMED_ENUM(type) enum CF_OPEN_ENUM_ATTRIBUTES : type
+#define CF_ENUM_OF(first, second, chosen, ...) chosen
+#define CF_ENUM(...) CF_ENUM_OF(__VA_ARGS__, CF_NAMED_ENUM, CF_UNNAMED_ENUM, )(__VA_ARGS__)
+#if defined(__cplusplus)
 #define CF_OPTIONS(type, name) \
     type name;                 \
-    enum : type
+    enum CF_OPTIONS_ATTRIBUTES : name
+#else
+#define CF_OPTIONS(type, name)                   \
+    enum CF_OPTIONS_ATTRIBUTES name : type name; \
+    enum name : type
 #endif
 
 #pragma clang assume_nonnull begin
 
-typedef const void* CFTypeRef;
+typedef const void __attribute__((objc_bridge(id))) * CFTypeRef;
 typedef long CFIndex;
 typedef unsigned long CFTypeID;
 
@@ -35,7 +46,8 @@ typedef const struct __attribute__((objc_bridge(id))) __CFAllocator* CFAllocator
 typedef const struct __attribute__((objc_bridge(NSString))) __CFString* CFStringRef;
 typedef const struct __attribute__((objc_bridge(NSArray))) __CFArray* CFArrayRef;
 typedef const struct __attribute__((objc_bridge(NSDictionary))) __CFDictionary* CFDictionaryRef;
-typedef const struct __attribute__((objc_bridge(NSNumber))) __CFBoolean* CFBooleanRef;
+// Bridged to a class of the system's own that no header declares: a cast to id passes, one to NSNumber does not.
+typedef const struct __attribute__((objc_bridge(__NSCFBoolean))) __CFBoolean* CFBooleanRef;
 typedef const struct __attribute__((objc_bridge(NSNumber))) __CFNumber* CFNumberRef;
 typedef struct __attribute__((objc_bridge_mutable(id))) __CFRunLoop* CFRunLoopRef;
 typedef struct __attribute__((objc_bridge_mutable(id))) __CFRunLoopSource* CFRunLoopSourceRef;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <CoreFoundation/CoreFoundation.h>
+#include <sys/types.h>
 
 #define CG_EXTERN CF_EXPORT
 
@@ -61,7 +62,8 @@ CG_EXTERN const CFStringRef kCGWindowOwnerName;
 CG_EXTERN const CFStringRef kCGWindowName;
 CG_EXTERN const CFStringRef kCGWindowIsOnscreen;
 
-CG_EXTERN CFArrayRef _Nullable CGWindowListCopyWindowInfo(CGWindowListOption option, CGWindowID relativeToWindow);
+CG_EXTERN CFArrayRef _Nullable CGWindowListCopyWindowInfo(CGWindowListOption option, CGWindowID relativeToWindow)
+    API_AVAILABLE(macos(10.5));
 
 typedef struct __attribute__((objc_bridge_mutable(id))) __CGEvent* CGEventRef;
 typedef struct __CGEventTapProxy* CGEventTapProxy;
@@ -106,6 +108,25 @@ CG_EXTERN CFMachPortRef _Nullable CGEventTapCreate(CGEventTapLocation tap, CGEve
                                                    CGEventTapOptions options, CGEventMask eventsOfInterest,
                                                    CGEventTapCallBack callback, void* _Nullable userInfo);
 CG_EXTERN void CGEventTapEnable(CFMachPortRef tap, bool enable);
+
+typedef struct __CGEventTapInformation {
+    uint32_t eventTapID;
+    CGEventTapLocation tapPoint;
+    CGEventTapOptions options;
+    CGEventMask eventsOfInterest;
+    pid_t tappingProcess;
+    pid_t processBeingTapped;
+    bool enabled;
+    float minUsecLatency;
+    float avgUsecLatency;
+    float maxUsecLatency;
+} CGEventTapInformation;
+
+// CGError, of which the success, 0, is all that is looked at.
+typedef CF_ENUM(int32_t, CGError) { kCGErrorSuccess = 0 };
+CG_EXTERN CGError CGGetEventTapList(uint32_t maxNumberOfTaps, CGEventTapInformation* _Nullable tapList,
+                                    uint32_t* _Nullable eventTapCount);
+
 CG_EXTERN int64_t CGEventGetIntegerValueField(CGEventRef _Nullable event, CGEventField field);
 CG_EXTERN CGEventFlags CGEventGetFlags(CGEventRef _Nullable event);
 

@@ -11,6 +11,7 @@
 #import <Foundation/NSError.h>
 #import <Foundation/NSException.h>
 #import <Foundation/NSFileManager.h>
+#import <Foundation/NSFormatter.h>
 #import <Foundation/NSGeometry.h>
 #import <Foundation/NSISO8601DateFormatter.h>
 #import <Foundation/NSJSONSerialization.h>

@@ -5,6 +5,8 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
+typedef double NSTimeInterval;
+
 @interface NSDate : NSObject <NSCopying>
 + (instancetype)date;
 + (instancetype)dateWithTimeIntervalSince1970:(NSTimeInterval)seconds;

@@ -1,15 +1,13 @@
 // Declarations only, written from the public documentation; see packaging/macos/declarations/README.md.
 #pragma once
 
-#import <Foundation/NSObject.h>
+#import <Foundation/NSFormatter.h>
 
 @class NSDate;
 
 NS_ASSUME_NONNULL_BEGIN
 
-@interface NSFormatter : NSObject <NSCopying>
-@end
-
+API_AVAILABLE(macos(10.12))
 @interface NSISO8601DateFormatter : NSFormatter
 - (instancetype)init;
 - (NSString*)stringFromDate:(NSDate*)date;

@@ -19,6 +19,7 @@ typedef NS_OPTIONS(NSUInteger, NSJSONWritingOptions) {
     NSJSONWritingWithoutEscapingSlashes = (1UL << 3),
 };
 
+API_AVAILABLE(macos(10.7))
 @interface NSJSONSerialization : NSObject
 + (BOOL)isValidJSONObject:(id)object;
 + (nullable NSData*)dataWithJSONObject:(id)object

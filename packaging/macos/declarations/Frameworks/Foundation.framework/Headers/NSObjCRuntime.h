@@ -12,7 +12,7 @@
 #define FOUNDATION_EXPORT extern
 #endif
 
-#define NS_ENUM(type, name) CF_ENUM(type, name)
+#define NS_ENUM(...) CF_ENUM(__VA_ARGS__)
 #define NS_OPTIONS(type, name) CF_OPTIONS(type, name)
 #define NS_RETURNS_INNER_POINTER __attribute__((objc_returns_inner_pointer))
 #define NS_ASSUME_NONNULL_BEGIN _Pragma("clang assume_nonnull begin")
@@ -20,7 +20,6 @@
 
 @class NSString;
 typedef NSString* NSExceptionName;
-typedef double NSTimeInterval;
 
 NS_ASSUME_NONNULL_BEGIN
 

@@ -5,6 +5,7 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
+API_AVAILABLE(macos(10.5))
 @interface NSOperationQueue : NSObject
 @property(class, readonly, strong) NSOperationQueue* mainQueue API_AVAILABLE(macos(10.6));
 @property(nullable, copy) NSString* name API_AVAILABLE(macos(10.6));

@@ -4,14 +4,14 @@
 #import <Foundation/NSObject.h>
 #import <Foundation/NSRange.h>
 
-@class NSCharacterSet, NSData, NSError;
+@class NSData, NSError;
 
 NS_ASSUME_NONNULL_BEGIN
 
 typedef unsigned short unichar;
 typedef NSUInteger NSStringEncoding;
 
-enum : NSStringEncoding {
+NS_ENUM(NSStringEncoding){
     NSASCIIStringEncoding = 1,
     NSUTF8StringEncoding = 4,
 };
@@ -26,8 +26,6 @@ enum : NSStringEncoding {
 - (BOOL)isEqualToString:(NSString*)other;
 - (nullable NSData*)dataUsingEncoding:(NSStringEncoding)encoding;
 - (nullable NSData*)dataUsingEncoding:(NSStringEncoding)encoding allowLossyConversion:(BOOL)lossy;
-- (nullable NSString*)stringByAddingPercentEncodingWithAllowedCharacters:(NSCharacterSet*)allowed
-    API_AVAILABLE(macos(10.9));
 @end
 
 @interface NSMutableString : NSString

@@ -1,9 +1,8 @@
 // Declarations only, written from the public documentation; see packaging/macos/declarations/README.md.
 #pragma once
 
+#import <Foundation/NSDate.h>
 #import <Foundation/NSObject.h>
-
-@class NSDate;
 
 NS_ASSUME_NONNULL_BEGIN
 

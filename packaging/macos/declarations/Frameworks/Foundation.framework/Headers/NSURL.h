@@ -1,7 +1,8 @@
 // Declarations only, written from the public documentation; see packaging/macos/declarations/README.md.
 #pragma once
 
-#import <Foundation/NSObject.h>
+#import <Foundation/NSCharacterSet.h>
+#import <Foundation/NSString.h>
 
 NS_ASSUME_NONNULL_BEGIN
 
@@ -13,6 +14,15 @@ NS_ASSUME_NONNULL_BEGIN
 + (NSURL*)fileURLWithPath:(NSString*)path isDirectory:(BOOL)isDirectory API_AVAILABLE(macos(10.5));
 @property(nullable, readonly, copy) NSString* absoluteString;
 @property(nullable, readonly, copy) NSString* path;
+@end
+
+@interface NSString (NSURLUtilities)
+- (nullable NSString*)stringByAddingPercentEncodingWithAllowedCharacters:(NSCharacterSet*)allowed
+    API_AVAILABLE(macos(10.9));
+@end
+
+@interface NSCharacterSet (NSURLUtilities)
+@property(class, readonly, copy) NSCharacterSet* URLQueryAllowedCharacterSet API_AVAILABLE(macos(10.9));
 @end
 
 NS_ASSUME_NONNULL_END

@@ -7,7 +7,7 @@ NS_ASSUME_NONNULL_BEGIN
 
 FOUNDATION_EXPORT NSErrorDomain const NSURLErrorDomain;
 
-enum : NSInteger {
+NS_ENUM(NSInteger){
     NSURLErrorUnknown = -1,
     NSURLErrorCancelled = -999,
     NSURLErrorBadURL = -1000,

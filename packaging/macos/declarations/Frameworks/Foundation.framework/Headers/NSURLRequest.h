@@ -1,6 +1,7 @@
 // Declarations only, written from the public documentation; see packaging/macos/declarations/README.md.
 #pragma once
 
+#import <Foundation/NSDate.h>
 #import <Foundation/NSObject.h>
 
 @class NSData, NSURL;

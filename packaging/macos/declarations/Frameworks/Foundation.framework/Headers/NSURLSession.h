@@ -7,14 +7,17 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
+API_AVAILABLE(macos(10.9))
 @interface NSURLSessionTask : NSObject <NSCopying>
 - (void)cancel;
 - (void)resume;
 @end
 
+API_AVAILABLE(macos(10.9))
 @interface NSURLSessionDataTask : NSURLSessionTask
 @end
 
+API_AVAILABLE(macos(10.9))
 @interface NSURLSession : NSObject
 @property(class, readonly, strong) NSURLSession* sharedSession;
 @property(readonly, retain) NSOperationQueue* delegateQueue;
