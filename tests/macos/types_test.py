@@ -68,8 +68,8 @@ def main():
             result = clang("-fsyntax-only", f"--target=arm64-apple-macos{version}", str(path))
             assert f"first deprecated in macOS {version}" in result.stderr, (code, result.stderr)
             assert check(folder, code).returncode == 0, code
-        for language in ("c", "objective-c"):
-            path.write_text("#import <ApplicationServices/ApplicationServices.h>\n" + PLAIN, encoding="utf-8")
+        for language, also in (("c", ""), ("objective-c", HEAD.splitlines()[0] + "\n")):
+            path.write_text("#import <ApplicationServices/ApplicationServices.h>\n" + also + PLAIN, encoding="utf-8")
             result = clang("-std=c17", "-Wassign-enum", "-x", language, "-fsyntax-only", str(path))
             assert result.returncode == 0, result.stderr
     print(f"{len(MISTAKES) + len(LATER)} mistakes, all of them found")

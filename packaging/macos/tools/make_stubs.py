@@ -2,7 +2,8 @@
 """make_stubs.py TREE COMPILER-SYMBOLS FOLDER: writes the link stubs (.tbd) of what the framework headers declare.
 
 A stub says which symbols a library of the system has; it holds no code. A symbol belongs to the framework whose headers
-declare it. Classes that live in CoreFoundation are found through Foundation too, which re-exports it.
+declare it, except for those that Apple's linker binds elsewhere. Classes that live in CoreFoundation are found through
+Foundation too, which re-exports it.
 """
 
 import pathlib
@@ -11,6 +12,11 @@ import sys
 import declared
 
 VERSIONS = {"AppKit": "C", "Foundation": "C"}
+# Declared by Foundation and exported by CFNetwork, which Foundation re-exports: Apple's linker has a program that uses
+# them load CFNetwork and binds them there.
+ELSEWHERE = {name: "CFNetwork" for name in (
+    "NSURLRequest", "NSMutableURLRequest", "NSURLResponse", "NSHTTPURLResponse", "NSURLSession", "NSURLSessionTask",
+    "NSURLSessionDataTask")}
 
 
 def install_name(framework):
@@ -21,6 +27,7 @@ class Library:
     def __init__(self, name, install):
         self.name, self.install = name, install
         self.symbols, self.classes, self.exceptions = set(), set(), set()
+        self.reexported = set()
 
     def all(self):
         names = {"_" + name for name in self.symbols} | {"_OBJC_EHTYPE_$_" + name for name in self.exceptions}
@@ -30,7 +37,11 @@ class Library:
 
     def text(self):
         lines = ["--- !tapi-tbd", "tbd-version:     4", "targets:         [ x86_64-macos, arm64-macos ]",
-                 f"install-name:    '{self.install}'", "exports:", "  - targets:         [ x86_64-macos, arm64-macos ]"]
+                 f"install-name:    '{self.install}'"]
+        if self.reexported:
+            lines += ["reexported-libraries:", "  - targets:         [ x86_64-macos, arm64-macos ]",
+                      f"    libraries:       [ {', '.join(repr(name) for name in sorted(self.reexported))} ]"]
+        lines += ["exports:", "  - targets:         [ x86_64-macos, arm64-macos ]"]
         for key, names in (("symbols", {"_" + n for n in self.symbols}), ("objc-classes", self.classes),
                            ("objc-eh-types", self.exceptions)):
             if names:
@@ -61,7 +72,10 @@ def libraries(tree, compiler_symbols):
 
     for type_ in declarations.types:
         if type_.kind == "ObjCInterfaceDecl":
-            of(type_.framework).classes.add(type_.name)
+            home = ELSEWHERE.get(type_.name, type_.framework)
+            of(home).classes.add(type_.name)
+            if home != type_.framework:
+                of(type_.framework).reexported.add(of(home).install)
     for function in declarations.functions:
         if not function.inline:
             of(function.framework).symbols.add(function.name)
