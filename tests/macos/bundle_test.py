@@ -5,6 +5,7 @@ import plistlib
 import shutil
 import struct
 import tempfile
+import zlib
 
 from checks import PACKAGING, ROOT, WORK, prepare
 
@@ -14,6 +15,7 @@ from make_stubs import libraries
 
 BUNDLE = WORK / "Vantrel.app"
 EXECUTABLE = "Contents/MacOS/Vantrel"
+ICON = "Contents/Resources/Vantrel.icns"
 
 
 def edit_plist(bundle, change):
@@ -21,6 +23,34 @@ def edit_plist(bundle, change):
     values = plistlib.loads(path.read_bytes())
     change(values)
     path.write_bytes(plistlib.dumps(values))
+
+
+def edit_icon(bundle, kind, change):
+    """Puts what `change` makes of the kind and its picture in their place."""
+    path = bundle / ICON
+    data = path.read_bytes()
+    at = data.index(kind)
+    length, = struct.unpack_from(">I", data, at + 4)
+    kind, picture = change(kind, data[at + 8:at + length])
+    body = data[8:at] + kind + struct.pack(">I", len(picture) + 8) + picture + data[at + length:]
+    path.write_bytes(b"icns" + struct.pack(">I", len(body) + 8) + body)
+
+
+def empty(picture):
+    """A whole one of the same size in which nothing is to be seen."""
+    def chunk(kind, body):
+        return struct.pack(">I", len(body)) + kind + body + struct.pack(">I", zlib.crc32(kind + body))
+
+    width, = struct.unpack_from(">I", picture, 16)
+    pixels = zlib.compress(bytes(width * (1 + 4 * width)))
+    return picture[:8] + chunk(b"IHDR", picture[16:29]) + chunk(b"IDAT", pixels) + chunk(b"IEND", b"")
+
+
+def link(bundle, name):
+    """The same file by way of a link."""
+    path = bundle / name
+    path.rename(bundle.parent / path.name)
+    path.symlink_to(bundle.parent / path.name)
 
 
 def slice_at(data, architecture):
@@ -57,6 +87,17 @@ def command(data, architecture, kind):
     raise AssertionError(hex(kind))
 
 
+def symbol_at(data, architecture, name):
+    """Where the symbol's entry begins."""
+    offset, _ = slice_at(data, architecture)
+    table, count, strings, size = struct.unpack_from("<4I", data, command(data, architecture, macho.LC_SYMTAB) + 8)
+    text = data.index(b"\0" + name + b"\0", offset + strings, offset + strings + size) + 1 - offset - strings
+    for at in range(offset + table, offset + table + 16 * count, 16):
+        if struct.unpack_from("<I", data, at)[0] == text:
+            return at
+    raise AssertionError(name)
+
+
 def flip_code(data):
     offset, _ = slice_at(data, "arm64")
     data[offset + 0x4010] ^= 1
@@ -83,29 +124,89 @@ def without_signature(data):
     data[place:place + 4] = b"\0\0\0\0"
 
 
-def writable_code(data):
-    # Both protections of the first segment that holds code.
+def other_identifier(data):
+    offset, _ = slice_at(data, "arm64")
+    place = offset + struct.unpack_from("<I", data, command(data, "arm64", macho.LC_CODE_SIGNATURE) + 8)[0]
+    data[data.index(b"Vantrel\0", place)] ^= 0x20
+
+
+def writable_code(data, protection):
+    # Of the first segment that holds code.
     offset, size = slice_at(data, "x86_64")
     at = data.index(b"__TEXT\0", offset, offset + size)
-    struct.pack_into("<2I", data, at - 8 + 56, 7, 7)
+    struct.pack_into("<2I", data, at - 8 + 56, 7, protection)
+
+
+def without_sdk(data):
+    struct.pack_into("<I", data, command(data, "x86_64", macho.LC_BUILD_VERSION) + 16, 0)
+
+
+def other_subtype(data):
+    offset, _ = slice_at(data, "arm64")
+    struct.pack_into("<I", data, offset + 8, 2)
+
+
+def weak_symbol(data):
+    at = symbol_at(data, "x86_64", b"_CGEventTapCreate") + 6
+    struct.pack_into("<H", data, at, struct.unpack_from("<H", data, at)[0] | macho.N_WEAK_REF)
+
+
+def weak_library(data):
+    struct.pack_into("<I", data, command(data, "x86_64", 0xC), 0x80000018)
+
+
+def no_bindings(data):
+    offset, _ = slice_at(data, "x86_64")
+    at = command(data, "x86_64", macho.LC_DYLD_INFO_ONLY)
+    data[offset + struct.unpack_from("<I", data, at + 16)[0]] = 0
+
+
+def exchanged_bindings(data):
+    replace(data, "x86_64", b"@_CGEventTapCreate\0", b"@_CGEventTap??????\0")
+    replace(data, "x86_64", b"@_CGEventTapEnable\0", b"@_CGEventTapCreate\0")
+    replace(data, "x86_64", b"@_CGEventTap??????\0", b"@_CGEventTapEnable\0")
 
 
 # What is done to a copy of the bundle, and the complaint.
 MISTAKES = [
-    (lambda b: edit_plist(b, lambda p: p.pop("NSCameraUsageDescription")), "NSCameraUsageDescription"),
-    (lambda b: edit_plist(b, lambda p: p.update(LSMinimumSystemVersion="12.0")), "LSMinimumSystemVersion"),
-    (lambda b: edit_plist(b, lambda p: p.update(CFBundleIdentifier="biz.quorrin.other")), "CFBundleIdentifier"),
-    (lambda b: edit_plist(b, lambda p: p.update(NSHighResolutionCapable=1)), "NSHighResolutionCapable"),
+    # What else may be wrong with it is in files_test.py.
+    (lambda b: edit_plist(b, lambda p: p.pop("NSCameraUsageDescription")), "NSCameraUsageDescription is missing"),
+    (lambda b: edit_plist(b, lambda p: p.update(CFBundleVersion="9.9")), "CFBundleVersion is '9.9', not '2.0'"),
     (lambda b: (b / "Contents/Info.plist").write_text("no property list"), "Info.plist cannot be read"),
-    (lambda b: (b / "Contents/Resources/Vantrel.icns").unlink(), "Vantrel.icns is missing"),
-    (lambda b: (b / "Contents/Resources/Vantrel.icns").write_bytes(b"icns\0\0\0\x08"), "the icon has the sizes"),
+    (lambda b: (b / ICON).unlink(), "Vantrel.icns is missing"),
+    (lambda b: (b / ICON).write_bytes(b"icns\0\0\0\x08"), "the icon has the kinds []"),
+    (lambda b: edit_icon(b, b"ic10", lambda kind, picture: (b"xxxx", picture)),
+     "the icon, b'xxxx': 1024 pixels wide, not of a kind"),
+    (lambda b: edit_icon(b, b"ic07", lambda kind, picture: (b"ic08", picture)),
+     "the icon, b'ic08': 128 pixels wide, not 256"),
+    (lambda b: edit_icon(b, b"ic10", lambda kind, picture: (kind, picture[:33] + bytes(len(picture) - 33))),
+     "the icon, b'ic10': a picture that is damaged"),
+    (lambda b: edit_icon(b, b"ic10", lambda kind, picture: (kind, empty(picture))),
+     "the icon, b'ic10': an empty picture"),
     (lambda b: (b / "Contents/MacOS/helper").write_text("x"), "Contents/MacOS/helper does not belong"),
+    (lambda b: (b / "Contents/Frameworks").mkdir(), "Contents/Frameworks does not belong"),
+    (lambda b: link(b, EXECUTABLE), "Contents/MacOS/Vantrel is a link"),
+    (lambda b: (b / "Contents/Resources/it.lproj").symlink_to(".."), "Contents/Resources/it.lproj is a link"),
     (lambda b: (b / EXECUTABLE).chmod(0o644), "may not be executed"),
     (lambda b: edit_executable(b, only_one_processor), "is for arm64, not for arm64 and x86_64"),
     (lambda b: edit_executable(b, lambda d: bytes(d[slice_at(d, "x86_64")[0]:])), "not a universal file"),
     (lambda b: edit_executable(b, newer_system), "x86_64: made for platform 1 from 14.0 on"),
     (lambda b: edit_executable(b, other_entry), "x86_64: the entry point is not in the code"),
-    (lambda b: edit_executable(b, writable_code), "x86_64: __TEXT is both writable and executable"),
+    (lambda b: edit_executable(b, lambda d: writable_code(d, 7)), "x86_64: __TEXT is both writable and executable"),
+    (lambda b: edit_executable(b, lambda d: writable_code(d, 5)), "x86_64: __TEXT may become both writable and"),
+    (lambda b: edit_executable(b, without_sdk), "x86_64: made with an SDK of 0.0"),
+    (lambda b: edit_executable(b, other_subtype), "arm64: for the subtypes (0, 2) of the processor"),
+    (lambda b: edit_executable(b, other_identifier), "arm64: signature: of 'vantrel', not of 'Vantrel'"),
+    (lambda b: edit_executable(b, weak_library), "in an unusual way (weak)"),
+    (lambda b: edit_executable(b, weak_symbol), "x86_64: _CGEventTapCreate may be missing when the application starts"),
+    # Right in the symbol table, wrong in what the loader reads.
+    (lambda b: edit_executable(b, lambda d: replace(d, "x86_64", b"@_CGEventTapCreate\0", b"@_CGEventTapCraete\0")),
+     "x86_64: the loader looks for _CGEventTapCraete in"),
+    (lambda b: edit_executable(b, no_bindings), "x86_64: the loader does not look for _OBJC_CLASS_$_NSAlert"),
+    (lambda b: edit_executable(b, exchanged_bindings), "x86_64: the loader does not put _CGEventTapCreate where"),
+    (lambda b: edit_executable(b, lambda d: replace(d, "arm64", b"@__ZTVN7vantrel20WindowMonitorServiceE\0",
+                                                    b"@__ZTVN7vantrel20WindowMonitorServicoE\0")),
+     "arm64: the loader looks for __ZTVN7vantrel20WindowMonitorServicoE, which the executable does not have"),
     (lambda b: edit_executable(b, flip_code), "arm64: signature: page 1 does not match its hash"),
     (lambda b: edit_executable(b, without_signature), "arm64: not signed"),
     (lambda b: edit_executable(b, lambda d: replace(d, "x86_64", b"/AVFoundation\0", b"/AVFoundatoin\0")),

@@ -57,7 +57,10 @@ MISTAKES = [
     ("AVFoundation", "AVFoundation.h", "AVMediaTypeVideo", "AVMediaVideoType", "AVMediaVideoType is not listed"),
     ("AppKit", "NSCursor.h", "@interface NSCursor", "@interface NSPointer", "NSPointer is not listed"),
     ("AppKit", "NSStatusItem.h", "@interface NSStatusItem : NSObject", "@interface NSStatusItem : NSView",
-     "NSStatusItem does not inherit from NSView"),
+     "NSStatusItem inherits from NSView, the listing says NSObject"),
+    # One of the class's ancestors, but not the next.
+    ("AppKit", "NSButton.h", "@interface NSButton : NSControl", "@interface NSButton : NSObject",
+     "NSButton inherits from NSObject, the listing says NSControl"),
 ]
 
 

@@ -34,6 +34,8 @@ LATER = {
     "void f(NSRunningApplication *a) { [a activateWithOptions:NSApplicationActivateIgnoringOtherApps]; }": "14.0",
     "void f() { [NSApp activateIgnoringOtherApps:YES]; }": "27.0",
 }
+# BOOL is a number of its own on Intel.
+INTEL = "bool *f(BOOL *b) { return b; }"
 # An option set takes combinations, in every language that may import it.
 PLAIN = """
 int f(CGEventFlags flags) {
@@ -68,11 +70,15 @@ def main():
             result = clang("-fsyntax-only", f"--target=arm64-apple-macos{version}", str(path))
             assert f"first deprecated in macOS {version}" in result.stderr, (code, result.stderr)
             assert check(folder, code).returncode == 0, code
+        path.write_text(HEAD + INTEL + "\n", encoding="utf-8")
+        assert check(folder, INTEL).returncode == 0
+        result = clang("-fsyntax-only", "--target=x86_64-apple-macos13.3", str(path))
+        assert "cannot initialize return object of type 'bool *'" in result.stderr, result.stderr
         for language, also in (("c", ""), ("objective-c", HEAD.splitlines()[0] + "\n")):
             path.write_text("#import <ApplicationServices/ApplicationServices.h>\n" + also + PLAIN, encoding="utf-8")
             result = clang("-std=c17", "-Wassign-enum", "-x", language, "-fsyntax-only", str(path))
             assert result.returncode == 0, result.stderr
-    print(f"{len(MISTAKES) + len(LATER)} mistakes, all of them found")
+    print(f"{len(MISTAKES) + len(LATER) + 1} mistakes, all of them found")
 
 
 main()

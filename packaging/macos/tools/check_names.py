@@ -173,8 +173,12 @@ class Check:
         if name not in self.listing.classes:
             self.say(type_.place, f"{type_.name} is not listed")
             return
-        if type_.superclass and type_.superclass not in self.listing.ancestors(name):
-            self.say(type_.place, f"{type_.name} does not inherit from {type_.superclass}")
+        if type_.kind == "ObjCInterfaceDecl":
+            # What a class extends is listed before what it adopts.
+            superclass = next(iter(self.listing.bases[name]), "")
+            if type_.superclass != superclass:
+                self.say(type_.place, f"{type_.name} inherits from {type_.superclass or 'nothing'}, "
+                                      f"the listing says {superclass}")
         for member in type_.members:
             what = f"{'+' if member.is_class else '-'}[{type_.name} {member.name}]"
             problem = (self.method if member.kind == "method" else self.property)(name, member, what)

@@ -79,12 +79,3 @@ class Listing:
         for base in self.bases.get(type_name, []):
             found += self.members(base, name, (*seen, type_name))
         return found
-
-    def ancestors(self, type_name):
-        found, open_ = set(), list(self.bases.get(type_name, []))
-        while open_:
-            base = open_.pop()
-            if base not in found:
-                found.add(base)
-                open_ += self.bases.get(base, [])
-        return found
