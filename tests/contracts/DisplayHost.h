@@ -33,7 +33,11 @@ class DisplayHost {
     /// The titles of the client's status items, as they are shown.
     virtual std::vector<std::string> statusItems() = 0;
 
-    /// Opens the menu of the client's only status item and chooses the entry with that title. Returns when the menu has
+    /// Opens the menu of the client's only status item. Returns when it is open.
+    virtual void openStatusMenu() = 0;
+    virtual bool statusMenuIsOpen() = 0;
+
+    /// Opens that menu and chooses the entry with that title. Returns when the menu has
     /// gone; what the entry does may follow later.
     virtual void chooseFromStatusMenu(const std::string& title) = 0;
 };

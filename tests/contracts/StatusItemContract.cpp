@@ -69,6 +69,15 @@ TEST_F(StatusItemContract, ARemovedItemIsGone) {
     EXPECT_TRUE(shows({}));
 }
 
+TEST_F(StatusItemContract, ARemovedItemTakesItsOpenMenuAlong) {
+    install();
+    displays().openStatusMenu();
+    host().onMain([this] { computer().statusBar.removeStatusItem(*item); });
+    EXPECT_TRUE(eventually([&] { return !displays().statusMenuIsOpen(); }));
+    EXPECT_TRUE(shows({}));
+    EXPECT_TRUE(notes().empty());
+}
+
 TEST_F(StatusItemContract, ADestroyedItemIsGoneAndAnotherMayFollow) {
     for (int round = 0; round < 5; ++round) {
         install();

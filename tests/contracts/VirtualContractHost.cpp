@@ -156,9 +156,16 @@ class VirtualContractHost final : public ContractHost, public KeyboardHost, publ
         for (const auto& item : mac_.statusBar().items()) titles.push_back(item.title);
         return titles;
     }
-    void chooseFromStatusMenu(const std::string& title) override {
+    void openStatusMenu() override {
         mac_.participant().openStatusMenu();
         mac_.runFor(0.1);
+        EXPECT_TRUE(statusMenuIsOpen());
+    }
+
+    bool statusMenuIsOpen() override { return mac_.menus().isOpen(); }
+
+    void chooseFromStatusMenu(const std::string& title) override {
+        openStatusMenu();
         mac_.participant().chooseMenuItem(title);
         mac_.runFor(0.1);
     }

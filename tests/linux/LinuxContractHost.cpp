@@ -158,7 +158,7 @@ class LinuxContractHost final : public contracts::ContractHost,
         return found;
     }
 
-    void chooseFromStatusMenu(const std::string& title) override {
+    void openStatusMenu() override {
         std::vector<ServerView::Child> strips;
         EXPECT_TRUE(soon([&] {
             strips = view_.named("Vantrel status");
@@ -166,11 +166,22 @@ class LinuxContractHost final : public contracts::ContractHost,
         })) << "there is not one status item";
         if (strips.size() != 1) return;
         const X11Rectangle& strip = strips.front().frame;
-        QPoint entry;
         pointer_.clickAt(strip.x + strip.width / 2, strip.y + strip.height / 2);
+        EXPECT_TRUE(soon([&] { return statusMenuIsOpen(); })) << "the menu does not open";
+    }
+
+    bool statusMenuIsOpen() override {
+        bool open = false;
+        onMain([&] { open = openMenu() != nullptr; });
+        return open;
+    }
+
+    void chooseFromStatusMenu(const std::string& title) override {
+        QPoint entry;
+        openStatusMenu();
         EXPECT_TRUE(soon([&] { return findEntry(title, entry); })) << "the menu has no entry " << title;
         pointer_.clickAt(entry.x(), entry.y());
-        EXPECT_TRUE(soon([&] { return !findEntry(title, entry); }));
+        EXPECT_TRUE(soon([&] { return !statusMenuIsOpen(); }));
     }
 
     void showSpace(int place) override {
@@ -200,11 +211,16 @@ class LinuxContractHost final : public contracts::ContractHost,
         return monitors.empty() ? X11Rectangle() : monitors.front().frame;
     }
 
+    static const QMenu* openMenu() {
+        const auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        return menu != nullptr && menu->isVisible() ? menu : nullptr;
+    }
+
     bool findEntry(const std::string& title, QPoint& middle) {
         bool found = false;
         onMain([&] {
-            const auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-            if (menu == nullptr || !menu->isVisible()) return;
+            const QMenu* menu = openMenu();
+            if (menu == nullptr) return;
             for (QAction* action : menu->actions()) {
                 if (action->text().toStdString() != title) continue;
                 middle = menu->mapToGlobal(menu->actionGeometry(action).center());

@@ -113,6 +113,14 @@ TEST_F(ParticipantTest, LeavesAnAlertAloneUnderAMenuThatOpenedLater) {
     EXPECT_EQ(0U, mac().alerts().up().size());
 }
 
+TEST_F(ParticipantTest, KeepsAMenuThatIsNotTheRemovedItems) {
+    installItem();
+    mac().postToMain([this] { mac().menus().track("Menu", mac().statusBar().items().front().menu); });
+    mac().runFor(0);
+    mac().onMain([this] { item_.reset(); });
+    EXPECT_TRUE(mac().menus().isOpen());
+}
+
 TEST_F(ParticipantTest, TypesIntoAFieldThatIsOnTheScreen) {
     show();
     participant().type("name", "Ada");

@@ -11,10 +11,11 @@ const MenuItem* findItem(const Menu& menu, std::string_view title) {
     return nullptr;
 }
 
-std::optional<MenuItem> MenuTracking::track(const std::string& title, const Menu& menu) {
+std::optional<MenuItem> MenuTracking::track(const std::string& title, const Menu& menu, std::uint64_t statusItem) {
     {
         const std::lock_guard guard(mutex_);
         open_ = menu;
+        statusItem_ = statusItem;
         number_ = engine_.nextInFront();
         chosen_.reset();
     }
@@ -62,6 +63,11 @@ bool MenuTracking::close() {
     if (!open_) return false;
     open_.reset();
     return true;
+}
+
+void MenuTracking::cancel(std::uint64_t statusItem) {
+    const std::lock_guard guard(mutex_);
+    if (open_ && statusItem_ == statusItem) open_.reset();
 }
 
 }  // namespace vantrel::virtualmac

@@ -17,8 +17,8 @@ class MenuTracking {
     explicit MenuTracking(Engine& engine) : engine_(engine) {}
 
     /// Main thread, from an event: opens the menu and returns once it is closed, with the item that was chosen. Timers
-    /// stand still meanwhile.
-    std::optional<MenuItem> track(const std::string& title, const Menu& menu);
+    /// stand still meanwhile. A status item's menu bears the item's number, any other 0.
+    std::optional<MenuItem> track(const std::string& title, const Menu& menu, std::uint64_t statusItem = 0);
 
     /// Any thread.
     bool isOpen() const;
@@ -31,10 +31,14 @@ class MenuTracking {
     bool choose(std::string_view itemTitle);
     bool close();
 
+    /// The client's part: closes the menu of that status item, if it is the one that is open. Main thread.
+    void cancel(std::uint64_t statusItem);
+
   private:
     Engine& engine_;
     mutable std::mutex mutex_;
     std::optional<Menu> open_;
+    std::uint64_t statusItem_ = 0;
     std::uint64_t number_ = 0;
     std::optional<MenuItem> chosen_;
 };

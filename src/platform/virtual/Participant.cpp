@@ -102,8 +102,8 @@ void Participant::answerAlert(const std::string& buttonTitle) {
     });
 }
 
-void Participant::track(const std::string& title, const Menu& menu) {
-    const auto chosen = parts_.menus.track(title, menu);
+void Participant::track(const std::string& title, const Menu& menu, std::uint64_t statusItem) {
+    const auto chosen = parts_.menus.track(title, menu, statusItem);
     if (chosen) parts_.application.perform(*chosen);
 }
 
@@ -114,7 +114,7 @@ void Participant::openStatusMenu() {
         if (items.empty()) return "there is no status item";
         if (items.front().menu.items.empty()) return "it has no menu";
         heard();
-        track(items.front().title, items.front().menu);
+        track(items.front().title, items.front().menu, items.front().number);
         return {};
     });
 }

@@ -62,7 +62,7 @@ class Participant final : public ParticipantElsewhere {
     /// Why the participant cannot use the open menu; empty when that is possible.
     std::string whyNoMenu() const;
     std::string press(const WindowState& window, const Control& button, const std::function<void()>& heard);
-    void track(const std::string& title, const Menu& menu);
+    void track(const std::string& title, const Menu& menu, std::uint64_t statusItem = 0);
     /// What the main menu does on Command with that key.
     std::string performKeyEquivalent(const std::string& key, const std::function<void()>& heard);
     /// What Return does.

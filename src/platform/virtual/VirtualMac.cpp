@@ -24,7 +24,7 @@ VirtualMac::VirtualMac(Options options)
       alerts_(engine_),
       menus_(engine_),
       windows_(engine_),
-      statusBar_(engine_),
+      statusBar_(engine_, menus_),
       spaces_(engine_, desktop_),
       overlays_(engine_, desktop_),
       trust_(engine_),

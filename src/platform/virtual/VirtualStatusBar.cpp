@@ -50,6 +50,7 @@ class VirtualStatusBar::Item final : public StatusItem {
             const std::lock_guard guard(bar_.mutex_);
             if (std::erase(bar_.items_, state_) == 0) return;
         }
+        bar_.menus_.cancel(state_->number);
         bar_.engine_.journal.emit("status-item-removed", state_->title);
     }
 
@@ -63,6 +64,7 @@ std::unique_ptr<StatusItem> VirtualStatusBar::statusItem(double) {
     auto state = std::make_shared<State>();
     {
         const std::lock_guard guard(mutex_);
+        state->number = ++made_;
         items_.push_back(state);
     }
     engine_.journal.emit("status-item-installed");

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -8,13 +9,14 @@
 
 #include "platform/StatusBar.h"
 #include "platform/virtual/Engine.h"
+#include "platform/virtual/MenuTracking.h"
 
 namespace vantrel::virtualmac {
 
 /// The client's items in the system menu bar.
 class VirtualStatusBar final : public StatusBar {
   public:
-    explicit VirtualStatusBar(Engine& engine) : engine_(engine) {}
+    VirtualStatusBar(Engine& engine, MenuTracking& menus) : engine_(engine), menus_(menus) {}
 
     [[nodiscard]] std::unique_ptr<StatusItem> statusItem(double length) override;
     void removeStatusItem(StatusItem& item) override;
@@ -23,6 +25,8 @@ class VirtualStatusBar final : public StatusBar {
     struct State {
         std::string title;
         Menu menu;
+        /// From 1 on.
+        std::uint64_t number = 0;
     };
     /// Driver-facing, any thread: oldest first.
     std::vector<State> items() const;
@@ -31,8 +35,10 @@ class VirtualStatusBar final : public StatusBar {
     class Item;
 
     Engine& engine_;
+    MenuTracking& menus_;
     mutable std::mutex mutex_;
     std::vector<std::shared_ptr<State>> items_;
+    std::uint64_t made_ = 0;
 };
 
 }  // namespace vantrel::virtualmac
