@@ -35,9 +35,12 @@ inline constexpr AccessibilityError accessibilityNoValue = -25212;
 
 /// Seconds after which a call to an application that does not answer gives up: the system's own, and those while a
 /// keyboard tap of this process stands (AXUIElementSetMessagingTimeout). The system takes a tap away for good whose
-/// main thread does not answer within one second, and a look at a window asks a silent application twice.
+/// main thread does not answer for about a second.
 inline constexpr double accessibilityTimeout = 6;
-inline constexpr double accessibilityTimeoutUnderTap = 0.4;
+inline constexpr double accessibilityTimeoutUnderTap = 0.5;
+/// Seconds for which, while a tap stands, further calls to that application fail at once: the main thread makes several
+/// in a row.
+inline constexpr double accessibilityPauseUnderTap = 1;
 
 /// AXUIElement. Any thread. A call to an application that does not answer blocks until its time-out and gives
 /// accessibilityCannotComplete.

@@ -2,14 +2,21 @@
 
 #include <ApplicationServices/ApplicationServices.h>
 
-#include "platform/Accessibility.h"
+#include <atomic>
+
+#include "platform/UnansweredCalls.h"
 #include "platform/macos/CFReference.h"
 
 namespace vantrel::macos {
 
 namespace {
 
-int living = 0;
+std::atomic<int> living = 0;
+
+UnansweredCalls& unansweredCalls() {
+    static UnansweredCalls calls;
+    return calls;
+}
 
 // The time-out of the system-wide element is that of every element which has none of its own; 0 is the system's.
 void limitCalls(double seconds) {
@@ -25,6 +32,16 @@ AccessibilityTimeout::AccessibilityTimeout() {
 
 AccessibilityTimeout::~AccessibilityTimeout() {
     if (--living == 0) limitCalls(0);
+}
+
+bool AccessibilityTimeout::refuses(ProcessIdentifier process, double uptime) {
+    return living > 0 && unansweredCalls().refuses(process, uptime);
+}
+
+// An application that is gone fails at once, with the same error as one that does not answer.
+void AccessibilityTimeout::noteFailure(ProcessIdentifier process, double seconds, double uptime) {
+    constexpr double nearlyAll = 0.9;
+    if (seconds >= nearlyAll * accessibilityTimeoutUnderTap) unansweredCalls().note(process, uptime);
 }
 
 }  // namespace vantrel::macos

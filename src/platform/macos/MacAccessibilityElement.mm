@@ -2,7 +2,9 @@
 
 #import <Foundation/Foundation.h>
 
+#include "platform/macos/AccessibilityTimeout.h"
 #include "platform/macos/AccessibilityValueBridge.h"
+#include "platform/macos/MacClock.h"
 #include "platform/macos/Text.h"
 
 namespace vantrel::macos {
@@ -15,12 +17,31 @@ static_assert(accessibilitySuccess == kAXErrorSuccess && accessibilityFailure ==
               accessibilityActionUnsupported == kAXErrorActionUnsupported &&
               accessibilityDisabled == kAXErrorAPIDisabled && accessibilityNoValue == kAXErrorNoValue);
 
+namespace {
+
+template <class Call>
+AXError ask(AXUIElementRef element, Call call) {
+    const MacClock clock;
+    const double asked = clock.uptime();
+    pid_t process = 0;
+    AXUIElementGetPid(element, &process);
+    if (AccessibilityTimeout::refuses(process, asked)) return kAXErrorCannotComplete;
+    const AXError error = call();
+    const double answered = clock.uptime();
+    if (error == kAXErrorCannotComplete) AccessibilityTimeout::noteFailure(process, answered - asked, answered);
+    return error;
+}
+
+}  // namespace
+
 std::variant<AccessibilityValue, AccessibilityError> MacAccessibilityElement::attribute(std::string_view name) const {
     if (!element_) return AccessibilityError{kAXErrorInvalidUIElement};
     @autoreleasepool {
         NSString* text = lenientText(name);
         CFTypeRef copied = nullptr;
-        const AXError error = AXUIElementCopyAttributeValue(element_.get(), (__bridge CFStringRef)text, &copied);
+        const AXError error = ask(element_.get(), [&] {
+            return AXUIElementCopyAttributeValue(element_.get(), (__bridge CFStringRef)text, &copied);
+        });
         const auto value = CFReference<CFTypeRef>::copied(copied);
         if (error != kAXErrorSuccess) return AccessibilityError{error};
         return accessibilityValue(value.get());
@@ -33,7 +54,9 @@ AccessibilityError MacAccessibilityElement::setAttribute(std::string_view name, 
         const auto object = accessibilityObject(value);
         if (!object) return kAXErrorIllegalArgument;
         NSString* text = lenientText(name);
-        return AXUIElementSetAttributeValue(element_.get(), (__bridge CFStringRef)text, object.get());
+        return ask(element_.get(), [&] {
+            return AXUIElementSetAttributeValue(element_.get(), (__bridge CFStringRef)text, object.get());
+        });
     }
 }
 
@@ -41,7 +64,8 @@ AccessibilityError MacAccessibilityElement::performAction(std::string_view name)
     if (!element_) return kAXErrorInvalidUIElement;
     @autoreleasepool {
         NSString* text = lenientText(name);
-        return AXUIElementPerformAction(element_.get(), (__bridge CFStringRef)text);
+        return ask(element_.get(),
+                   [&] { return AXUIElementPerformAction(element_.get(), (__bridge CFStringRef)text); });
     }
 }
 

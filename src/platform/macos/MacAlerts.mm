@@ -15,14 +15,40 @@ static_assert(static_cast<NSUInteger>(AlertStyle::critical) == NSAlertStyleCriti
 
 namespace {
 
-// In a lockdown the browser is in front and fills a Space of its own, into which the system lets no other application's
-// window by itself. To come to the client's own Space for the question would be to leave the meeting.
-void bringWhereTheUserIs(NSWindow* panel) {
+// Covers and status items never become main.
+bool hasAWindow(NSApplication* application) {
+    for (NSWindow* window in application.windows) {
+        if (window.visible && window.canBecomeMainWindow) return true;
+    }
+    return false;
+}
+
+// Into the Space that a full-screen application fills the system lets no other one's window by itself, and above the
+// client's own covers.
+void showEverywhere(NSApplication* application, NSWindow* panel) {
+    NSWindowLevel level = NSModalPanelWindowLevel;
+    for (NSWindow* window in application.windows) {
+        if (window.visible) level = std::max(level, window.level + 1);
+    }
+    panel.level = level;
+    panel.styleMask |= NSWindowStyleMaskNonactivatingPanel;
     panel.collectionBehavior =
         NSWindowCollectionBehaviorCanJoinAllSpaces | NSWindowCollectionBehaviorFullScreenAuxiliary;
-    if (NSApplication.sharedApplication.active) return;
-    panel.styleMask |= NSWindowStyleMaskNonactivatingPanel;
-    panel.level = NSModalPanelWindowLevel;
+    panel.canHide = NO;
+    if (application.hidden) [application unhideWithoutActivation];
+}
+
+// In a lockdown the client has no window and the browser is in front, on a Space of its own. A question that came up
+// elsewhere would be seen by nobody and hold up everything else; to go there would be to leave the meeting.
+NSModalResponse runWhereTheUserIs(NSAlert* alert) {
+    NSApplication* application = NSApplication.sharedApplication;
+    if (hasAWindow(application)) return [alert runModal];
+    NSRunningApplication* before = application.active ? nil : NSWorkspace.sharedWorkspace.frontmostApplication;
+    showEverywhere(application, alert.window);
+    const NSModalResponse response = [alert runModal];
+    // The click on its button may have brought the client to the front, where nothing takes keys.
+    if (application.active) [before activateWithOptions:0];
+    return response;
 }
 
 }  // namespace
@@ -34,9 +60,8 @@ std::size_t MacAlerts::runModal(const Alert& alert) {
     shown.messageText = lenientText(alert.messageText);
     shown.informativeText = lenientText(alert.informativeText);
     for (const std::string& button : alert.buttons) [shown addButtonWithTitle:lenientText(button)];
-    bringWhereTheUserIs(shown.window);
 
-    const NSModalResponse response = [shown runModal];
+    const NSModalResponse response = runWhereTheUserIs(shown);
     // With no buttons there is still the system's own OK.
     const std::size_t last = std::max<std::size_t>(alert.buttons.size(), 1) - 1;
     if (response < NSAlertFirstButtonReturn) return last;

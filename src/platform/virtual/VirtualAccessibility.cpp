@@ -13,12 +13,16 @@ AccessibilityError VirtualAccessibility::reach(ProcessIdentifier process) const 
     if (!trust_.isTrusted()) return accessibilityDisabled;
     const auto found = processes_.find(process);
     if (!found || !found->isListed()) return accessibilityCannotComplete;
+    const bool underTap = keyboard_.taps() > 0;
+    const auto uptime = [this] { return toSeconds(engine_.scheduler.now()); };
+    if (underTap && unanswered_.refuses(process, uptime())) return accessibilityCannotComplete;
     const auto answers = [this, process] { return !unresponsive_.contains(process); };
     if (engine_.scheduler.locked(answers)) return accessibilitySuccess;
-    const double timeout = keyboard_.taps() > 0 ? accessibilityTimeoutUnderTap : accessibilityTimeout;
-    const Moment end = later(engine_.scheduler.now(), timeout);
+    const Moment end = later(engine_.scheduler.now(), underTap ? accessibilityTimeoutUnderTap : accessibilityTimeout);
     engine_.scheduler.wait([answers, end] { return Due::at(answers() ? 0 : end); }, Scheduler::Wait::blocked);
-    return engine_.scheduler.locked(answers) && found->isListed() ? accessibilitySuccess : accessibilityCannotComplete;
+    if (engine_.scheduler.locked(answers) && found->isListed()) return accessibilitySuccess;
+    unanswered_.note(process, uptime());
+    return accessibilityCannotComplete;
 }
 
 void VirtualAccessibility::setUnresponsive(ProcessIdentifier process, bool unresponsive) {

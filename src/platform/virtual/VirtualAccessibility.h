@@ -4,6 +4,7 @@
 #include <set>
 
 #include "platform/Accessibility.h"
+#include "platform/UnansweredCalls.h"
 #include "platform/virtual/AccessibilityFaults.h"
 #include "platform/virtual/Engine.h"
 #include "platform/virtual/VirtualDesktop.h"
@@ -48,6 +49,7 @@ class VirtualAccessibility final : public Accessibility {
     const VirtualTrust& trust_;
     const VirtualKeyboard& keyboard_;
     mutable AccessibilityFaults faults_;
+    mutable UnansweredCalls unanswered_;
     /// Guarded by the scheduler's mutex.
     std::set<ProcessIdentifier> unresponsive_;
 };

@@ -30,6 +30,7 @@ TEST_F(MacTaps, LeaveNothingBehindAfterManyStarts) {
     const std::ptrdiff_t before = tapsOfThisProcess();
     ASSERT_GE(before, 0);
     for (int round = 0; round < 50; ++round) {
+        ASSERT_TRUE(eventually([&] { return tapsOfThisProcess() == before; }));
         host().onMain([&] {
             auto tap = computer().keyboardTaps.create(nothing, {});
             ASSERT_TRUE(tap);

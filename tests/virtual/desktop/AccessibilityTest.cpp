@@ -127,6 +127,32 @@ TEST_F(AccessibilityTest, WaitsSixSecondsForAnApplicationThatDoesNotAnswer) {
     EXPECT_EQ(8.0, mac().now());
 }
 
+// What the main thread asks in a row would otherwise keep a key waiting for longer than the system lets a tap live.
+TEST_F(AccessibilityTest, UnderATapWaitsHalfASecondAndForASecondNotAgain) {
+    std::unique_ptr<KeyboardTap> tap;
+    mac().onMain(
+        [&] { tap = computer().keyboardTaps.create([](const auto&) noexcept { return std::string_view(); }, {}); });
+    const Element element = first();
+    mac().accessibility().setUnresponsive(process, true);
+    EXPECT_EQ(-25204, error(app(), "AXWindows"));
+    EXPECT_EQ(0.5, mac().now());
+    mac().accessibility().setUnresponsive(process, false);
+    EXPECT_EQ(-25204, error(element, "AXFullScreen"));
+    EXPECT_EQ(-25204, element->setAttribute("AXSize", Size{5, 5}));
+    mac().runFor(0.99);
+    EXPECT_EQ(-25204, error(app(), "AXFocusedWindow"));
+    EXPECT_EQ(1.49, mac().now());
+    mac().runFor(0.01);
+    EXPECT_EQ(accessibilitySuccess, error(app(), "AXFocusedWindow"));
+
+    mac().accessibility().setUnresponsive(process, true);
+    EXPECT_EQ(-25204, error(app(), "AXWindows"));
+    EXPECT_EQ(2.0, mac().now());
+    mac().onMain([&] { tap.reset(); });
+    EXPECT_EQ(-25204, error(app(), "AXWindows"));
+    EXPECT_EQ(8.0, mac().now()) << "without a tap the system's own time-out holds";
+}
+
 TEST_F(AccessibilityTest, FailsAsOftenAsItIsToldTo) {
     auto& faults = mac().accessibility().faults();
     const Element element = first();

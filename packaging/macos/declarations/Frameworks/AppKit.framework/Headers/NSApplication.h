@@ -35,6 +35,9 @@ FOUNDATION_EXPORT NSNotificationName NSApplicationDidChangeScreenParametersNotif
 @property(nullable, strong) NSMenu* mainMenu;
 @property(nullable, readonly, weak) NSWindow* modalWindow;
 @property(getter=isActive, readonly) BOOL active;
+@property(getter=isHidden, readonly) BOOL hidden;
+@property(readonly, copy) NSArray<NSWindow*>* windows;
+- (void)unhideWithoutActivation;
 - (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)policy API_AVAILABLE(macos(10.6));
 - (void)activate API_AVAILABLE(macos(14.0));
 - (void)activateIgnoringOtherApps:(BOOL)ignore API_DEPRECATED("Use -activate.", macos(10.0, 27.0));

@@ -29,6 +29,7 @@ typedef NS_OPTIONS(NSUInteger, NSAutoresizingMaskOptions) {
 @property BOOL wantsLayer API_AVAILABLE(macos(10.5));
 @property(nullable, strong) CALayer* layer API_AVAILABLE(macos(10.5));
 - (void)setFrameOrigin:(NSPoint)origin;
+- (nullable NSView*)hitTest:(NSPoint)point;
 - (BOOL)acceptsFirstMouse:(nullable NSEvent*)event;
 - (BOOL)shouldDelayWindowOrderingForEvent:(NSEvent*)event;
 - (void)resetCursorRects;

@@ -43,6 +43,7 @@ typedef NS_OPTIONS(NSUInteger, NSWindowCollectionBehavior) {
 @property NSWindowCollectionBehavior collectionBehavior;
 @property BOOL hidesOnDeactivate;
 @property BOOL canHide;
+@property(getter=isVisible, readonly) BOOL visible;
 @property(getter=isMovable) BOOL movable API_AVAILABLE(macos(10.6));
 @property BOOL ignoresMouseEvents;
 @property(readonly) BOOL canBecomeKeyWindow;

@@ -41,6 +41,7 @@ CF_EXPORT CFTypeID AXUIElementGetTypeID(void);
 CF_EXPORT AXUIElementRef AXUIElementCreateApplication(pid_t pid) CF_RETURNS_RETAINED;
 CF_EXPORT AXUIElementRef AXUIElementCreateSystemWide(void) CF_RETURNS_RETAINED;
 CF_EXPORT AXError AXUIElementSetMessagingTimeout(AXUIElementRef element, float seconds);
+CF_EXPORT AXError AXUIElementGetPid(AXUIElementRef element, pid_t* pid);
 CF_EXPORT AXError AXUIElementCopyAttributeValue(AXUIElementRef element, CFStringRef attribute,
                                                 CFTypeRef _Nullable* _Nonnull CF_RETURNS_RETAINED value);
 CF_EXPORT AXError AXUIElementSetAttributeValue(AXUIElementRef element, CFStringRef attribute, CFTypeRef value);

@@ -1,0 +1,157 @@
+#import <AppKit/AppKit.h>
+
+#include <memory>
+#include <string>
+
+#include "platform/macos/BlackoutWindow.h"
+#include "platform/macos/Text.h"
+#include "tests/contracts/ContractTest.h"
+
+namespace vantrel::macos {
+namespace {
+
+constexpr int coverLevel = 1000;
+
+/// What only AppKit's own objects tell: where an alert is let in, what a click on a cover does, how a field takes a
+/// long text.
+class MacPanels : public contracts::ContractTest {
+  protected:
+    void ask() {
+        host().postToMain([this] {
+            computer().alerts.runModal({AlertStyle::warning, "Domanda", "Perché?", {"Continua"}});
+            note("answered");
+        });
+        ASSERT_TRUE(eventually([this] {
+            bool up = false;
+            host().onMain([&] { up = panel() != nil; });
+            return up;
+        }));
+    }
+
+    void answer() {
+        host().pressAlertButton("Continua");
+        ASSERT_TRUE(noted(1));
+    }
+
+    static WindowDescription withAField() {
+        Control field;
+        field.kind = Control::Kind::textField;
+        field.id = "field";
+        field.frame = {{20, 20}, {100, 24}};
+        View view;
+        view.frame = {{0, 0}, {300, 200}};
+        view.controls = {field};
+        WindowDescription description;
+        description.contentRect = {{0, 0}, {300, 200}};
+        description.styleMask = windowTitled | windowClosable;
+        description.title = "Vantrel";
+        description.views = {view};
+        return description;
+    }
+
+    static NSWindow* panel() { return NSApplication.sharedApplication.modalWindow; }
+
+    static constexpr NSWindowCollectionBehavior everywhere =
+        NSWindowCollectionBehaviorCanJoinAllSpaces | NSWindowCollectionBehaviorFullScreenAuxiliary;
+};
+
+TEST_F(MacPanels, AnAlertOfAClientWithoutAWindowIsLetInEverywhere) {
+    ask();
+    host().onMain([] {
+        NSWindow* alert = panel();
+        EXPECT_EQ(alert.collectionBehavior & everywhere, everywhere);
+        EXPECT_NE(alert.styleMask & NSWindowStyleMaskNonactivatingPanel, 0U);
+        EXPECT_GE(alert.level, NSModalPanelWindowLevel);
+        EXPECT_FALSE(alert.canHide);
+    });
+    answer();
+}
+
+TEST_F(MacPanels, AnAlertComesUpAboveACover) {
+    std::unique_ptr<Overlay> cover;
+    host().onMain([&] {
+        const auto screens = computer().screens.screens();
+        ASSERT_FALSE(screens.empty());
+        cover = computer().overlays.makeOverlay({screens.front().frame, coverLevel, 0x51, {}});
+        cover->orderFrontRegardless();
+    });
+    ASSERT_TRUE(cover);
+    ask();
+    host().onMain([] { EXPECT_GT(panel().level, coverLevel); });
+    answer();
+    host().onMain([&] { cover.reset(); });
+}
+
+TEST_F(MacPanels, AnAlertBesideTheClientsWindowIsAnOrdinaryOne) {
+    std::unique_ptr<Window> window;
+    host().onMain([&] {
+        window = computer().windows.makeWindow(withAField(), {});
+        window->makeKeyAndOrderFront();
+    });
+    ask();
+    host().onMain([] {
+        EXPECT_EQ(panel().collectionBehavior & NSWindowCollectionBehaviorCanJoinAllSpaces, 0U);
+        EXPECT_EQ(panel().styleMask & NSWindowStyleMaskNonactivatingPanel, 0U);
+    });
+    answer();
+    host().onMain([&] { window.reset(); });
+}
+
+TEST_F(MacPanels, ALongTextScrollsInItsField) {
+    host().onMain([&] {
+        const auto window = computer().windows.makeWindow(withAField(), {});
+        window->makeKeyAndOrderFront();
+        std::size_t fields = 0;
+        for (NSWindow* shown in NSApplication.sharedApplication.windows) {
+            if (!shown.visible) continue;
+            for (NSView* view in shown.contentView.subviews) {
+                for (NSView* control in view.subviews) {
+                    if (![control isKindOfClass:[NSTextField class]]) continue;
+                    NSCell* cell = static_cast<NSTextField*>(control).cell;
+                    EXPECT_FALSE(cell.wraps);
+                    EXPECT_TRUE(cell.scrollable);
+                    ++fields;
+                }
+            }
+        }
+        EXPECT_EQ(fields, 1U);
+    });
+}
+
+TEST_F(MacPanels, AClickOnACoverDoesNotBringTheClientToTheFront) {
+    host().onMain([] {
+        BlackoutWindow* cover = [[BlackoutWindow alloc] initWithContentRect:NSMakeRect(0, 0, 400, 300)
+                                                                  styleMask:NSWindowStyleMaskBorderless
+                                                                    backing:NSBackingStoreBuffered
+                                                                      defer:NO];
+        cover.releasedWhenClosed = NO;
+        OverlayLabel label;
+        label.text = "Vantrel";
+        label.fontSize = 28;
+        label.centreX = 200;
+        label.y = 150;
+        [cover setUpContentWithSize:NSMakeSize(400, 300) labels:{label}];
+        EXPECT_FALSE(cover.canBecomeKeyWindow);
+        EXPECT_FALSE(cover.canBecomeMainWindow);
+        NSEvent* click = [NSEvent otherEventWithType:NSEventTypeApplicationDefined
+                                            location:NSMakePoint(200, 160)
+                                       modifierFlags:0
+                                           timestamp:0
+                                        windowNumber:0
+                                             context:nil
+                                             subtype:0
+                                               data1:0
+                                               data2:0];
+        // In the middle of the label, and beside it.
+        for (const NSPoint& place : {NSMakePoint(200, 160), NSMakePoint(5, 5)}) {
+            NSView* clicked = [cover.contentView hitTest:place];
+            ASSERT_NE(clicked, nil);
+            EXPECT_TRUE([clicked acceptsFirstMouse:click]);
+            EXPECT_TRUE([clicked shouldDelayWindowOrderingForEvent:click]);
+        }
+        [cover close];
+    });
+}
+
+}  // namespace
+}  // namespace vantrel::macos
