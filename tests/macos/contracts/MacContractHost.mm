@@ -23,6 +23,7 @@
 #include "tests/contracts/ContractHost.h"
 #include "tests/contracts/ContractServer.h"
 #include "tests/contracts/KeyboardHost.h"
+#include "tests/macos/contracts/EmptyEvent.h"
 #include "tests/macos/contracts/MacPeers.h"
 #include "tests/macos/contracts/MacPermissions.h"
 #include "tests/macos/contracts/MacStage.h"
@@ -42,15 +43,7 @@ NSButton* buttonNamed(NSView* view, const std::string& title) {
 
 // The loop of an alert looks whether it has been answered when an event has come.
 void wakeAlert() {
-    NSEvent* event = [NSEvent otherEventWithType:NSEventTypeApplicationDefined
-                                        location:NSMakePoint(0, 0)
-                                   modifierFlags:0
-                                       timestamp:0
-                                    windowNumber:0
-                                         context:nil
-                                         subtype:0
-                                           data1:0
-                                           data2:0];
+    NSEvent* event = emptyEvent();
     if (event != nil) [NSApplication.sharedApplication postEvent:event atStart:NO];
 }
 

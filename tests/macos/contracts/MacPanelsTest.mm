@@ -4,8 +4,8 @@
 #include <string>
 
 #include "platform/macos/BlackoutWindow.h"
-#include "platform/macos/Text.h"
 #include "tests/contracts/ContractTest.h"
+#include "tests/macos/contracts/EmptyEvent.h"
 
 namespace vantrel::macos {
 namespace {
@@ -133,15 +133,8 @@ TEST_F(MacPanels, AClickOnACoverDoesNotBringTheClientToTheFront) {
         [cover setUpContentWithSize:NSMakeSize(400, 300) labels:{label}];
         EXPECT_FALSE(cover.canBecomeKeyWindow);
         EXPECT_FALSE(cover.canBecomeMainWindow);
-        NSEvent* click = [NSEvent otherEventWithType:NSEventTypeApplicationDefined
-                                            location:NSMakePoint(200, 160)
-                                       modifierFlags:0
-                                           timestamp:0
-                                        windowNumber:0
-                                             context:nil
-                                             subtype:0
-                                               data1:0
-                                               data2:0];
+        NSEvent* click = emptyEvent();
+        ASSERT_NE(click, nil);
         // In the middle of the label, and beside it.
         for (const NSPoint& place : {NSMakePoint(200, 160), NSMakePoint(5, 5)}) {
             NSView* clicked = [cover.contentView hitTest:place];
