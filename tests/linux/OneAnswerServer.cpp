@@ -35,6 +35,11 @@ OneAnswerServer::~OneAnswerServer() {
     close(listener_);
 }
 
+std::string OneAnswerServer::newestRequest() const {
+    const std::lock_guard lock(mutex_);
+    return newest_;
+}
+
 void OneAnswerServer::serve() {
     for (;;) {
         const int connection = accept(listener_, nullptr, nullptr);
@@ -46,7 +51,11 @@ void OneAnswerServer::serve() {
                (count = recv(connection, buffer.data(), buffer.size(), 0)) > 0) {
             request.append(buffer.data(), static_cast<std::size_t>(count));
         }
-        if (!request.empty()) ++requests_;
+        if (!request.empty()) {
+            ++requests_;
+            const std::lock_guard lock(mutex_);
+            newest_ = request;
+        }
         send(connection, answer_.data(), answer_.size(), MSG_NOSIGNAL);
         if (!endless_.empty()) sendEndless(connection);
         shutdown(connection, SHUT_WR);

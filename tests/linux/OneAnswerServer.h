@@ -1,6 +1,7 @@
 #pragma once
 
 #include <atomic>
+#include <mutex>
 #include <string>
 #include <thread>
 
@@ -15,6 +16,8 @@ class OneAnswerServer {
 
     std::string address() const { return "http://127.0.0.1:" + std::to_string(port_); }
     int requestCount() const { return requests_; }
+    /// What the newest request began with, at least its headers; empty before there was one.
+    std::string newestRequest() const;
 
   private:
     void serve();
@@ -26,6 +29,8 @@ class OneAnswerServer {
     int listener_ = -1;
     int port_ = 0;
     std::atomic<int> requests_ = 0;
+    mutable std::mutex mutex_;
+    std::string newest_;
     std::thread thread_;
 };
 

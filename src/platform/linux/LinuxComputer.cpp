@@ -165,7 +165,7 @@ struct LinuxComputer::Parts {
 };
 
 std::unique_ptr<LinuxComputer> LinuxComputer::create(Block endProcess, NoComputer& reason) {
-    const bool waylandSession = qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
+    const bool waylandSession = !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
     reason = waylandSession ? NoComputer::wayland : NoComputer::noX11Display;
     auto connection = X11Connection::open();
     if (!connection) return nullptr;

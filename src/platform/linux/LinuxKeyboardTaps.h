@@ -21,10 +21,12 @@ class MainThread;
 /// next key: a small process beside it sees to that. One that is itself stopped or has gone is replaced, some two
 /// seconds after the next key.
 ///
-/// Two things are out of reach. When both processes are stopped at once, or the second within those two seconds, the
+/// Three things are out of reach. When both processes are stopped at once, or the second within those two seconds, the
 /// server waits for a filter that does not answer, and the keyboard stands still until one of them goes on or ends.
 /// And while a popup menu holds the keyboard by a grab of its own, the client's status menu or a browser's context
 /// menu, X has no filter before it: keys go to that menu, unseen by the tap, and reach no window meanwhile.
+/// On a desktop with several master keyboards, the keys of one that comes and goes again and again may reach no window
+/// in the end, until the tap is made anew.
 class LinuxKeyboardTaps final : public KeyboardTaps {
   public:
     explicit LinuxKeyboardTaps(MainThread& mainThread,

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string_view>
+
+namespace vantrel::linuxdesktop {
+
+/// What the program says on standard error where it cannot run.
+constexpr std::string_view noX11Message =
+    "Vantrel richiede una sessione X11: nessun display X11 raggiungibile (variabile DISPLAY).\n"
+    "Vantrel needs an X11 session: no X11 display can be reached (DISPLAY variable).\n";
+constexpr std::string_view waylandMessage =
+    "Vantrel non può essere eseguito in una sessione Wayland: esci e scegli una sessione X11 (Xorg).\n"
+    "Vantrel cannot run in a Wayland session: log out and choose an X11 (Xorg) session.\n";
+
+}  // namespace vantrel::linuxdesktop
