@@ -33,6 +33,7 @@ void f() {
 LATER = {
     "void f(NSRunningApplication *a) { [a activateWithOptions:NSApplicationActivateIgnoringOtherApps]; }": "14.0",
     "void f() { [NSApp activateIgnoringOtherApps:YES]; }": "27.0",
+    "NSBezelStyle f() { return NSBezelStyleRounded; }": "27.0",
 }
 # BOOL is a number of its own on Intel.
 INTEL = "bool *f(BOOL *b) { return b; }"

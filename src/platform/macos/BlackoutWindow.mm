@@ -47,7 +47,9 @@ NSTextField* textField(const vantrel::OverlayLabel& label) {
     view.wantsLayer = YES;
     view.layer.backgroundColor = NSColor.blackColor.CGColor;
     for (const vantrel::OverlayLabel& label : labels) [view addSubview:textField(label)];
-    [view addSubview:[[BlackoutClickView alloc] initWithFrame:view.bounds]];
+    NSView* clicks = [[BlackoutClickView alloc] initWithFrame:view.bounds];
+    clicks.autoresizingMask = NSViewWidthSizable | NSViewHeightSizable;
+    [view addSubview:clicks];
     self.contentView = view;
 }
 

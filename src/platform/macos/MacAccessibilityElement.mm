@@ -24,7 +24,7 @@ AXError ask(AXUIElementRef element, Call call) {
     const MacClock clock;
     const double asked = clock.uptime();
     pid_t process = 0;
-    AXUIElementGetPid(element, &process);
+    if (AXUIElementGetPid(element, &process) != kAXErrorSuccess) return call();
     if (AccessibilityTimeout::refuses(process, asked)) return kAXErrorCannotComplete;
     const AXError error = call();
     const double answered = clock.uptime();

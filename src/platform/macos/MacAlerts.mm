@@ -31,10 +31,10 @@ void showEverywhere(NSApplication* application, NSWindow* panel) {
         if (window.visible) level = std::max(level, window.level + 1);
     }
     panel.level = level;
-    panel.styleMask |= NSWindowStyleMaskNonactivatingPanel;
     panel.collectionBehavior =
         NSWindowCollectionBehaviorCanJoinAllSpaces | NSWindowCollectionBehaviorFullScreenAuxiliary;
     panel.canHide = NO;
+    panel.hidesOnDeactivate = NO;
     if (application.hidden) [application unhideWithoutActivation];
 }
 
@@ -46,7 +46,7 @@ NSModalResponse runWhereTheUserIs(NSAlert* alert) {
     NSRunningApplication* before = application.active ? nil : NSWorkspace.sharedWorkspace.frontmostApplication;
     showEverywhere(application, alert.window);
     const NSModalResponse response = [alert runModal];
-    // The click on its button may have brought the client to the front, where nothing takes keys.
+    // The click on its button has brought the client to the front, where nothing takes keys.
     if (application.active) [before activateWithOptions:0];
     return response;
 }

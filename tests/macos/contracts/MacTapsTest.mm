@@ -2,7 +2,9 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <memory>
+#include <string_view>
 #include <vector>
 
 #include "tests/contracts/ContractTest.h"

@@ -5,6 +5,8 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
-typedef NS_ENUM(NSUInteger, NSBezelStyle) { NSBezelStyleRounded = 1 };
+typedef NS_ENUM(NSUInteger, NSBezelStyle) {
+    NSBezelStyleRounded API_DEPRECATED("Use NSBezelStylePush.", macos(10.0, 27.0)) = 1,
+};
 
 NS_ASSUME_NONNULL_END

@@ -39,8 +39,8 @@ CF_EXPORT Boolean AXIsProcessTrustedWithOptions(CFDictionaryRef _Nullable option
 
 CF_EXPORT CFTypeID AXUIElementGetTypeID(void);
 CF_EXPORT AXUIElementRef AXUIElementCreateApplication(pid_t pid) CF_RETURNS_RETAINED;
-CF_EXPORT AXUIElementRef AXUIElementCreateSystemWide(void) CF_RETURNS_RETAINED;
-CF_EXPORT AXError AXUIElementSetMessagingTimeout(AXUIElementRef element, float seconds);
+CF_EXPORT AXUIElementRef AXUIElementCreateSystemWide(void) CF_RETURNS_RETAINED API_AVAILABLE(macos(10.2));
+CF_EXPORT AXError AXUIElementSetMessagingTimeout(AXUIElementRef element, float seconds) API_AVAILABLE(macos(10.4));
 CF_EXPORT AXError AXUIElementGetPid(AXUIElementRef element, pid_t* pid);
 CF_EXPORT AXError AXUIElementCopyAttributeValue(AXUIElementRef element, CFStringRef attribute,
                                                 CFTypeRef _Nullable* _Nonnull CF_RETURNS_RETAINED value);

@@ -125,7 +125,7 @@ typedef struct __CGEventTapInformation {
 // CGError, of which the success, 0, is all that is looked at.
 typedef CF_ENUM(int32_t, CGError) { kCGErrorSuccess = 0 };
 CG_EXTERN CGError CGGetEventTapList(uint32_t maxNumberOfTaps, CGEventTapInformation* _Nullable tapList,
-                                    uint32_t* _Nullable eventTapCount);
+                                    uint32_t* _Nullable eventTapCount) API_AVAILABLE(macos(10.4));
 
 CG_EXTERN int64_t CGEventGetIntegerValueField(CGEventRef _Nullable event, CGEventField field);
 CG_EXTERN CGEventFlags CGEventGetFlags(CGEventRef _Nullable event);
