@@ -46,8 +46,11 @@ NSModalResponse runWhereTheUserIs(NSAlert* alert) {
     NSRunningApplication* before = application.active ? nil : NSWorkspace.sharedWorkspace.frontmostApplication;
     showEverywhere(application, alert.window);
     const NSModalResponse response = [alert runModal];
-    // The click on its button has brought the client to the front, where nothing takes keys.
-    if (application.active) [before activateWithOptions:0];
+    // The click on its button has brought the client to the front, where nothing takes keys. Unless the answer has put
+    // a window there by then.
+    dispatch_async(dispatch_get_main_queue(), ^{
+      if (application.active && !hasAWindow(application)) [before activateWithOptions:0];
+    });
     return response;
 }
 

@@ -119,6 +119,48 @@ TEST_F(MacPanels, ALongTextScrollsInItsField) {
     });
 }
 
+TEST_F(MacPanels, ACoverIsWhatItIsAskedToBe) {
+    host().onMain([this] {
+        const Screen screen = computer().screens.screens().at(0);
+        const auto overlay = computer().overlays.makeOverlay({screen.frame, coverLevel, 0x51, {}});
+        overlay->orderFrontRegardless();
+        std::size_t covers = 0;
+        for (NSWindow* window in NSApplication.sharedApplication.windows) {
+            if (!window.visible || window.level != coverLevel) continue;
+            ++covers;
+            EXPECT_EQ(window.collectionBehavior, 0x51U);
+            EXPECT_EQ(window.styleMask, NSWindowStyleMaskBorderless);
+            EXPECT_FALSE(window.ignoresMouseEvents);
+            EXPECT_FALSE(window.hidesOnDeactivate);
+            EXPECT_FALSE(window.movable);
+            EXPECT_FALSE(window.hasShadow);
+            EXPECT_FALSE(window.canHide);
+            EXPECT_TRUE(window.opaque);
+        }
+        EXPECT_EQ(covers, 1U);
+    });
+}
+
+TEST_F(MacPanels, AWindowHasTheStyleThatItIsAskedToHave) {
+    host().onMain([this] {
+        WindowDescription description = withAField();
+        description.styleMask = windowTitled | windowClosable | windowMiniaturizable;
+        const auto window = computer().windows.makeWindow(description, {});
+        window->makeKeyAndOrderFront();
+        std::size_t windows = 0;
+        for (NSWindow* shown in NSApplication.sharedApplication.windows) {
+            if (!shown.visible || ![shown.title isEqualToString:@"Vantrel"]) continue;
+            ++windows;
+            EXPECT_EQ(shown.styleMask & 7, 7U);
+        }
+        EXPECT_EQ(windows, 1U);
+    });
+}
+
+TEST_F(MacPanels, AStatusItemMayBeAsLongAsItsTitle) {
+    EXPECT_EQ(variableStatusItemLength, NSVariableStatusItemLength);
+}
+
 TEST_F(MacPanels, WhatTakesTheClicksLiesOnTopOfAllOfACover) {
     host().onMain([] {
         BlackoutWindow* cover = [[BlackoutWindow alloc] initWithContentRect:NSMakeRect(0, 0, 400, 300)

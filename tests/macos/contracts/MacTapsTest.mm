@@ -14,14 +14,15 @@ namespace {
 
 using MacTaps = contracts::ContractTest;
 
-// The system's own count, disabled ones included: those too slow every key down.
-std::ptrdiff_t tapsOfThisProcess() {
+// As the system lists them, disabled ones included: those too slow every key down.
+std::vector<CGEventTapInformation> tapsOfThisProcess() {
     std::uint32_t count = 0;
-    if (CGGetEventTapList(0, nullptr, &count) != kCGErrorSuccess) return -1;
+    EXPECT_EQ(CGGetEventTapList(0, nullptr, &count), kCGErrorSuccess);
     std::vector<CGEventTapInformation> taps(count);
-    if (CGGetEventTapList(count, taps.data(), &count) != kCGErrorSuccess) return -1;
+    EXPECT_EQ(CGGetEventTapList(count, taps.data(), &count), kCGErrorSuccess);
     taps.resize(std::min<std::size_t>(count, taps.size()));
-    return std::count_if(taps.begin(), taps.end(), [](const auto& tap) { return tap.tappingProcess == getpid(); });
+    std::erase_if(taps, [](const auto& tap) { return tap.tappingProcess != getpid(); });
+    return taps;
 }
 
 std::string_view nothing(const KeyEvent&) noexcept {
@@ -29,18 +30,30 @@ std::string_view nothing(const KeyEvent&) noexcept {
 }
 
 TEST_F(MacTaps, LeaveNothingBehindAfterManyStarts) {
-    const std::ptrdiff_t before = tapsOfThisProcess();
-    ASSERT_GE(before, 0);
+    const std::size_t before = tapsOfThisProcess().size();
     for (int round = 0; round < 50; ++round) {
-        ASSERT_TRUE(eventually([&] { return tapsOfThisProcess() == before; }));
+        ASSERT_TRUE(eventually([&] { return tapsOfThisProcess().size() == before; }));
         host().onMain([&] {
             auto tap = computer().keyboardTaps.create(nothing, {});
             ASSERT_TRUE(tap);
-            EXPECT_EQ(tapsOfThisProcess(), before + 1);
+            EXPECT_EQ(tapsOfThisProcess().size(), before + 1);
             tap.reset();
         });
     }
-    EXPECT_TRUE(eventually([&] { return tapsOfThisProcess() == before; }));
+    EXPECT_TRUE(eventually([&] { return tapsOfThisProcess().size() == before; }));
+}
+
+TEST_F(MacTaps, AreAskedOfTheSessionForKeysAndModifiersAndMaySwallow) {
+    ASSERT_TRUE(eventually([] { return tapsOfThisProcess().empty(); }));
+    host().onMain([this] {
+        const auto tap = computer().keyboardTaps.create(nothing, {});
+        const auto taps = tapsOfThisProcess();
+        ASSERT_EQ(taps.size(), 1U);
+        EXPECT_EQ(taps.front().tapPoint, kCGSessionEventTap);
+        EXPECT_EQ(taps.front().options, kCGEventTapOptionDefault);
+        EXPECT_EQ(taps.front().eventsOfInterest, 0x1400U);
+        EXPECT_TRUE(taps.front().enabled);
+    });
 }
 
 }  // namespace

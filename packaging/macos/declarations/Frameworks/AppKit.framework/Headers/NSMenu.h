@@ -11,8 +11,4 @@ NS_ASSUME_NONNULL_BEGIN
 - (void)cancelTracking API_AVAILABLE(macos(10.5));
 @end
 
-@protocol NSMenuItemValidation <NSObject>
-- (BOOL)validateMenuItem:(NSMenuItem*)item;
-@end
-
 NS_ASSUME_NONNULL_END

@@ -10,7 +10,6 @@ NS_ASSUME_NONNULL_BEGIN
 @interface NSResponder : NSObject
 - (instancetype)init NS_DESIGNATED_INITIALIZER;
 - (void)mouseDown:(NSEvent*)event;
-@property(readonly) BOOL acceptsFirstResponder;
 @end
 
 NS_ASSUME_NONNULL_END

@@ -48,13 +48,10 @@ typedef const struct __attribute__((objc_bridge(NSArray))) __CFArray* CFArrayRef
 typedef const struct __attribute__((objc_bridge(NSDictionary))) __CFDictionary* CFDictionaryRef;
 // Bridged to a class of the system's own that no header declares: a cast to id passes, one to NSNumber does not.
 typedef const struct __attribute__((objc_bridge(__NSCFBoolean))) __CFBoolean* CFBooleanRef;
-typedef const struct __attribute__((objc_bridge(NSNumber))) __CFNumber* CFNumberRef;
 typedef struct __attribute__((objc_bridge_mutable(id))) __CFRunLoop* CFRunLoopRef;
 typedef struct __attribute__((objc_bridge_mutable(id))) __CFRunLoopSource* CFRunLoopSourceRef;
 typedef struct __attribute__((objc_bridge_mutable(NSMachPort))) __CFMachPort* CFMachPortRef;
 typedef CFStringRef CFRunLoopMode;
-
-#define CFSTR(text) ((CFStringRef)__builtin___CFStringMakeConstantString("" text ""))
 
 CF_EXPORT const CFAllocatorRef _Null_unspecified kCFAllocatorDefault;
 CF_EXPORT const CFBooleanRef kCFBooleanTrue;

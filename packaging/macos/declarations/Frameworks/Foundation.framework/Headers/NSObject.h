@@ -17,8 +17,5 @@ NS_ASSUME_NONNULL_BEGIN
 static inline id _Nullable CFBridgingRelease(CFTypeRef __attribute__((cf_consumed)) _Nullable reference) {
     return (__bridge_transfer id)reference;
 }
-static inline __attribute__((cf_returns_retained)) CFTypeRef _Nullable CFBridgingRetain(id _Nullable object) {
-    return (__bridge_retained CFTypeRef)object;
-}
 
 NS_ASSUME_NONNULL_END

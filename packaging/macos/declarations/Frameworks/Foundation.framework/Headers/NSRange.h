@@ -7,8 +7,3 @@ typedef struct _NSRange {
     NSUInteger location;
     NSUInteger length;
 } NSRange;
-
-static inline NSRange NSMakeRange(NSUInteger location, NSUInteger length) {
-    NSRange range = {location, length};
-    return range;
-}
