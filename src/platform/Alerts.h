@@ -24,7 +24,8 @@ class Alerts {
 
     /// runModal: shows the alert and returns once it is dismissed, with the index of the chosen button (0 for the
     /// first; the system's own values count from 1000). Meanwhile timers of the default mode stand still; see
-    /// DispatchQueue for the main queue.
+    /// DispatchQueue for the main queue. A client that shows no window has its alert shown where the user is, above
+    /// another application's full screen too.
     virtual std::size_t runModal(const Alert& alert) = 0;
 };
 

@@ -9,7 +9,7 @@
 #include <thread>
 #include <vector>
 
-#include "platform/linux/StandardOutputLog.h"
+#include "platform/portable/StandardOutputLog.h"
 
 namespace vantrel::linuxdesktop {
 namespace {

@@ -45,13 +45,13 @@
 #include "platform/linux/MenuBuilder.h"
 #include "platform/linux/Responder.h"
 #include "platform/linux/RunLoopModes.h"
-#include "platform/linux/StandardOutputLog.h"
 #include "platform/linux/TerminationSignals.h"
 #include "platform/linux/WaylandSigns.h"
 #include "platform/linux/X11WindowSurvey.h"
 #include "platform/portable/ICUText.h"
 #include "platform/portable/PortableJSON.h"
 #include "platform/portable/PortableURLs.h"
+#include "platform/portable/StandardOutputLog.h"
 #include "platform/portable/UTCDateFormatter.h"
 
 namespace vantrel::linuxdesktop {

@@ -1,8 +1,6 @@
 #pragma once
 
-#include <mutex>
-
-#include "platform/Log.h"
+#include "platform/portable/StandardOutputLog.h"
 
 namespace vantrel::macos {
 
@@ -11,10 +9,10 @@ class MacLog final : public Log {
   public:
     MacLog();
 
-    void print(std::string_view line) override;
+    void print(std::string_view line) override { log_.print(line); }
 
   private:
-    std::mutex mutex_;
+    StandardOutputLog log_;
 };
 
 }  // namespace vantrel::macos

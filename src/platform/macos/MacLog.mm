@@ -1,38 +1,13 @@
 #include "platform/macos/MacLog.h"
 
 #include <fcntl.h>
-#include <poll.h>
 #include <unistd.h>
-
-#include <cerrno>
-#include <string>
 
 namespace vantrel::macos {
 
 // On the descriptor, not the signal: an ignored SIGPIPE would be handed down to the browser.
 MacLog::MacLog() {
     fcntl(STDOUT_FILENO, F_SETNOSIGPIPE, 1);
-}
-
-void MacLog::print(std::string_view line) {
-    std::string text;
-    text.reserve(line.size() + 1);
-    text.append(line).push_back('\n');
-
-    const std::lock_guard lock(mutex_);
-    std::string_view rest = text;
-    while (!rest.empty()) {
-        const ssize_t written = write(STDOUT_FILENO, rest.data(), rest.size());
-        if (written >= 0) {
-            rest.remove_prefix(static_cast<std::size_t>(written));
-        } else if (errno == EAGAIN) {
-            // Whoever started the client may have left the stream non-blocking.
-            pollfd stream{STDOUT_FILENO, POLLOUT, 0};
-            if (poll(&stream, 1, -1) < 0 && errno != EINTR) return;
-        } else if (errno != EINTR) {
-            return;
-        }
-    }
 }
 
 }  // namespace vantrel::macos

@@ -1,4 +1,4 @@
-#include "platform/linux/StandardOutputLog.h"
+#include "platform/portable/StandardOutputLog.h"
 
 #include <poll.h>
 #include <unistd.h>
@@ -6,7 +6,7 @@
 #include <cerrno>
 #include <string>
 
-namespace vantrel::linuxdesktop {
+namespace vantrel {
 
 void StandardOutputLog::print(std::string_view line) {
     std::string text;
@@ -29,4 +29,4 @@ void StandardOutputLog::print(std::string_view line) {
     }
 }
 
-}  // namespace vantrel::linuxdesktop
+}  // namespace vantrel

@@ -4,10 +4,10 @@
 
 #include "platform/Log.h"
 
-namespace vantrel::linuxdesktop {
+namespace vantrel {
 
 /// Lines on a file descriptor, standard output unless told otherwise. A reader that has gone away loses the lines and
-/// nothing else: the process ignores SIGPIPE.
+/// nothing else, provided that SIGPIPE is ignored or not sent.
 class StandardOutputLog final : public Log {
   public:
     explicit StandardOutputLog(int descriptor = 1) : descriptor_(descriptor) {}
@@ -19,4 +19,4 @@ class StandardOutputLog final : public Log {
     std::mutex mutex_;
 };
 
-}  // namespace vantrel::linuxdesktop
+}  // namespace vantrel
