@@ -2,10 +2,10 @@
 
 #include <utility>
 
-#include "practice/JsonReply.h"
-#include "practice/MeetingPage.h"
-#include "practice/RequestTarget.h"
-#include "practice/SessionCode.h"
+#include "practice/configuration/SessionCode.h"
+#include "practice/messages/JsonReply.h"
+#include "practice/messages/RequestTarget.h"
+#include "practice/pages/MeetingPage.h"
 
 namespace vantrel::practice {
 

@@ -6,20 +6,20 @@
 #include <string_view>
 #include <vector>
 
-#include "practice/ApiExchanges.h"
-#include "practice/ControlExchanges.h"
-#include "practice/ExchangeLog.h"
-#include "practice/PageReportLog.h"
-#include "practice/PracticeConfiguration.h"
-#include "practice/PracticeParticipant.h"
-#include "practice/PracticeReply.h"
-#include "practice/PracticeRequest.h"
-#include "practice/PracticeSession.h"
-#include "practice/ReceivedExchange.h"
-#include "practice/ReplyBender.h"
-#include "practice/ReportExchanges.h"
-#include "practice/SessionRegistry.h"
-#include "practice/TrainerExchanges.h"
+#include "practice/configuration/PracticeConfiguration.h"
+#include "practice/configuration/PracticeSession.h"
+#include "practice/exchanges/ApiExchanges.h"
+#include "practice/exchanges/ControlExchanges.h"
+#include "practice/exchanges/ReportExchanges.h"
+#include "practice/exchanges/TrainerExchanges.h"
+#include "practice/messages/PracticeReply.h"
+#include "practice/messages/PracticeRequest.h"
+#include "practice/state/ExchangeLog.h"
+#include "practice/state/PageReportLog.h"
+#include "practice/state/PracticeParticipant.h"
+#include "practice/state/ReceivedExchange.h"
+#include "practice/state/ReplyBender.h"
+#include "practice/state/SessionRegistry.h"
 
 namespace vantrel::practice {
 

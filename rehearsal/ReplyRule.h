@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "practice/BendRule.h"
+#include "practice/bodies/BendRule.h"
 
 namespace vantrel::rehearsal {
 

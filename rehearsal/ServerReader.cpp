@@ -4,9 +4,9 @@
 
 #include "platform/portable/URLComponents.h"
 #include "platform/portable/URLGrammar.h"
-#include "practice/Base64.h"
-#include "practice/ClientVersion.h"
-#include "practice/SessionCode.h"
+#include "practice/configuration/ClientVersion.h"
+#include "practice/configuration/SessionCode.h"
+#include "practice/messages/Base64.h"
 
 namespace vantrel::rehearsal {
 namespace {

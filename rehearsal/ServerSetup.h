@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "practice/PracticeConfiguration.h"
+#include "practice/configuration/PracticeConfiguration.h"
 #include "rehearsal/ReplyRule.h"
 
 namespace vantrel::rehearsal {

@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <system_error>
 
-#include "practice/SessionCode.h"
+#include "practice/configuration/SessionCode.h"
 
 namespace vantrel::practice {
 

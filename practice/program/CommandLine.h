@@ -7,7 +7,7 @@
 #include <variant>
 #include <vector>
 
-#include "practice/PracticeSession.h"
+#include "practice/configuration/PracticeSession.h"
 
 namespace vantrel::practice {
 

@@ -9,8 +9,8 @@
 #include <map>
 #include <set>
 
-#include "practice/ClientVersion.h"
-#include "practice/SessionCode.h"
+#include "practice/configuration/ClientVersion.h"
+#include "practice/configuration/SessionCode.h"
 
 namespace vantrel::practice {
 

@@ -3,7 +3,7 @@
 #include <string>
 #include <variant>
 
-#include "practice/PracticeConfiguration.h"
+#include "practice/configuration/PracticeConfiguration.h"
 
 namespace vantrel::practice {
 

@@ -1,10 +1,10 @@
 #include <gtest/gtest.h>
 
-#include "practice/Base64.h"
-#include "practice/ClientVersion.h"
-#include "practice/PracticeRequest.h"
-#include "practice/RequestTarget.h"
-#include "practice/SessionCode.h"
+#include "practice/configuration/ClientVersion.h"
+#include "practice/configuration/SessionCode.h"
+#include "practice/messages/Base64.h"
+#include "practice/messages/PracticeRequest.h"
+#include "practice/messages/RequestTarget.h"
 
 namespace vantrel::practice::test {
 namespace {

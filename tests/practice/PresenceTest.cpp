@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "practice/ParticipantPresence.h"
+#include "practice/state/ParticipantPresence.h"
 
 namespace vantrel::practice::test {
 namespace {

@@ -3,10 +3,10 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
-#include "practice/PracticeConfiguration.h"
-#include "practice/PracticeReply.h"
-#include "practice/PracticeRequest.h"
 #include "practice/PracticeServer.h"
+#include "practice/configuration/PracticeConfiguration.h"
+#include "practice/messages/PracticeReply.h"
+#include "practice/messages/PracticeRequest.h"
 
 namespace vantrel::practice::test {
 

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "practice/configuration/PracticeSession.h"
+
+namespace vantrel::practice {
+
+/// What the server answers about client versions.
+struct VersionConfiguration {
+    /// The newest version; empty: there is never an update.
+    std::string latest;
+    /// "info", "recommended", "required", or whatever a test wants to see answered.
+    std::string severity = "recommended";
+    std::string releaseNotes;
+    std::string downloadUrl;
+    /// The oldest version that may join; empty: any.
+    std::string minimum;
+    /// What a refused join is told.
+    std::string minimumMessage =
+        "Questa versione di Vantrel non è più supportata. Installa quella nuova per partecipare.";
+};
+
+struct PracticeConfiguration {
+    std::vector<PracticeSession> sessions;
+    VersionConfiguration version;
+    /// The address under which participants reach the server, for meeting links; empty: from each request's Host
+    /// header.
+    std::string publicAddress;
+    /// Seconds without a heartbeat after which the trainer's page shows a participant as lost: two and a half of the
+    /// client's intervals, and a little for the way.
+    double contactLostAfterSeconds = 40;
+};
+
+}  // namespace vantrel::practice

@@ -1,0 +1,110 @@
+#include "practice/exchanges/ApiExchanges.h"
+
+#include <nlohmann/json.hpp>
+#include <variant>
+
+#include "practice/bodies/HeartbeatBody.h"
+#include "practice/bodies/JoinBody.h"
+#include "practice/configuration/ClientVersion.h"
+#include "practice/configuration/SessionCode.h"
+#include "practice/messages/JsonReply.h"
+
+namespace vantrel::practice {
+
+ApiExchanges::ApiExchanges(SessionRegistry& registry, const PracticeConfiguration& configuration)
+    : registry_(registry), configuration_(configuration) {}
+
+PracticeReply ApiExchanges::handle(const PracticeRequest& request, const RequestTarget& target, double now) {
+    const auto& segments = target.segments();
+    if (segments.size() < 2 || segments[0] != "api") return notFound();
+
+    if (segments[1] == "sessions" && segments.size() == 3) {
+        return request.method == "GET" ? probe(segments[2]) : methodNotAllowed("GET");
+    }
+    if (segments[1] == "sessions" && segments.size() == 4 && segments[3] == "join") {
+        return request.method == "POST" ? join(segments[2], request, now) : methodNotAllowed("POST");
+    }
+    if (target.path() == "/api/heartbeat") {
+        return request.method == "POST" ? heartbeat(request, now) : methodNotAllowed("POST");
+    }
+    if (target.path() == "/api/version/latest") {
+        return request.method == "GET" ? latestVersion(target) : methodNotAllowed("GET");
+    }
+    return notFound();
+}
+
+PracticeReply ApiExchanges::probe(const std::string& code) const {
+    const PracticeSession* session = registry_.session(code);
+    if (session == nullptr) return errorReply(404, "session_not_found");
+    return jsonReply(200, {{"code", session->code}, {"title", session->title}, {"status", textOf(session->status)}});
+}
+
+PracticeReply ApiExchanges::join(const std::string& code, const PracticeRequest& request, double now) {
+    const PracticeSession* session = registry_.session(code);
+    if (session == nullptr) return errorReply(404, "session_not_found");
+    if (session->status == SessionStatus::ended) return errorReply(410, "session_ended");
+
+    const auto body = JoinBody::read(request.body);
+    if (const auto* error = std::get_if<BodyError>(&body)) return errorReply(400, "invalid_body", error->message);
+    const JoinBody& join = std::get<JoinBody>(body);
+    if (isOutdated(join.clientVersion)) {
+        return jsonReply(400, {{"error", "client_outdated"},
+                               {"message", configuration_.version.minimumMessage},
+                               {"downloadUrl", configuration_.version.downloadUrl}});
+    }
+    return jsonReply(200, {{"meetLink", meetLink(*session, request)},
+                           {"userToken", registry_.join(code, join, now)},
+                           {"sessionTitle", session->title}});
+}
+
+PracticeReply ApiExchanges::heartbeat(const PracticeRequest& request, double now) {
+    const auto body = HeartbeatBody::read(request.body);
+    if (const auto* error = std::get_if<BodyError>(&body)) return errorReply(400, "invalid_body", error->message);
+    const HeartbeatBody& heartbeat = std::get<HeartbeatBody>(body);
+
+    const PracticeParticipant* participant = registry_.participant(heartbeat.userToken);
+    if (participant == nullptr) return errorReply(401, "unknown_token");
+    if (participant->sessionCode != upperCaseCode(heartbeat.sessionCode)) return errorReply(403, "other_session");
+
+    const PracticeSession* session = registry_.session(participant->sessionCode);
+    registry_.heartbeat(heartbeat, now);
+    return jsonReply(200, {{"sessionEnded", session == nullptr || session->status == SessionStatus::ended}});
+}
+
+PracticeReply ApiExchanges::latestVersion(const RequestTarget& target) const {
+    const auto system = target.query("os");
+    const auto current = target.query("current");
+    if (!system || system->empty()) return errorReply(400, "invalid_query", "\"os\" is missing");
+    const auto currentVersion = ClientVersion::parse(current.value_or(std::string()));
+    if (!currentVersion) return errorReply(400, "invalid_query", "\"current\" is not a version");
+
+    const VersionConfiguration& version = configuration_.version;
+    const auto latest = ClientVersion::parse(version.latest);
+    if (*system != "macos" || !latest || *latest <= *currentVersion)
+        return jsonReply(200, {{"updateAvailable", false}});
+    return jsonReply(200, {{"updateAvailable", true},
+                           {"severity", version.severity},
+                           {"latestVersion", version.latest},
+                           {"releaseNotes", version.releaseNotes},
+                           {"downloadUrl", version.downloadUrl}});
+}
+
+std::string ApiExchanges::meetLink(const PracticeSession& session, const PracticeRequest& request) const {
+    if (!session.meetLink.empty()) return session.meetLink;
+    std::string base = configuration_.publicAddress;
+    if (base.empty()) {
+        const std::string host = request.header("Host");
+        base = "http://" + (host.empty() ? "localhost" : host);
+    }
+    if (base.back() == '/') base.pop_back();
+    return base + "/meet/" + session.code;
+}
+
+bool ApiExchanges::isOutdated(const std::string& clientVersion) const {
+    const auto minimum = ClientVersion::parse(configuration_.version.minimum);
+    if (!minimum) return false;
+    const auto version = ClientVersion::parse(clientVersion);
+    return !version || *version < *minimum;
+}
+
+}  // namespace vantrel::practice

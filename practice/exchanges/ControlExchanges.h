@@ -1,0 +1,38 @@
+#pragma once
+
+#include <string>
+
+#include "practice/messages/PracticeReply.h"
+#include "practice/messages/PracticeRequest.h"
+#include "practice/messages/RequestTarget.h"
+#include "practice/state/ExchangeLog.h"
+#include "practice/state/PageReportLog.h"
+#include "practice/state/ReplyBender.h"
+#include "practice/state/SessionRegistry.h"
+
+namespace vantrel::practice {
+
+/// What a test asks under /control.
+class ControlExchanges {
+  public:
+    ControlExchanges(SessionRegistry& registry, ReplyBender& bender, ExchangeLog& log, PageReportLog& reports);
+
+    static bool isControl(const RequestTarget& target);
+
+    PracticeReply handle(const PracticeRequest& request, const RequestTarget& target);
+
+  private:
+    PracticeReply bend(const std::string& body);
+    PracticeReply reset(const std::string& body);
+    PracticeReply received() const;
+    PracticeReply reports() const;
+    PracticeReply end(const std::string& code);
+    PracticeReply state() const;
+
+    SessionRegistry& registry_;
+    ReplyBender& bender_;
+    ExchangeLog& log_;
+    PageReportLog& reports_;
+};
+
+}  // namespace vantrel::practice

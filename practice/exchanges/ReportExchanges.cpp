@@ -1,0 +1,32 @@
+#include "practice/exchanges/ReportExchanges.h"
+
+#include <nlohmann/json.hpp>
+#include <string>
+#include <variant>
+
+#include "practice/bodies/PageReportsBody.h"
+#include "practice/configuration/SessionCode.h"
+#include "practice/messages/JsonReply.h"
+
+namespace vantrel::practice {
+
+ReportExchanges::ReportExchanges(const SessionRegistry& registry, PageReportLog& reports)
+    : registry_(registry), reports_(reports) {}
+
+bool ReportExchanges::isReport(const RequestTarget& target) {
+    const auto& segments = target.segments();
+    return segments.size() == 3 && segments[0] == "meet" && segments[2] == "reports";
+}
+
+PracticeReply ReportExchanges::handle(const PracticeRequest& request, const RequestTarget& target, double now) {
+    if (request.method != "POST") return methodNotAllowed("POST");
+    const std::string code = upperCaseCode(target.segments()[1]);
+    if (registry_.session(code) == nullptr) return errorReply(404, "session_not_found");
+    const auto body = PageReportsBody::read(request.body);
+    if (const auto* error = std::get_if<BodyError>(&body)) return errorReply(400, "invalid_report", error->message);
+    const PageReportsBody& reports = std::get<PageReportsBody>(body);
+    reports_.add(code, reports, now);
+    return jsonReply(200, {{"reports", reports.reports.size()}});
+}
+
+}  // namespace vantrel::practice

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <nlohmann/json_fwd.hpp>
+#include <string>
+
+#include "practice/messages/PracticeReply.h"
+
+namespace vantrel::practice {
+
+/// Compact JSON; bytes that are not UTF-8 become U+FFFD.
+std::string jsonText(const nlohmann::json& value);
+
+PracticeReply jsonReply(int status, const nlohmann::json& value);
+
+/// {"error": error}, with a "message" when there is one.
+PracticeReply errorReply(int status, const std::string& error, const std::string& message = {});
+
+/// 405 with the one method that the path takes.
+PracticeReply methodNotAllowed(const std::string& allowed);
+
+PracticeReply notFound();
+
+}  // namespace vantrel::practice

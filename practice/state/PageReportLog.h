@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <string>
+
+#include "practice/bodies/PageReport.h"
+#include "practice/bodies/PageReportsBody.h"
+
+namespace vantrel::practice {
+
+/// What the meeting pages reported. Not guarded: PracticeServer's mutex is.
+///
+/// Pages are numbered from 1 as they first report. The oldest reports are forgotten, and so are the oldest pages: one
+/// that reports again after that counts as a new one.
+class PageReportLog {
+  public:
+    static constexpr std::size_t reportsKept = 5000;
+    static constexpr std::size_t pagesKept = 256;
+
+    struct Entry {
+        /// Seconds since 1970.
+        double time = 0;
+        std::string session;
+        std::uint64_t page = 0;
+        PageReport report;
+    };
+
+    /// What one request overtook comes to stand where it belongs, and what was sent twice counts once.
+    void add(const std::string& code, const PageReportsBody& body, double now);
+    /// Page numbers go on counting.
+    void clear();
+
+    /// One page's reports by their numbers, several pages' as they came in.
+    const std::deque<Entry>& entries() const { return entries_; }
+
+  private:
+    std::uint64_t pageNumber(const std::string& name);
+    void insert(Entry entry);
+
+    std::deque<Entry> entries_;
+    std::deque<std::string> pages_;
+    std::uint64_t forgottenPages_ = 0;
+};
+
+}  // namespace vantrel::practice
