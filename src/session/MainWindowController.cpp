@@ -98,7 +98,7 @@ void MainWindowController::handleJoinOutcome(const std::string& sessionCode, con
 void MainWindowController::activateLockdown(const std::string& sessionCode, const JoinResult& result) {
     print("🔒 Demo Mode: false");
     const bool anotherStands = isInLockdown_;
-    isInLockdown_ = true;
+    enterLockdown();
     setClosable(false);
     if (!verifyAccessibility()) {
         // Back to what was before: a lockdown that stands from an earlier press keeps every way of ending it.
@@ -111,12 +111,17 @@ void MainWindowController::activateLockdown(const std::string& sessionCode, cons
     createServices(sessionCode, result);
     wireServices();
     print("🔒 Step 1/4: Fullscreen browser...");
-    settleCapturePermissions(
-        computer_.captureAuthorization, computer_.dispatch, computer_.log,
-        [weak = weak_from_this(), launcher = std::weak_ptr(browserLauncher_), sessionCode, result] {
-            const auto self = weak.lock();
-            if (self && self->isCurrent(launcher)) self->launchBrowser(sessionCode, result);
-        });
+    settleCapturePermissions(computer_.captureAuthorization, computer_.dispatch, computer_.log,
+                             [weak = weak_from_this(), lockdown = lockdownNumber_,
+                              launcher = std::weak_ptr(browserLauncher_), sessionCode, result] {
+                                 const auto self = weak.lock();
+                                 if (self && self->stands(lockdown)) self->launchBrowser(launcher, sessionCode, result);
+                             });
+}
+
+void MainWindowController::enterLockdown() {
+    if (!isInLockdown_) ++lockdownNumber_;
+    isInLockdown_ = true;
 }
 
 bool MainWindowController::verifyAccessibility() {
@@ -182,20 +187,16 @@ void MainWindowController::endOnMainQueue(SessionEndReason reason) {
     });
 }
 
-void MainWindowController::launchBrowser(const std::string& sessionCode, const JoinResult& result) {
-    computer_.dispatch.userInitiatedQueue().async([weak = weak_from_this(), launcher = std::weak_ptr(browserLauncher_),
+void MainWindowController::launchBrowser(const std::weak_ptr<BrowserLauncher>& launcher, const std::string& sessionCode,
+                                         const JoinResult& result) {
+    computer_.dispatch.userInitiatedQueue().async([weak = weak_from_this(), lockdown = lockdownNumber_, launcher,
                                                    &dispatch = computer_.dispatch, sessionCode, result] {
         if (const auto browser = launcher.lock()) browser->launch(result.meetLink);
-        dispatch.mainQueue().async([weak, launcher, sessionCode, result] {
+        dispatch.mainQueue().async([weak, lockdown, sessionCode, result] {
             const auto self = weak.lock();
-            if (self && self->isCurrent(launcher)) self->completeLockdown(sessionCode, result);
+            if (self && self->stands(lockdown)) self->completeLockdown(sessionCode, result);
         });
     });
-}
-
-bool MainWindowController::isCurrent(const std::weak_ptr<BrowserLauncher>& launcher) const {
-    const auto other = launcher.lock();
-    return other && other == browserLauncher_;
 }
 
 void MainWindowController::completeLockdown(const std::string& sessionCode, const JoinResult& result) {

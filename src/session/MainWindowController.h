@@ -1,7 +1,9 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "browser/BrowserLauncher.h"
 #include "lockdown/BlackoutOverlayManager.h"
@@ -62,10 +64,15 @@ class MainWindowController : public std::enable_shared_from_this<MainWindowContr
     bool verifyAccessibility();
     void createServices(const std::string& sessionCode, const JoinResult& result);
     void wireServices();
-    /// What an activation left pending (prompts, the browser's launch) goes on only while its launcher is in use: the
-    /// join button can be pressed again meanwhile, and an end must leave nothing that comes back.
-    bool isCurrent(const std::weak_ptr<BrowserLauncher>& launcher) const;
-    void launchBrowser(const std::string& sessionCode, const JoinResult& result);
+    /// Numbers the lockdown that is being activated: a new number when none stands, else the one that stands, which
+    /// presses of the join button share.
+    void enterLockdown();
+    /// What an activation left pending (prompts, the browser's launch) goes on only in the lockdown that it was begun
+    /// in: a second press must not keep the first from locking, and an end must leave nothing that comes back.
+    bool stands(std::uint64_t lockdown) const { return isInLockdown_ && lockdown == lockdownNumber_; }
+    /// `launcher` is the activation's own: one that was replaced meanwhile opens no browser.
+    void launchBrowser(const std::weak_ptr<BrowserLauncher>& launcher, const std::string& sessionCode,
+                       const JoinResult& result);
     void completeLockdown(const std::string& sessionCode, const JoinResult& result);
     void startKeyboardHook();
     void startWindowMonitor(const std::string& meetLink);
@@ -86,6 +93,7 @@ class MainWindowController : public std::enable_shared_from_this<MainWindowContr
     std::shared_ptr<BrowserLauncher> browserLauncher_;
     std::shared_ptr<BlackoutOverlayManager> blackoutOverlay_;
     bool isInLockdown_ = false;
+    std::uint64_t lockdownNumber_ = 0;
     std::unique_ptr<StatusItem> statusItem_;
 
     std::unique_ptr<Window> window_;

@@ -239,7 +239,7 @@ TEST_F(BrowserOfSessionTest, IsStartedOnceByTwoPressesUnderThePermissionPrompt) 
     const auto lines = logLines();
     EXPECT_EQ(std::count(lines.begin(), lines.end(), "🔒 Step 1/4: Fullscreen browser..."), 2);
     EXPECT_EQ(std::count(lines.begin(), lines.end(), "[BROWSER] Reset stato per nuova sessione"), 1);
-    EXPECT_EQ(std::count(lines.begin(), lines.end(), "✅ Step 1/4: Fullscreen completato"), 1);
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), "✅ Step 1/4: Fullscreen completato"), 2);
     EXPECT_THAT(mac().desktop().windowsOf(chrome()), SizeIs(1));
     EXPECT_EQ(screen(), "none");
     end();
