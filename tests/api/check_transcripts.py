@@ -12,13 +12,13 @@ def main(page, folder):
     api = server_api.ServerApi.read(page)
     counts = collections.Counter()
     wrong = cut = 0
-    for path in sorted(pathlib.Path(folder).glob("*.transcript")):
+    for path in sorted(pathlib.Path(folder).rglob("*.transcript")):
         for found in transcript_requests.requests(path.read_text(encoding="utf-8")):
             if found.request is None:
                 problems = ["the address is under no server that the participant typed"]
             elif found.is_cut:
                 cut += 1
-                print(f"{path.name}:{found.line}: NOT CHECKED, the transcript holds only the beginning of the body")
+                print(f"{path}:{found.line}: NOT CHECKED, the transcript holds only the beginning of the body")
                 continue
             else:
                 problems = api.request_problems(found.request)

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """check_documentation.py PROGRAM PAGE: the page's example has the transcript that the page shows, and every other piece of
-a rehearsal in it is accepted."""
+a scenario in it is accepted."""
 import pathlib
 import re
 import sys
@@ -14,7 +14,7 @@ def blocks(page, language):
 
 
 def whole(piece):
-    """A piece with what a rehearsal needs and the piece lacks."""
+    """A piece with what a scenario needs and the piece lacks."""
     for word, default in (("title", "title: A piece\n"), ("timeline", "timeline: []\n"), ("until", "until: 1000\n")):
         if not re.search(rf"^{word}:", piece, re.MULTILINE):
             piece += default

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""check_orderings.py PROGRAM FOLDER [SEEDS]: plays every rehearsal with many seeds; whatever the order of what is due at the
+"""check_orderings.py PROGRAM FOLDER [SEEDS]: plays every scenario with many seeds; whatever the order of what is due at the
 same moment, the client does not misuse its platform, a seed replays itself, a lockdown ends at most once, with one notice,
 and an end leaves nothing behind. Where different things are due at the same moment, the seeds show more than one order."""
 import concurrent.futures
@@ -14,9 +14,9 @@ END_SCREEN = "[SESSION] Schermata fine visibile"
 NOTICE = '"disconnecting":true'
 # Here different things are due at the same moment: with seeds that are heeded there is more than one transcript.
 WITH_TIES = [
-    "a-version-prompt-comes-with-the-result-of-a-join.yaml",
-    "leaving-the-meetings-space-kills-the-browser.yaml",
-    "the-reply-to-the-notice-comes-as-the-wait-for-it-ends.yaml",
+    "updates/a-version-prompt-comes-with-the-result-of-a-join.yaml",
+    "spaces/leaving-the-meetings-space-kills-the-browser.yaml",
+    "end/the-reply-to-the-notice-comes-as-the-wait-for-it-ends.yaml",
 ]
 # What a client that shows a screen has.
 MAY_STAY = {"windows", "visible windows", "alerts"}
@@ -59,41 +59,41 @@ def problems(transcript):
 
 
 def lacking_orders(orderings):
-    """The rehearsals with ties whose transcripts, a set for each name, are all the same."""
+    """The scenarios with ties whose transcripts, a set for each name, are all the same."""
     return [name for name in WITH_TIES if len(orderings.get(name, ())) < 2]
 
 
-def check(program, rehearsal, seed):
-    status, transcript, messages = play(program, rehearsal, "--seed", str(seed))
+def check(program, scenario, seed):
+    status, transcript, messages = play(program, scenario, "--seed", str(seed))
     found = list(problems(transcript))
     if status != 0:
         found.append(f"exit status {status}: {messages}{transcript[-300:]}")
     if seed % 5 == 0:
-        again = play(program, rehearsal, "--seed", str(seed))[1]
+        again = play(program, scenario, "--seed", str(seed))[1]
         diff = difference(transcript, again, f"seed {seed}")
         if diff:
             found.append("a second run differs\n" + diff)
-    return [f"{rehearsal.name} --seed {seed}: {problem}" for problem in found], transcript
+    return [f"{scenario} --seed {seed}: {problem}" for problem in found], transcript
 
 
 def main():
     program, folder = sys.argv[1], pathlib.Path(sys.argv[2])
     seeds = int(sys.argv[3]) if len(sys.argv) > 3 else 20
-    rehearsals = sorted(folder.glob("*.yaml"))
-    jobs = [(rehearsal, seed) for rehearsal in rehearsals for seed in range(seeds)]
+    scenarios = sorted(folder.glob("*/*.yaml"))
+    jobs = [(scenario, seed) for scenario in scenarios for seed in range(seeds)]
     found = []
     orderings = {}
     with concurrent.futures.ThreadPoolExecutor(2) as pool:
         results = pool.map(lambda job: check(program, *job), jobs)
-        for (rehearsal, _), (wrong, transcript) in zip(jobs, results):
+        for (scenario, _), (wrong, transcript) in zip(jobs, results):
             found += wrong
-            orderings.setdefault(rehearsal.name, set()).add(transcript)
+            orderings.setdefault(scenario.relative_to(folder).as_posix(), set()).add(transcript)
     found += [f"{name}: the seeds show one order only" for name in lacking_orders(orderings)]
     for problem in found:
         print(problem)
     print(f"{len(jobs)} runs, {sum(len(different) for different in orderings.values())} different transcripts")
     if not jobs:
-        print("there are no rehearsals")
+        print("there are no scenarios")
     return 1 if found or not jobs else 0
 
 

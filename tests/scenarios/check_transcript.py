@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""check_transcript.py PROGRAM REHEARSAL: the transcript has to be the one beside the rehearsal, to the byte."""
+"""check_transcript.py PROGRAM SCENARIO: the transcript has to be the one beside the scenario, to the byte."""
 import pathlib
 import sys
 
@@ -7,9 +7,9 @@ from player import difference, play
 
 
 def main():
-    program, rehearsal = sys.argv[1], pathlib.Path(sys.argv[2])
-    expected_file = rehearsal.with_suffix(".transcript")
-    status, actual, messages = play(program, rehearsal)
+    program, scenario = sys.argv[1], pathlib.Path(sys.argv[2])
+    expected_file = scenario.with_suffix(".transcript")
+    status, actual, messages = play(program, scenario)
     sys.stderr.write(messages)
     if not expected_file.exists():
         print(actual)

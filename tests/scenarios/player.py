@@ -1,11 +1,11 @@
-"""Plays a rehearsal and compares transcripts."""
+"""Plays a scenario and compares transcripts."""
 import difflib
 import subprocess
 
 
-def play(program, rehearsal, *options):
+def play(program, scenario, *options):
     """Exit status, transcript and messages."""
-    run = subprocess.run([program, str(rehearsal), *options], capture_output=True, timeout=60, check=False)
+    run = subprocess.run([program, str(scenario), *options], capture_output=True, timeout=60, check=False)
     return run.returncode, run.stdout.decode(), run.stderr.decode()
 
 
