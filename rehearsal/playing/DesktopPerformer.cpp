@@ -1,4 +1,4 @@
-#include "rehearsal/DesktopPerformer.h"
+#include "rehearsal/playing/DesktopPerformer.h"
 
 #include <algorithm>
 #include <array>

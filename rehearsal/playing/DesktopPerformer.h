@@ -3,8 +3,8 @@
 #include <string>
 
 #include "platform/virtual/VirtualMac.h"
-#include "rehearsal/DesktopAction.h"
-#include "rehearsal/Transcript.h"
+#include "rehearsal/scenario/DesktopAction.h"
+#include "rehearsal/transcript/Transcript.h"
 
 namespace vantrel::rehearsal {
 

@@ -1,4 +1,4 @@
-#include "rehearsal/Performer.h"
+#include "rehearsal/playing/Performer.h"
 
 #include <string_view>
 #include <variant>

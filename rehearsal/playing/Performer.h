@@ -3,10 +3,10 @@
 #include <string>
 
 #include "platform/virtual/VirtualMac.h"
-#include "rehearsal/Action.h"
-#include "rehearsal/DesktopPerformer.h"
-#include "rehearsal/RehearsalNetwork.h"
-#include "rehearsal/Transcript.h"
+#include "rehearsal/playing/DesktopPerformer.h"
+#include "rehearsal/playing/RehearsalNetwork.h"
+#include "rehearsal/scenario/Action.h"
+#include "rehearsal/transcript/Transcript.h"
 
 namespace vantrel::rehearsal {
 

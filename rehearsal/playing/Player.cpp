@@ -1,4 +1,4 @@
-#include "rehearsal/Player.h"
+#include "rehearsal/playing/Player.h"
 
 #include <cstdlib>
 #include <functional>
@@ -9,10 +9,10 @@
 
 #include "app/ApplicationMain.h"
 #include "platform/virtual/VirtualMac.h"
-#include "rehearsal/EventLines.h"
-#include "rehearsal/Performer.h"
-#include "rehearsal/RehearsalNetwork.h"
-#include "rehearsal/Transcript.h"
+#include "rehearsal/playing/Performer.h"
+#include "rehearsal/playing/RehearsalNetwork.h"
+#include "rehearsal/transcript/EventLines.h"
+#include "rehearsal/transcript/Transcript.h"
 
 namespace vantrel::rehearsal {
 namespace {
@@ -140,27 +140,27 @@ std::string leftOver(const virtualmac::Residue& residue) {
 
 }  // namespace
 
-bool play(const Rehearsal& rehearsal, std::ostream& transcript) {
-    return play(rehearsal, transcript, applicationMain);
+bool play(const Scenario& scenario, std::ostream& transcript) {
+    return play(scenario, transcript, applicationMain);
 }
 
-bool play(const Rehearsal& rehearsal, std::ostream& stream, const std::function<void(const Computer&)>& program) {
+bool play(const Scenario& scenario, std::ostream& stream, const std::function<void(const Computer&)>& program) {
     Transcript transcript(stream);
     Misuses misuses(transcript, stream);
     {
         virtualmac::VirtualMac* self = nullptr;
-        virtualmac::VirtualMac mac(options(rehearsal.mac, transcript, [&misuses, &self](const std::string& what) {
+        virtualmac::VirtualMac mac(options(scenario.mac, transcript, [&misuses, &self](const std::string& what) {
             misuses.add(self != nullptr ? self->now() : 0, what);
         }));
         self = &mac;
-        RehearsalNetwork network(rehearsal.server, [&mac] { return mac.computer().clock.secondsSince1970(); });
+        RehearsalNetwork network(scenario.server, [&mac] { return mac.computer().clock.secondsSince1970(); });
         mac.network().setHandler([&network](const URLRequest& request) { return network.answer(request); });
-        setUp(mac, rehearsal.mac);
+        setUp(mac, scenario.mac);
 
         Performer performer(mac, network, transcript);
-        for (const auto& application : rehearsal.mac.applications) performer.launch(application);
+        for (const auto& application : scenario.mac.applications) performer.launch(application);
         mac.launch([&program](const Computer& computer) { program(computer); });
-        for (const auto& step : rehearsal.timeline) {
+        for (const auto& step : scenario.timeline) {
             mac.runUntil(step.at);
             if (!mac.isRunning()) {
                 transcript.add(mac.now(), "ignored", "a step: the client has quit");
@@ -169,7 +169,7 @@ bool play(const Rehearsal& rehearsal, std::ostream& stream, const std::function<
             performer.perform(step.action);
             for (const auto& action : step.together) performer.perform(action);
         }
-        mac.runUntil(rehearsal.until);
+        mac.runUntil(scenario.until);
         transcript.add(mac.now(), "end", state(mac), {leftOver(mac.residue())});
         // What is under way goes on unheard: a thread that is stuck shows only now, when nothing else can happen any
         // more. Without the network, that is: heartbeats to a slow server would never run out.

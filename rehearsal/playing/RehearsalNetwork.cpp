@@ -1,4 +1,4 @@
-#include "rehearsal/RehearsalNetwork.h"
+#include "rehearsal/playing/RehearsalNetwork.h"
 
 #include <utility>
 

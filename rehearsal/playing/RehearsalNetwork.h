@@ -9,7 +9,7 @@
 #include "platform/URLSession.h"
 #include "platform/virtual/NetworkAnswer.h"
 #include "practice/PracticeServer.h"
-#include "rehearsal/ServerSetup.h"
+#include "rehearsal/scenario/ServerSetup.h"
 
 namespace vantrel::rehearsal {
 

@@ -7,9 +7,9 @@
 #include <variant>
 #include <vector>
 
-#include "rehearsal/Player.h"
-#include "rehearsal/RehearsalReader.h"
+#include "rehearsal/playing/Player.h"
 #include "rehearsal/program/CommandLine.h"
+#include "rehearsal/reading/ScenarioReader.h"
 
 namespace {
 
@@ -21,7 +21,7 @@ constexpr int unwritten = 3;
 
 constexpr const char* usage =
     "vantrel-rehearse FILE [--seed N]\n"
-    "Plays the rehearsal on the virtual Mac and prints its transcript. The seed orders what is due at the same "
+    "Plays the scenario on the virtual Mac and prints its transcript. The seed orders what is due at the same "
     "moment;\n"
     "without the option it is the file's, or 0. Exit status: 0; 1 when the client misused its platform; 2 for a bad\n"
     "file or command line; 3 when the transcript could not be written.\n";
@@ -52,15 +52,15 @@ int run(const std::vector<std::string>& arguments) {
         std::cerr << line.file << ":1: the file cannot be read\n";
         return badInput;
     }
-    const auto read = readRehearsal(*text);
+    const auto read = readScenario(*text);
     if (const auto* problems = std::get_if<Problems>(&read)) {
         for (const auto& problem : *problems)
             std::cerr << line.file << ":" << problem.line << ": " << problem.what << "\n";
         return badInput;
     }
-    auto rehearsal = std::get<Rehearsal>(read);
-    if (line.seed) rehearsal.mac.seed = *line.seed;
-    const bool clean = play(rehearsal, std::cout);
+    auto scenario = std::get<Scenario>(read);
+    if (line.seed) scenario.mac.seed = *line.seed;
+    const bool clean = play(scenario, std::cout);
     if (!std::cout.flush()) {
         std::cerr << "vantrel-rehearse: the transcript cannot be written\n";
         return unwritten;

@@ -1,4 +1,4 @@
-#include "rehearsal/ActionReader.h"
+#include "rehearsal/reading/ActionReader.h"
 
 #include <algorithm>
 #include <array>

@@ -5,11 +5,11 @@
 #include <optional>
 #include <string>
 
-#include "rehearsal/Action.h"
-#include "rehearsal/DesktopActionReader.h"
-#include "rehearsal/MacReader.h"
-#include "rehearsal/NodeReader.h"
-#include "rehearsal/ServerReader.h"
+#include "rehearsal/reading/DesktopActionReader.h"
+#include "rehearsal/reading/MacReader.h"
+#include "rehearsal/reading/NodeReader.h"
+#include "rehearsal/reading/ServerReader.h"
+#include "rehearsal/scenario/Action.h"
 
 namespace vantrel::rehearsal {
 

@@ -1,4 +1,4 @@
-#include "rehearsal/CalendarTime.h"
+#include "rehearsal/reading/CalendarTime.h"
 
 #include <chrono>
 

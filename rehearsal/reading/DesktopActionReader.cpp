@@ -1,4 +1,4 @@
-#include "rehearsal/DesktopActionReader.h"
+#include "rehearsal/reading/DesktopActionReader.h"
 
 namespace vantrel::rehearsal {
 

@@ -6,9 +6,9 @@
 #include <map>
 #include <string>
 
-#include "rehearsal/DesktopAction.h"
-#include "rehearsal/MacReader.h"
-#include "rehearsal/NodeReader.h"
+#include "rehearsal/reading/MacReader.h"
+#include "rehearsal/reading/NodeReader.h"
+#include "rehearsal/scenario/DesktopAction.h"
 
 namespace vantrel::rehearsal {
 

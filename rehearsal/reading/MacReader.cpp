@@ -1,8 +1,8 @@
-#include "rehearsal/MacReader.h"
+#include "rehearsal/reading/MacReader.h"
 
 #include <set>
 
-#include "rehearsal/CalendarTime.h"
+#include "rehearsal/reading/CalendarTime.h"
 
 namespace vantrel::rehearsal {
 

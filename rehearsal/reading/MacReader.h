@@ -2,8 +2,8 @@
 
 #include <yaml-cpp/yaml.h>
 
-#include "rehearsal/MacSetup.h"
-#include "rehearsal/NodeReader.h"
+#include "rehearsal/reading/NodeReader.h"
+#include "rehearsal/scenario/MacSetup.h"
 
 namespace vantrel::rehearsal {
 

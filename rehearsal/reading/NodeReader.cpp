@@ -1,4 +1,4 @@
-#include "rehearsal/NodeReader.h"
+#include "rehearsal/reading/NodeReader.h"
 
 #include <algorithm>
 #include <charconv>

@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-#include "rehearsal/Problem.h"
+#include "rehearsal/reading/Problem.h"
 
 namespace vantrel::rehearsal {
 

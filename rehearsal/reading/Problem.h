@@ -4,7 +4,7 @@
 
 namespace vantrel::rehearsal {
 
-/// What is wrong with a rehearsal file, and where.
+/// What is wrong with a scenario file, and where.
 struct Problem {
     /// Counted from 1.
     int line = 1;

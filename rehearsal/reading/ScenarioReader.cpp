@@ -1,4 +1,4 @@
-#include "rehearsal/RehearsalReader.h"
+#include "rehearsal/reading/ScenarioReader.h"
 
 #include <yaml-cpp/yaml.h>
 
@@ -8,10 +8,10 @@
 #include <vector>
 
 #include "platform/portable/UTF8Validity.h"
-#include "rehearsal/ActionReader.h"
-#include "rehearsal/MacReader.h"
-#include "rehearsal/NodeReader.h"
-#include "rehearsal/ServerReader.h"
+#include "rehearsal/reading/ActionReader.h"
+#include "rehearsal/reading/MacReader.h"
+#include "rehearsal/reading/NodeReader.h"
+#include "rehearsal/reading/ServerReader.h"
 
 namespace vantrel::rehearsal {
 namespace {
@@ -19,33 +19,33 @@ namespace {
 /// A year; longer runs are a slip of the pen.
 constexpr double longestRun = 31'536'000;
 
-class RehearsalReader {
+class ScenarioReader {
   public:
-    explicit RehearsalReader(Problems& problems) : reader_(problems), mac_(reader_), server_(reader_) {}
+    explicit ScenarioReader(Problems& problems) : reader_(problems), mac_(reader_), server_(reader_) {}
 
-    Rehearsal read(const YAML::Node& root) {
-        Rehearsal rehearsal;
+    Scenario read(const YAML::Node& root) {
+        Scenario scenario;
         reader_.mapping(root, "the file",
-                        {reader_.requiredTextInto("title", rehearsal.title),
-                         {"mac", [&](const YAML::Node& value) { rehearsal.mac = mac_.read(value); }},
-                         {"server", [&](const YAML::Node& value) { rehearsal.server = server_.read(value); }},
+                        {reader_.requiredTextInto("title", scenario.title),
+                         {"mac", [&](const YAML::Node& value) { scenario.mac = mac_.read(value); }},
+                         {"server", [&](const YAML::Node& value) { scenario.server = server_.read(value); }},
                          {"timeline",
                           [&](const YAML::Node& value) {
                               reader_.list(value, "'timeline'",
-                                           [&](const YAML::Node& one) { step(one, rehearsal.timeline); });
+                                           [&](const YAML::Node& one) { step(one, scenario.timeline); });
                           },
                           true},
                          {"until",
                           [&](const YAML::Node& value) {
-                              rehearsal.until = reader_.number(value, "'until'", 0, longestRun);
+                              scenario.until = reader_.number(value, "'until'", 0, longestRun);
                               if (!value.IsNull()) until_ = value;
                           },
                           true}});
-        if (until_ && !rehearsal.timeline.empty() && rehearsal.until < rehearsal.timeline.back().at) {
+        if (until_ && !scenario.timeline.empty() && scenario.until < scenario.timeline.back().at) {
             reader_.fail(*until_, "'until' comes before the last step");
         }
-        rehearsal.server.configuration.publicAddress = rehearsal.server.address;
-        return rehearsal;
+        scenario.server.configuration.publicAddress = scenario.server.address;
+        return scenario;
     }
 
   private:
@@ -117,17 +117,17 @@ std::optional<Problem> encodingProblem(const std::string& text) {
 
 }  // namespace
 
-std::variant<Rehearsal, Problems> readRehearsal(const std::string& text) {
+std::variant<Scenario, Problems> readScenario(const std::string& text) {
     if (const auto problem = encodingProblem(text)) return Problems{*problem};
     Problems problems;
     try {
         const auto documents = YAML::LoadAll(text);
         if (documents.empty() || documents.front().IsNull()) return Problems{{1, "the file is empty"}};
         if (documents.size() > 1) {
-            NodeReader(problems).fail(documents[1], "a second document begins here; a rehearsal is one");
+            NodeReader(problems).fail(documents[1], "a second document begins here; a scenario is one");
         }
-        auto rehearsal = RehearsalReader(problems).read(documents.front());
-        if (problems.empty()) return rehearsal;
+        auto scenario = ScenarioReader(problems).read(documents.front());
+        if (problems.empty()) return scenario;
     } catch (const YAML::Exception& exception) {
         NodeReader(problems).fail(exception.mark, "this is not YAML: " + exception.msg);
     }

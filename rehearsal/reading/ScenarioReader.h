@@ -4,15 +4,15 @@
 #include <variant>
 #include <vector>
 
-#include "rehearsal/Problem.h"
-#include "rehearsal/Rehearsal.h"
+#include "rehearsal/reading/Problem.h"
+#include "rehearsal/scenario/Scenario.h"
 
 namespace vantrel::rehearsal {
 
 /// All that was found, in the order of the lines.
 using Problems = std::vector<Problem>;
 
-/// Reads the text of a rehearsal. Whatever the bytes are, no exception leaves.
-std::variant<Rehearsal, Problems> readRehearsal(const std::string& text);
+/// Reads the text of a scenario. Whatever the bytes are, no exception leaves.
+std::variant<Scenario, Problems> readScenario(const std::string& text);
 
 }  // namespace vantrel::rehearsal

@@ -1,4 +1,4 @@
-#include "rehearsal/ServerReader.h"
+#include "rehearsal/reading/ServerReader.h"
 
 #include <set>
 

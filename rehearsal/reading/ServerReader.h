@@ -2,8 +2,8 @@
 
 #include <yaml-cpp/yaml.h>
 
-#include "rehearsal/NodeReader.h"
-#include "rehearsal/ServerSetup.h"
+#include "rehearsal/reading/NodeReader.h"
+#include "rehearsal/scenario/ServerSetup.h"
 
 namespace vantrel::rehearsal {
 

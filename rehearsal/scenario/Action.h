@@ -7,9 +7,9 @@
 
 #include "platform/CaptureAuthorization.h"
 #include "platform/Screens.h"
-#include "rehearsal/DesktopAction.h"
-#include "rehearsal/MacSetup.h"
-#include "rehearsal/ReplyRule.h"
+#include "rehearsal/scenario/DesktopAction.h"
+#include "rehearsal/scenario/MacSetup.h"
+#include "rehearsal/scenario/ReplyRule.h"
 
 namespace vantrel::rehearsal {
 

@@ -1,4 +1,4 @@
-#include "rehearsal/Behaviour.h"
+#include "rehearsal/scenario/Behaviour.h"
 
 namespace vantrel::rehearsal {
 

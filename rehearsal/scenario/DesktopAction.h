@@ -8,7 +8,7 @@
 #include "platform/virtual/AccessibilityFaults.h"
 #include "platform/virtual/AppWindow.h"
 #include "platform/virtual/KeyStroke.h"
-#include "rehearsal/MacSetup.h"
+#include "rehearsal/scenario/MacSetup.h"
 
 namespace vantrel::rehearsal {
 

@@ -8,7 +8,7 @@
 
 #include "platform/CaptureAuthorization.h"
 #include "platform/Screens.h"
-#include "rehearsal/Behaviour.h"
+#include "rehearsal/scenario/Behaviour.h"
 
 namespace vantrel::rehearsal {
 

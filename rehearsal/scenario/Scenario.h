@@ -3,9 +3,9 @@
 #include <string>
 #include <vector>
 
-#include "rehearsal/Action.h"
-#include "rehearsal/MacSetup.h"
-#include "rehearsal/ServerSetup.h"
+#include "rehearsal/scenario/Action.h"
+#include "rehearsal/scenario/MacSetup.h"
+#include "rehearsal/scenario/ServerSetup.h"
 
 namespace vantrel::rehearsal {
 
@@ -18,7 +18,7 @@ struct Step {
 };
 
 /// A written scenario: the Mac, the server, and what happens when.
-struct Rehearsal {
+struct Scenario {
     std::string title;
     MacSetup mac;
     ServerSetup server;

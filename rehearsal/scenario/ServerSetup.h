@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "practice/configuration/PracticeConfiguration.h"
-#include "rehearsal/ReplyRule.h"
+#include "rehearsal/scenario/ReplyRule.h"
 
 namespace vantrel::rehearsal {
 

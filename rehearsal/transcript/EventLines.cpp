@@ -1,4 +1,4 @@
-#include "rehearsal/EventLines.h"
+#include "rehearsal/transcript/EventLines.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -7,10 +7,10 @@
 #include <vector>
 
 #include "platform/Window.h"
-#include "rehearsal/EventEntry.h"
-#include "rehearsal/InputLines.h"
-#include "rehearsal/ParticipantLines.h"
-#include "rehearsal/PrintableText.h"
+#include "rehearsal/transcript/EventEntry.h"
+#include "rehearsal/transcript/InputLines.h"
+#include "rehearsal/transcript/ParticipantLines.h"
+#include "rehearsal/transcript/PrintableText.h"
 
 namespace vantrel::rehearsal {
 namespace {

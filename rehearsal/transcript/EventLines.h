@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/virtual/Event.h"
-#include "rehearsal/Transcript.h"
+#include "rehearsal/transcript/Transcript.h"
 
 namespace vantrel::rehearsal {
 

@@ -1,4 +1,4 @@
-#include "rehearsal/InputLines.h"
+#include "rehearsal/transcript/InputLines.h"
 
 #include <string>
 

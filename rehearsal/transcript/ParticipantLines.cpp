@@ -1,4 +1,4 @@
-#include "rehearsal/ParticipantLines.h"
+#include "rehearsal/transcript/ParticipantLines.h"
 
 #include <map>
 #include <set>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "rehearsal/EventEntry.h"
+#include "rehearsal/transcript/EventEntry.h"
 
 namespace vantrel::rehearsal {
 

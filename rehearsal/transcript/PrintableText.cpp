@@ -1,4 +1,4 @@
-#include "rehearsal/PrintableText.h"
+#include "rehearsal/transcript/PrintableText.h"
 
 #include <nlohmann/json.hpp>
 

@@ -1,11 +1,11 @@
-#include "rehearsal/Transcript.h"
+#include "rehearsal/transcript/Transcript.h"
 
 #include <cmath>
 #include <cstdint>
 #include <iomanip>
 #include <sstream>
 
-#include "rehearsal/PrintableText.h"
+#include "rehearsal/transcript/PrintableText.h"
 
 namespace vantrel::rehearsal {
 namespace {

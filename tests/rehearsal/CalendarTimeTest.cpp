@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "rehearsal/CalendarTime.h"
+#include "rehearsal/reading/CalendarTime.h"
 
 namespace vantrel::rehearsal {
 namespace {

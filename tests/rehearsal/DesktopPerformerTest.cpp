@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "platform/Computer.h"
-#include "rehearsal/Player.h"
+#include "rehearsal/playing/Player.h"
 
 namespace vantrel::rehearsal {
 namespace {
@@ -23,19 +23,19 @@ std::string_view commandOnly(const KeyEvent& event) noexcept {
 
 /// The transcript of the steps beside a program that installs a tap and shows an overlay, or does nothing at all.
 std::string played(std::vector<Step> timeline, double until, bool tapped = true) {
-    Rehearsal rehearsal;
-    rehearsal.title = "T";
-    rehearsal.timeline = std::move(timeline);
-    rehearsal.until = until;
-    rehearsal.mac.displays.push_back({"Proiettore", {{1440, 0}, {1920, 1080}}});
+    Scenario scenario;
+    scenario.title = "T";
+    scenario.timeline = std::move(timeline);
+    scenario.until = until;
+    scenario.mac.displays.push_back({"Proiettore", {{1440, 0}, {1920, 1080}}});
     OtherApplication terminal{"Terminal", "com.apple.Terminal"};
     terminal.window = Rect{{100, 100}, {400, 300}};
-    rehearsal.mac.applications.push_back(terminal);
+    scenario.mac.applications.push_back(terminal);
     OtherApplication notes{"Note", "com.apple.Notes"};
     notes.window = Rect{{200, 200}, {400, 300}};
-    rehearsal.mac.applications.push_back(notes);
+    scenario.mac.applications.push_back(notes);
     std::ostringstream stream;
-    const bool clean = play(rehearsal, stream, [tapped](const Computer& computer) {
+    const bool clean = play(scenario, stream, [tapped](const Computer& computer) {
         std::unique_ptr<KeyboardTap> tap;
         if (tapped) tap = computer.keyboardTaps.create(commandOnly, {});
         computer.application.run();
@@ -146,13 +146,13 @@ TEST(DesktopPerformer, LetsThingsGoWrong) {
 }
 
 TEST(DesktopPerformer, RefusesTapsAndTakesThePermissionAway) {
-    Rehearsal rehearsal;
-    rehearsal.title = "T";
-    rehearsal.until = 9;
-    rehearsal.timeline = {
+    Scenario scenario;
+    scenario.title = "T";
+    scenario.until = 9;
+    scenario.timeline = {
         {1, DesktopAction(SetTaps{false})}, {3, DesktopAction(SetTaps{true})}, {5, SetAccessibility{false}}};
     std::ostringstream stream;
-    play(rehearsal, stream, [](const Computer& computer) {
+    play(scenario, stream, [](const Computer& computer) {
         std::unique_ptr<KeyboardTap> tap;
         const auto timer = computer.mainRunLoop.scheduledTimer(2, true, [&] {
             if (!tap) tap = computer.keyboardTaps.create(commandOnly, {});

@@ -2,7 +2,7 @@
 
 #include <sstream>
 
-#include "rehearsal/EventLines.h"
+#include "rehearsal/transcript/EventLines.h"
 
 namespace vantrel::rehearsal {
 namespace {

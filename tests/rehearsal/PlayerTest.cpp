@@ -7,7 +7,7 @@
 
 #include "platform/Computer.h"
 #include "platform/Lock.h"
-#include "rehearsal/Player.h"
+#include "rehearsal/playing/Player.h"
 
 namespace vantrel::rehearsal {
 namespace {
@@ -16,8 +16,8 @@ using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Not;
 
-Rehearsal rehearsal(std::vector<Step> timeline, double until) {
-    Rehearsal result;
+Scenario scenario(std::vector<Step> timeline, double until) {
+    Scenario result;
     result.title = "T";
     result.timeline = std::move(timeline);
     result.until = until;
@@ -29,20 +29,20 @@ struct Played {
     std::string transcript;
 };
 
-Played played(const Rehearsal& rehearsal) {
+Played played(const Scenario& scenario) {
     std::ostringstream stream;
-    const bool clean = play(rehearsal, stream);
+    const bool clean = play(scenario, stream);
     return {clean, stream.str()};
 }
 
-Played played(const Rehearsal& rehearsal, const std::function<void(const Computer&)>& program) {
+Played played(const Scenario& scenario, const std::function<void(const Computer&)>& program) {
     std::ostringstream stream;
-    const bool clean = play(rehearsal, stream, program);
+    const bool clean = play(scenario, stream, program);
     return {clean, stream.str()};
 }
 
 TEST(Player, EndsWithTheStateAndWhatIsLeft) {
-    const auto run = played(rehearsal({}, 0.5));
+    const auto run = played(scenario({}, 0.5));
     EXPECT_TRUE(run.clean);
     EXPECT_THAT(run.transcript, EndsWith("    0.500  end          the client is running\n"
                                          "                        | left: windows 1, visible windows 1, pending blocks "
@@ -50,7 +50,7 @@ TEST(Player, EndsWithTheStateAndWhatIsLeft) {
 }
 
 TEST(Player, TellsAnAlertThatIsUpAtTheEnd) {
-    auto second = rehearsal({}, 1);
+    auto second = scenario({}, 1);
     second.mac.applications.push_back({"Vantrel", "biz.quorrin.vantrel"});
     const auto run = played(second);
     EXPECT_TRUE(run.clean);
@@ -59,7 +59,7 @@ TEST(Player, TellsAnAlertThatIsUpAtTheEnd) {
 }
 
 TEST(Player, TellsThatStepsAfterTheEndOfTheClientAreIgnored) {
-    const auto run = played(rehearsal({{2, PressKey{true, "q"}}, {3, PressButton{"Avvia sessione protetta"}}}, 4));
+    const auto run = played(scenario({{2, PressKey{true, "q"}}, {3, PressButton{"Avvia sessione protetta"}}}, 4));
     EXPECT_TRUE(run.clean);
     EXPECT_THAT(run.transcript, HasSubstr("    3.000  ignored      a step: the client has quit\n"));
     EXPECT_THAT(run.transcript, EndsWith("    4.000  end          the client has quit\n"
@@ -67,16 +67,16 @@ TEST(Player, TellsThatStepsAfterTheEndOfTheClientAreIgnored) {
 }
 
 TEST(Player, TellsStepsThatHaveNoEffect) {
-    const auto run = played(rehearsal({{2, ExitApplication{"X"}},
-                                       {2, UnplugDisplay{"X"}},
-                                       {2, EndSession{"X"}},
-                                       {2, AnswerAlert{"OK"}},
-                                       {2, ChooseMenuItem{"X"}},
-                                       {2, Deed::openStatusMenu},
-                                       {2, Deed::closeMenu},
-                                       {2, AnswerPermissionPrompt{true}},
-                                       {2, PressButton{"X"}}},
-                                      3));
+    const auto run = played(scenario({{2, ExitApplication{"X"}},
+                                      {2, UnplugDisplay{"X"}},
+                                      {2, EndSession{"X"}},
+                                      {2, AnswerAlert{"OK"}},
+                                      {2, ChooseMenuItem{"X"}},
+                                      {2, Deed::openStatusMenu},
+                                      {2, Deed::closeMenu},
+                                      {2, AnswerPermissionPrompt{true}},
+                                      {2, PressButton{"X"}}},
+                                     3));
     EXPECT_TRUE(run.clean);
     for (const char* line :
          {"ignored      X exits: it is not running\n", "ignored      display X is unplugged: there is none\n",
@@ -90,7 +90,7 @@ TEST(Player, TellsStepsThatHaveNoEffect) {
 TEST(Player, PlugsInNoSecondDisplayOfOneName) {
     const Screen display{"Proiettore", {{1440, 0}, {1920, 1080}}};
     const auto run =
-        played(rehearsal({{2, PlugDisplay{display}}, {3, PlugDisplay{display}}, {4, UnplugDisplay{"Proiettore"}}}, 5));
+        played(scenario({{2, PlugDisplay{display}}, {3, PlugDisplay{display}}, {4, UnplugDisplay{"Proiettore"}}}, 5));
     EXPECT_THAT(run.transcript, HasSubstr("    3.000  ignored      display Proiettore is plugged in: there is one\n"));
     EXPECT_THAT(run.transcript, HasSubstr("    4.000  displays     are now\n"
                                           "                        | Schermo integrato 0 0 1440 900\n"
@@ -98,14 +98,14 @@ TEST(Player, PlugsInNoSecondDisplayOfOneName) {
 }
 
 TEST(Player, DoesWhatTheWorldDoes) {
-    const auto run = played(rehearsal({{2, LaunchApplication{{"Anteprima", "com.apple.Preview"}}},
-                                       {3, ExitApplication{"Anteprima"}},
-                                       {4, PlugDisplay{{"Proiettore", {{1440, 0}, {1920, 1080}}}}},
-                                       {5, UnplugDisplay{"Proiettore"}},
-                                       {6, CloseLid{600}},
-                                       {7, SetCapture{MediaType::audio, AuthorizationStatus::notDetermined}},
-                                       {8, SetOpening{false}}},
-                                      9));
+    const auto run = played(scenario({{2, LaunchApplication{{"Anteprima", "com.apple.Preview"}}},
+                                      {3, ExitApplication{"Anteprima"}},
+                                      {4, PlugDisplay{{"Proiettore", {{1440, 0}, {1920, 1080}}}}},
+                                      {5, UnplugDisplay{"Proiettore"}},
+                                      {6, CloseLid{600}},
+                                      {7, SetCapture{MediaType::audio, AuthorizationStatus::notDetermined}},
+                                      {8, SetOpening{false}}},
+                                     9));
     EXPECT_TRUE(run.clean);
     EXPECT_THAT(run.transcript, HasSubstr("    2.000  application  Anteprima (501) starts\n"
                                           "    3.000  application  Anteprima (501) exits\n"
@@ -120,7 +120,7 @@ TEST(Player, DoesWhatTheWorldDoes) {
 }
 
 TEST(Player, StartsOnTheMacThatIsDescribed) {
-    auto described = rehearsal({}, 1);
+    auto described = scenario({}, 1);
     described.mac.home = "/Users/altra";
     described.mac.displays = {{"A", {{0, 0}, {800, 600}}}};
     described.mac.separateSpaces = false;
@@ -148,7 +148,7 @@ TEST(Player, StartsOnTheMacThatIsDescribed) {
 }
 
 TEST(Player, ReportsAnInterfaceTouchedOffTheMainThread) {
-    const auto run = played(rehearsal({}, 1), [](const Computer& computer) {
+    const auto run = played(scenario({}, 1), [](const Computer& computer) {
         computer.dispatch.userInitiatedQueue().async([computer] { computer.alerts.runModal({}); });
         computer.application.run();
     });
@@ -158,7 +158,7 @@ TEST(Player, ReportsAnInterfaceTouchedOffTheMainThread) {
 }
 
 TEST(Player, ReportsAWaitThatNeverEnds) {
-    const auto run = played(rehearsal({}, 1), [](const Computer& computer) {
+    const auto run = played(scenario({}, 1), [](const Computer& computer) {
         computer.dispatch.makeSemaphore(0)->wait(1e300);
         computer.application.run();
     });
@@ -167,7 +167,7 @@ TEST(Player, ReportsAWaitThatNeverEnds) {
 }
 
 TEST(Player, ReportsAWaitUnderALock) {
-    const auto run = played(rehearsal({}, 1), [](const Computer& computer) {
+    const auto run = played(scenario({}, 1), [](const Computer& computer) {
         Lock lock;
         lock.lock();
         computer.threads.sleep(0.1);
@@ -179,7 +179,7 @@ TEST(Player, ReportsAWaitUnderALock) {
 }
 
 TEST(Player, ReportsARunLoopThatIsEnteredUnderALock) {
-    const auto run = played(rehearsal({}, 1), [](const Computer& computer) {
+    const auto run = played(scenario({}, 1), [](const Computer& computer) {
         Lock lock;
         const std::scoped_lock guard(lock);
         computer.application.run();
@@ -191,7 +191,7 @@ TEST(Player, ReportsARunLoopThatIsEnteredUnderALock) {
 
 TEST(PlayerDeathTest, GivesUpOnAClientThatMisusesWithoutEnd) {
     const auto hopeless = [] {
-        play(rehearsal({}, 1), std::cout, [](const Computer& computer) {
+        play(scenario({}, 1), std::cout, [](const Computer& computer) {
             Lock lock;
             const std::scoped_lock guard(lock);
             for (;;) computer.threads.sleep(0.1);
@@ -202,7 +202,7 @@ TEST(PlayerDeathTest, GivesUpOnAClientThatMisusesWithoutEnd) {
 
 /// Plays what cannot be got rid of in a process of its own, and shows its transcript where death tests look.
 void playEndless(const std::function<void(const Computer&)>& block) {
-    play(rehearsal({}, 1), std::cerr, [&block](const Computer& computer) {
+    play(scenario({}, 1), std::cerr, [&block](const Computer& computer) {
         computer.dispatch.userInitiatedQueue().async([computer, block] { block(computer); });
         computer.application.run();
     });
@@ -224,7 +224,7 @@ TEST(PlayerDeathTest, WritesTheTranscriptOfAClientWhoseBackgroundWorkNeverEnds) 
 }
 
 TEST(Player, ReplaysASeedToTheByte) {
-    auto seeded = rehearsal({{2, PressButton{"Avvia sessione protetta"}}}, 20);
+    auto seeded = scenario({{2, PressButton{"Avvia sessione protetta"}}}, 20);
     seeded.mac.seed = 77;
     const auto first = played(seeded);
     EXPECT_EQ(first.transcript, played(seeded).transcript);

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "rehearsal/PrintableText.h"
+#include "rehearsal/transcript/PrintableText.h"
 
 namespace vantrel::rehearsal {
 namespace {

@@ -6,23 +6,23 @@
 #include <utility>
 #include <variant>
 
-#include "rehearsal/RehearsalReader.h"
+#include "rehearsal/reading/ScenarioReader.h"
 
 namespace vantrel::rehearsal {
 
 /// What the text says, which has no problem.
-inline Rehearsal good(const std::string& text) {
-    auto read = readRehearsal(text);
+inline Scenario good(const std::string& text) {
+    auto read = readScenario(text);
     if (const auto* problems = std::get_if<Problems>(&read)) {
         for (const auto& problem : *problems) ADD_FAILURE() << problem.line << ": " << problem.what;
         return {};
     }
-    return std::get<Rehearsal>(std::move(read));
+    return std::get<Scenario>(std::move(read));
 }
 
 /// Its problems, a line each.
 inline std::string wrong(const std::string& text) {
-    const auto read = readRehearsal(text);
+    const auto read = readScenario(text);
     if (!std::holds_alternative<Problems>(read)) return "nothing";
     std::string lines;
     for (const auto& problem : std::get<Problems>(read)) {
@@ -35,8 +35,8 @@ inline const std::string head = "title: T\nuntil: 100\n";
 
 /// What a step says.
 inline Action action(const std::string& step) {
-    const auto rehearsal = good(head + "timeline:\n  - at: 1\n    " + step + "\n");
-    return rehearsal.timeline.size() == 1 ? rehearsal.timeline[0].action : Action();
+    const auto scenario = good(head + "timeline:\n  - at: 1\n    " + step + "\n");
+    return scenario.timeline.size() == 1 ? scenario.timeline[0].action : Action();
 }
 
 template <typename Kind>

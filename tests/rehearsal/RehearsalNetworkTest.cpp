@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "rehearsal/RehearsalNetwork.h"
+#include "rehearsal/playing/RehearsalNetwork.h"
 
 namespace vantrel::rehearsal {
 namespace {

@@ -7,7 +7,7 @@
 namespace vantrel::rehearsal {
 namespace {
 
-TEST(RehearsalReader, NamesTheLineOfAKeyWithoutAValue) {
+TEST(ScenarioReader, NamesTheLineOfAKeyWithoutAValue) {
     EXPECT_EQ(wrong("title:\n\n\nuntil:\ntimeline:\n"),
               "1: 'title' is not a text\n4: 'until' is not a number\n5: 'timeline' is not a list\n");
     EXPECT_EQ(wrong(head + "timeline:\n  - at: 1\n    press:\n  - at: 2\n    plug: {name: , frame: [0, 0, 1, 1]}\n"),
@@ -16,23 +16,23 @@ TEST(RehearsalReader, NamesTheLineOfAKeyWithoutAValue) {
               "4: 'mac' is not a mapping\n6: 'latency' is not a number\n");
 }
 
-TEST(RehearsalReader, FillsInWhatIsNotSaid) {
-    const auto rehearsal = good("title: T\ntimeline: []\nuntil: 5\n");
-    EXPECT_EQ(rehearsal.title, "T");
-    EXPECT_EQ(rehearsal.until, 5);
-    EXPECT_TRUE(rehearsal.timeline.empty());
-    EXPECT_EQ(rehearsal.mac.bundleIdentifier, "biz.quorrin.vantrel");
-    EXPECT_EQ(rehearsal.mac.seed, 0U);
-    EXPECT_EQ(rehearsal.mac.calendar, 1772438400);
-    EXPECT_EQ(rehearsal.mac.displays, (std::vector<Screen>{{"Schermo integrato", {{0, 0}, {1440, 900}}}}));
-    EXPECT_TRUE(rehearsal.mac.accessibility);
-    EXPECT_EQ(rehearsal.mac.microphone, AuthorizationStatus::authorized);
-    EXPECT_EQ(rehearsal.server.address, "https://server.vantrel.example");
-    EXPECT_EQ(rehearsal.server.configuration.publicAddress, "https://server.vantrel.example");
-    EXPECT_EQ(rehearsal.server.latency, 0.05);
+TEST(ScenarioReader, FillsInWhatIsNotSaid) {
+    const auto scenario = good("title: T\ntimeline: []\nuntil: 5\n");
+    EXPECT_EQ(scenario.title, "T");
+    EXPECT_EQ(scenario.until, 5);
+    EXPECT_TRUE(scenario.timeline.empty());
+    EXPECT_EQ(scenario.mac.bundleIdentifier, "biz.quorrin.vantrel");
+    EXPECT_EQ(scenario.mac.seed, 0U);
+    EXPECT_EQ(scenario.mac.calendar, 1772438400);
+    EXPECT_EQ(scenario.mac.displays, (std::vector<Screen>{{"Schermo integrato", {{0, 0}, {1440, 900}}}}));
+    EXPECT_TRUE(scenario.mac.accessibility);
+    EXPECT_EQ(scenario.mac.microphone, AuthorizationStatus::authorized);
+    EXPECT_EQ(scenario.server.address, "https://server.vantrel.example");
+    EXPECT_EQ(scenario.server.configuration.publicAddress, "https://server.vantrel.example");
+    EXPECT_EQ(scenario.server.latency, 0.05);
 }
 
-TEST(RehearsalReader, ReadsTheMac) {
+TEST(ScenarioReader, ReadsTheMac) {
     const auto mac = good(head + R"(timeline: []
 mac:
   bundle-identifier: none
@@ -62,7 +62,7 @@ mac:
     EXPECT_EQ(mac.applications[0].bundleIdentifier, "com.x");
 }
 
-TEST(RehearsalReader, ReadsTheServer) {
+TEST(ScenarioReader, ReadsTheServer) {
     const auto server = good(head + R"(timeline: []
 server:
   address: http://127.0.0.1:80
@@ -108,7 +108,7 @@ server:
     EXPECT_EQ(server.replies[4].ending, ReplyRule::Ending::answer);
 }
 
-TEST(RehearsalReader, ReadsEveryAction) {
+TEST(ScenarioReader, ReadsEveryAction) {
     using Pairs = std::vector<std::pair<std::string, std::string>>;
     EXPECT_EQ(as<TypeTexts>("type: {email: E, code: \" C\", server: '', name: N}").fields,
               (Pairs{{"emailField", "E"}, {"sessionCodeField", " C"}, {"serverUrlField", ""}, {"fullNameField", "N"}}));
@@ -143,14 +143,14 @@ TEST(RehearsalReader, ReadsEveryAction) {
     EXPECT_FALSE(as<SetOpening>("opening: fails").works);
 }
 
-TEST(RehearsalReader, KeepsEqualTimesInTheWrittenOrder) {
-    const auto rehearsal = good(head + "timeline:\n- {at: 1, press: A}\n- {at: 1, press: B}\n- {at: 1.5, press: C}\n");
-    ASSERT_EQ(rehearsal.timeline.size(), 3U);
-    EXPECT_EQ(std::get<PressButton>(rehearsal.timeline[1].action).title, "B");
-    EXPECT_EQ(rehearsal.timeline[2].at, 1.5);
+TEST(ScenarioReader, KeepsEqualTimesInTheWrittenOrder) {
+    const auto scenario = good(head + "timeline:\n- {at: 1, press: A}\n- {at: 1, press: B}\n- {at: 1.5, press: C}\n");
+    ASSERT_EQ(scenario.timeline.size(), 3U);
+    EXPECT_EQ(std::get<PressButton>(scenario.timeline[1].action).title, "B");
+    EXPECT_EQ(scenario.timeline[2].at, 1.5);
 }
 
-TEST(RehearsalReader, NamesEveryProblemWithItsLine) {
+TEST(ScenarioReader, NamesEveryProblemWithItsLine) {
     EXPECT_EQ(wrong(R"(title: T
 tilte: T
 mac:
@@ -190,57 +190,57 @@ until: 1
               "24: 'until' comes before the last step\n");
 }
 
-TEST(RehearsalReader, NamesWhatIsMissing) {
+TEST(ScenarioReader, NamesWhatIsMissing) {
     EXPECT_EQ(wrong("mac: {}\n"),
               "1: the file lacks 'title'\n1: the file lacks 'timeline'\n1: the file lacks 'until'\n");
     EXPECT_EQ(wrong("\n\ntitle: ''\nuntil: 1\ntimeline: []\n"), "3: 'title' is empty\n");
 }
 
-TEST(RehearsalReader, RefusesAnEmptyFile) {
+TEST(ScenarioReader, RefusesAnEmptyFile) {
     for (const char* text : {"", "\n\n", "# nothing\n", "---\n", "~\n"})
         EXPECT_EQ(wrong(text), "1: the file is empty\n");
 }
 
-TEST(RehearsalReader, RefusesAFileThatIsNoMapping) {
+TEST(ScenarioReader, RefusesAFileThatIsNoMapping) {
     EXPECT_EQ(wrong("just a text\n"), "1: the file is not a mapping\n");
     EXPECT_EQ(wrong("- a\n- b\n"), "1: the file is not a mapping\n");
 }
 
-TEST(RehearsalReader, RefusesWordsThatStandTwice) {
+TEST(ScenarioReader, RefusesWordsThatStandTwice) {
     EXPECT_EQ(wrong("title: T\nuntil: 1\ntimeline: []\ntitle: U\n"), "4: 'title' stands twice in the file\n");
     EXPECT_EQ(wrong(head + "timeline:\n- at: 1\n  at: 2\n  press: A\n"), "5: 'at' stands twice in a step\n");
 }
 
-TEST(RehearsalReader, RefusesASecondDocument) {
+TEST(ScenarioReader, RefusesASecondDocument) {
     EXPECT_EQ(wrong("title: T\nuntil: 1\ntimeline: []\n---\nmore: 1\n"),
-              "5: a second document begins here; a rehearsal is one\n");
+              "5: a second document begins here; a scenario is one\n");
 }
 
-TEST(RehearsalReader, NamesTheLineOfASyntaxError) {
+TEST(ScenarioReader, NamesTheLineOfASyntaxError) {
     EXPECT_EQ(wrong("title: T\nuntil: [1\n").substr(0, 22), "3: this is not YAML: e");
     EXPECT_EQ(wrong("title: T\n\tuntil: 1\n").substr(0, 20), "2: this is not YAML:");
     EXPECT_EQ(wrong("title: *unknown\n").substr(0, 20), "1: this is not YAML:");
 }
 
-TEST(RehearsalReader, RefusesBytesThatAreNoText) {
+TEST(ScenarioReader, RefusesBytesThatAreNoText) {
     EXPECT_EQ(wrong("title: T\nuntil: \xFF\n"), "2: this is not UTF-8\n");
     EXPECT_EQ(wrong(std::string("title: T\nuntil: \0", 17)), "2: there is a NUL character\n");
 }
 
-TEST(RehearsalReader, RefusesDeepNestingWithoutFalling) {
+TEST(ScenarioReader, RefusesDeepNestingWithoutFalling) {
     EXPECT_NE(wrong(std::string(100'000, '[')), "nothing");
     EXPECT_NE(wrong(std::string(100'000, '{')), "nothing");
     EXPECT_NE(wrong("title: &a [*a]\n"), "nothing");
 }
 
-TEST(RehearsalReader, RefusesNumbersThatAreNone) {
+TEST(ScenarioReader, RefusesNumbersThatAreNone) {
     for (const char* number : {"soon", "-1", ".nan", ".inf", "1e400", "1 s", "''", "[1]", "0x10", "31536001"}) {
         const auto text = "title: T\nuntil: " + std::string(number) + "\ntimeline: []\n";
         EXPECT_EQ(wrong(text).substr(0, 11), "2: 'until' ") << number;
     }
 }
 
-TEST(RehearsalReader, RefusesValuesThatMakeNoSense) {
+TEST(ScenarioReader, RefusesValuesThatMakeNoSense) {
     const auto step = [](const std::string& text) { return wrong(head + "timeline:\n  - at: 1\n    " + text + "\n"); };
     EXPECT_EQ(step("key: Command-q"),
               "5: 'key' is not Return, Command- with a capital letter, or a key such as cmd+shift+4\n");
@@ -266,7 +266,7 @@ TEST(RehearsalReader, RefusesValuesThatMakeNoSense) {
     EXPECT_EQ(step("plug: {name: X, frame: [0, 0]}"), "5: 'frame' is not [x, y, width, height]\n");
 }
 
-TEST(RehearsalReader, RefusesTwoThingsOfOneName) {
+TEST(ScenarioReader, RefusesTwoThingsOfOneName) {
     EXPECT_EQ(wrong(head + "timeline: []\nserver: {sessions: [{code: a}, {code: A}]}\n"),
               "4: there are two sessions A\n");
     EXPECT_EQ(wrong(head + "timeline: []\nmac:\n  displays:\n    - {name: A, frame: [0, 0, 1, 1]}\n"
@@ -274,7 +274,7 @@ TEST(RehearsalReader, RefusesTwoThingsOfOneName) {
               "7: there are two displays 'A'\n");
 }
 
-TEST(RehearsalReader, RefusesAnAddressWithAPath) {
+TEST(ScenarioReader, RefusesAnAddressWithAPath) {
     for (const char* address :
          {"server.example", "https://", "https://a/", "https://a/b", "ftp://a", "https://a b", "https://u@a",
           "https://a?b", "https://a#b", "https://:80", "https://a:", "https://a:b", "https://[a", "https://%zz"}) {

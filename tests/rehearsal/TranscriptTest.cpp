@@ -2,7 +2,7 @@
 
 #include <sstream>
 
-#include "rehearsal/Transcript.h"
+#include "rehearsal/transcript/Transcript.h"
 
 namespace vantrel::rehearsal {
 namespace {

@@ -22,7 +22,7 @@ class Program(unittest.TestCase):
         self.folder = pathlib.Path(folder.name)
 
     def file(self, text):
-        path = self.folder / "rehearsal.yaml"
+        path = self.folder / "scenario.yaml"
         path.write_bytes(text if isinstance(text, bytes) else text.encode())
         return path
 
