@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "practice/configuration/SessionCode.h"
+#include "practice/exchanges/PageFileExchanges.h"
 #include "practice/messages/JsonReply.h"
 #include "practice/messages/RequestTarget.h"
 #include "practice/pages/MeetingPage.h"
@@ -20,6 +21,7 @@ PracticeServer::PracticeServer(PracticeConfiguration configuration, Clock clock)
 
 PracticeReply PracticeServer::handle(const PracticeRequest& request) {
     const RequestTarget target(request.path);
+    if (PageFileExchanges::isPageFile(target)) return PageFileExchanges::handle(request, target);
     const double now = clock_();
 
     const std::lock_guard lock(mutex_);

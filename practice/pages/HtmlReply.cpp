@@ -11,8 +11,8 @@ PracticeReply htmlReply(int status, std::string html) {
     reply.body = std::move(html);
     reply.headers.emplace_back("Cache-Control", "no-store");
     reply.headers.emplace_back("Content-Security-Policy",
-                               "default-src 'none'; img-src data:; style-src 'unsafe-inline'; "
-                               "script-src 'unsafe-inline'; connect-src 'self'");
+                               "default-src 'none'; script-src 'self'; style-src 'self'; connect-src 'self'; "
+                               "img-src data:; base-uri 'none'; form-action 'none'; frame-ancestors 'none'");
     return reply;
 }
 

@@ -6,8 +6,8 @@
 
 namespace vantrel::practice {
 
-/// A page that is shown fresh each time, and can fetch nothing from elsewhere: not a script, not a picture, and only
-/// from this server what its own script asks for.
+/// A page that is shown fresh each time, and needs nothing but this server: scripts and styles come from its own files
+/// and never stand in the page, and no other page can show it in a frame.
 PracticeReply htmlReply(int status, std::string html);
 
 }  // namespace vantrel::practice

@@ -23,15 +23,6 @@ TEST(MeetingPage, ShowsTitleCodeAndWhoJoined) {
     EXPECT_FALSE(contains(server.handle(get("/meet/ATTESA")), "Anna Però"));
 }
 
-TEST(MeetingPage, NeedsNothingFromElsewhere) {
-    PracticeServer server(fourSessions(), [] { return standingTime; });
-    const PracticeReply reply = server.handle(get("/meet/PROVA"));
-    EXPECT_FALSE(contains(reply, "http:"));
-    EXPECT_FALSE(contains(reply, "https:"));
-    EXPECT_FALSE(contains(reply, "src="));
-    EXPECT_FALSE(contains(reply, "url("));
-}
-
 TEST(MeetingPage, EscapesWhatCameFromOutside) {
     PracticeConfiguration configuration = fourSessions();
     configuration.sessions[0].title = "</h1><script>\"'&";
@@ -53,7 +44,7 @@ TEST(MeetingPage, HasAFieldForMessagesAsLongAsTheSessionStands) {
     PracticeServer server(fourSessions(), [] { return standingTime; });
     EXPECT_TRUE(contains(server.handle(get("/meet/PROVA")), "placeholder=\"Scrivi un messaggio\""));
     EXPECT_FALSE(contains(server.handle(get("/meet/CHIUSA")), "<input"));
-    EXPECT_FALSE(contains(server.handle(get("/meet/ALTRA")), "<script>"));
+    EXPECT_FALSE(contains(server.handle(get("/meet/ALTRA")), "<script"));
 }
 
 TEST(MeetingPage, IsFoundInAnyCase) {

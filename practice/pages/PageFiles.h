@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string_view>
+
+/// The files beside this header, each under its name, as CMake embeds them in the program (embed.cmake).
+namespace vantrel::practice::pagefiles {
+
+extern const std::string_view meetingCss;
+extern const std::string_view meetingEndedHtml;
+extern const std::string_view meetingHtml;
+extern const std::string_view meetingJs;
+extern const std::string_view meetingTileHtml;
+extern const std::string_view meetingUnknownHtml;
+extern const std::string_view trainerCss;
+extern const std::string_view trainerHtml;
+extern const std::string_view trainerJs;
+
+}  // namespace vantrel::practice::pagefiles

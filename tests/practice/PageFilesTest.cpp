@@ -1,0 +1,109 @@
+#include <gtest/gtest.h>
+
+#include <regex>
+
+#include "Requests.h"
+#include "practice/pages/PageTemplate.h"
+
+namespace vantrel::practice::test {
+namespace {
+
+const std::vector<std::string> pages{"/", "/meet/PROVA", "/meet/CHIUSA", "/meet/ALTRA"};
+
+std::string headerOf(const PracticeReply& reply, const std::string& name) {
+    for (const auto& [headerName, value] : reply.headers) {
+        if (headerName == name) return value;
+    }
+    return {};
+}
+
+/// What the page refers to, as it stands in the page.
+std::vector<std::string> references(const std::string& html) {
+    static const std::regex reference("(?:src|href|action|data)=\"([^\"]*)\"");
+    std::vector<std::string> found;
+    for (auto match = std::sregex_iterator(html.begin(), html.end(), reference); match != std::sregex_iterator();
+         ++match) {
+        found.push_back((*match)[1]);
+    }
+    return found;
+}
+
+class PageFiles : public testing::Test {
+  protected:
+    PracticeServer server{fourSessions(), [] { return standingTime; }};
+};
+
+TEST_F(PageFiles, APageRefersOnlyToFilesThatTheServerHas) {
+    for (const std::string& page : pages) {
+        const std::vector<std::string> found = references(server.handle(get(page)).body);
+        EXPECT_GE(found.size(), 2U) << page;
+        for (std::string reference : found) {
+            if (reference == "data:,") continue;
+            const std::string up = page == "/" ? "" : "../";
+            ASSERT_EQ(reference.rfind(up + "pages/", 0), 0U) << page << ": " << reference;
+            EXPECT_EQ(server.handle(get("/" + reference.substr(up.size()))).status, 200) << page << ": " << reference;
+        }
+    }
+}
+
+TEST_F(PageFiles, ScriptsAndStylesHaveTheirTypes) {
+    for (const std::string name : {"meeting", "trainer"}) {
+        const PracticeReply script = server.handle(get("/pages/" + name + ".js"));
+        EXPECT_EQ(script.contentType, "text/javascript; charset=utf-8");
+        EXPECT_NE(script.body.find("\"use strict\";"), std::string::npos);
+        const PracticeReply style = server.handle(get("/pages/" + name + ".css"));
+        EXPECT_EQ(style.contentType, "text/css; charset=utf-8");
+        EXPECT_NE(style.body.find("box-sizing: border-box;"), std::string::npos);
+        for (const PracticeReply& reply : {script, style}) {
+            EXPECT_EQ(reply.body.find("http"), std::string::npos);
+            EXPECT_EQ(reply.body.find("url("), std::string::npos);
+            EXPECT_EQ(reply.body.find("innerHTML"), std::string::npos);
+            EXPECT_EQ(reply.body.find("insertAdjacentHTML"), std::string::npos);
+        }
+    }
+}
+
+TEST_F(PageFiles, AreNeitherRecordedNorBent) {
+    server.handle(post("/control/bend", R"({"path":"*","status":500,"body":""})"));
+    EXPECT_EQ(server.handle(get("/pages/trainer.js?1")).status, 200);
+    EXPECT_EQ(server.handle(post("/pages/trainer.js", "")).status, 405);
+    for (const std::string path : {"/pages/other.js", "/pages/trainer.html", "/pages/", "/pages"}) {
+        EXPECT_EQ(server.handle(get(path)).status, 404) << path;
+    }
+    EXPECT_TRUE(server.received().empty());
+}
+
+TEST_F(PageFiles, APagesPolicyAllowsNoInlineScriptAndNoFrame) {
+    for (const std::string& page : pages) {
+        const PracticeReply reply = server.handle(get(page));
+        const std::string policy = headerOf(reply, "Content-Security-Policy") + ";";
+        EXPECT_EQ(policy.find("unsafe"), std::string::npos) << policy;
+        for (const std::string directive :
+             {"default-src 'none';", "script-src 'self';", "style-src 'self';", "connect-src 'self';",
+              "base-uri 'none';", "form-action 'none';", "frame-ancestors 'none';"}) {
+            EXPECT_NE(policy.find(directive), std::string::npos) << page << ": " << policy;
+        }
+    }
+}
+
+TEST_F(PageFiles, APageHoldsNeitherScriptNorStyleOfItsOwn) {
+    joined(server, "PROVA");
+    static const std::regex inlined("<style|<script(?! src=\"[^\"]*\"></script>)| style=| on[a-z]+=|javascript:");
+    for (const std::string& page : pages) {
+        EXPECT_FALSE(std::regex_search(server.handle(get(page)).body, inlined)) << page;
+    }
+}
+
+TEST(PageTemplate, PutsEachValueWhereItsNameStands) {
+    EXPECT_EQ(filledTemplate("<b>{{a}}</b>{{b}}{{a}}", {{"a", "1"}, {"b", ""}}), "<b>1</b>1");
+    EXPECT_EQ(filledTemplate("", {{"a", "1"}}), "");
+}
+
+TEST(PageTemplate, DoesNotLookThroughValuesAndLeavesWhatIsNone) {
+    EXPECT_EQ(filledTemplate("{{a}}{{b}}", {{"a", "{{b}}"}, {"b", "{{a}}"}}), "{{b}}{{a}}");
+    EXPECT_EQ(filledTemplate("{{c}}{{{a}}}{{a", {{"a", "1"}}), "{{c}}{{{a}}}{{a");
+    EXPECT_EQ(filledTemplate("a}}{{a}}", {{"a", "1"}}), "a}}1");
+}
+
+}  // namespace
+}  // namespace vantrel::practice::test
