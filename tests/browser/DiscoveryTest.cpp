@@ -54,6 +54,19 @@ TEST_F(Discovery, TakesAnAnswerThatComesBeforeTheFirstLook) {
     EXPECT_NEAR(timeOf("[FULLSCREEN] Tentativo 1/8...") - start, 4.3, 1e-6);
 }
 
+TEST_F(Discovery, DoesNotTakeAWindowThatSafariHadBefore) {
+    const auto safari = mac().processes().start(virtualmac::safariPath);
+    mac().runFor(3);
+    const auto old = mac().desktop().windowsOf(safari).at(0).number;
+    const double start = mac().now();
+    launch();
+    mac().runFor(20);
+    ASSERT_THAT(windowLines(), SizeIs(1));
+    EXPECT_NEAR(timeOf(windowLines().front()) - start, 0.8, 1e-6);
+    ASSERT_TRUE(launcher().windowNumber());
+    EXPECT_NE(launcher().windowNumber(), old);
+}
+
 TEST_F(Discovery, KnowsTheWindowsAsTheyWereBeforeItFormedTheAddresses) {
     const auto helper = mac().applications().add({"Safari Helper", "com.example.helper"});
     mac().applications().openWindow(helper, {});
@@ -77,6 +90,14 @@ TEST_F(Discovery, CountsTheWindowsOnTheScreenOnly) {
     const auto minimised = mac().applications().openWindow(finder, {});
     mac().desktop().setMinimised(minimised, true);
     mac().runFor(2);
+    launch();
+    mac().runFor(0.1);
+    EXPECT_TRUE(logged("[BROWSER] Finestre prima: 1"));
+}
+
+TEST_F(Discovery, CountsAWindowWithoutANumber) {
+    mac().applications().openWindow(mac().applications().add({"Finder", "com.apple.finder"}), {});
+    mac().windowList().withhold(virtualmac::WindowKey::number);
     launch();
     mac().runFor(0.1);
     EXPECT_TRUE(logged("[BROWSER] Finestre prima: 1"));

@@ -139,6 +139,15 @@ TEST_F(Fullscreen, IgnoresWhatComesOfTheMaximising) {
     EXPECT_TRUE(launcher().isConfirmedFullscreen());
 }
 
+TEST_F(Fullscreen, WritesTheSizeThoughThePositionIsRefused) {
+    refuseFullScreen();
+    faults().fail(Operation::write, "AXPosition", accessibilityCannotComplete);
+    launchToFirstAttempt();
+    mac().runFor(0.1);
+    EXPECT_THAT(texts("accessibility-set"), ElementsAre("AXFullScreen", "AXPosition", "AXSize"));
+    EXPECT_THAT(writes(), ElementsAre("AXSize=1440 900"));
+}
+
 TEST_F(Fullscreen, IsRetriedWithoutAWindowAndNothingIsMaximised) {
     installChrome([](auto& chrome) { chrome.windows.clear(); });
     launchToFirstAttempt();

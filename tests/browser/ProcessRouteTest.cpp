@@ -236,6 +236,9 @@ TEST_F(ProcessRoute, EndsTheLaunchWhenTheProcessCannotBeStarted) {
     installChrome();
     mac().processes().failLaunches("Risorsa temporaneamente non disponibile.");
     launch();
+    mac().runFor(0);
+    // At once: the launch's thread waits for nothing.
+    EXPECT_EQ(mac().residue().workers, 0u);
     mac().runFor(30);
     EXPECT_EQ(logLines().back(), "[BROWSER] ❌ Errore lancio: Risorsa temporaneamente non disponibile.");
     EXPECT_EQ(launcher().browserPID(), std::nullopt);
@@ -246,6 +249,8 @@ TEST_F(ProcessRoute, EndsTheLaunchWhenTheExecutableHasGoneSinceTheDetection) {
     bool called = false;
     launcher().onSessionEnded = [&called](const std::string&) { called = true; };
     launch();
+    mac().runFor(0);
+    EXPECT_EQ(mac().residue().workers, 0u);
     mac().runFor(30);
     EXPECT_EQ(logLines().back(), "[BROWSER] ❌ Eseguibile non trovato per Microsoft Edge");
     EXPECT_FALSE(called);

@@ -107,6 +107,22 @@ TEST_F(Shutdown, WaitsTwoSecondsForABrowserItKnowsByItsNumberOnlyAndSignalsNobod
     expectForgotten();
 }
 
+TEST_F(Shutdown, WaitsForASafariItKnowsByItsWindowOnlyAndDoesNotAskItToEnd) {
+    mac().opener().answerWithoutApplication(true);
+    openMeeting();
+    const auto process = launcher().browserPID().value_or(0);
+    ASSERT_TRUE(isRunning(process));
+    ASSERT_EQ(launcher().browserApp(), nullptr);
+    const double start = mac().now();
+    close();
+    EXPECT_GE(mac().now() - start, 2.0 - 1e-6);
+    EXPECT_LE(mac().now() - start, 2.2 + 1e-6);
+    EXPECT_THAT(events("application-terminate"), IsEmpty());
+    EXPECT_THAT(events("application-force-terminate"), IsEmpty());
+    EXPECT_TRUE(isRunning(process));
+    expectForgotten();
+}
+
 TEST_F(Shutdown, SaysBrowserWhereNoneWasDetected) {
     installChrome();
     const auto process = startChrome();
@@ -132,6 +148,17 @@ TEST_F(Shutdown, ClosesEveryWindowOfABrowserThatRanBefore) {
     EXPECT_THAT(events("application-force-terminate"), IsEmpty());
     EXPECT_THAT(events("signal"), IsEmpty());
     expectForgotten();
+}
+
+TEST_F(Shutdown, NamesAnEdgeThatRanBefore) {
+    install(virtualmac::edgePath, virtualmac::edge());
+    const auto process = mac().processes().start(virtualmac::edgePath);
+    mac().runFor(3);
+    openMeeting();
+    ASSERT_EQ(launcher().browserPID(), process);
+    close();
+    EXPECT_THAT(lines("["),
+                ElementsAre("[BROWSER] Chiudo finestra lockdown (Microsoft Edge pre-existing, processo non killato)"));
 }
 
 TEST_F(Shutdown, TakesWindowsOutOfFullScreenFirstWithAPauseEach) {

@@ -47,6 +47,12 @@ TEST_F(WorkspaceRoute, OpensTheMeetingInSafariAndSaysSo) {
     EXPECT_FALSE(launcher().wasPreExisting());
 }
 
+TEST_F(WorkspaceRoute, OpensABareCodeOnGoogleMeet) {
+    launch("abc-defg-hij");
+    mac().runFor(20);
+    EXPECT_THAT(texts("application-opened"), ElementsAre("https://meet.google.com/abc-defg-hij"));
+}
+
 TEST_F(WorkspaceRoute, WaitsThreeSecondsAfterTheWindowThenActivatesThenHalfASecond) {
     openWindowAfter(1);
     const double start = mac().now();
@@ -77,6 +83,15 @@ TEST_F(WorkspaceRoute, FindsAWindowOnTheLastLook) {
     mac().runFor(30);
     EXPECT_THAT(lines("[BROWSER] Nuova finestra #"), SizeIs(1));
     EXPECT_FALSE(logged("[BROWSER] ⚠ Finestra non trovata entro timeout"));
+}
+
+TEST_F(WorkspaceRoute, LooksForTwelveSecondsOfUptimeThoughTheLidIsClosedMeanwhile) {
+    openWindowAfter(9);
+    launch();
+    mac().runFor(2);
+    mac().clock().closeLid(600);
+    mac().runFor(20);
+    EXPECT_THAT(lines("[BROWSER] Nuova finestra #"), SizeIs(1));
 }
 
 TEST_F(WorkspaceRoute, FindsTheWindowBeforeTheApplicationIsKnown) {

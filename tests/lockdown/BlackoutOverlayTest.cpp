@@ -258,6 +258,21 @@ TEST_F(BlackoutOverlay, LeavesTheExcludedDisplayThoughAnotherOneHasTheFocusByThe
     EXPECT_THAT(frames(), ElementsAre(beside.frame, above.frame));
 }
 
+TEST_F(BlackoutOverlay, KnowsTheExcludedDisplayWithinOnePointAtAChange) {
+    setUpScreens({builtIn, beside});
+    activate();
+    change({{"Display integrato", {{0.9, -0.9}, {1440.9, 899.1}}}, beside}, 1);
+    EXPECT_THAT(frames(), ElementsAre(beside.frame));
+}
+
+TEST_F(BlackoutOverlay, TakesADisplayOnePointOffForAnotherOneAtAChange) {
+    setUpScreens({builtIn, beside});
+    activate();
+    const Rect moved{{0, 0}, {1441, 900}};
+    change({{"Display integrato", moved}, beside}, 1);
+    EXPECT_THAT(frames(), ElementsAre(moved));
+}
+
 TEST_F(BlackoutOverlay, FallsBackToTheMainDisplayWhenTheExcludedOneIsUnplugged) {
     setUpScreens({builtIn, beside, above});
     activate();

@@ -141,6 +141,14 @@ TEST_F(KeyboardHook, WithNobodyToTellSwallowsAndLogsAllTheSame) {
     EXPECT_THAT(texts("key-swallowed"), ElementsAre("cmd+tab"));
 }
 
+TEST_F(KeyboardHook, LogsASwallowedKeyBeforeItTells) {
+    std::vector<std::string> logged;
+    mac().onMain([&] { hook().onKeyBlocked = [&](const std::string&) { logged.push_back(logLines().back()); }; });
+    start();
+    press("cmd+q");
+    EXPECT_THAT(logged, ElementsAre("[HOOK] 🚫 Bloccato: Cmd+Q"));
+}
+
 TEST_F(KeyboardHook, ThatIsStoppedSwallowsNothing) {
     start();
     stop();

@@ -182,7 +182,7 @@ class VisibilityWithoutADisplay : public Visibility {
 };
 
 TEST_F(VisibilityWithoutADisplay, IsGivenAboveThreeFifths) {
-    EXPECT_THAT(linesOver({865, 541}), IsEmpty());
+    EXPECT_THAT(linesOver({864.001, 540.001}), IsEmpty());
 }
 
 TEST_F(VisibilityWithoutADisplay, IsNotGivenAtThreeFifthsOfItsWidth) {

@@ -22,6 +22,8 @@ TEST_F(ServerBaseAddressTest, IsTheSavedOneElseTheDefault) {
     EXPECT_EQ(serverBaseAddress(mac().defaults()), "nonsense ");
     mac().defaults().put("vt_serverURL", "https://a/");
     EXPECT_EQ(serverBaseAddress(mac().defaults()), "https://a");
+    mac().defaults().put("vt_serverURL", "");
+    EXPECT_EQ(serverBaseAddress(mac().defaults()), "");
 }
 
 }  // namespace

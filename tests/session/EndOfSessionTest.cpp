@@ -99,6 +99,24 @@ TEST_F(EndOfSessionTest, GivesOneEndScreenAndOneNoticeForTwoCauses) {
     expectNothingLeft();
 }
 
+TEST_F(EndOfSessionTest, ShowsItsOwnReasonThoughAnEarlierOneEndedOtherwise) {
+    launch();
+    enterLockdown();
+    askToEnd();
+    participant().answerAlert("Termina");
+    mac().runFor(10);
+    ASSERT_EQ(text("endMessageLabel"), "Sessione terminata dall'utente");
+    participant().press("Nuova sessione");
+    enterLockdown();
+    forgetEvents();
+    mac().processes().exit(mac().processes().running("com.google.Chrome")->processIdentifier());
+    mac().runFor(3);
+    EXPECT_EQ(screen(), "endView");
+    EXPECT_EQ(text("endMessageLabel"), "Il browser si è chiuso inaspettatamente");
+    EXPECT_EQ(count("[SESSION] Fine sessione: Il browser si è chiuso inaspettatamente"), 1u);
+    EXPECT_EQ(count("[HEARTBEAT] Disconnessione inviata: Il browser si è chiuso inaspettatamente"), 1u);
+}
+
 TEST_F(EndOfSessionTest, WaitsFiveSecondsForAServerThatNeverAnswers) {
     launch();
     enterLockdown();

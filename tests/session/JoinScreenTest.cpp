@@ -132,6 +132,26 @@ TEST_F(JoinScreenTest, IsFilledWithWhatWasSaved) {
     EXPECT_EQ(text("errorLabel"), "");
 }
 
+class EmptySettingsTest : public ClientTest {
+  protected:
+    static virtualmac::Options empty() {
+        auto options = returningParticipant();
+        options.settings = {{"vt_serverURL", ""}, {"vt_fullName", ""}, {"vt_email", ""}};
+        return options;
+    }
+    EmptySettingsTest() : ClientTest(empty()) {}
+};
+
+TEST_F(EmptySettingsTest, LeaveTheServerFieldEmpty) {
+    launch();
+    EXPECT_EQ(text("serverUrlField"), "");
+    EXPECT_EQ(text("fullNameField"), "");
+    EXPECT_EQ(text("emailField"), "");
+    participant().pressReturn();
+    mac().runFor(0);
+    EXPECT_EQ(text("errorLabel"), "⚠ Inserisci l'indirizzo del server Vantrel");
+}
+
 TEST_F(FreshJoinScreenTest, ReportsTheFirstEmptyFieldInOrder) {
     launch();
     fill("", "", "", "");
