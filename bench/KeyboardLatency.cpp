@@ -18,9 +18,9 @@
 #include <thread>
 #include <vector>
 
-#include "platform/linux/LinuxKeyboardTaps.h"
-#include "platform/linux/MainThread.h"
-#include "platform/linux/X11Connection.h"
+#include "platform/linux/keyboard/LinuxKeyboardTaps.h"
+#include "platform/linux/threads/MainThread.h"
+#include "platform/linux/x11/X11Connection.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/URLSession.h"
+#include "platform/network/URLSession.h"
 
 namespace vantrel::fuzz {
 

@@ -4,7 +4,7 @@
 #include <array>
 #include <variant>
 
-#include "platform/virtual/Numbers.h"
+#include "platform/virtual/scheduler/Numbers.h"
 
 namespace vantrel::rehearsal {
 

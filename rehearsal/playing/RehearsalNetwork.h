@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/URLSession.h"
-#include "platform/virtual/NetworkAnswer.h"
+#include "platform/network/URLSession.h"
+#include "platform/virtual/network/NetworkAnswer.h"
 #include "practice/PracticeServer.h"
 #include "rehearsal/scenario/ServerSetup.h"
 

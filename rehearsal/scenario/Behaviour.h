@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "platform/virtual/InstalledApplication.h"
+#include "platform/virtual/apps/InstalledApplication.h"
 
 namespace vantrel::rehearsal {
 

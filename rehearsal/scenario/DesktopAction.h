@@ -4,10 +4,10 @@
 #include <string>
 #include <variant>
 
-#include "platform/Screens.h"
-#include "platform/virtual/AccessibilityFaults.h"
-#include "platform/virtual/AppWindow.h"
-#include "platform/virtual/KeyStroke.h"
+#include "platform/desktop/Screens.h"
+#include "platform/virtual/desktop/AccessibilityFaults.h"
+#include "platform/virtual/world/AppWindow.h"
+#include "platform/virtual/keyboard/KeyStroke.h"
 #include "rehearsal/scenario/MacSetup.h"
 
 namespace vantrel::rehearsal {

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/virtual/Event.h"
+#include "platform/virtual/scheduler/Event.h"
 
 namespace vantrel::rehearsal {
 

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/Window.h"
+#include "platform/ui/Window.h"
 #include "rehearsal/transcript/EventEntry.h"
 #include "rehearsal/transcript/InputLines.h"
 #include "rehearsal/transcript/ParticipantLines.h"

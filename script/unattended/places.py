@@ -6,7 +6,7 @@ import pathlib
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 # What the runs leave behind.
 RUN = ROOT / "build/run"
-PROGRAM = ROOT / "build/debug/src/platform/linux/vantrel"
+PROGRAM = ROOT / "build/debug/src/app/vantrel"
 SERVER = ROOT / "build/debug/practice/vantrel-practice"
 
 

@@ -2,8 +2,8 @@
 
 #include <memory>
 
-#include "platform/Application.h"
 #include "platform/Computer.h"
+#include "platform/ui/Application.h"
 #include "session/MainWindowController.h"
 
 namespace vantrel {

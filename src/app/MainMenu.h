@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Menu.h"
+#include "platform/ui/Menu.h"
 
 namespace vantrel {
 

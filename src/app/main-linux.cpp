@@ -3,7 +3,7 @@
 
 #include "app/ApplicationMain.h"
 #include "platform/linux/LinuxComputer.h"
-#include "platform/linux/StandardStreams.h"
+#include "platform/linux/system/StandardStreams.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <optional>
 #include <vector>
 
-#include "platform/Accessibility.h"
+#include "platform/desktop/Accessibility.h"
 
 namespace vantrel {
 

@@ -2,10 +2,10 @@
 
 #include <memory>
 
-#include "platform/Accessibility.h"
-#include "platform/Clock.h"
-#include "platform/RunningApplications.h"
-#include "platform/Threads.h"
+#include "platform/apps/RunningApplications.h"
+#include "platform/desktop/Accessibility.h"
+#include "platform/threads/Clock.h"
+#include "platform/threads/Threads.h"
 
 namespace vantrel {
 

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/FileManager.h"
+#include "platform/system/FileManager.h"
 
 namespace vantrel {
 

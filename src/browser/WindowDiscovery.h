@@ -8,9 +8,9 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/Clock.h"
-#include "platform/Threads.h"
-#include "platform/WindowList.h"
+#include "platform/desktop/WindowList.h"
+#include "platform/threads/Clock.h"
+#include "platform/threads/Threads.h"
 
 namespace vantrel {
 

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "platform/Overlay.h"
+#include "platform/ui/Overlay.h"
 
 namespace vantrel {
 

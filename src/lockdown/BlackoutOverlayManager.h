@@ -7,11 +7,11 @@
 #include <vector>
 
 #include "lockdown/BlackoutWindow.h"
-#include "platform/Log.h"
-#include "platform/Observation.h"
-#include "platform/Overlay.h"
-#include "platform/RunLoop.h"
-#include "platform/Screens.h"
+#include "platform/desktop/Screens.h"
+#include "platform/system/Log.h"
+#include "platform/threads/Observation.h"
+#include "platform/threads/RunLoop.h"
+#include "platform/ui/Overlay.h"
 
 namespace vantrel {
 

@@ -2,8 +2,8 @@
 
 #include <memory>
 
-#include "platform/Overlay.h"
-#include "platform/Screens.h"
+#include "platform/desktop/Screens.h"
+#include "platform/ui/Overlay.h"
 
 namespace vantrel {
 

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "platform/KeyboardTap.h"
+#include "platform/keyboard/KeyboardTap.h"
 
 namespace vantrel {
 

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "browser/BrowserLauncher.h"
-#include "platform/Clock.h"
-#include "platform/Log.h"
-#include "platform/ProcessLauncher.h"
-#include "platform/RunningApplications.h"
-#include "platform/Threads.h"
+#include "platform/apps/ProcessLauncher.h"
+#include "platform/apps/RunningApplications.h"
+#include "platform/system/Log.h"
+#include "platform/threads/Clock.h"
+#include "platform/threads/Threads.h"
 
 namespace vantrel {
 

@@ -2,8 +2,8 @@
 
 #include <vector>
 
-#include "platform/Geometry.h"
-#include "platform/WindowList.h"
+#include "platform/desktop/Geometry.h"
+#include "platform/desktop/WindowList.h"
 
 namespace vantrel {
 

@@ -5,9 +5,9 @@
 #include <string>
 #include <string_view>
 
-#include "platform/AccessibilityTrust.h"
-#include "platform/KeyboardTap.h"
-#include "platform/Log.h"
+#include "platform/keyboard/KeyboardTap.h"
+#include "platform/system/AccessibilityTrust.h"
+#include "platform/system/Log.h"
 
 namespace vantrel {
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/Geometry.h"
+#include "platform/desktop/Geometry.h"
 
 namespace vantrel {
 

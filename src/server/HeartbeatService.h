@@ -8,12 +8,12 @@
 #include <vector>
 
 #include "lockdown/SessionEndReason.h"
-#include "platform/Clock.h"
-#include "platform/Dispatch.h"
-#include "platform/ISO8601DateFormatter.h"
-#include "platform/Lock.h"
-#include "platform/Log.h"
-#include "platform/RunLoop.h"
+#include "platform/system/ISO8601DateFormatter.h"
+#include "platform/system/Log.h"
+#include "platform/threads/Clock.h"
+#include "platform/threads/Dispatch.h"
+#include "platform/threads/Lock.h"
+#include "platform/threads/RunLoop.h"
 #include "server/ServerRequests.h"
 
 namespace vantrel {

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/UserDefaults.h"
+#include "platform/system/UserDefaults.h"
 
 namespace vantrel {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/JSON.h"
+#include "platform/network/JSON.h"
 
 namespace vantrel {
 

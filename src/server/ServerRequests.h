@@ -4,10 +4,10 @@
 #include <optional>
 #include <string>
 
-#include "platform/Dispatch.h"
-#include "platform/JSON.h"
-#include "platform/URLSession.h"
-#include "platform/URLs.h"
+#include "platform/network/JSON.h"
+#include "platform/network/URLSession.h"
+#include "platform/network/URLs.h"
+#include "platform/threads/Dispatch.h"
 
 namespace vantrel {
 

@@ -4,7 +4,7 @@
 #include <optional>
 #include <utility>
 
-#include "platform/Lock.h"
+#include "platform/threads/Lock.h"
 #include "server/ServerAddress.h"
 #include "server/ServerReply.h"
 #include "server/Whitespace.h"

@@ -4,9 +4,9 @@
 #include <memory>
 #include <string>
 
-#include "platform/Log.h"
-#include "platform/UnicodeText.h"
-#include "platform/UserDefaults.h"
+#include "platform/system/Log.h"
+#include "platform/system/UnicodeText.h"
+#include "platform/system/UserDefaults.h"
 #include "server/JoinOutcome.h"
 #include "server/ServerRequests.h"
 

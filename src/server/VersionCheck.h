@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/Log.h"
+#include "platform/system/Log.h"
 #include "server/ServerRequests.h"
 
 namespace vantrel {

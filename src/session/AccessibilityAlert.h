@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/Alerts.h"
-#include "platform/URLs.h"
-#include "platform/Workspace.h"
+#include "platform/apps/Workspace.h"
+#include "platform/network/URLs.h"
+#include "platform/ui/Alerts.h"
 
 namespace vantrel {
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "platform/Block.h"
-#include "platform/CaptureAuthorization.h"
-#include "platform/Dispatch.h"
-#include "platform/Log.h"
+#include "platform/system/CaptureAuthorization.h"
+#include "platform/system/Log.h"
+#include "platform/threads/Block.h"
+#include "platform/threads/Dispatch.h"
 
 namespace vantrel {
 

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "platform/Window.h"
+#include "platform/ui/Window.h"
 
 namespace vantrel {
 

@@ -5,8 +5,8 @@
 #include <string_view>
 #include <variant>
 
-#include "platform/UserDefaults.h"
-#include "platform/Window.h"
+#include "platform/system/UserDefaults.h"
+#include "platform/ui/Window.h"
 
 namespace vantrel {
 

@@ -3,8 +3,8 @@
 #include <memory>
 #include <utility>
 
-#include "platform/Dispatch.h"
-#include "platform/Threads.h"
+#include "platform/threads/Dispatch.h"
+#include "platform/threads/Threads.h"
 
 namespace vantrel {
 

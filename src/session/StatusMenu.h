@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "platform/Alerts.h"
-#include "platform/Menu.h"
+#include "platform/ui/Alerts.h"
+#include "platform/ui/Menu.h"
 
 namespace vantrel {
 

@@ -2,9 +2,9 @@
 
 #include <string>
 
-#include "platform/Alerts.h"
-#include "platform/URLs.h"
-#include "platform/Workspace.h"
+#include "platform/apps/Workspace.h"
+#include "platform/network/URLs.h"
+#include "platform/ui/Alerts.h"
 #include "server/VersionCheck.h"
 
 namespace vantrel {

@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/Geometry.h"
-#include "platform/Screens.h"
+#include "platform/desktop/Geometry.h"
+#include "platform/desktop/Screens.h"
 
 namespace vantrel::contracts {
 

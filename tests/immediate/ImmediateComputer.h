@@ -7,16 +7,16 @@
 #include <utility>
 #include <vector>
 
-#include "platform/Clock.h"
-#include "platform/Dispatch.h"
-#include "platform/Log.h"
-#include "platform/RunLoop.h"
-#include "platform/URLSession.h"
-#include "platform/UserDefaults.h"
+#include "platform/network/URLSession.h"
 #include "platform/portable/ICUText.h"
 #include "platform/portable/PortableJSON.h"
 #include "platform/portable/PortableURLs.h"
 #include "platform/portable/UTCDateFormatter.h"
+#include "platform/system/Log.h"
+#include "platform/system/UserDefaults.h"
+#include "platform/threads/Clock.h"
+#include "platform/threads/Dispatch.h"
+#include "platform/threads/RunLoop.h"
 #include "server/ServerRequests.h"
 
 namespace vantrel::immediate {

@@ -5,7 +5,7 @@
 #include <cstdlib>
 
 #include "DesktopTest.h"
-#include "platform/linux/WrappingLabel.h"
+#include "platform/linux/ui/WrappingLabel.h"
 
 namespace vantrel::linuxdesktop {
 namespace {

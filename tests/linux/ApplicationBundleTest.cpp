@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "TemporaryFolder.h"
-#include "platform/linux/ApplicationBundle.h"
+#include "platform/linux/apps/ApplicationBundle.h"
 
 namespace vantrel::linuxdesktop {
 namespace {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "platform/linux/ApplicationNames.h"
+#include "platform/linux/apps/ApplicationNames.h"
 
 namespace vantrel::linuxdesktop {
 namespace {

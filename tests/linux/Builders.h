@@ -3,8 +3,8 @@
 #include <string>
 #include <utility>
 
-#include "platform/Menu.h"
-#include "platform/Window.h"
+#include "platform/ui/Menu.h"
+#include "platform/ui/Window.h"
 
 namespace vantrel::linuxdesktop {
 

@@ -2,8 +2,8 @@
 #include <unistd.h>
 
 #include "DesktopTest.h"
-#include "platform/linux/X11Connection.h"
-#include "platform/linux/X11Desktops.h"
+#include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11Desktops.h"
 
 namespace vantrel::linuxdesktop {
 namespace {

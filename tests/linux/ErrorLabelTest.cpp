@@ -5,8 +5,8 @@
 
 #include "DesktopTest.h"
 #include "Painting.h"
-#include "platform/linux/Appearance.h"
-#include "platform/linux/ControlWidget.h"
+#include "platform/linux/ui/Appearance.h"
+#include "platform/linux/ui/ControlWidget.h"
 #include "session/JoinScreen.h"
 
 namespace vantrel::linuxdesktop {

@@ -12,8 +12,8 @@
 #include "ServerView.h"
 #include "TestPointer.h"
 #include "lockdown/BlackoutOverlayManager.h"
-#include "platform/linux/FallbackStatusItem.h"
-#include "platform/linux/X11Windows.h"
+#include "platform/linux/statusbar/FallbackStatusItem.h"
+#include "platform/linux/x11/X11Windows.h"
 
 namespace vantrel::linuxdesktop {
 namespace {

@@ -6,7 +6,7 @@
 #include <thread>
 
 #include "TemporaryFolder.h"
-#include "platform/linux/FileUserDefaults.h"
+#include "platform/linux/system/FileUserDefaults.h"
 #include "platform/portable/PortableJSON.h"
 
 namespace vantrel::linuxdesktop {

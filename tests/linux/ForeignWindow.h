@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/linux/X11Connection.h"
-#include "platform/linux/X11Rectangle.h"
+#include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11Rectangle.h"
 
 namespace vantrel::linuxdesktop {
 

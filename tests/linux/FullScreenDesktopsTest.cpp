@@ -11,9 +11,9 @@
 #include "ForeignWindow.h"
 #include "TestPointer.h"
 #include "WindowManagerPause.h"
-#include "platform/linux/FullScreenDesktops.h"
-#include "platform/linux/LinuxWindow.h"
-#include "platform/linux/X11WindowSurvey.h"
+#include "platform/linux/desktop/FullScreenDesktops.h"
+#include "platform/linux/ui/LinuxWindow.h"
+#include "platform/linux/x11/X11WindowSurvey.h"
 
 namespace vantrel::linuxdesktop {
 namespace {

@@ -3,7 +3,7 @@
 #include <map>
 #include <string>
 
-#include "platform/linux/KeyPositions.h"
+#include "platform/linux/keyboard/KeyPositions.h"
 
 namespace vantrel::linuxdesktop {
 namespace {

@@ -1,6 +1,6 @@
 #include "KeyWindow.h"
 
-#include "platform/linux/X11Windows.h"
+#include "platform/linux/x11/X11Windows.h"
 
 namespace vantrel::linuxdesktop {
 

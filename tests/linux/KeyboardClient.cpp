@@ -6,8 +6,8 @@
 #include <QSocketNotifier>
 #include <cstdio>
 
-#include "platform/linux/LinuxKeyboardTaps.h"
-#include "platform/linux/MainThread.h"
+#include "platform/linux/keyboard/LinuxKeyboardTaps.h"
+#include "platform/linux/threads/MainThread.h"
 
 namespace {
 

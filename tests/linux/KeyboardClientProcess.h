@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "platform/linux/FileDescriptor.h"
+#include "platform/linux/system/FileDescriptor.h"
 
 namespace vantrel::linuxdesktop {
 

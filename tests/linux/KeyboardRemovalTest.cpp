@@ -12,8 +12,8 @@
 #include "KeyWindow.h"
 #include "MasterPair.h"
 #include "TestKeyboard.h"
-#include "platform/linux/KeyboardFilter.h"
-#include "platform/linux/X11Connection.h"
+#include "platform/linux/keyboard/KeyboardFilter.h"
+#include "platform/linux/x11/X11Connection.h"
 
 namespace vantrel::linuxdesktop {
 namespace {

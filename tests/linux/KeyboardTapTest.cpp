@@ -20,11 +20,11 @@
 #include "KeyboardClientProcess.h"
 #include "MasterPair.h"
 #include "TestKeyboard.h"
-#include "platform/linux/KeyModifiers.h"
-#include "platform/linux/KeyPositions.h"
-#include "platform/linux/KeyboardGuard.h"
-#include "platform/linux/LinuxKeyboardTaps.h"
-#include "platform/linux/MainThread.h"
+#include "platform/linux/keyboard/KeyModifiers.h"
+#include "platform/linux/keyboard/KeyPositions.h"
+#include "platform/linux/keyboard/KeyboardGuard.h"
+#include "platform/linux/keyboard/LinuxKeyboardTaps.h"
+#include "platform/linux/threads/MainThread.h"
 
 namespace vantrel::linuxdesktop {
 namespace {

@@ -7,7 +7,7 @@
 #include <thread>
 
 #include "DesktopTest.h"
-#include "platform/linux/LinuxWorkspace.h"
+#include "platform/linux/apps/LinuxWorkspace.h"
 
 namespace vantrel::linuxdesktop {
 namespace {

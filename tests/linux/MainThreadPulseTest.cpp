@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "platform/linux/MainThreadPulse.h"
+#include "platform/linux/keyboard/MainThreadPulse.h"
 
 namespace vantrel::linuxdesktop {
 namespace {

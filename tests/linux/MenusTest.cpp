@@ -8,7 +8,7 @@
 
 #include "Builders.h"
 #include "DesktopTest.h"
-#include "platform/linux/LinuxWindow.h"
+#include "platform/linux/ui/LinuxWindow.h"
 
 namespace vantrel::linuxdesktop {
 namespace {

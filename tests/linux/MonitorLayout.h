@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/Screens.h"
-#include "platform/linux/X11Monitors.h"
+#include "platform/desktop/Screens.h"
+#include "platform/linux/x11/X11Monitors.h"
 
 namespace vantrel::linuxdesktop {
 

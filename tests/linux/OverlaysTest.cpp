@@ -14,8 +14,8 @@
 #include "ServerView.h"
 #include "TestPointer.h"
 #include "lockdown/BlackoutContentView.h"
-#include "platform/linux/X11Desktops.h"
-#include "platform/linux/X11Windows.h"
+#include "platform/linux/x11/X11Desktops.h"
+#include "platform/linux/x11/X11Windows.h"
 
 namespace vantrel::linuxdesktop {
 namespace {

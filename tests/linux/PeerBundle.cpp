@@ -6,7 +6,7 @@
 #include <thread>
 
 #include "TemporaryFolder.h"
-#include "platform/linux/ProcessTable.h"
+#include "platform/linux/apps/ProcessTable.h"
 
 namespace vantrel::linuxdesktop {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/ProcessLauncher.h"
+#include "platform/apps/ProcessLauncher.h"
 
 namespace vantrel::linuxdesktop {
 

@@ -12,10 +12,10 @@
 #include <thread>
 
 #include "TemporaryFolder.h"
-#include "platform/linux/FileDescriptor.h"
-#include "platform/linux/LinuxFileManager.h"
-#include "platform/linux/LinuxProcessLauncher.h"
-#include "platform/linux/ProcFile.h"
+#include "platform/linux/apps/LinuxProcessLauncher.h"
+#include "platform/linux/apps/ProcFile.h"
+#include "platform/linux/system/FileDescriptor.h"
+#include "platform/linux/system/LinuxFileManager.h"
 
 namespace vantrel::linuxdesktop {
 namespace {

@@ -8,7 +8,7 @@
 #include <chrono>
 #include <thread>
 
-#include "platform/linux/ProcessTable.h"
+#include "platform/linux/apps/ProcessTable.h"
 
 namespace vantrel::linuxdesktop {
 namespace {

@@ -9,7 +9,7 @@
 
 #include <array>
 
-#include "platform/linux/FileDescriptor.h"
+#include "platform/linux/system/FileDescriptor.h"
 
 namespace vantrel::linuxdesktop {
 

@@ -6,7 +6,7 @@
 #include "ProgramMessages.h"
 #include "ProgramRun.h"
 #include "TemporaryFolder.h"
-#include "platform/linux/X11Connection.h"
+#include "platform/linux/x11/X11Connection.h"
 
 namespace vantrel::linuxdesktop {
 namespace {

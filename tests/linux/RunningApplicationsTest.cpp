@@ -8,7 +8,7 @@
 #include <string>
 
 #include "DesktopTest.h"
-#include "platform/linux/ProcessTable.h"
+#include "platform/linux/apps/ProcessTable.h"
 
 namespace vantrel::linuxdesktop {
 namespace {

@@ -1,9 +1,9 @@
 #include <thread>
 
 #include "DesktopTest.h"
-#include "platform/DispatchQueue.h"
-#include "platform/linux/X11Connection.h"
-#include "platform/linux/X11Desktops.h"
+#include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11Desktops.h"
+#include "platform/threads/DispatchQueue.h"
 
 namespace vantrel::linuxdesktop {
 namespace {

@@ -6,10 +6,10 @@
 #include <thread>
 #include <vector>
 
-#include "platform/linux/BackgroundQueue.h"
-#include "platform/linux/DelayedWork.h"
-#include "platform/linux/SerialQueue.h"
-#include "platform/linux/StandardSemaphore.h"
+#include "platform/linux/threads/BackgroundQueue.h"
+#include "platform/linux/threads/DelayedWork.h"
+#include "platform/linux/threads/SerialQueue.h"
+#include "platform/linux/threads/StandardSemaphore.h"
 
 namespace vantrel::linuxdesktop {
 namespace {

@@ -6,7 +6,7 @@
 
 #include <vector>
 
-#include "platform/linux/StandardStreams.h"
+#include "platform/linux/system/StandardStreams.h"
 
 namespace vantrel::linuxdesktop {
 namespace {

@@ -9,8 +9,8 @@
 #include "MonitorLayout.h"
 #include "ServerView.h"
 #include "TestPointer.h"
-#include "platform/linux/X11Desktops.h"
-#include "platform/linux/X11Windows.h"
+#include "platform/linux/x11/X11Desktops.h"
+#include "platform/linux/x11/X11Windows.h"
 
 namespace vantrel::linuxdesktop {
 namespace {

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "ProxyVariables.h"
-#include "platform/linux/SystemProxies.h"
+#include "platform/linux/network/SystemProxies.h"
 
 namespace vantrel::linuxdesktop {
 namespace {

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "platform/linux/KeyPositions.h"
+#include "platform/linux/keyboard/KeyPositions.h"
 
 namespace vantrel::linuxdesktop {
 

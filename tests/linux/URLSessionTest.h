@@ -10,7 +10,7 @@
 #include <thread>
 #include <utility>
 
-#include "platform/linux/LinuxURLSession.h"
+#include "platform/linux/network/LinuxURLSession.h"
 
 namespace vantrel::linuxdesktop {
 

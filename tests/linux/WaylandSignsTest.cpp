@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "platform/linux/WaylandSigns.h"
+#include "platform/linux/system/WaylandSigns.h"
 
 namespace vantrel::linuxdesktop {
 namespace {

@@ -6,9 +6,9 @@
 
 #include "DesktopTest.h"
 #include "ForeignWindow.h"
-#include "platform/linux/X11Desktops.h"
-#include "platform/linux/X11WindowFacts.h"
-#include "platform/linux/X11Windows.h"
+#include "platform/linux/x11/X11Desktops.h"
+#include "platform/linux/x11/X11WindowFacts.h"
+#include "platform/linux/x11/X11Windows.h"
 
 namespace vantrel::linuxdesktop {
 namespace {

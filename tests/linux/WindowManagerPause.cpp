@@ -5,7 +5,7 @@
 
 #include <chrono>
 
-#include "platform/linux/X11Windows.h"
+#include "platform/linux/x11/X11Windows.h"
 
 namespace vantrel::linuxdesktop {
 

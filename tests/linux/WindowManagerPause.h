@@ -4,7 +4,7 @@
 
 #include <thread>
 
-#include "platform/linux/X11Connection.h"
+#include "platform/linux/x11/X11Connection.h"
 
 namespace vantrel::linuxdesktop {
 

@@ -8,9 +8,9 @@
 #include "Builders.h"
 #include "DesktopTest.h"
 #include "ForeignWindow.h"
-#include "platform/linux/LinuxWindow.h"
-#include "platform/linux/X11Connection.h"
-#include "platform/linux/X11Windows.h"
+#include "platform/linux/ui/LinuxWindow.h"
+#include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11Windows.h"
 
 namespace vantrel::linuxdesktop {
 namespace {

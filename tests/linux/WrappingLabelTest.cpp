@@ -9,9 +9,9 @@
 
 #include "DesktopTest.h"
 #include "Painting.h"
-#include "platform/linux/Appearance.h"
-#include "platform/linux/ControlWidget.h"
-#include "platform/linux/WrappingLabel.h"
+#include "platform/linux/ui/Appearance.h"
+#include "platform/linux/ui/ControlWidget.h"
+#include "platform/linux/ui/WrappingLabel.h"
 #include "session/EndScreen.h"
 
 namespace vantrel::linuxdesktop {

@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 
 #include "lockdown/SystemProcesses.h"
-#include "platform/virtual/VirtualBundle.h"
+#include "platform/virtual/apps/VirtualBundle.h"
 #include "tests/lockdown/MonitorTest.h"
 
 namespace vantrel {

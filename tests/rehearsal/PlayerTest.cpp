@@ -6,7 +6,7 @@
 #include <sstream>
 
 #include "platform/Computer.h"
-#include "platform/Lock.h"
+#include "platform/threads/Lock.h"
 #include "rehearsal/playing/Player.h"
 
 namespace vantrel::rehearsal {

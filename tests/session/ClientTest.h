@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/virtual/NetworkAnswer.h"
+#include "platform/virtual/network/NetworkAnswer.h"
 #include "tests/virtual/MacTest.h"
 
 namespace vantrel {

@@ -1,7 +1,7 @@
 #include <atomic>
 #include <string>
 
-#include "platform/Lock.h"
+#include "platform/threads/Lock.h"
 #include "tests/virtual/MacTest.h"
 
 namespace vantrel::virtualmac {

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "platform/virtual/Exchange.h"
+#include "platform/virtual/network/Exchange.h"
 
 namespace vantrel::virtualmac {
 namespace {

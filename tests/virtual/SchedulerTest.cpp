@@ -10,8 +10,8 @@
 #include <thread>
 #include <vector>
 
-#include "platform/Lock.h"
-#include "platform/virtual/Scheduler.h"
+#include "platform/threads/Lock.h"
+#include "platform/virtual/scheduler/Scheduler.h"
 #include "tests/virtual/MacTest.h"
 
 namespace vantrel::virtualmac {

@@ -1,7 +1,7 @@
 #include <limits>
 #include <string>
 
-#include "platform/virtual/Numbers.h"
+#include "platform/virtual/scheduler/Numbers.h"
 #include "tests/virtual/MacTest.h"
 
 namespace vantrel::virtualmac {

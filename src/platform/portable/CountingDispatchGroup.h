@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/DispatchGroup.h"
+#include "platform/threads/DispatchGroup.h"
 
 namespace vantrel {
 

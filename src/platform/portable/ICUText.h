@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/UnicodeText.h"
+#include "platform/system/UnicodeText.h"
 
 namespace vantrel {
 

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string_view>
 
-#include "platform/JSON.h"
+#include "platform/network/JSON.h"
 
 namespace vantrel {
 

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/JSON.h"
+#include "platform/network/JSON.h"
 
 namespace vantrel {
 

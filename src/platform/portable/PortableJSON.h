@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/JSON.h"
+#include "platform/network/JSON.h"
 
 namespace vantrel {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/URLs.h"
+#include "platform/network/URLs.h"
 
 namespace vantrel {
 

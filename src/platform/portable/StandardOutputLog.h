@@ -2,7 +2,7 @@
 
 #include <mutex>
 
-#include "platform/Log.h"
+#include "platform/system/Log.h"
 
 namespace vantrel {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/URLs.h"
+#include "platform/network/URLs.h"
 
 namespace vantrel {
 

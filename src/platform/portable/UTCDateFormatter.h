@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/ISO8601DateFormatter.h"
+#include "platform/system/ISO8601DateFormatter.h"
 
 namespace vantrel {
 

@@ -17,9 +17,9 @@
 #include <utility>
 #include <variant>
 
-#include "platform/macos/CFReference.h"
 #include "platform/macos/MacComputer.h"
-#include "platform/macos/Text.h"
+#include "platform/macos/bridge/CFReference.h"
+#include "platform/macos/bridge/Text.h"
 #include "tests/contracts/ContractHost.h"
 #include "tests/contracts/ContractServer.h"
 #include "tests/contracts/KeyboardHost.h"

@@ -5,8 +5,8 @@
 
 #include <variant>
 
-#include "platform/macos/AccessibilityValueBridge.h"
-#include "platform/macos/MacAccessibilityElement.h"
+#include "platform/macos/desktop/AccessibilityValueBridge.h"
+#include "platform/macos/desktop/MacAccessibilityElement.h"
 
 namespace vantrel::macos {
 namespace {

@@ -3,8 +3,8 @@
 #include <memory>
 #include <string>
 
-#include "platform/macos/BlackoutClickView.h"
-#include "platform/macos/BlackoutWindow.h"
+#include "platform/macos/ui/BlackoutClickView.h"
+#include "platform/macos/ui/BlackoutWindow.h"
 #include "tests/contracts/ContractTest.h"
 #include "tests/macos/contracts/EmptyEvent.h"
 

@@ -7,8 +7,8 @@
 #include <sstream>
 #include <thread>
 
-#include "platform/macos/KernelProcess.h"
-#include "platform/macos/Text.h"
+#include "platform/macos/apps/KernelProcess.h"
+#include "platform/macos/bridge/Text.h"
 
 namespace vantrel::macos {
 

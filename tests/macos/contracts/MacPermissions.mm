@@ -4,7 +4,7 @@
 
 #include <cstdio>
 
-#include "platform/macos/MacAccessibilityTrust.h"
+#include "platform/macos/system/MacAccessibilityTrust.h"
 
 namespace vantrel::macos {
 

@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "platform/Block.h"
+#include "platform/threads/Block.h"
 
 namespace vantrel::macos {
 

@@ -1,6 +1,6 @@
 #include "tests/macos/peer/PeerDelegate.h"
 
-#include "platform/macos/Text.h"
+#include "platform/macos/bridge/Text.h"
 #include "tests/macos/peer/PeerApplication.h"
 
 @implementation PeerDelegate {

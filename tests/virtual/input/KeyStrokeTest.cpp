@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "platform/virtual/KeyStroke.h"
+#include "platform/virtual/keyboard/KeyStroke.h"
 
 namespace vantrel::virtualmac {
 namespace {

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/virtual/KeyStroke.h"
+#include "platform/virtual/keyboard/KeyStroke.h"
 #include "tests/virtual/MacTest.h"
 
 namespace vantrel::virtualmac {

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <memory>
+
+#include "platform/apps/RunningApplications.h"
+
+namespace vantrel {
+
+/// NSWorkspace frontmostApplication. Main thread.
+class FrontmostApplication {
+  public:
+    virtual ~FrontmostApplication() = default;
+
+    /// Null when no application is in front.
+    virtual std::shared_ptr<RunningApplication> frontmostApplication() const = 0;
+};
+
+}  // namespace vantrel

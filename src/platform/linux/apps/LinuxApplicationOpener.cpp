@@ -1,0 +1,73 @@
+#include "platform/linux/apps/LinuxApplicationOpener.h"
+
+#include <chrono>
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+#include "platform/linux/apps/ApplicationBundle.h"
+#include "platform/linux/apps/ApplicationNames.h"
+#include "platform/linux/apps/ProcessTable.h"
+#include "platform/linux/x11/X11Windows.h"
+
+namespace vantrel::linuxdesktop {
+
+LinuxApplicationOpener::LinuxApplicationOpener(ProcessLauncher& launcher, const RunningApplications& applications,
+                                               X11Windows& windows, DelayedWork& delayedWork)
+    : launcher_(launcher), applications_(applications), windows_(windows), queue_(delayedWork) {}
+
+LinuxApplicationOpener::~LinuxApplicationOpener() {
+    const std::lock_guard lock(mutex_);
+    isGoing_ = true;
+    going_.notify_all();
+}
+
+void LinuxApplicationOpener::open(const std::vector<URL>& urls, const URL& application, bool activates,
+                                  Completion completion) {
+    queue_.async([this, urls, application, activates, completion = std::move(completion)] {
+        completion(opened(urls, application, activates));
+    });
+}
+
+ApplicationOpener::Result LinuxApplicationOpener::opened(const std::vector<URL>& urls, const URL& application,
+                                                         bool activates) {
+    const auto folder = applicationFolder(application);
+    if (!folder) return PlatformError{"“" + application.absoluteString + "” non è un’applicazione."};
+    const std::string name = "“" + folder->stem().string() + "”";
+    std::error_code error;
+    if (!std::filesystem::is_directory(*folder, error)) {
+        return PlatformError{"Impossibile trovare l’applicazione " + name + "."};
+    }
+    std::vector<std::string> arguments;
+    for (const URL& url : urls) arguments.push_back(url.absoluteString);
+    const std::string executable = applicationExecutable(*folder).string();
+    const auto launched = launcher_.launch(executable, arguments);
+    if (const auto* failure = std::get_if<PlatformError>(&launched)) {
+        return PlatformError{"Impossibile aprire l’applicazione " + name + ". " + failure->localizedDescription};
+    }
+    auto running =
+        settled(std::get<ProcessIdentifier>(launched), std::string(applicationName(executable, {}).bundleIdentifier));
+    if (running && activates) running->activate(ActivationOptions::ignoringOtherApps);
+    return running;
+}
+
+std::shared_ptr<RunningApplication> LinuxApplicationOpener::settled(ProcessIdentifier started,
+                                                                    const std::string& bundleIdentifier) {
+    constexpr double longest = 2;
+    constexpr double step = 0.05;
+    for (double waited = 0; waited < longest; waited += step) {
+        if (!ProcessTable::startTime(started) || !windows_.ofProcess(started).empty()) break;
+        if (!sleep(step)) break;
+    }
+    auto application = applications_.withProcessIdentifier(started);
+    if (application || bundleIdentifier.empty()) return application;
+    const auto others = applications_.withBundleIdentifier(bundleIdentifier);
+    return others.empty() ? nullptr : others.front();
+}
+
+bool LinuxApplicationOpener::sleep(double seconds) {
+    std::unique_lock lock(mutex_);
+    return !going_.wait_for(lock, std::chrono::duration<double>(seconds), [this] { return isGoing_; });
+}
+
+}  // namespace vantrel::linuxdesktop

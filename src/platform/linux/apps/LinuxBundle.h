@@ -1,0 +1,13 @@
+#pragma once
+
+#include "platform/apps/Bundle.h"
+
+namespace vantrel::linuxdesktop {
+
+/// Linux knows no bundles; the client goes under its identifier all the same.
+class LinuxBundle final : public Bundle {
+  public:
+    std::optional<std::string> identifier() const override;
+};
+
+}  // namespace vantrel::linuxdesktop

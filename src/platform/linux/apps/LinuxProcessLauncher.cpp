@@ -1,0 +1,24 @@
+#include "platform/linux/apps/LinuxProcessLauncher.h"
+
+#include <signal.h>
+
+#include "platform/linux/apps/LaunchErrorText.h"
+#include "platform/linux/apps/ReapedProcess.h"
+
+namespace vantrel::linuxdesktop {
+
+std::variant<ProcessIdentifier, PlatformError> LinuxProcessLauncher::launch(std::string_view executablePath,
+                                                                            const std::vector<std::string>& arguments) {
+    const std::string executable(executablePath);
+    std::vector<std::string> all{executable};
+    all.insert(all.end(), arguments.begin(), arguments.end());
+    const StartedProcess started = startReaped(executable, all, ExecutableLookup::asItStands);
+    if (started.error != 0) return PlatformError{launchErrorText(executable, started.error)};
+    return ProcessIdentifier{started.process};
+}
+
+bool LinuxProcessLauncher::sendSignal(ProcessIdentifier process, int signal) {
+    return process > 0 && kill(process, signal) == 0;
+}
+
+}  // namespace vantrel::linuxdesktop

@@ -1,0 +1,86 @@
+#include "platform/linux/apps/LinuxRunningApplications.h"
+
+#include <unistd.h>
+
+#include "platform/linux/apps/LinuxRunningApplication.h"
+#include "platform/linux/x11/WindowClasses.h"
+#include "platform/linux/x11/X11Windows.h"
+
+namespace vantrel::linuxdesktop {
+
+LinuxRunningApplications::LinuxRunningApplications(X11Connection& connection, X11Windows& windows,
+                                                   DelayedWork& delayedWork, const std::string& display)
+    : connection_(connection),
+      windows_(windows),
+      delayedWork_(delayedWork),
+      display_(ProcessTable::displayName(display)) {}
+
+std::vector<std::shared_ptr<RunningApplication>> LinuxRunningApplications::withBundleIdentifier(
+    std::string_view identifier) const {
+    const auto byWindow = ownersByClass(identifier);
+    std::vector<std::shared_ptr<RunningApplication>> found;
+    for (const ProcessEntry& entry : ProcessTable::all()) {
+        auto name = nameOf(entry);
+        const auto owner = byWindow.find(entry.process);
+        if (owner != byWindow.end() && (!name || name->bundleIdentifier.empty())) name = nameOf(entry, {owner->second});
+        if (name && name->bundleIdentifier == identifier) found.push_back(make(entry, name));
+    }
+    return found;
+}
+
+std::shared_ptr<RunningApplication> LinuxRunningApplications::withProcessIdentifier(ProcessIdentifier process) const {
+    const auto entry = ProcessTable::find(process);
+    if (!entry) return nullptr;
+    const auto name = nameOf(*entry);
+    if (name && !name->bundleIdentifier.empty()) return make(*entry, name);
+    return make(*entry, nameOf(*entry, windows_.ofProcess(process)));
+}
+
+std::shared_ptr<RunningApplication> LinuxRunningApplications::ofWindow(xcb_window_t window,
+                                                                       ProcessIdentifier owner) const {
+    const auto entry = ProcessTable::find(owner);
+    return entry ? make(*entry, nameOf(*entry, {window})) : nullptr;
+}
+
+std::optional<ApplicationName> LinuxRunningApplications::nameOf(const ProcessEntry& entry) const {
+    // Started under whatever file name, this process is the client.
+    if (entry.process == getpid()) return ownApplicationName;
+    if (isHelperProcess(entry.arguments) || entry.display.empty() || entry.display != display_) return std::nullopt;
+    const ApplicationName known = applicationName(entry.executablePath, entry.arguments);
+    const bool inBundle = entry.executablePath.find(".app/Contents/MacOS/") != std::string::npos;
+    if (known.bundleIdentifier.empty() && !inBundle) return std::nullopt;
+    return known;
+}
+
+std::optional<ApplicationName> LinuxRunningApplications::nameOf(const ProcessEntry& entry,
+                                                                const std::vector<xcb_window_t>& windows) const {
+    const auto byExecutable = nameOf(entry);
+    const bool isKnown = byExecutable && !byExecutable->bundleIdentifier.empty();
+    if (isKnown || windows.empty() || isHelperProcess(entry.arguments)) return byExecutable;
+    // Its environment names another display or cannot be read; the window tells that it is here.
+    const ApplicationName known = applicationName(entry.executablePath, entry.arguments);
+    if (!known.bundleIdentifier.empty()) return known;
+    for (const std::string& windowClass : windowClasses(connection_, windows)) {
+        const ApplicationName named = applicationNameOfClass(windowClass);
+        if (!named.bundleIdentifier.empty()) return named;
+    }
+    return known;
+}
+
+std::shared_ptr<RunningApplication> LinuxRunningApplications::make(const ProcessEntry& entry,
+                                                                   const std::optional<ApplicationName>& name) const {
+    return name ? std::make_shared<LinuxRunningApplication>(entry, *name, windows_, delayedWork_) : nullptr;
+}
+
+std::map<ProcessIdentifier, xcb_window_t> LinuxRunningApplications::ownersByClass(std::string_view identifier) const {
+    const auto windows = connection_.values(connection_.root(), "_NET_CLIENT_LIST");
+    const auto classes = windowClasses(connection_, windows);
+    std::map<ProcessIdentifier, xcb_window_t> owners;
+    for (std::size_t i = 0; i < windows.size(); ++i) {
+        if (applicationNameOfClass(classes[i]).bundleIdentifier != identifier) continue;
+        owners.emplace(windows_.owner(windows[i]), windows[i]);
+    }
+    return owners;
+}
+
+}  // namespace vantrel::linuxdesktop

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "platform/apps/Workspace.h"
+
+namespace vantrel::linuxdesktop {
+
+/// Opens addresses with the desktop's own opener.
+class LinuxWorkspace final : public Workspace {
+  public:
+    bool open(const URL& url) override;
+};
+
+}  // namespace vantrel::linuxdesktop

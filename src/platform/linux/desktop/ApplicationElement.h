@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+#include "platform/linux/desktop/LinuxAccessibility.h"
+
+namespace vantrel::linuxdesktop {
+
+/// An application: "AXWindows", its ordinary windows of all desktops, front to back, and "AXFocusedWindow", the one
+/// with the focus, else the one in front. Nothing of it can be written. Every call fails with "cannot complete" once
+/// the process is gone.
+class ApplicationElement final : public AccessibilityElement {
+  public:
+    ApplicationElement(const AccessibilitySurroundings& surroundings, ProcessIdentifier process);
+
+    std::variant<AccessibilityValue, AccessibilityError> attribute(std::string_view name) const override;
+    AccessibilityError setAttribute(std::string_view name, const AccessibilityValue& value) override;
+    AccessibilityError performAction(std::string_view name) override;
+
+  private:
+    bool isGone() const;
+
+    const AccessibilitySurroundings surroundings_;
+    const ProcessIdentifier process_;
+    const std::optional<std::uint64_t> startTime_;
+};
+
+}  // namespace vantrel::linuxdesktop

@@ -1,0 +1,183 @@
+#include "platform/linux/desktop/FullScreenDesktops.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <optional>
+
+#include "platform/linux/apps/ProcessTable.h"
+#include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11Watcher.h"
+#include "platform/linux/x11/X11WindowSurvey.h"
+#include "platform/linux/x11/X11Windows.h"
+
+namespace vantrel::linuxdesktop {
+
+namespace {
+
+constexpr const char* fullScreenState = "_NET_WM_STATE_FULLSCREEN";
+// Four numbers for each desktop: the client's process, window, desktop, origin.
+constexpr const char* record = "_VANTREL_FULL_SCREEN_DESKTOPS";
+constexpr std::size_t recordSize = 4;
+
+}  // namespace
+
+FullScreenDesktops::FullScreenDesktops(X11Connection& connection, X11Windows& windows, X11WindowSurvey& survey,
+                                       X11Watcher& watcher)
+    : connection_(connection), windows_(windows), survey_(survey), watcher_(watcher), desktops_(connection) {
+    notices_ = watcher_.observe(X11Watcher::Change::windows, [this] { check(); });
+    adopt();
+}
+
+FullScreenDesktops::~FullScreenDesktops() {
+    putBackAll();
+}
+
+bool FullScreenDesktops::enter(const X11WindowFacts& window) {
+    const std::lock_guard lock(mutex_);
+    if (window.fullScreen) return true;
+    if (!isSupported() || !window.mayBeFullScreen) return false;
+    const bool madeBefore = find(window.window) != own_.end();
+    if (!madeBefore && !makeDesktop(window) && window.desktop && *window.desktop != X11WindowFacts::allDesktops) {
+        desktops_.switchTo(*window.desktop);
+    }
+    requestFullScreen(window.window, true);
+    windows_.focus(window.window);
+    return connection_.isAlive();
+}
+
+void FullScreenDesktops::leave(const X11WindowFacts& window) {
+    const std::lock_guard lock(mutex_);
+    requestFullScreen(window.window, false);
+    if (find(window.window) != own_.end()) dissolve(window.window, true);
+}
+
+void FullScreenDesktops::putBackAll() {
+    const std::lock_guard lock(mutex_);
+    while (!own_.empty()) {
+        const xcb_window_t window = own_.back().window;
+        requestFullScreen(window, false);
+        dissolve(window, true);
+    }
+}
+
+bool FullScreenDesktops::isSupported() {
+    const auto supported = connection_.values(connection_.root(), "_NET_SUPPORTED");
+    return std::find(supported.begin(), supported.end(), connection_.atom(fullScreenState)) != supported.end();
+}
+
+bool FullScreenDesktops::makeDesktop(const X11WindowFacts& window) {
+    const auto count = desktops_.count();
+    const auto current = desktops_.current();
+    if (!count || !current) return false;
+    if (!desktops_.setCount(*count + 1)) {
+        connection_.tellWindowManager(connection_.root(), "_NET_NUMBER_OF_DESKTOPS", {*count});
+        return false;
+    }
+    const bool hasOrigin = window.desktop && *window.desktop != X11WindowFacts::allDesktops;
+    own_.push_back({window.window, window.owner, *count, hasOrigin ? *window.desktop : *current, false});
+    write();
+    watcher_.watch(window.window);
+    desktops_.move(window.window, *count);
+    desktops_.switchTo(*count);
+    return true;
+}
+
+// The window manager follows requests in their order, but its properties lag behind them: until the window has been
+// seen on its desktop, the request that brings the person there counts as done.
+void FullScreenDesktops::dissolve(xcb_window_t window, bool alive) {
+    const auto found = find(window);
+    Own own = *found;
+    own_.erase(found);
+    write();
+    const auto count = desktops_.count();
+    const auto current = desktops_.current();
+    if (!count || !current || own.desktop >= *count) return;
+    // A window that comes up at this very moment is still placed on the desktop that goes: it has to be seen there.
+    if (*current == own.desktop) desktops_.goTo(own.origin);
+    const auto windows = survey_.frontToBack();
+    if (!windows) return;
+
+    std::optional<xcb_window_t> front;
+    if (alive) front = window;
+    for (const X11WindowFacts& facts : *windows) {
+        if (facts.window == window) own.shown = own.shown || facts.desktop == own.desktop;
+        if (facts.window == window || !facts.desktop || *facts.desktop == X11WindowFacts::allDesktops) continue;
+        if (*facts.desktop == own.desktop) {
+            desktops_.move(facts.window, own.origin);
+            if (!front && !facts.hidden && facts.layer == 0) front = facts.window;
+        }
+        if (*facts.desktop > own.desktop) desktops_.move(facts.window, *facts.desktop - 1);
+    }
+    if (alive) desktops_.move(window, own.origin);
+    if (*current == own.desktop || !own.shown) {
+        desktops_.switchTo(own.origin);
+        // The person goes on with what was in front of them.
+        if (front) windows_.focus(*front);
+    } else if (*current > own.desktop) {
+        desktops_.switchTo(*current - 1);
+    }
+    for (Own& other : own_) {
+        if (other.origin == own.desktop) other.origin = own.origin;
+        if (other.origin > own.desktop) --other.origin;
+        if (other.desktop > own.desktop) --other.desktop;
+    }
+    write();
+    desktops_.setCount(*count - 1);
+}
+
+void FullScreenDesktops::requestFullScreen(xcb_window_t window, bool fullScreen) {
+    windows_.changeState(window, fullScreen, fullScreenState);
+}
+
+// A window is gone when it was destroyed or withdrawn. One that the window manager does not list for a moment, because
+// the window manager itself was started anew, is not.
+void FullScreenDesktops::check() {
+    const std::lock_guard lock(mutex_);
+    if (own_.empty()) return;
+    const auto managed = windows_.frontToBack();
+    const auto before = own_;
+    for (const Own& own : before) {
+        const auto facts = survey_.of(own.window);
+        const bool listed = std::find(managed.begin(), managed.end(), own.window) != managed.end();
+        if (!facts || facts->owner != own.owner || (!listed && facts->unmapped)) {
+            if (connection_.isAlive()) dissolve(own.window, false);
+        } else if (facts->fullScreen) {
+            find(own.window)->shown = true;
+        } else if (own.shown) {
+            dissolve(own.window, true);
+        }
+    }
+}
+
+void FullScreenDesktops::adopt() {
+    const auto values = connection_.values(connection_.root(), record);
+    {
+        const std::lock_guard lock(mutex_);
+        for (std::size_t i = 0; i + recordSize <= values.size(); i += recordSize) {
+            const auto writer = static_cast<ProcessIdentifier>(values[i]);
+            if (writer == getpid() || ProcessTable::startTime(writer)) continue;
+            own_.push_back({values[i + 1], windows_.owner(values[i + 1]), values[i + 2], values[i + 3], true});
+            watcher_.watch(values[i + 1]);
+        }
+    }
+    if (!own_.empty()) write();
+    check();
+}
+
+void FullScreenDesktops::write() {
+    std::vector<std::uint32_t> values;
+    for (const Own& own : own_) {
+        values.insert(values.end(), {static_cast<std::uint32_t>(getpid()), own.window, own.desktop, own.origin});
+    }
+    xcb_change_property(connection_.get(), XCB_PROP_MODE_REPLACE, connection_.root(), connection_.atom(record),
+                        XCB_ATOM_CARDINAL, 32, static_cast<std::uint32_t>(values.size()), values.data());
+    xcb_flush(connection_.get());
+}
+
+std::vector<FullScreenDesktops::Own>::iterator FullScreenDesktops::find(xcb_window_t window) {
+    return std::find_if(own_.begin(), own_.end(), [window](const Own& own) { return own.window == window; });
+}
+
+}  // namespace vantrel::linuxdesktop

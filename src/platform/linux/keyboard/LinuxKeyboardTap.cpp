@@ -1,0 +1,96 @@
+#include "platform/linux/keyboard/LinuxKeyboardTap.h"
+
+#include <poll.h>
+#include <sys/eventfd.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <utility>
+
+#include "platform/linux/threads/MainThread.h"
+
+namespace vantrel::linuxdesktop {
+
+LinuxKeyboardTap::LinuxKeyboardTap(Parts parts, MainThread& mainThread, KeyDecision decision, KeyReport report)
+    : mainThread_(mainThread),
+      decision_(decision),
+      report_(std::make_shared<const KeyReport>(std::move(report))),
+      weakReport_(report_),
+      parts_(std::move(parts)),
+      pulse_([&mainThread](Block block) { mainThread.post(std::move(block)); }),
+      thread_([this] { run(); }) {}
+
+LinuxKeyboardTap::~LinuxKeyboardTap() {
+    eventfd_write(parts_.stop.get(), 1);
+    thread_.join();
+}
+
+void LinuxKeyboardTap::run() {
+    while (serve()) wait();
+    if (stopped_) {
+        parts_.filter->release([this](const KeyEvent& event) { return swallows(event); });
+    } else {
+        KeyEvent disabled;
+        disabled.type = KeyEventType::tapDisabledByTimeout;
+        decision_(disabled);
+        parts_.filter->release([](const KeyEvent&) { return false; });
+    }
+    parts_.filter.reset();
+    parts_.guard.reset();
+}
+
+// False when the tap has to go: it was stopped, or its connection was closed, or the main thread does not answer, or
+// there is no guard to be had.
+bool LinuxKeyboardTap::serve() {
+    const bool connected = parts_.filter->answer([this](const KeyEvent& event) { return swallows(event); });
+    if (!connected || pulse_.isOverdue(KeyboardFilter::Clock::now())) return false;
+    eventfd_t stop = 0;
+    stopped_ = eventfd_read(parts_.stop.get(), &stop) == 0;
+    if (stopped_) return false;
+    return isGuarded();
+}
+
+// Another guard takes the place of one that has gone or does not answer. Nobody waits for it, keys go on; when it does
+// not watch in time there is none to be had.
+bool LinuxKeyboardTap::isGuarded() {
+    if (parts_.guard->attend(KeyboardGuard::Clock::now())) return true;
+    if (!parts_.guard->hasWatched()) return false;
+    parts_.guard = KeyboardGuard::start(parts_.guardExecutable, parts_.filter->resource());
+    return parts_.guard != nullptr;
+}
+
+void LinuxKeyboardTap::wait() {
+    constexpr int forEver = -1;
+    int milliseconds = forEver;
+    for (const auto& due : {parts_.filter->due(), pulse_.due(), parts_.guard->due()}) {
+        if (!due) continue;
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(*due - KeyboardFilter::Clock::now()).count();
+        const int wait = static_cast<int>(std::max<decltype(left)>(left, 0));
+        milliseconds = milliseconds == forEver ? wait : std::min(milliseconds, wait);
+    }
+    std::array<pollfd, 3> sources{pollfd{parts_.filter->descriptor(), POLLIN, 0},
+                                  pollfd{parts_.guard->descriptor(), POLLIN, 0}, pollfd{parts_.stop.get(), POLLIN, 0}};
+    poll(sources.data(), sources.size(), milliseconds);
+}
+
+bool LinuxKeyboardTap::swallows(const KeyEvent& event) {
+    const auto now = KeyboardFilter::Clock::now();
+    if (pulse_.isOverdue(now)) return false;
+    pulse_.ask(now);
+    parts_.guard->keyWasPressed(now);
+    const std::string_view name = decision_(event);
+    if (name.empty()) return false;
+    report(name);
+    return true;
+}
+
+void LinuxKeyboardTap::report(std::string_view name) {
+    mainThread_.post([weak = weakReport_, name = std::string(name)] {
+        const auto report = weak.lock();
+        if (report && *report) (*report)(name);
+    });
+}
+
+}  // namespace vantrel::linuxdesktop

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <thread>
+
+#include "platform/keyboard/KeyboardTap.h"
+#include "platform/linux/keyboard/KeyboardFilter.h"
+#include "platform/linux/keyboard/KeyboardGuard.h"
+#include "platform/linux/keyboard/MainThreadPulse.h"
+#include "platform/linux/system/FileDescriptor.h"
+
+namespace vantrel::linuxdesktop {
+
+class MainThread;
+
+/// A keyboard filter at work on a thread of its own, where decisions are made. Made and destroyed on the main thread;
+/// its end waits for that thread, and no report comes after it.
+class LinuxKeyboardTap final : public KeyboardTap {
+  public:
+    /// What the tap is made of; the filter has its grab.
+    struct Parts {
+        std::unique_ptr<KeyboardFilter> filter;
+        std::unique_ptr<KeyboardGuard> guard;
+        std::string guardExecutable;
+        FileDescriptor stop;
+    };
+
+    LinuxKeyboardTap(Parts parts, MainThread& mainThread, KeyDecision decision, KeyReport report);
+    ~LinuxKeyboardTap() override;
+
+  private:
+    void run();
+    bool serve();
+    bool isGuarded();
+    void wait();
+    bool swallows(const KeyEvent& event);
+    void report(std::string_view name);
+
+    MainThread& mainThread_;
+    const KeyDecision decision_;
+    // The main thread's; what is posted there holds it weakly.
+    std::shared_ptr<const KeyReport> report_;
+    const std::weak_ptr<const KeyReport> weakReport_;
+    // The thread's own from here on, but for the signal to stop.
+    Parts parts_;
+    MainThreadPulse pulse_;
+    bool stopped_ = false;
+    std::thread thread_;
+};
+
+}  // namespace vantrel::linuxdesktop

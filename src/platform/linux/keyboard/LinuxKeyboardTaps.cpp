@@ -1,0 +1,33 @@
+#include "platform/linux/keyboard/LinuxKeyboardTaps.h"
+
+#include <sys/eventfd.h>
+
+#include <system_error>
+#include <utility>
+
+#include "platform/linux/keyboard/KeyboardFilter.h"
+#include "platform/linux/keyboard/LinuxKeyboardTap.h"
+
+namespace vantrel::linuxdesktop {
+
+LinuxKeyboardTaps::LinuxKeyboardTaps(MainThread& mainThread, std::string guardExecutable)
+    : mainThread_(mainThread), guardExecutable_(std::move(guardExecutable)) {}
+
+// The guard comes before the grab: from the grab to the thread's first answer keys wait.
+std::unique_ptr<KeyboardTap> LinuxKeyboardTaps::create(KeyDecision decision, KeyReport report) {
+    LinuxKeyboardTap::Parts parts;
+    parts.filter = KeyboardFilter::open();
+    if (!parts.filter) return nullptr;
+    parts.guardExecutable = guardExecutable_;
+    parts.guard = KeyboardGuard::start(guardExecutable_, parts.filter->resource());
+    if (!parts.guard || !parts.guard->waitUntilReady()) return nullptr;
+    parts.stop = FileDescriptor(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK));
+    if (!parts.stop.isOpen() || !parts.filter->grab()) return nullptr;
+    try {
+        return std::make_unique<LinuxKeyboardTap>(std::move(parts), mainThread_, decision, std::move(report));
+    } catch (const std::system_error&) {
+        return nullptr;  // There is no thread to be had.
+    }
+}
+
+}  // namespace vantrel::linuxdesktop

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <optional>
+
+#include "platform/linux/x11/X11Connection.h"
+
+namespace vantrel::linuxdesktop {
+
+/// Watches over a keyboard filter. It hears of every key press whoever has the keyboard, asks the filter's process some
+/// time after one whether it is there, and has the X server close the filter's connection when it is not.
+class KeyboardWatch {
+  public:
+    /// How long after a key press the question is put, so that one question serves for a burst of keys, and how long
+    /// the answer may take.
+    static constexpr std::chrono::milliseconds beforeQuestion{250};
+    static constexpr std::chrono::milliseconds forAnswer{750};
+
+    /// Null without an X server that tells of raw key presses.
+    static std::unique_ptr<KeyboardWatch> open();
+
+    /// Watches the owner of the X resource, which is asked by a '?' on `line` and answers with '!'. The same the
+    /// other way round: the owner may ask whether the guard is there. Returns when the
+    /// line or the X server is gone and when the connection has been closed.
+    void watch(int line, std::uint32_t resource);
+
+  private:
+    using Time = std::chrono::steady_clock::time_point;
+
+    KeyboardWatch(std::unique_ptr<X11Connection> connection, std::uint8_t extension);
+
+    bool takeFrom(int line);
+    bool keyWasPressed();
+    bool serverWasBusy();
+    int untilDue(Time now) const;
+
+    const std::unique_ptr<X11Connection> connection_;
+    const std::uint8_t extension_;
+    std::optional<Time> pressed_;
+    std::optional<Time> asked_;
+};
+
+}  // namespace vantrel::linuxdesktop

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "platform/linux/statusbar/StatusBarSurroundings.h"
+#include "platform/ui/StatusBar.h"
+
+namespace vantrel::linuxdesktop {
+
+/// The desktop's tray where there is one, for as long as there is; else each item is a strip of its own. An item must
+/// not outlive the status bar. Main thread.
+class LinuxStatusBar final : public StatusBar {
+  public:
+    explicit LinuxStatusBar(const StatusBarSurroundings& surroundings) : surroundings_(surroundings) {}
+
+    [[nodiscard]] std::unique_ptr<StatusItem> statusItem(double length) override;
+    void removeStatusItem(StatusItem& item) override;
+
+  private:
+    const StatusBarSurroundings surroundings_;
+};
+
+}  // namespace vantrel::linuxdesktop

@@ -1,0 +1,147 @@
+#include "platform/linux/statusbar/StripStatusItem.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QObject>
+#include <algorithm>
+
+#include "platform/linux/desktop/LinuxScreens.h"
+#include "platform/linux/statusbar/StatusStrip.h"
+#include "platform/linux/statusbar/TopEdge.h"
+#include "platform/linux/threads/MainThread.h"
+#include "platform/linux/ui/Appearance.h"
+#include "platform/linux/x11/FrontWindows.h"
+#include "platform/linux/x11/X11Watcher.h"
+#include "platform/linux/x11/X11WindowSurvey.h"
+
+namespace vantrel::linuxdesktop {
+
+namespace {
+
+// Changes come in bursts, and showing the strip is one of them.
+constexpr int settleMilliseconds = 30;
+
+// How often the pointer is looked at while the strip is out, and how far below the strip, or
+// beyond an edge that another display borders, it still counts as near.
+constexpr int lookMilliseconds = 200;
+constexpr int nearness = 12;
+
+QRect rectangle(const X11Rectangle& frame) {
+    return {frame.x, frame.y, frame.width, frame.height};
+}
+
+}  // namespace
+
+StripStatusItem::StripStatusItem(const StatusBarSurroundings& surroundings, Presence presence)
+    : LinuxStatusItem(surroundings.menuBuilder),
+      surroundings_(surroundings),
+      presence_(presence),
+      strip_(std::make_unique<StatusStrip>()),
+      topEdge_(std::make_unique<TopEdge>(surroundings.connection, surroundings.watcher, surroundings.front,
+                                         [this] { reveal(); })) {
+    strip_->onPress = [this] { openMenu(); };
+    QObject::connect(&menu(), &QMenu::aboutToHide, strip_.get(), [this] {
+        menuOpen_ = false;
+        strip_->setPressed(false);
+        settle_.start();
+    });
+    settle_.setSingleShot(true);
+    settle_.setInterval(settleMilliseconds);
+    QObject::connect(&settle_, &QTimer::timeout, [this] { update(); });
+    looking_.setInterval(lookMilliseconds);
+    QObject::connect(&looking_, &QTimer::timeout, [this] { look(); });
+
+    const auto soon = [this] {
+        if (!settle_.isActive()) settle_.start();
+    };
+    overlays_ = surroundings.front.observeOverlays(soon);
+    stacking_ = surroundings.watcher.observe(X11Watcher::Change::stacking, soon);
+    desktops_ = surroundings.watcher.observe(X11Watcher::Change::currentDesktop, soon);
+    windows_ = surroundings.watcher.observe(X11Watcher::Change::windows, soon);
+    displays_ = surroundings.screens.observeScreenParametersDidChange([this] { place(); });
+}
+
+StripStatusItem::~StripStatusItem() = default;
+
+void StripStatusItem::setButtonTitle(const std::string& title) {
+    MainThread::require("setButtonTitle");
+    if (removed_) return;
+    strip_->setTitle(qtText(title));
+    place();
+}
+
+void StripStatusItem::place() {
+    const X11Rectangle display = surroundings_.screens.primaryFrame();
+    strip_->hangFrom(rectangle(display));
+    topEdge_->lieAlong(display, surroundings_.screens.isBorderedFromAbove());
+    update();
+}
+
+void StripStatusItem::openMenu() {
+    menuOpen_ = true;
+    strip_->setPressed(true);
+    const QSize size = menu().sizeHint();
+    const QRect strip = strip_->geometry();
+    menu().popup(QPoint(strip.right() + 1 - size.width(), strip.bottom() + 1));
+}
+
+void StripStatusItem::update() {
+    if (removed_) return;
+    const bool wasCovered = covered_;
+    covered_ = isCovered();
+    topEdge_->listen(covered_);
+    if (!covered_) revealed_ = false;
+    // The edge tells of a pointer that comes, not of one that is there.
+    if (covered_ && !wasCovered) revealed_ = pointerIsNear(0, 0);
+    // A cover may lie over the panel of a tray, on whatever display that is.
+    const bool stands = presence_ == Presence::always || surroundings_.front.keepsAnOverlay();
+    const bool shown = menuOpen_ || (covered_ ? revealed_ : stands);
+    if (covered_ && revealed_ && !looking_.isActive()) looking_.start();
+    if (!revealed_) looking_.stop();
+    if (shown == strip_->isVisible()) return;
+    if (!shown) kept_.reset();
+    strip_->setVisible(shown);
+    QGuiApplication::sync();
+    if (!shown) return;
+    kept_ = surroundings_.front.keep(static_cast<xcb_window_t>(strip_->winId()), FrontWindows::Rank::statusItem);
+    surroundings_.front.restack();
+}
+
+void StripStatusItem::reveal() {
+    if (!covered_ || revealed_) return;
+    revealed_ = true;
+    update();
+}
+
+void StripStatusItem::look() {
+    if (menuOpen_ || pointerIsNear(nearness, strip_->height() + nearness)) return;
+    revealed_ = false;
+    update();
+}
+
+bool StripStatusItem::pointerIsNear(int above, int below) const {
+    const QRect display = rectangle(surroundings_.screens.primaryFrame());
+    return QRect(display.left(), display.top() - above, display.width(), above + below + 1).contains(QCursor::pos());
+}
+
+bool StripStatusItem::isCovered() const {
+    const auto windows = surroundings_.survey.frontToBack();
+    if (!windows) return false;
+    const QRect place = strip_->geometry();
+    return std::any_of(windows->begin(), windows->end(), [&place](const X11WindowFacts& facts) {
+        return facts.fullScreen && facts.viewable && rectangle(facts.frame).intersects(place);
+    });
+}
+
+void StripStatusItem::remove() {
+    MainThread::require("remove");
+    removed_ = true;
+    for (auto* observation : {&overlays_, &stacking_, &desktops_, &windows_, &displays_, &kept_}) observation->reset();
+    settle_.stop();
+    looking_.stop();
+    topEdge_.reset();
+    menu().hide();
+    strip_->hide();
+}
+
+}  // namespace vantrel::linuxdesktop

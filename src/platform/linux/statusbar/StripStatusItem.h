@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QTimer>
+#include <memory>
+
+#include "platform/linux/statusbar/LinuxStatusItem.h"
+#include "platform/linux/statusbar/StatusBarSurroundings.h"
+#include "platform/threads/Observation.h"
+
+namespace vantrel::linuxdesktop {
+
+class StatusStrip;
+class TopEdge;
+
+/// A status item as a strip at the top of the primary display, in front of everything and on every desktop. While a
+/// full-screen window lies there it hides, as a menu bar does: the pointer at the display's top edge brings it out, for
+/// as long as the pointer stays near that edge or the menu is open. The way out of a session: nothing else may keep it
+/// hidden. Main thread.
+class StripStatusItem final : public LinuxStatusItem {
+  public:
+    /// The second, for a desktop with a tray: while its panel may be covered, by a full-screen window as above or by an
+    /// overlay, on whatever display.
+    enum class Presence { always, whileCovered };
+
+    StripStatusItem(const StatusBarSurroundings& surroundings, Presence presence);
+    ~StripStatusItem() override;
+
+    void setButtonTitle(const std::string& title) override;
+    void remove() override;
+
+  private:
+    void place();
+    void openMenu();
+    void update();
+    void reveal();
+    void look();
+    bool pointerIsNear(int above, int below) const;
+    bool isCovered() const;
+
+    StatusBarSurroundings surroundings_;
+    const Presence presence_;
+    std::unique_ptr<StatusStrip> strip_;
+    std::unique_ptr<TopEdge> topEdge_;
+    bool covered_ = false;
+    bool revealed_ = false;
+    bool menuOpen_ = false;
+    bool removed_ = false;
+    QTimer settle_;
+    QTimer looking_;
+    std::unique_ptr<Observation> kept_;
+    std::unique_ptr<Observation> overlays_;
+    std::unique_ptr<Observation> stacking_;
+    std::unique_ptr<Observation> desktops_;
+    std::unique_ptr<Observation> windows_;
+    std::unique_ptr<Observation> displays_;
+};
+
+}  // namespace vantrel::linuxdesktop

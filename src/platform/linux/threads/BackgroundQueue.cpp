@@ -1,0 +1,48 @@
+#include "platform/linux/threads/BackgroundQueue.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <system_error>
+#include <thread>
+#include <utility>
+
+#include "platform/linux/threads/DelayedWork.h"
+
+namespace vantrel::linuxdesktop {
+
+BackgroundQueue::BackgroundQueue(DelayedWork& delayedWork) : delayedWork_(delayedWork) {}
+
+BackgroundQueue::~BackgroundQueue() {
+    waitUntilIdle();
+}
+
+void BackgroundQueue::async(Block block) {
+    {
+        const std::lock_guard lock(mutex_);
+        ++running_;
+    }
+    try {
+        std::thread([this, block = std::move(block)]() mutable {
+            block();
+            block = nullptr;
+            const std::lock_guard lock(mutex_);
+            --running_;
+            // Under the lock: the waiting destructor may take the condition away as soon as the lock is free.
+            ended_.notify_all();
+        }).detach();
+    } catch (const std::system_error& error) {
+        std::fprintf(stderr, "vantrel: no thread for background work: %s\n", error.what());
+        std::abort();
+    }
+}
+
+void BackgroundQueue::asyncAfter(double seconds, Block block) {
+    delayedWork_.after(seconds, [this, block = std::move(block)]() mutable { async(std::move(block)); });
+}
+
+void BackgroundQueue::waitUntilIdle() {
+    std::unique_lock lock(mutex_);
+    ended_.wait(lock, [this] { return running_ == 0; });
+}
+
+}  // namespace vantrel::linuxdesktop

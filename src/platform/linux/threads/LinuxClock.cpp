@@ -1,0 +1,25 @@
+#include "platform/linux/threads/LinuxClock.h"
+
+#include <time.h>
+
+namespace vantrel::linuxdesktop {
+
+namespace {
+
+double read(clockid_t clock) {
+    timespec moment{};
+    clock_gettime(clock, &moment);
+    return static_cast<double>(moment.tv_sec) + static_cast<double>(moment.tv_nsec) / 1e9;
+}
+
+}  // namespace
+
+double LinuxClock::uptime() const {
+    return read(CLOCK_MONOTONIC);
+}
+
+double LinuxClock::secondsSince1970() const {
+    return read(CLOCK_REALTIME);
+}
+
+}  // namespace vantrel::linuxdesktop

@@ -1,0 +1,54 @@
+#include "platform/linux/threads/MainThread.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QObject>
+#include <QThread>
+#include <cstdio>
+#include <cstdlib>
+#include <utility>
+
+namespace vantrel::linuxdesktop {
+
+namespace {
+
+class BlockEvent final : public QEvent {
+  public:
+    explicit BlockEvent(Block block) : QEvent(QEvent::User), block(std::move(block)) {}
+    Block block;
+};
+
+class Receiver final : public QObject {
+  public:
+    bool event(QEvent* event) override {
+        if (auto* carrier = dynamic_cast<BlockEvent*>(event)) {
+            carrier->block();
+            return true;
+        }
+        return QObject::event(event);
+    }
+};
+
+}  // namespace
+
+MainThread::MainThread() : receiver_(std::make_unique<Receiver>()) {}
+
+MainThread::~MainThread() = default;
+
+bool MainThread::isCurrent() const {
+    return QThread::currentThread() == receiver_->thread();
+}
+
+void MainThread::post(Block event) {
+    // Qt takes the event over and deletes it after delivery.
+    QCoreApplication::postEvent(receiver_.get(), new BlockEvent(std::move(event)));
+}
+
+void MainThread::require(const char* operation) {
+    const QCoreApplication* application = QCoreApplication::instance();
+    if (application != nullptr && QThread::currentThread() == application->thread()) return;
+    std::fprintf(stderr, "vantrel: %s was called off the main thread\n", operation);
+    std::abort();
+}
+
+}  // namespace vantrel::linuxdesktop

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <memory>
+
+#include "platform/threads/Block.h"
+
+class QObject;
+
+namespace vantrel::linuxdesktop {
+
+/// The main thread and its event loop, which is Qt's. Made on the main thread, after the application object.
+class MainThread {
+  public:
+    MainThread();
+    ~MainThread();
+    MainThread(const MainThread&) = delete;
+    MainThread& operator=(const MainThread&) = delete;
+
+    /// Any thread.
+    bool isCurrent() const;
+
+    /// Runs the block as an event of its own, whatever the main queue is doing, also under a modal alert. Any thread;
+    /// events keep their order.
+    void post(Block event);
+
+    /// Ends the process with a message when the calling thread is not the main thread: Qt's widgets have no other
+    /// defence against it.
+    static void require(const char* operation);
+
+  private:
+    std::unique_ptr<QObject> receiver_;
+};
+
+}  // namespace vantrel::linuxdesktop

@@ -1,0 +1,106 @@
+#include "platform/linux/ui/ControlWidget.h"
+
+#include <QFrame>
+#include <QLineEdit>
+#include <QPushButton>
+#include <cmath>
+
+#include "platform/linux/ui/Appearance.h"
+#include "platform/linux/ui/SingleLineLabel.h"
+#include "platform/linux/ui/WrappingLabel.h"
+
+namespace vantrel::linuxdesktop {
+
+namespace {
+
+constexpr int longestField = 1'000'000;
+constexpr int longestShown = 4000;
+
+int pixels(double points) {
+    return static_cast<int>(std::lround(points));
+}
+
+QWidget* makeSeparator(QWidget* parent) {
+    auto* line = new QFrame(parent);
+    line->setObjectName("separator");
+    return line;
+}
+
+QLineEdit* makeField(const Control& control, QWidget* parent) {
+    auto* field = new QLineEdit(parent);
+    field->setMaxLength(longestField);
+    field->setPlaceholderText(qtText(control.placeholder));
+    return field;
+}
+
+QPushButton* makeButton(const Control& control, QWidget* parent) {
+    auto* button = new QPushButton(parent);
+    // A click leaves the focus in the field that the user was typing in.
+    button->setFocusPolicy(Qt::TabFocus);
+    button->setProperty("prominent", control.keyEquivalent == "\r");
+    return button;
+}
+
+}  // namespace
+
+ControlWidget::ControlWidget(const Control& control, double viewHeight, QWidget* parent)
+    : kind_(control.kind), id_(control.id), keyEquivalent_(qtText(control.keyEquivalent)) {
+    switch (kind_) {
+        case Control::Kind::label:
+            widget_ = new SingleLineLabel(parent);
+            break;
+        case Control::Kind::wrappingLabel:
+            widget_ = new WrappingLabel(parent);
+            break;
+        case Control::Kind::textField:
+            widget_ = field_ = makeField(control, parent);
+            break;
+        case Control::Kind::separator:
+            widget_ = makeSeparator(parent);
+            break;
+        case Control::Kind::button:
+            widget_ = button_ = makeButton(control, parent);
+            break;
+    }
+    const Rect& frame = control.frame;
+    widget_->setGeometry(pixels(frame.origin.x), pixels(viewHeight - frame.origin.y - frame.size.height),
+                         pixels(frame.size.width), pixels(frame.size.height));
+    if (kind_ != Control::Kind::separator) {
+        widget_->setObjectName(qtText(id_));
+        widget_->setFont(Appearance::font(control.font));
+    }
+    QPalette palette = widget_->palette();
+    if (kind_ == Control::Kind::label || kind_ == Control::Kind::wrappingLabel) {
+        palette.setColor(QPalette::WindowText, QColor(Appearance::colorName(control.color)));
+        widget_->setPalette(palette);
+    }
+    setText(control.text);
+}
+
+std::string ControlWidget::text() const {
+    return field_ != nullptr ? field_->text().toStdString() : text_;
+}
+
+void ControlWidget::setText(std::string_view text) {
+    text_ = text;
+    show(qtText(text));
+}
+
+void ControlWidget::show(const QString& text) {
+    if (field_ != nullptr) {
+        field_->setText(text);
+        field_->setCursorPosition(0);
+    } else if (button_ != nullptr) {
+        button_->setText(shownText(text, longestShown).replace('&', "&&"));
+    } else if (auto* line = dynamic_cast<SingleLineLabel*>(widget_)) {
+        line->setText(text);
+    } else if (auto* label = dynamic_cast<WrappingLabel*>(widget_)) {
+        label->setText(shownText(text, longestShown));
+    }
+}
+
+void ControlWidget::setEnabled(bool enabled) {
+    widget_->setEnabled(enabled);
+}
+
+}  // namespace vantrel::linuxdesktop

@@ -1,0 +1,76 @@
+#include "platform/linux/ui/LinuxOverlay.h"
+
+#include <QGuiApplication>
+#include <cstdint>
+
+#include "platform/linux/threads/MainThread.h"
+#include "platform/linux/x11/FrontWindows.h"
+
+namespace vantrel::linuxdesktop {
+
+namespace {
+
+constexpr int ordinaryLevel = 0;
+
+}  // namespace
+
+LinuxOverlay::LinuxOverlay(const OverlayDescription& description, const X11Rectangle& place, X11Connection& connection,
+                           FrontWindows& front)
+    : connection_(connection),
+      front_(front),
+      level_(description.level),
+      window_(std::make_unique<OverlayWindow>(QRect(place.x, place.y, place.width, place.height), description.labels)) {
+    const auto id = static_cast<xcb_window_t>(window_->winId());
+    // The server itself paints it black for as long as the main thread is busy. It must know of the window first, which
+    // was made on Qt's connection.
+    QGuiApplication::sync();
+    const auto screen = xcb_setup_roots_iterator(xcb_get_setup(connection_.get()));
+    const std::uint32_t black = screen.rem > 0 ? screen.data->black_pixel : 0;
+    xcb_change_window_attributes(connection_.get(), id, XCB_CW_BACK_PIXEL, &black);
+    xcb_flush(connection_.get());
+}
+
+LinuxOverlay::~LinuxOverlay() {
+    close();
+}
+
+void LinuxOverlay::setLevel(int level) {
+    MainThread::require("setLevel");
+    level_ = level;
+    keepInFront();
+}
+
+void LinuxOverlay::orderFrontRegardless() {
+    MainThread::require("orderFrontRegardless");
+    if (!window_) return;
+    if (!window_->isVisible()) window_->show();
+    if (level_ <= ordinaryLevel) window_->raise();
+    QGuiApplication::sync();
+    keepInFront();
+    front_.restack();
+}
+
+void LinuxOverlay::keepInFront() {
+    const bool wanted = window_ && window_->isVisible() && level_ > ordinaryLevel;
+    if (!wanted) {
+        kept_.reset();
+    } else if (!kept_) {
+        kept_ = front_.keep(static_cast<xcb_window_t>(window_->winId()), FrontWindows::Rank::overlay);
+    }
+}
+
+void LinuxOverlay::orderOut() {
+    MainThread::require("orderOut");
+    kept_.reset();
+    if (window_) window_->hide();
+}
+
+// At once, though the main thread may be busy for seconds next.
+void LinuxOverlay::close() {
+    if (!window_) return;
+    orderOut();
+    window_.reset();
+    QGuiApplication::sync();
+}
+
+}  // namespace vantrel::linuxdesktop

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <memory>
+
+#include "platform/linux/ui/OverlayWindow.h"
+#include "platform/linux/x11/X11Rectangle.h"
+#include "platform/threads/Observation.h"
+#include "platform/ui/Overlay.h"
+
+namespace vantrel::linuxdesktop {
+
+class FrontWindows;
+class X11Connection;
+
+/// One overlay. There are no levels among X11's windows: one above that of ordinary windows is kept in front of all
+/// other applications' windows, any other only lies where it was put. Main thread.
+class LinuxOverlay final : public Overlay {
+  public:
+    LinuxOverlay(const OverlayDescription& description, const X11Rectangle& place, X11Connection& connection,
+                 FrontWindows& front);
+    ~LinuxOverlay() override;
+
+    void setLevel(int level) override;
+    void orderFrontRegardless() override;
+    void orderOut() override;
+    void close() override;
+
+  private:
+    void keepInFront();
+
+    X11Connection& connection_;
+    FrontWindows& front_;
+    int level_;
+    std::unique_ptr<OverlayWindow> window_;
+    std::unique_ptr<Observation> kept_;
+};
+
+}  // namespace vantrel::linuxdesktop

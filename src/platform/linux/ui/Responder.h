@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+
+#include "platform/threads/Block.h"
+
+namespace vantrel::linuxdesktop {
+
+/// Answers the actions of menu items that name no target: editing goes to the focused field, termination to the
+/// application. Main thread.
+class Responder {
+  public:
+    void setTerminate(Block terminate);
+    void perform(const std::string& action) const;
+
+  private:
+    Block terminate_;
+};
+
+}  // namespace vantrel::linuxdesktop

@@ -1,0 +1,92 @@
+#include "platform/linux/x11/X11Monitors.h"
+
+#include <xcb/randr.h>
+
+#include <algorithm>
+#include <cstddef>
+
+namespace vantrel::linuxdesktop {
+
+namespace {
+
+long long overlap(const X11Rectangle& a, const X11Rectangle& b) {
+    const int width = std::min(a.x + a.width, b.x + b.width) - std::max(a.x, b.x);
+    const int height = std::min(a.y + a.height, b.y + b.height) - std::max(a.y, b.y);
+    return width > 0 && height > 0 ? static_cast<long long>(width) * height : 0;
+}
+
+bool holds(const X11Rectangle& outer, const X11Rectangle& inner) {
+    return outer.x <= inner.x && outer.y <= inner.y && inner.x + inner.width <= outer.x + outer.width &&
+           inner.y + inner.height <= outer.y + outer.height;
+}
+
+}  // namespace
+
+std::vector<X11Monitor> X11Monitors::all() {
+    xcb_connection_t* connection = connection_.get();
+    const auto* extension = xcb_get_extension_data(connection, &xcb_randr_id);
+    if (extension == nullptr || extension->present == 0) return wholeRoot();
+    const auto cookie = xcb_randr_get_monitors(connection, connection_.root(), 1);
+    const X11Reply<xcb_randr_get_monitors_reply_t> reply(xcb_randr_get_monitors_reply(connection, cookie, nullptr));
+    if (!reply) return wholeRoot();
+
+    std::vector<X11Monitor> monitors;
+    std::size_t primary = 0;
+    bool marked = false;
+    for (auto item = xcb_randr_get_monitors_monitors_iterator(reply.get()); item.rem != 0;
+         xcb_randr_monitor_info_next(&item)) {
+        const xcb_randr_monitor_info_t& info = *item.data;
+        if (info.width == 0 || info.height == 0) continue;
+        const bool atTopLeft = info.x == 0 && info.y == 0;
+        if (!marked && (info.primary != 0 || atTopLeft)) primary = monitors.size();
+        marked = marked || info.primary != 0;
+        monitors.push_back({nameOf(info.name), {info.x, info.y, info.width, info.height}});
+    }
+    if (primary < monitors.size()) {
+        const auto first = monitors.begin() + static_cast<std::ptrdiff_t>(primary);
+        std::rotate(monitors.begin(), first, first + 1);
+    }
+    leaveOutMirrors(monitors);
+    return monitors;
+}
+
+// Of equal ones the first stays. A primary display that shows a part of another hands its rank on to that one.
+void X11Monitors::leaveOutMirrors(std::vector<X11Monitor>& monitors) {
+    for (std::size_t i = 0; i < monitors.size();) {
+        std::size_t outer = 0;
+        while (outer < monitors.size() && (outer == i || !holds(monitors[outer].frame, monitors[i].frame) ||
+                                           (i < outer && monitors[outer].frame == monitors[i].frame))) {
+            ++outer;
+        }
+        if (outer == monitors.size()) {
+            ++i;
+            continue;
+        }
+        if (i == 0) std::swap(monitors[0], monitors[outer]);
+        monitors.erase(monitors.begin() + static_cast<std::ptrdiff_t>(i == 0 ? outer : i));
+    }
+}
+
+std::optional<X11Monitor> X11Monitors::holding(const std::vector<X11Monitor>& monitors, const X11Rectangle& rectangle) {
+    const auto most = std::max_element(monitors.begin(), monitors.end(), [&](const auto& a, const auto& b) {
+        return overlap(a.frame, rectangle) < overlap(b.frame, rectangle);
+    });
+    if (most == monitors.end() || overlap(most->frame, rectangle) == 0) return std::nullopt;
+    return *most;
+}
+
+std::string X11Monitors::nameOf(xcb_atom_t atom) {
+    const auto cookie = xcb_get_atom_name(connection_.get(), atom);
+    const X11Reply<xcb_get_atom_name_reply_t> reply(xcb_get_atom_name_reply(connection_.get(), cookie, nullptr));
+    if (!reply) return {};
+    return {xcb_get_atom_name_name(reply.get()), static_cast<std::size_t>(xcb_get_atom_name_name_length(reply.get()))};
+}
+
+std::vector<X11Monitor> X11Monitors::wholeRoot() {
+    const auto cookie = xcb_get_geometry(connection_.get(), connection_.root());
+    const X11Reply<xcb_get_geometry_reply_t> reply(xcb_get_geometry_reply(connection_.get(), cookie, nullptr));
+    if (!reply) return {};
+    return {{"X11", {0, 0, reply->width, reply->height}}};
+}
+
+}  // namespace vantrel::linuxdesktop

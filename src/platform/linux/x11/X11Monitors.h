@@ -1,0 +1,39 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11Rectangle.h"
+
+namespace vantrel::linuxdesktop {
+
+/// One display as RandR 1.5 lists it.
+struct X11Monitor {
+    std::string name;
+    X11Rectangle frame;
+    bool operator==(const X11Monitor&) const = default;
+};
+
+/// The displays, the primary one first: the one so marked, else the one at the top left, else the first. One that shows
+/// what another shows, or a part of it, is a mirror and not listed. Without RandR the whole root window is one display.
+/// Any thread.
+class X11Monitors {
+  public:
+    explicit X11Monitors(X11Connection& connection) : connection_(connection) {}
+
+    std::vector<X11Monitor> all();
+
+    /// The display that holds most of the rectangle; empty when none holds any of it.
+    static std::optional<X11Monitor> holding(const std::vector<X11Monitor>& monitors, const X11Rectangle& rectangle);
+
+  private:
+    static void leaveOutMirrors(std::vector<X11Monitor>& monitors);
+    std::string nameOf(xcb_atom_t atom);
+    std::vector<X11Monitor> wholeRoot();
+
+    X11Connection& connection_;
+};
+
+}  // namespace vantrel::linuxdesktop

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <xcb/xproto.h>
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "platform/apps/ProcessLauncher.h"
+#include "platform/linux/x11/X11Rectangle.h"
+
+namespace vantrel::linuxdesktop {
+
+/// What a frame adds to a window on each side, in pixels. Negative where the window draws a shadow of its own around
+/// what the user takes for the window.
+struct X11Margins {
+    int left = 0;
+    int right = 0;
+    int top = 0;
+    int bottom = 0;
+};
+
+/// One window as it is known at a moment.
+struct X11WindowFacts {
+    static constexpr std::uint32_t allDesktops = 0xFFFFFFFF;
+
+    xcb_window_t window = XCB_WINDOW_NONE;
+    /// 0 when nobody can tell.
+    ProcessIdentifier owner = 0;
+    std::optional<std::string> title;
+    /// With its decorations, on the root window.
+    X11Rectangle frame;
+    X11Margins margins;
+    /// Of those margins, what the window's own shadow takes off them.
+    X11Margins shadow;
+    /// Empty where the window manager has no desktops; allDesktops for a window that is on each.
+    std::optional<std::uint32_t> desktop;
+    /// As macOS counts: 0 is where ordinary windows lie.
+    std::int64_t layer = 0;
+    bool viewable = false;
+    /// Not even waiting for its desktop to be shown.
+    bool unmapped = false;
+    /// Minimised.
+    bool hidden = false;
+    bool fullScreen = false;
+    bool maximized = false;
+    bool closable = true;
+    bool mayBeFullScreen = true;
+
+    bool isOnDesktop(std::optional<std::uint32_t> current) const {
+        return !desktop || !current || *desktop == allDesktops || *desktop == *current;
+    }
+};
+
+}  // namespace vantrel::linuxdesktop

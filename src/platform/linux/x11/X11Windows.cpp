@@ -1,0 +1,160 @@
+#include "platform/linux/x11/X11Windows.h"
+
+#include <xcb/res.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <map>
+
+namespace vantrel::linuxdesktop {
+
+namespace {
+
+// EWMH's source indication 2: on behalf of the user, as a pager asks. With 1 a window manager may hold the client's end
+// screen back behind the browser to protect what the user was typing.
+constexpr std::uint32_t onBehalfOfUser = 2;
+constexpr std::uint32_t onAllDesktops = 0xFFFFFFFF;
+
+// The first number of _NET_MOVERESIZE_WINDOW: which of the others count, and that the place is the frame's, whose
+// margins may be about to change.
+constexpr std::uint32_t givesX = 1 << 8;
+constexpr std::uint32_t givesY = 1 << 9;
+constexpr std::uint32_t givesWidth = 1 << 10;
+constexpr std::uint32_t givesHeight = 1 << 11;
+constexpr std::uint32_t placed = XCB_GRAVITY_NORTH_WEST | onBehalfOfUser << 12;
+
+}  // namespace
+
+ProcessIdentifier X11Windows::owner(xcb_window_t window) {
+    return owners({window}).front();
+}
+
+// The server's own knowledge of its clients comes first; _NET_WM_PID is only what a window claims. The server answers
+// for the client, whose number is what all its windows begin with.
+std::vector<ProcessIdentifier> X11Windows::owners(const std::vector<xcb_window_t>& windows) {
+    std::vector<ProcessIdentifier> found(windows.size(), 0);
+    xcb_connection_t* connection = connection_.get();
+    const xcb_setup_t* setup = xcb_get_setup(connection);
+    if (windows.empty() || setup == nullptr) return found;
+    std::vector<xcb_res_client_id_spec_t> asked;
+    for (const xcb_window_t window : windows) asked.push_back({window, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID});
+    const auto cookie = xcb_res_query_client_ids(connection, static_cast<std::uint32_t>(asked.size()), asked.data());
+    const X11Reply<xcb_res_query_client_ids_reply_t> reply(xcb_res_query_client_ids_reply(connection, cookie, nullptr));
+    const std::uint32_t clientBits = ~setup->resource_id_mask;
+    std::map<std::uint32_t, ProcessIdentifier> processes;
+    if (reply) {
+        for (auto id = xcb_res_query_client_ids_ids_iterator(reply.get()); id.rem != 0;
+             xcb_res_client_id_value_next(&id)) {
+            const bool holdsProcess = (id.data->spec.mask & XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID) != 0;
+            if (!holdsProcess || id.data->length < sizeof(std::uint32_t)) continue;
+            processes[id.data->spec.client & clientBits] =
+                static_cast<ProcessIdentifier>(*xcb_res_client_id_value_value(id.data));
+        }
+    }
+    std::vector<xcb_window_t> unknown;
+    for (std::size_t i = 0; i < windows.size(); ++i) {
+        const auto known = processes.find(windows[i] & clientBits);
+        if (known != processes.end()) found[i] = known->second;
+        if (found[i] == 0) unknown.push_back(windows[i]);
+    }
+    if (unknown.empty()) return found;
+    const std::vector<ProcessIdentifier> claimed = claimedOwners(unknown);
+    for (std::size_t i = 0, next = 0; i < windows.size(); ++i) {
+        if (found[i] == 0) found[i] = claimed[next++];
+    }
+    return found;
+}
+
+std::vector<ProcessIdentifier> X11Windows::claimedOwners(const std::vector<xcb_window_t>& windows) {
+    xcb_connection_t* connection = connection_.get();
+    const xcb_atom_t property = connection_.atom("_NET_WM_PID");
+    std::vector<xcb_get_property_cookie_t> cookies;
+    for (const xcb_window_t window : windows) {
+        cookies.push_back(xcb_get_property(connection, 0, window, property, XCB_ATOM_CARDINAL, 0, 1));
+    }
+    std::vector<ProcessIdentifier> claimed;
+    for (const auto& cookie : cookies) {
+        const X11Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection, cookie, nullptr));
+        const bool given = reply && reply->format == 32 && xcb_get_property_value_length(reply.get()) >= 4;
+        claimed.push_back(given ? *static_cast<const ProcessIdentifier*>(xcb_get_property_value(reply.get())) : 0);
+    }
+    return claimed;
+}
+
+std::vector<xcb_window_t> X11Windows::frontToBack() {
+    std::vector<xcb_window_t> windows = connection_.values(connection_.root(), "_NET_CLIENT_LIST_STACKING");
+    // In the order of their mapping where the window manager tells nothing better.
+    if (windows.empty()) windows = connection_.values(connection_.root(), "_NET_CLIENT_LIST");
+    std::reverse(windows.begin(), windows.end());
+    return windows;
+}
+
+std::vector<xcb_window_t> X11Windows::ofProcess(ProcessIdentifier process) {
+    const std::vector<xcb_window_t> all = frontToBack();
+    const std::vector<ProcessIdentifier> processes = owners(all);
+    std::vector<xcb_window_t> windows;
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        // The window manager may still list a window that has gone, whose number then names the next client.
+        if (processes[i] == process && frame(all[i])) windows.push_back(all[i]);
+    }
+    return windows;
+}
+
+std::optional<xcb_window_t> X11Windows::active() {
+    const auto value = connection_.values(connection_.root(), "_NET_ACTIVE_WINDOW");
+    if (value.empty() || value.front() == XCB_WINDOW_NONE) return std::nullopt;
+    return value.front();
+}
+
+std::optional<X11Rectangle> X11Windows::frame(xcb_window_t window) {
+    xcb_connection_t* connection = connection_.get();
+    const auto sizeCookie = xcb_get_geometry(connection, window);
+    const auto placeCookie = xcb_translate_coordinates(connection, window, connection_.root(), 0, 0);
+    const X11Reply<xcb_get_geometry_reply_t> size(xcb_get_geometry_reply(connection, sizeCookie, nullptr));
+    const X11Reply<xcb_translate_coordinates_reply_t> place(
+        xcb_translate_coordinates_reply(connection, placeCookie, nullptr));
+    if (!size || !place) return std::nullopt;
+    return X11Rectangle{place->dst_x, place->dst_y, size->width, size->height};
+}
+
+void X11Windows::activate(xcb_window_t window) {
+    const auto desktop = connection_.values(window, "_NET_WM_DESKTOP");
+    const auto current = connection_.values(connection_.root(), "_NET_CURRENT_DESKTOP");
+    if (!desktop.empty() && desktop.front() != onAllDesktops && desktop != current) {
+        connection_.tellWindowManager(connection_.root(), "_NET_CURRENT_DESKTOP", {desktop.front(), XCB_CURRENT_TIME});
+    }
+    focus(window);
+}
+
+void X11Windows::focus(xcb_window_t window) {
+    connection_.tellWindowManager(window, "_NET_ACTIVE_WINDOW", {onBehalfOfUser, XCB_CURRENT_TIME, XCB_WINDOW_NONE});
+}
+
+void X11Windows::changeState(xcb_window_t window, bool add, std::string_view state, std::string_view secondState) {
+    const xcb_atom_t second = secondState.empty() ? xcb_atom_t{XCB_ATOM_NONE} : connection_.atom(secondState);
+    connection_.tellWindowManager(window, "_NET_WM_STATE",
+                                  {add ? 1U : 0U, connection_.atom(state), second, onBehalfOfUser});
+}
+
+void X11Windows::unmaximize(xcb_window_t window) {
+    changeState(window, false, "_NET_WM_STATE_MAXIMIZED_HORZ", "_NET_WM_STATE_MAXIMIZED_VERT");
+}
+
+void X11Windows::move(xcb_window_t window, int x, int y) {
+    constexpr std::uint32_t both = givesX | givesY;
+    connection_.tellWindowManager(window, "_NET_MOVERESIZE_WINDOW",
+                                  {placed | both, static_cast<std::uint32_t>(x), static_cast<std::uint32_t>(y)});
+}
+
+void X11Windows::resize(xcb_window_t window, int width, int height) {
+    constexpr std::uint32_t both = givesWidth | givesHeight;
+    connection_.tellWindowManager(
+        window, "_NET_MOVERESIZE_WINDOW",
+        {placed | both, 0, 0, static_cast<std::uint32_t>(width), static_cast<std::uint32_t>(height)});
+}
+
+void X11Windows::close(xcb_window_t window) {
+    connection_.tellWindowManager(window, "_NET_CLOSE_WINDOW", {XCB_CURRENT_TIME, onBehalfOfUser});
+}
+
+}  // namespace vantrel::linuxdesktop

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "platform/apps/ProcessLauncher.h"
+#include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11Rectangle.h"
+
+namespace vantrel::linuxdesktop {
+
+/// The windows of all applications, through the window manager's EWMH interface. Any thread.
+class X11Windows {
+  public:
+    explicit X11Windows(X11Connection& connection) : connection_(connection) {}
+
+    /// The managed windows of all desktops, front to back.
+    std::vector<xcb_window_t> frontToBack();
+
+    /// The managed windows of a process, front to back.
+    std::vector<xcb_window_t> ofProcess(ProcessIdentifier process);
+
+    /// The process that a window belongs to; 0 when nobody can tell.
+    ProcessIdentifier owner(xcb_window_t window);
+
+    /// The same for many windows, in their order.
+    std::vector<ProcessIdentifier> owners(const std::vector<xcb_window_t>& windows);
+
+    /// The window with the focus.
+    std::optional<xcb_window_t> active();
+
+    /// Where a window lies on the root window, without its decorations; empty when it is gone.
+    std::optional<X11Rectangle> frame(xcb_window_t window);
+
+    /// Brings a window to the front and gives it the focus, changing to its desktop first.
+    void activate(xcb_window_t window);
+
+    /// The same on the desktop that is or will be the current one when the window manager comes to it.
+    void focus(xcb_window_t window);
+
+    /// Adds a window's _NET_WM_STATE_… or takes it away.
+    void changeState(xcb_window_t window, bool add, std::string_view state, std::string_view secondState = {});
+    void unmaximize(xcb_window_t window);
+
+    /// Where the corner of its decorations is to lie.
+    void move(xcb_window_t window, int x, int y);
+    /// Without its decorations.
+    void resize(xcb_window_t window, int width, int height);
+
+    /// Asks a window to close.
+    void close(xcb_window_t window);
+
+  private:
+    std::vector<ProcessIdentifier> claimedOwners(const std::vector<xcb_window_t>& windows);
+
+    X11Connection& connection_;
+};
+
+}  // namespace vantrel::linuxdesktop

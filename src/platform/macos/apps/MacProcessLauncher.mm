@@ -1,0 +1,49 @@
+#include "platform/macos/apps/MacProcessLauncher.h"
+
+#import <Foundation/Foundation.h>
+#include <signal.h>
+
+#include "platform/macos/bridge/Text.h"
+
+namespace vantrel::macos {
+
+// The rules know it by its number.
+static_assert(SIGKILL == 9);
+
+namespace {
+
+NSTask* makeTask(std::string_view executablePath, const std::vector<std::string>& arguments) {
+    NSMutableArray<NSString*>* texts = [NSMutableArray arrayWithCapacity:arguments.size()];
+    for (const std::string& argument : arguments) [texts addObject:lenientText(argument)];
+    NSTask* task = [[NSTask alloc] init];
+    task.executableURL = [NSURL fileURLWithPath:lenientText(executablePath) isDirectory:NO];
+    task.arguments = texts;
+    // With a handler the end of the process is seen on a queue of the system's, not on the run loop of this thread,
+    // which may have none: nobody else reaps it.
+    task.terminationHandler = ^(NSTask*) {
+    };
+    return task;
+}
+
+}  // namespace
+
+std::variant<ProcessIdentifier, PlatformError> MacProcessLauncher::launch(std::string_view executablePath,
+                                                                          const std::vector<std::string>& arguments) {
+    @autoreleasepool {
+        @try {
+            NSTask* task = makeTask(executablePath, arguments);
+            NSError* error = nil;
+            if (![task launchAndReturnError:&error]) return PlatformError{bytesOf(error.localizedDescription)};
+            return ProcessIdentifier{task.processIdentifier};
+        } @catch (NSException* exception) {
+            return PlatformError{bytesOf(exception.reason)};
+        }
+    }
+}
+
+// Zero and below would name whole groups of processes.
+bool MacProcessLauncher::sendSignal(ProcessIdentifier process, int signal) {
+    return process > 0 && kill(process, signal) == 0;
+}
+
+}  // namespace vantrel::macos

@@ -1,0 +1,47 @@
+#include "platform/macos/desktop/AccessibilityTimeout.h"
+
+#include <ApplicationServices/ApplicationServices.h>
+
+#include <atomic>
+
+#include "platform/macos/bridge/CFReference.h"
+#include "platform/portable/UnansweredCalls.h"
+
+namespace vantrel::macos {
+
+namespace {
+
+std::atomic<int> living = 0;
+
+UnansweredCalls& unansweredCalls() {
+    static UnansweredCalls calls;
+    return calls;
+}
+
+// The time-out of the system-wide element is that of every element which has none of its own; 0 is the system's.
+void limitCalls(double seconds) {
+    const auto systemWide = CFReference<AXUIElementRef>::created(AXUIElementCreateSystemWide());
+    if (systemWide) AXUIElementSetMessagingTimeout(systemWide.get(), static_cast<float>(seconds));
+}
+
+}  // namespace
+
+AccessibilityTimeout::AccessibilityTimeout() {
+    if (++living == 1) limitCalls(accessibilityTimeoutUnderTap);
+}
+
+AccessibilityTimeout::~AccessibilityTimeout() {
+    if (--living == 0) limitCalls(0);
+}
+
+bool AccessibilityTimeout::refuses(ProcessIdentifier process, double uptime) {
+    return living > 0 && unansweredCalls().refuses(process, uptime);
+}
+
+// An application that is gone fails at once, with the same error as one that does not answer.
+void AccessibilityTimeout::noteFailure(ProcessIdentifier process, double seconds, double uptime) {
+    constexpr double nearlyAll = 0.9;
+    if (seconds >= nearlyAll * accessibilityTimeoutUnderTap) unansweredCalls().note(process, uptime);
+}
+
+}  // namespace vantrel::macos

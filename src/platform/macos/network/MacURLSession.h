@@ -1,0 +1,13 @@
+#pragma once
+
+#include "platform/network/URLSession.h"
+
+namespace vantrel::macos {
+
+/// The shared NSURLSession; completions come on its own serial queue.
+class MacURLSession final : public URLSession {
+  public:
+    void dataTask(URLRequest request, Completion completion) override;
+};
+
+}  // namespace vantrel::macos

@@ -1,0 +1,22 @@
+#include "platform/macos/threads/MacClock.h"
+
+#include <time.h>
+
+namespace vantrel::macos {
+
+namespace {
+
+constexpr double nanosecond = 1e-9;
+
+}  // namespace
+
+// mach_absolute_time in nanoseconds. CLOCK_MONOTONIC would go on while the Mac sleeps.
+double MacClock::uptime() const {
+    return static_cast<double>(clock_gettime_nsec_np(CLOCK_UPTIME_RAW)) * nanosecond;
+}
+
+double MacClock::secondsSince1970() const {
+    return static_cast<double>(clock_gettime_nsec_np(CLOCK_REALTIME)) * nanosecond;
+}
+
+}  // namespace vantrel::macos

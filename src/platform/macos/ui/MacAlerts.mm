@@ -1,0 +1,74 @@
+#include "platform/macos/ui/MacAlerts.h"
+
+#import <AppKit/AppKit.h>
+
+#include <algorithm>
+
+#include "platform/macos/bridge/Text.h"
+#include "platform/macos/threads/MainThread.h"
+
+namespace vantrel::macos {
+
+static_assert(static_cast<NSUInteger>(AlertStyle::warning) == NSAlertStyleWarning);
+static_assert(static_cast<NSUInteger>(AlertStyle::informational) == NSAlertStyleInformational);
+static_assert(static_cast<NSUInteger>(AlertStyle::critical) == NSAlertStyleCritical);
+
+namespace {
+
+// Covers and status items never become main.
+bool hasAWindow(NSApplication* application) {
+    for (NSWindow* window in application.windows) {
+        if (window.visible && window.canBecomeMainWindow) return true;
+    }
+    return false;
+}
+
+// Into the Space that a full-screen application fills the system lets no other one's window by itself, and above the
+// client's own covers.
+void showEverywhere(NSApplication* application, NSWindow* panel) {
+    NSWindowLevel level = NSModalPanelWindowLevel;
+    for (NSWindow* window in application.windows) {
+        if (window.visible) level = std::max(level, window.level + 1);
+    }
+    panel.level = level;
+    panel.collectionBehavior =
+        NSWindowCollectionBehaviorCanJoinAllSpaces | NSWindowCollectionBehaviorFullScreenAuxiliary;
+    panel.canHide = NO;
+    panel.hidesOnDeactivate = NO;
+    if (application.hidden) [application unhideWithoutActivation];
+}
+
+// In a lockdown the client has no window and the browser is in front, on a Space of its own. A question that came up
+// elsewhere would be seen by nobody and hold up everything else; to go there would be to leave the meeting.
+NSModalResponse runWhereTheUserIs(NSAlert* alert) {
+    NSApplication* application = NSApplication.sharedApplication;
+    if (hasAWindow(application)) return [alert runModal];
+    NSRunningApplication* before = application.active ? nil : NSWorkspace.sharedWorkspace.frontmostApplication;
+    showEverywhere(application, alert.window);
+    const NSModalResponse response = [alert runModal];
+    // The click on its button has brought the client to the front, where nothing takes keys. Unless the answer has put
+    // a window there by then.
+    dispatch_async(dispatch_get_main_queue(), ^{
+      if (application.active && !hasAWindow(application)) [before activateWithOptions:0];
+    });
+    return response;
+}
+
+}  // namespace
+
+std::size_t MacAlerts::runModal(const Alert& alert) {
+    requireMainThread("runModal");
+    NSAlert* shown = [[NSAlert alloc] init];
+    shown.alertStyle = static_cast<NSAlertStyle>(alert.style);
+    shown.messageText = lenientText(alert.messageText);
+    shown.informativeText = lenientText(alert.informativeText);
+    for (const std::string& button : alert.buttons) [shown addButtonWithTitle:lenientText(button)];
+
+    const NSModalResponse response = runWhereTheUserIs(shown);
+    // With no buttons there is still the system's own OK.
+    const std::size_t last = std::max<std::size_t>(alert.buttons.size(), 1) - 1;
+    if (response < NSAlertFirstButtonReturn) return last;
+    return std::min(static_cast<std::size_t>(response - NSAlertFirstButtonReturn), last);
+}
+
+}  // namespace vantrel::macos

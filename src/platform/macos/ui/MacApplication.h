@@ -1,0 +1,27 @@
+#pragma once
+
+#include "platform/macos/ui/VantrelApplicationDelegate.h"
+#include "platform/ui/Application.h"
+
+namespace vantrel::macos {
+
+/// The shared NSApplication, which is made with this object. Main thread.
+class MacApplication final : public Application {
+  public:
+    MacApplication();
+    ~MacApplication() override;
+
+    void setActivationPolicy(ActivationPolicy policy) override;
+    void setDelegate(std::weak_ptr<ApplicationDelegate> delegate) override;
+    void setMainMenu(const Menu& menu) override;
+    void run() override;
+    void activate() override;
+    void terminate() override;
+
+  private:
+    NSApplication* const application_;
+    // AppKit holds its delegate weakly.
+    VantrelApplicationDelegate* const forwarder_;
+};
+
+}  // namespace vantrel::macos

@@ -1,0 +1,63 @@
+#include "platform/macos/ui/MacApplication.h"
+
+#include <utility>
+
+#include "platform/macos/threads/MainThread.h"
+#include "platform/macos/ui/MenuBuilder.h"
+
+namespace vantrel::macos {
+
+static_assert(static_cast<NSInteger>(ActivationPolicy::regular) == NSApplicationActivationPolicyRegular);
+
+namespace {
+
+NSApplication* sharedApplication() {
+    requireMainThread("sharedApplication");
+    return NSApplication.sharedApplication;
+}
+
+}  // namespace
+
+MacApplication::MacApplication()
+    : application_(sharedApplication()), forwarder_([[VantrelApplicationDelegate alloc] init]) {}
+
+MacApplication::~MacApplication() {
+    application_.delegate = nil;
+}
+
+void MacApplication::setActivationPolicy(ActivationPolicy policy) {
+    requireMainThread("setActivationPolicy");
+    [application_ setActivationPolicy:static_cast<NSApplicationActivationPolicy>(policy)];
+}
+
+void MacApplication::setDelegate(std::weak_ptr<ApplicationDelegate> delegate) {
+    requireMainThread("setDelegate");
+    [forwarder_ setReceiver:std::move(delegate)];
+    application_.delegate = forwarder_;
+}
+
+void MacApplication::setMainMenu(const Menu& menu) {
+    requireMainThread("setMainMenu");
+    application_.mainMenu = appKitMenu(menu);
+}
+
+void MacApplication::run() {
+    requireMainThread("run");
+    [application_ run];
+}
+
+void MacApplication::activate() {
+    requireMainThread("activate");
+    if (@available(macOS 14.0, *)) {
+        [application_ activate];
+    } else {
+        [application_ activateIgnoringOtherApps:YES];
+    }
+}
+
+void MacApplication::terminate() {
+    requireMainThread("terminate");
+    [application_ terminate:nil];
+}
+
+}  // namespace vantrel::macos

@@ -1,0 +1,42 @@
+#include "platform/macos/ui/MenuBuilder.h"
+
+#include "platform/macos/bridge/Text.h"
+#include "platform/macos/ui/VantrelMenuTarget.h"
+
+namespace vantrel::macos {
+
+namespace {
+
+NSMenuItem* actionItem(const MenuItem& item) {
+    NSMenuItem* made = [[NSMenuItem alloc] initWithTitle:lenientText(item.title)
+                                                  action:nil
+                                           keyEquivalent:lenientText(item.keyEquivalent)];
+    if (!item.enabled) return made;
+    if (item.target) {
+        VantrelMenuTarget* target = [[VantrelMenuTarget alloc] initWithBlock:item.target];
+        made.action = @selector(perform:);
+        made.target = target;
+        // The item holds its target weakly.
+        made.representedObject = target;
+    } else if (!item.action.empty()) {
+        made.action = NSSelectorFromString(lenientText(item.action));
+    }
+    return made;
+}
+
+NSMenuItem* appKitItem(const MenuItem& item) {
+    if (item.kind == MenuItem::Kind::separator) return [NSMenuItem separatorItem];
+    NSMenuItem* made = actionItem(item);
+    if (item.kind == MenuItem::Kind::submenu) made.submenu = appKitMenu(item.submenu);
+    return made;
+}
+
+}  // namespace
+
+NSMenu* appKitMenu(const Menu& menu) {
+    NSMenu* made = [[NSMenu alloc] initWithTitle:lenientText(menu.title)];
+    for (const MenuItem& item : menu.items) [made addItem:appKitItem(item)];
+    return made;
+}
+
+}  // namespace vantrel::macos

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/network/URLs.h"
+#include "platform/system/PlatformError.h"
+
+namespace vantrel {
+
+/// NSURLRequestCachePolicy, as far as it is used.
+enum class CachePolicy { useProtocolCachePolicy = 0 };
+
+/// NSMutableURLRequest.
+struct URLRequest {
+    URL url;
+    CachePolicy cachePolicy = CachePolicy::useProtocolCachePolicy;
+    /// Idle time in seconds: it starts anew whenever bytes arrive.
+    double timeoutInterval = 60;
+    std::string method = "GET";
+    /// Fields set by the rules; the platform adds its own.
+    std::vector<std::pair<std::string, std::string>> headers;
+    std::optional<std::string> body;
+};
+
+/// What a data task ends with.
+struct URLReply {
+    /// A transport failure; the other two are then empty.
+    std::optional<PlatformError> error;
+    /// The HTTP status code; empty when the response is not HTTP.
+    std::optional<int> statusCode;
+    /// The body's bytes, whatever they are; empty when there is none. A body of zero bytes counts as none.
+    std::optional<std::string> data;
+};
+
+/// The shared URL session (NSURLSession). Redirects are followed; a 301, 302 or 303 turns POST into GET.
+class URLSession {
+  public:
+    virtual ~URLSession() = default;
+
+    using Completion = std::function<void(URLReply)>;
+
+    /// dataTaskWithRequest:completionHandler:, resumed at once. Any thread; never blocks. The completion is called
+    /// exactly once, on the session's own queue, one completion after another, never on the main thread. A URL without
+    /// a scheme, or with one that is not supported, fails here with the platform's text.
+    virtual void dataTask(URLRequest request, Completion completion) = 0;
+};
+
+}  // namespace vantrel

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <map>
+#include <mutex>
+
+#include "platform/desktop/Accessibility.h"
+
+namespace vantrel {
+
+/// Which applications have kept a caller waiting until the time-out that holds under a keyboard tap. Moments are
+/// seconds of uptime. Any thread.
+class UnansweredCalls {
+  public:
+    /// Whether a call to the process has to fail at once.
+    bool refuses(ProcessIdentifier process, double now) const {
+        const std::lock_guard guard(mutex_);
+        const auto found = until_.find(process);
+        return found != until_.end() && now < found->second;
+    }
+
+    /// A call to the process has been given up.
+    void note(ProcessIdentifier process, double now) {
+        const std::lock_guard guard(mutex_);
+        until_.insert_or_assign(process, now + accessibilityPauseUnderTap);
+    }
+
+  private:
+    mutable std::mutex mutex_;
+    std::map<ProcessIdentifier, double> until_;
+};
+
+}  // namespace vantrel

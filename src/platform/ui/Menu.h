@@ -1,0 +1,42 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/threads/Block.h"
+
+namespace vantrel {
+
+struct MenuItem;
+
+/// NSMenu. Titles may be empty.
+struct Menu {
+    std::string title;
+    std::vector<MenuItem> items;
+};
+
+/// NSMenuItem. An item whose target is empty sends its action to whoever answers it first (the focused field, the
+/// application).
+struct MenuItem {
+    enum class Kind { action, separator, submenu };
+
+    Kind kind = Kind::action;
+    std::string title;
+    /// The selector, such as "terminate:"; empty when the item does nothing.
+    std::string action;
+    /// Pressed together with Command; an upper-case letter means Shift as well. Empty for none.
+    std::string keyEquivalent;
+    bool enabled = true;
+    /// The action's target. Called on the main thread, from an event, after the menu is gone.
+    Block target;
+    Menu submenu;
+
+    static MenuItem separator() {
+        MenuItem item;
+        item.kind = Kind::separator;
+        item.enabled = false;
+        return item;
+    }
+};
+
+}  // namespace vantrel

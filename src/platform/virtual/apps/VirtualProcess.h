@@ -1,0 +1,69 @@
+#pragma once
+
+#include <atomic>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/apps/RunningApplications.h"
+#include "platform/virtual/apps/InstalledApplication.h"
+#include "platform/virtual/scheduler/Engine.h"
+#include "platform/virtual/world/VirtualDesktop.h"
+
+namespace vantrel::virtualmac {
+
+/// One process, and the handle that the client has of it. Any thread.
+class VirtualProcess final : public RunningApplication, public std::enable_shared_from_this<VirtualProcess> {
+  public:
+    enum class State { starting, running, zombie, gone };
+    struct Origin {
+        ProcessIdentifier identifier = 0;
+        std::string path;
+        std::vector<std::string> arguments;
+    };
+
+    VirtualProcess(Engine& engine, VirtualDesktop& desktop, Origin origin, ApplicationDescription description)
+        : engine_(engine), desktop_(desktop), origin_(std::move(origin)), description_(std::move(description)) {}
+
+    ProcessIdentifier processIdentifier() const override { return origin_.identifier; }
+    std::optional<std::string> bundleIdentifier() const override { return description_.bundleIdentifier; }
+    std::optional<std::string> localizedName() const override { return description_.name; }
+    bool isTerminated() const override;
+    bool activate(ActivationOptions options) override;
+    bool terminate() override;
+    bool forceTerminate() override;
+
+    const Origin& origin() const { return origin_; }
+    const ApplicationDescription& description() const { return description_; }
+    FrontCandidate asCandidate() const { return {origin_.identifier, description_.name}; }
+    State state() const { return state_; }
+    /// Whether it has not ended.
+    bool isAlive() const { return state_ == State::starting || state_ == State::running; }
+    /// Whether it is listed among the running applications.
+    bool isListed() const { return state_ == State::running && description_.isApplication; }
+
+    /// It is listed from now on.
+    void appear();
+    void appearSilently() { state_ = State::running; }
+    /// False when it has ended before. Its windows go with it.
+    bool exit();
+    void exitAfter(double seconds);
+    /// Comes to the front by itself or because the participant wants it.
+    void comeToFront();
+    /// What kill(2) does; false when there is no such process any more.
+    bool receive(int signal);
+
+  private:
+    /// False when it cannot be asked. The event has the fields that the kind has beside the process.
+    bool ask(const char* kind, const Journal::Fields& more = {});
+
+    Engine& engine_;
+    VirtualDesktop& desktop_;
+    const Origin origin_;
+    const ApplicationDescription description_;
+    std::atomic<State> state_ = State::starting;
+};
+
+}  // namespace vantrel::virtualmac

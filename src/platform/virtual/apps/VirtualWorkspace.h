@@ -1,0 +1,44 @@
+#pragma once
+
+#include <atomic>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "platform/apps/Workspace.h"
+#include "platform/virtual/scheduler/Engine.h"
+
+namespace vantrel::virtualmac {
+
+/// Opens addresses by writing them down.
+class VirtualWorkspace final : public Workspace {
+  public:
+    explicit VirtualWorkspace(Engine& engine) : engine_(engine) {}
+
+    bool open(const URL& url) override {
+        engine_.mainThreadCall("Workspace.open");
+        if (engine_.isOver()) return false;
+        const bool opened = !failing_;
+        if (opened) {
+            const std::lock_guard guard(mutex_);
+            opened_.push_back(url.absoluteString);
+        }
+        engine_.journal.emit("url-opened", url.absoluteString, {{"opened", opened ? "yes" : "no"}});
+        return opened;
+    }
+
+    /// Driver-facing, any thread: nothing opens any more.
+    void setFailing(bool failing) { failing_ = failing; }
+    std::vector<std::string> opened() const {
+        const std::lock_guard guard(mutex_);
+        return opened_;
+    }
+
+  private:
+    Engine& engine_;
+    std::atomic<bool> failing_ = false;
+    mutable std::mutex mutex_;
+    std::vector<std::string> opened_;
+};
+
+}  // namespace vantrel::virtualmac

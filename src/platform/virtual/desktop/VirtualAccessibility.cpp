@@ -1,0 +1,38 @@
+#include "platform/virtual/desktop/VirtualAccessibility.h"
+
+#include "platform/virtual/desktop/VirtualElement.h"
+
+namespace vantrel::virtualmac {
+
+std::shared_ptr<AccessibilityElement> VirtualAccessibility::application(ProcessIdentifier process) const {
+    engine_.platformCall();
+    return std::make_shared<ApplicationElement>(*this, process);
+}
+
+AccessibilityError VirtualAccessibility::reach(ProcessIdentifier process) const {
+    if (!trust_.isTrusted()) return accessibilityDisabled;
+    const auto found = processes_.find(process);
+    if (!found || !found->isListed()) return accessibilityCannotComplete;
+    const bool underTap = keyboard_.taps() > 0;
+    const auto uptime = [this] { return toSeconds(engine_.scheduler.now()); };
+    if (underTap && unanswered_.refuses(process, uptime())) return accessibilityCannotComplete;
+    const auto answers = [this, process] { return !unresponsive_.contains(process); };
+    if (engine_.scheduler.locked(answers)) return accessibilitySuccess;
+    const Moment end = later(engine_.scheduler.now(), underTap ? accessibilityTimeoutUnderTap : accessibilityTimeout);
+    engine_.scheduler.wait([answers, end] { return Due::at(answers() ? 0 : end); }, Scheduler::Wait::blocked);
+    if (engine_.scheduler.locked(answers) && found->isListed()) return accessibilitySuccess;
+    unanswered_.note(process, uptime());
+    return accessibilityCannotComplete;
+}
+
+void VirtualAccessibility::setUnresponsive(ProcessIdentifier process, bool unresponsive) {
+    engine_.scheduler.change([this, process, unresponsive] {
+        if (unresponsive) {
+            unresponsive_.insert(process);
+        } else {
+            unresponsive_.erase(process);
+        }
+    });
+}
+
+}  // namespace vantrel::virtualmac

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <memory>
+#include <set>
+
+#include "platform/desktop/Accessibility.h"
+#include "platform/portable/UnansweredCalls.h"
+#include "platform/virtual/apps/VirtualProcesses.h"
+#include "platform/virtual/desktop/AccessibilityFaults.h"
+#include "platform/virtual/keyboard/VirtualKeyboard.h"
+#include "platform/virtual/scheduler/Engine.h"
+#include "platform/virtual/system/VirtualTrust.h"
+#include "platform/virtual/world/VirtualDesktop.h"
+
+namespace vantrel::virtualmac {
+
+/// The elements of the other applications, as the desktop has their windows. An application has "AXWindows", front to
+/// back and on all Spaces, and "AXFocusedWindow"; a window "AXFullScreen", "AXPosition", "AXSize", "AXMinimized", which
+/// can be written, "AXTitle" and "AXCloseButton"; a close button the action "AXPress".
+///
+/// "AXFullScreen" reads true when the transition to full screen has ended and false when the one back has. During one a
+/// write is accepted and does nothing; so are a position and a size for a window in full screen.
+class VirtualAccessibility final : public Accessibility {
+  public:
+    VirtualAccessibility(Engine& engine, VirtualDesktop& desktop, const VirtualProcesses& processes,
+                         const VirtualTrust& trust, const VirtualKeyboard& keyboard)
+        : engine_(engine), desktop_(desktop), processes_(processes), trust_(trust), keyboard_(keyboard) {}
+
+    std::shared_ptr<AccessibilityElement> application(ProcessIdentifier process) const override;
+
+    /// Driver-facing, any thread.
+    AccessibilityFaults& faults() { return faults_; }
+    /// The application does not answer: a call waits until it does again, at most as long as the time-out that holds
+    /// when it begins.
+    void setUnresponsive(ProcessIdentifier process, bool unresponsive);
+
+  private:
+    class Element;
+    class ApplicationElement;
+    class WindowElement;
+    class CloseButtonElement;
+
+    /// Why the process cannot be asked, after a wait if need be; success when it can.
+    AccessibilityError reach(ProcessIdentifier process) const;
+
+    Engine& engine_;
+    VirtualDesktop& desktop_;
+    const VirtualProcesses& processes_;
+    const VirtualTrust& trust_;
+    const VirtualKeyboard& keyboard_;
+    mutable AccessibilityFaults faults_;
+    mutable UnansweredCalls unanswered_;
+    /// Guarded by the scheduler's mutex.
+    std::set<ProcessIdentifier> unresponsive_;
+};
+
+}  // namespace vantrel::virtualmac

@@ -1,0 +1,162 @@
+#include "platform/virtual/desktop/VirtualScreens.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/virtual/scheduler/Numbers.h"
+
+namespace vantrel::virtualmac {
+
+namespace {
+
+std::vector<Screen>::iterator find(std::vector<Screen>& screens, std::string_view name) {
+    return std::find_if(screens.begin(), screens.end(),
+                        [name](const Screen& screen) { return screen.localizedName == name; });
+}
+
+void putPrimaryAtOrigin(Displays& displays) {
+    if (displays.screens.empty()) return;
+    const Point origin = displays.screens.front().frame.origin;
+    for (Screen& screen : displays.screens) {
+        screen.frame.origin.x -= origin.x;
+        screen.frame.origin.y -= origin.y;
+    }
+}
+
+}  // namespace
+
+std::vector<Screen> VirtualScreens::screens() const {
+    engine_.mainThreadCall("Screens.screens");
+    return displays().screens;
+}
+
+std::optional<Screen> VirtualScreens::mainScreen() const {
+    engine_.mainThreadCall("Screens.mainScreen");
+    const Displays all = displays();
+    if (all.screens.empty()) return std::nullopt;
+    return all.screens[std::min(all.main, all.screens.size() - 1)];
+}
+
+bool VirtualScreens::screensHaveSeparateSpaces() const {
+    engine_.mainThreadCall("Screens.screensHaveSeparateSpaces");
+    return displays().haveSeparateSpaces;
+}
+
+std::unique_ptr<Observation> VirtualScreens::observeScreenParametersDidChange(Block block) {
+    engine_.mainThreadCall("Screens.observeScreenParametersDidChange");
+    return changes_.observe(std::move(block));
+}
+
+Displays VirtualScreens::displays() const {
+    const std::lock_guard guard(mutex_);
+    return displays_;
+}
+
+void VirtualScreens::setUp(Displays displays) {
+    const std::lock_guard guard(mutex_);
+    displays_ = std::move(displays);
+}
+
+void VirtualScreens::change(Displays displays) {
+    Journal::Fields fields;
+    for (const auto& screen : displays.screens) {
+        fields.emplace_back("screen", screen.localizedName + " " + describe(screen.frame));
+    }
+    int notices = 0;
+    double every = 0;
+    {
+        const std::lock_guard guard(mutex_);
+        displays_ = std::move(displays);
+        notices = notices_;
+        every = noticesEvery_;
+    }
+    engine_.journal.emit("screens-changed", {}, std::move(fields));
+    if (notices > 0) changes_.post();
+    for (int notice = 1; notice < notices; ++notice) engine_.world.after(notice * every, [this] { changes_.post(); });
+}
+
+void VirtualScreens::setNotices(int count, double every) {
+    const std::lock_guard guard(mutex_);
+    notices_ = count;
+    noticesEvery_ = every;
+}
+
+void VirtualScreens::plug(Screen screen) {
+    Displays next = displays();
+    next.screens.push_back(std::move(screen));
+    change(std::move(next));
+}
+
+std::optional<Screen> VirtualScreens::take(Displays& displays, std::string_view name) {
+    const auto found = find(displays.screens, name);
+    if (found == displays.screens.end()) return std::nullopt;
+    const auto index = static_cast<std::size_t>(found - displays.screens.begin());
+    Screen taken = std::move(*found);
+    displays.screens.erase(found);
+    if (displays.main == index) {
+        displays.main = 0;
+    } else if (displays.main > index) {
+        --displays.main;
+    }
+    putPrimaryAtOrigin(displays);
+    return taken;
+}
+
+bool VirtualScreens::unplug(std::string_view name) {
+    {
+        const std::lock_guard guard(mutex_);
+        if (const auto found = find(mirrored_, name); found != mirrored_.end()) {
+            mirrored_.erase(found);
+            return true;
+        }
+    }
+    Displays next = displays();
+    if (!take(next, name)) return false;
+    change(std::move(next));
+    return true;
+}
+
+bool VirtualScreens::setFrame(std::string_view name, const Rect& frame) {
+    Displays next = displays();
+    const auto found = find(next.screens, name);
+    if (found == next.screens.end()) return false;
+    found->frame = frame;
+    putPrimaryAtOrigin(next);
+    change(std::move(next));
+    return true;
+}
+
+bool VirtualScreens::mirror(std::string_view name) {
+    Displays next = displays();
+    auto taken = take(next, name);
+    if (!taken) return false;
+    {
+        const std::lock_guard guard(mutex_);
+        mirrored_.push_back(*std::move(taken));
+    }
+    change(std::move(next));
+    return true;
+}
+
+bool VirtualScreens::unmirror(std::string_view name) {
+    Displays next = displays();
+    {
+        const std::lock_guard guard(mutex_);
+        const auto found = find(mirrored_, name);
+        if (found == mirrored_.end()) return false;
+        next.screens.push_back(std::move(*found));
+        mirrored_.erase(found);
+    }
+    change(std::move(next));
+    return true;
+}
+
+bool VirtualScreens::focus(std::string_view name) {
+    const std::lock_guard guard(mutex_);
+    const auto found = find(displays_.screens, name);
+    if (found == displays_.screens.end()) return false;
+    displays_.main = static_cast<std::size_t>(found - displays_.screens.begin());
+    return true;
+}
+
+}  // namespace vantrel::virtualmac

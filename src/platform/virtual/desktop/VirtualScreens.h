@@ -1,0 +1,69 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "platform/desktop/Screens.h"
+#include "platform/virtual/scheduler/Engine.h"
+#include "platform/virtual/scheduler/NotificationCenter.h"
+
+namespace vantrel::virtualmac {
+
+/// The displays that are plugged in, the primary one first.
+struct Displays {
+    std::vector<Screen> screens{{"Display integrato", {{0, 0}, {1440, 900}}}};
+    /// Which one has the keyboard focus.
+    std::size_t main = 0;
+    bool haveSeparateSpaces = true;
+};
+
+class VirtualScreens final : public Screens {
+  public:
+    explicit VirtualScreens(Engine& engine) : engine_(engine), changes_(engine) {}
+
+    std::vector<Screen> screens() const override;
+    std::optional<Screen> mainScreen() const override;
+    bool screensHaveSeparateSpaces() const override;
+    [[nodiscard]] std::unique_ptr<Observation> observeScreenParametersDidChange(Block block) override;
+
+    /// Driver-facing, any thread.
+    Displays displays() const;
+    /// As it is before the client starts: without a notice.
+    void setUp(Displays displays);
+    /// The displays change and observers are told.
+    void change(Displays displays);
+    void plug(Screen screen);
+    /// The following are false when there is none of that name. The primary display stays the first one and at (0, 0):
+    /// when it goes or moves, the others get new coordinates.
+    bool unplug(std::string_view name);
+    /// The display is moved, or its resolution changes.
+    bool setFrame(std::string_view name, const Rect& frame);
+    /// It shows what another one shows, and is not listed; from then on only unmirror() and unplug() know it.
+    bool mirror(std::string_view name);
+    bool unmirror(std::string_view name);
+    /// It has the keyboard focus from now on. Without a notice.
+    bool focus(std::string_view name);
+    /// A change of the displays is noticed so many times from now on, one notice so many seconds after the other, as
+    /// the system does.
+    void setNotices(int count, double every);
+
+    std::size_t observers() const { return changes_.observers(); }
+
+  private:
+    /// Takes the display out of the list; empty when there is none of that name.
+    static std::optional<Screen> take(Displays& displays, std::string_view name);
+
+    Engine& engine_;
+    NotificationCenter changes_;
+    mutable std::mutex mutex_;
+    Displays displays_;
+    std::vector<Screen> mirrored_;
+    int notices_ = 1;
+    double noticesEvery_ = 0;
+};
+
+}  // namespace vantrel::virtualmac

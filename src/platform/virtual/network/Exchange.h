@@ -1,0 +1,37 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "platform/network/URLSession.h"
+#include "platform/virtual/network/NetworkAnswer.h"
+#include "platform/virtual/scheduler/Moment.h"
+
+namespace vantrel::virtualmac {
+
+inline constexpr std::string_view timedOutText = "La richiesta è scaduta.";
+inline constexpr std::string_view unsupportedURLText = "URL non supportato";
+inline constexpr std::string_view tooManyRedirectsText = "Troppi reindirizzamenti HTTP.";
+inline constexpr std::string_view notConnectedText = "Impossibile connettersi al server.";
+
+/// How one answer looks from the client: after how many seconds it is complete (infinity for never), and with what.
+struct Outcome {
+    double after = 0;
+    URLReply reply;
+};
+
+/// Applies the idle time-out in seconds; one of 0 or less never strikes.
+Outcome outcome(const NetworkAnswer& answer, double timeoutInterval);
+
+/// The request that follows the answer's redirect; empty when it is not one. A 303 turns everything but HEAD into GET,
+/// a 301 or 302 only POST; the body goes then.
+std::optional<URLRequest> redirected(const URLRequest& request, const NetworkAnswer& answer);
+
+/// Whether the URL is http or https with a host.
+bool isSupported(const URL& url);
+
+URLReply failure(std::string_view text);
+
+}  // namespace vantrel::virtualmac

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <utility>
+
+#include "platform/threads/Block.h"
+#include "platform/virtual/scheduler/Due.h"
+
+namespace vantrel::virtualmac {
+
+/// A timer's state, shared by its handle and the table. Guarded by the scheduler's mutex.
+struct TimerState {
+    Moment due = never;
+    Moment interval = 0;
+    bool repeats = false;
+    std::uint64_t age = 0;
+    /// Null once the timer is invalid.
+    std::shared_ptr<const Block> block;
+};
+
+/// The valid timers by their next moment, equal ones by age. Guarded by the scheduler's mutex.
+class TimerTable {
+  public:
+    using State = std::shared_ptr<TimerState>;
+
+    void add(const State& state);
+
+    /// The block, for the caller to release without the mutex held; null when the timer was invalid already.
+    std::shared_ptr<const Block> remove(TimerState& state);
+
+    /// The first timer's moment; `never` when there is none.
+    Moment head() const { return timers_.empty() ? never : timers_.begin()->first.first; }
+    void addTo(Due& due) const;
+
+    /// The block of the first timer that is due. A repeating one is set to the first moment of its grid after `now`,
+    /// one that does not repeat becomes invalid. Null when none is due.
+    std::shared_ptr<const Block> fire(Moment now);
+
+    /// Makes the first timer invalid, due or not; its block, or null when there is none.
+    std::shared_ptr<const Block> removeFirst();
+
+    std::size_t size() const { return timers_.size(); }
+
+  private:
+    std::map<std::pair<Moment, std::uint64_t>, State> timers_;
+    std::uint64_t added_ = 0;
+};
+
+}  // namespace vantrel::virtualmac

@@ -1,0 +1,22 @@
+#include "platform/virtual/threads/VirtualClock.h"
+
+#include "platform/virtual/scheduler/Numbers.h"
+
+namespace vantrel::virtualmac {
+
+double VirtualClock::uptime() const {
+    engine_.platformCall();
+    return toSeconds(engine_.scheduler.now());
+}
+
+double VirtualClock::secondsSince1970() const {
+    engine_.platformCall();
+    return offset_ + toSeconds(engine_.scheduler.now());
+}
+
+void VirtualClock::closeLid(double seconds) {
+    offset_ = offset_ + seconds;
+    engine_.journal.emit("lid", shortest(seconds));
+}
+
+}  // namespace vantrel::virtualmac

@@ -1,0 +1,94 @@
+#include "platform/virtual/ui/VirtualApplication.h"
+
+#include <utility>
+
+namespace vantrel::virtualmac {
+
+const MenuItem* findKeyEquivalent(const Menu& menu, std::string_view key) {
+    for (const MenuItem& item : menu.items) {
+        if (item.kind == MenuItem::Kind::action && item.enabled && item.keyEquivalent == key) return &item;
+        if (item.kind != MenuItem::Kind::submenu) continue;
+        if (const MenuItem* found = findKeyEquivalent(item.submenu, key)) return found;
+    }
+    return nullptr;
+}
+
+void VirtualApplication::setActivationPolicy(ActivationPolicy policy) {
+    engine_.mainThreadCall("Application.setActivationPolicy");
+    engine_.journal.emit("activation-policy", std::to_string(static_cast<int>(policy)));
+}
+
+void VirtualApplication::setDelegate(std::weak_ptr<ApplicationDelegate> delegate) {
+    engine_.mainThreadCall("Application.setDelegate");
+    const std::lock_guard guard(mutex_);
+    delegate_ = std::move(delegate);
+}
+
+void VirtualApplication::setMainMenu(const Menu& menu) {
+    engine_.mainThreadCall("Application.setMainMenu");
+    std::string titles;
+    for (const MenuItem& item : menu.items) {
+        if (item.kind != MenuItem::Kind::submenu) continue;
+        if (!titles.empty() || &item != &menu.items.front()) titles += ",";
+        titles += item.submenu.title;
+    }
+    {
+        const std::lock_guard guard(mutex_);
+        mainMenu_ = menu;
+    }
+    engine_.journal.emit("main-menu", titles);
+}
+
+void VirtualApplication::run() {
+    engine_.mainThreadCall("Application.run");
+    engine_.mainLoop.postEvent([this] {
+        std::shared_ptr<ApplicationDelegate> delegate;
+        {
+            const std::lock_guard guard(mutex_);
+            delegate = delegate_.lock();
+        }
+        if (delegate) delegate->applicationDidFinishLaunching();
+    });
+    engine_.mainLoop.run(MainRunLoop::Mode::standard, [] { return false; });
+}
+
+void VirtualApplication::activate() {
+    engine_.mainThreadCall("Application.activate");
+    engine_.journal.emit("activate");
+    if (!engine_.isOver()) desktop_.bringToFront({ownProcess_, {}});
+}
+
+void VirtualApplication::terminate() {
+    engine_.mainThreadCall("Application.terminate");
+    if (engine_.mainLoop.isOver()) return;
+    engine_.journal.emit("terminate-asked");
+    std::shared_ptr<ApplicationDelegate> delegate;
+    {
+        const std::lock_guard guard(mutex_);
+        delegate = delegate_.lock();
+    }
+    if (delegate && delegate->applicationShouldTerminate() == TerminateReply::cancel) {
+        engine_.journal.emit("terminate-refused");
+        return;
+    }
+    if (engine_.mainLoop.isOver()) return;
+    engine_.journal.emit("terminated");
+    engine_.endProcess();
+}
+
+Menu VirtualApplication::mainMenu() const {
+    const std::lock_guard guard(mutex_);
+    return mainMenu_;
+}
+
+bool VirtualApplication::perform(const MenuItem& item) {
+    if (item.target) {
+        item.target();
+        return true;
+    }
+    if (item.action != "terminate:") return false;
+    terminate();
+    return true;
+}
+
+}  // namespace vantrel::virtualmac

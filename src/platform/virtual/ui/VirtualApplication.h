@@ -1,0 +1,48 @@
+#pragma once
+
+#include <memory>
+#include <mutex>
+#include <string>
+#include <string_view>
+
+#include "platform/ui/Application.h"
+#include "platform/virtual/scheduler/Engine.h"
+#include "platform/virtual/world/VirtualDesktop.h"
+
+namespace vantrel::virtualmac {
+
+/// The application object.
+class VirtualApplication final : public Application {
+  public:
+    VirtualApplication(Engine& engine, VirtualDesktop& desktop, ProcessIdentifier ownProcess)
+        : engine_(engine), desktop_(desktop), ownProcess_(ownProcess) {}
+
+    void setActivationPolicy(ActivationPolicy policy) override;
+    void setDelegate(std::weak_ptr<ApplicationDelegate> delegate) override;
+    void setMainMenu(const Menu& menu) override;
+    void run() override;
+    /// Comes to the front at once.
+    void activate() override;
+    /// Once the delegate has answered now, nothing more of the process is heard.
+    void terminate() override;
+
+    /// Driver-facing, any thread.
+    Menu mainMenu() const;
+
+    /// What choosing the item does: its target, or the application's own answer to its action. Main thread, from an
+    /// event. False when nothing answers.
+    bool perform(const MenuItem& item);
+
+  private:
+    Engine& engine_;
+    VirtualDesktop& desktop_;
+    const ProcessIdentifier ownProcess_;
+    mutable std::mutex mutex_;
+    std::weak_ptr<ApplicationDelegate> delegate_;
+    Menu mainMenu_;
+};
+
+/// The enabled item with that key equivalent, in the menu or below it; null when there is none.
+const MenuItem* findKeyEquivalent(const Menu& menu, std::string_view key);
+
+}  // namespace vantrel::virtualmac

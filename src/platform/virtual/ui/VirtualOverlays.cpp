@@ -1,0 +1,107 @@
+#include "platform/virtual/ui/VirtualOverlays.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+#include "platform/virtual/scheduler/Numbers.h"
+
+namespace vantrel::virtualmac {
+
+class VirtualOverlays::Shown final : public Overlay {
+  public:
+    Shown(VirtualOverlays& overlays, std::shared_ptr<State> state) : overlays_(overlays), state_(std::move(state)) {}
+    ~Shown() override { Shown::close(); }
+    Shown(const Shown&) = delete;
+    Shown& operator=(const Shown&) = delete;
+
+    void setLevel(int level) override {
+        overlays_.engine_.mainThreadCall("Overlay.setLevel");
+        {
+            const std::lock_guard guard(overlays_.mutex_);
+            if (isClosed_ || std::exchange(state_->description.level, level) == level) return;
+        }
+        tell("overlay-level", {{"level", std::to_string(level)}});
+    }
+
+    void orderFrontRegardless() override {
+        overlays_.engine_.mainThreadCall("Overlay.orderFrontRegardless");
+        const std::vector<AppWindow> windows = overlays_.desktop_.windows();
+        bool wasVisible = false;
+        bool wasUnder = false;
+        {
+            const std::lock_guard guard(overlays_.mutex_);
+            if (isClosed_) return;
+            for (const AppWindow& window : windows) {
+                const bool before = state_->isUnder(window);
+                state_->above = std::max(state_->above, window.number);
+                wasUnder = wasUnder || (before && !state_->isUnder(window));
+            }
+            wasVisible = std::exchange(state_->visible, true);
+        }
+        if (!wasVisible) return tell("overlay-shown", whatIsSeen());
+        if (wasUnder) tell("overlay-raised", {});
+    }
+
+    void orderOut() override {
+        overlays_.engine_.mainThreadCall("Overlay.orderOut");
+        {
+            const std::lock_guard guard(overlays_.mutex_);
+            if (!std::exchange(state_->visible, false)) return;
+        }
+        tell("overlay-hidden", {});
+    }
+
+    /// Idempotent.
+    void close() override {
+        overlays_.engine_.mainThreadCall("Overlay.close");
+        {
+            const std::lock_guard guard(overlays_.mutex_);
+            if (std::exchange(isClosed_, true)) return;
+            std::erase(overlays_.overlays_, state_);
+            state_->visible = false;
+        }
+        tell("overlay-closed", {});
+    }
+
+  private:
+    /// Only the main thread changes a description.
+    void tell(const char* kind, Journal::Fields fields) {
+        overlays_.engine_.journal.emit(kind, describe(state_->description.frame), std::move(fields));
+    }
+
+    Journal::Fields whatIsSeen() const {
+        Journal::Fields fields{{"level", std::to_string(state_->description.level)}};
+        for (const OverlayLabel& label : state_->description.labels) fields.emplace_back("label", label.text);
+        return fields;
+    }
+
+    VirtualOverlays& overlays_;
+    std::shared_ptr<State> state_;
+    bool isClosed_ = false;
+};
+
+std::unique_ptr<Overlay> VirtualOverlays::makeOverlay(const OverlayDescription& description) {
+    engine_.mainThreadCall("Overlays.makeOverlay");
+    std::shared_ptr<State> state;
+    {
+        const std::lock_guard guard(mutex_);
+        state = std::make_shared<State>(State{description, false, ++made_, 0});
+        overlays_.push_back(state);
+    }
+    return std::make_unique<Shown>(*this, std::move(state));
+}
+
+void VirtualOverlays::forceLevel(int level) {
+    const std::lock_guard guard(mutex_);
+    for (const auto& state : overlays_) state->description.level = level;
+}
+
+std::vector<VirtualOverlays::State> VirtualOverlays::all() const {
+    const std::lock_guard guard(mutex_);
+    std::vector<State> states;
+    for (const auto& state : overlays_) states.push_back(*state);
+    return states;
+}
+
+}  // namespace vantrel::virtualmac

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <vector>
+
+#include "platform/ui/Overlay.h"
+#include "platform/virtual/scheduler/Engine.h"
+#include "platform/virtual/world/AppWindow.h"
+#include "platform/virtual/world/VirtualDesktop.h"
+
+namespace vantrel::virtualmac {
+
+/// The client's overlays. They lie on every Space, and above all windows of a lower layer; of another application's
+/// windows on the same layer those lie above an overlay that were opened after it was last ordered to the front.
+class VirtualOverlays final : public Overlays {
+  public:
+    VirtualOverlays(Engine& engine, const VirtualDesktop& desktop) : engine_(engine), desktop_(desktop) {}
+
+    [[nodiscard]] std::unique_ptr<Overlay> makeOverlay(const OverlayDescription& description) override;
+
+    /// An overlay as the participant sees it.
+    struct State {
+        OverlayDescription description;
+        bool visible = false;
+        /// Its number in the window list, above those of all other windows.
+        std::int64_t number = 0;
+        /// The newest window of another application at the time at which it was last ordered to the front.
+        std::int64_t above = 0;
+
+        /// Whether that window of another application lies above it where both are.
+        bool isUnder(const AppWindow& window) const {
+            const int level = description.level;
+            return window.layer > level || (window.layer == level && window.number > above);
+        }
+    };
+    /// Driver-facing, any thread: those that are not closed, oldest first.
+    std::vector<State> all() const;
+    /// Driver-facing, any thread: something in the system puts them all on that level.
+    void forceLevel(int level);
+
+  private:
+    class Shown;
+
+    Engine& engine_;
+    const VirtualDesktop& desktop_;
+    mutable std::mutex mutex_;
+    std::vector<std::shared_ptr<State>> overlays_;
+    std::int64_t made_ = 1'000'000;
+};
+
+}  // namespace vantrel::virtualmac

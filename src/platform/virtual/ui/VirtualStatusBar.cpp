@@ -1,0 +1,86 @@
+#include "platform/virtual/ui/VirtualStatusBar.h"
+
+#include <utility>
+
+namespace vantrel::virtualmac {
+
+namespace {
+
+std::string described(const MenuItem& item) {
+    if (item.kind == MenuItem::Kind::separator) return "-";
+    return item.enabled ? item.title : "[" + item.title + "]";
+}
+
+}  // namespace
+
+class VirtualStatusBar::Item final : public StatusItem {
+  public:
+    Item(VirtualStatusBar& bar, std::shared_ptr<State> state) : bar_(bar), state_(std::move(state)) {}
+    ~Item() override {
+        bar_.engine_.mainThreadCall("StatusItem's end");
+        remove();
+    }
+    Item(const Item&) = delete;
+    Item& operator=(const Item&) = delete;
+
+    void setButtonTitle(const std::string& title) override {
+        bar_.engine_.mainThreadCall("StatusItem.setButtonTitle");
+        {
+            const std::lock_guard guard(bar_.mutex_);
+            state_->title = title;
+        }
+        bar_.engine_.journal.emit("status-item-title", title);
+    }
+
+    void setMenu(const Menu& menu) override {
+        bar_.engine_.mainThreadCall("StatusItem.setMenu");
+        Journal::Fields fields;
+        for (const MenuItem& item : menu.items) fields.emplace_back("item", described(item));
+        Menu before = menu;
+        {
+            const std::lock_guard guard(bar_.mutex_);
+            std::swap(state_->menu, before);
+        }
+        bar_.engine_.journal.emit("status-item-menu", {}, std::move(fields));
+    }
+
+    /// Idempotent.
+    void remove() {
+        {
+            const std::lock_guard guard(bar_.mutex_);
+            if (std::erase(bar_.items_, state_) == 0) return;
+        }
+        bar_.menus_.cancel(state_->number);
+        bar_.engine_.journal.emit("status-item-removed", state_->title);
+    }
+
+  private:
+    VirtualStatusBar& bar_;
+    std::shared_ptr<State> state_;
+};
+
+std::unique_ptr<StatusItem> VirtualStatusBar::statusItem(double) {
+    engine_.mainThreadCall("StatusBar.statusItem");
+    auto state = std::make_shared<State>();
+    {
+        const std::lock_guard guard(mutex_);
+        state->number = ++made_;
+        items_.push_back(state);
+    }
+    engine_.journal.emit("status-item-installed");
+    return std::make_unique<Item>(*this, std::move(state));
+}
+
+void VirtualStatusBar::removeStatusItem(StatusItem& item) {
+    engine_.mainThreadCall("StatusBar.removeStatusItem");
+    if (auto* own = dynamic_cast<Item*>(&item)) own->remove();
+}
+
+std::vector<VirtualStatusBar::State> VirtualStatusBar::items() const {
+    const std::lock_guard guard(mutex_);
+    std::vector<State> states;
+    for (const auto& state : items_) states.push_back(*state);
+    return states;
+}
+
+}  // namespace vantrel::virtualmac

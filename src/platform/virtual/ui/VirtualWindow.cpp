@@ -1,0 +1,139 @@
+#include "platform/virtual/ui/VirtualWindow.h"
+
+#include <string>
+
+#include "platform/virtual/scheduler/Numbers.h"
+
+namespace vantrel::virtualmac {
+
+VirtualWindows::VirtualWindow::~VirtualWindow() {
+    owner_.engine_.mainThreadCall("Window's end");
+    hide();
+    owner_.remove(number_);
+}
+
+void VirtualWindows::VirtualWindow::center() {
+    owner_.engine_.mainThreadCall("Window.center");
+    owner_.with(number_, [](Record& record) { record.state.centered = true; });
+    owner_.engine_.journal.emit("window-centered", state().title);
+}
+
+void VirtualWindows::VirtualWindow::setIsVisible(bool visible) {
+    owner_.engine_.mainThreadCall("Window.setIsVisible");
+    if (visible) {
+        show(false);
+    } else {
+        hide();
+    }
+}
+
+void VirtualWindows::VirtualWindow::makeKeyAndOrderFront() {
+    owner_.engine_.mainThreadCall("Window.makeKeyAndOrderFront");
+    show(true);
+}
+
+void VirtualWindows::VirtualWindow::orderOut() {
+    owner_.engine_.mainThreadCall("Window.orderOut");
+    hide();
+}
+
+unsigned VirtualWindows::VirtualWindow::styleMask() const {
+    owner_.engine_.mainThreadCall("Window.styleMask");
+    return state().styleMask;
+}
+
+void VirtualWindows::VirtualWindow::setStyleMask(unsigned mask) {
+    owner_.engine_.mainThreadCall("Window.setStyleMask");
+    const WindowState before = state();
+    if (before.styleMask == mask) return;
+    owner_.with(number_, [mask](Record& record) { record.state.styleMask = mask; });
+    owner_.engine_.journal.emit("window-style", before.title, {{"mask", std::to_string(mask)}});
+}
+
+std::optional<std::string> VirtualWindows::VirtualWindow::text(std::string_view id) const {
+    owner_.engine_.mainThreadCall("Window.text");
+    const WindowState current = state();
+    const Control* control = current.control(id);
+    if (control == nullptr) return std::nullopt;
+    return control->text;
+}
+
+void VirtualWindows::VirtualWindow::setText(std::string_view id, std::string_view text) {
+    owner_.engine_.mainThreadCall("Window.setText");
+    const WindowState before = state();
+    const Control* control = before.control(id);
+    if (control == nullptr) return owner_.engine_.misuse("Window.setText: no control is called " + std::string(id));
+    if (control->text == text) return;
+    owner_.with(number_, [&](Record& record) {
+        for (View& view : record.state.views) {
+            for (Control& each : view.controls) {
+                if (each.id == id) each.text = text;
+            }
+        }
+    });
+    owner_.engine_.journal.emit("text", std::string(id), {{"value", std::string(text)}});
+}
+
+void VirtualWindows::VirtualWindow::setEnabled(std::string_view id, bool enabled) {
+    owner_.engine_.mainThreadCall("Window.setEnabled");
+    const WindowState before = state();
+    if (before.control(id) == nullptr) {
+        return owner_.engine_.misuse("Window.setEnabled: no control is called " + std::string(id));
+    }
+    if (before.isEnabled(id) == enabled) return;
+    owner_.with(number_, [&](Record& record) {
+        if (enabled) {
+            record.state.disabled.erase(std::string(id));
+        } else {
+            record.state.disabled.emplace(id);
+        }
+    });
+    owner_.engine_.journal.emit(enabled ? "enabled" : "disabled", std::string(id));
+}
+
+void VirtualWindows::VirtualWindow::setViewHidden(std::string_view viewId, bool hidden) {
+    owner_.engine_.mainThreadCall("Window.setViewHidden");
+    const WindowState before = state();
+    const View* view = before.view(viewId);
+    if (view == nullptr) return owner_.engine_.misuse("Window.setViewHidden: no view is called " + std::string(viewId));
+    if (view->hidden == hidden) return;
+    owner_.with(number_, [&](Record& record) {
+        for (View& each : record.state.views) {
+            if (each.id == viewId) each.hidden = hidden;
+        }
+    });
+    owner_.engine_.journal.emit(hidden ? "view-hidden" : "view-shown", std::string(viewId));
+}
+
+WindowState VirtualWindows::VirtualWindow::state() const {
+    WindowState state;
+    owner_.with(number_, [&state](const Record& record) { state = record.state; });
+    return state;
+}
+
+void VirtualWindows::VirtualWindow::show(bool asKey) {
+    const WindowState before = state();
+    owner_.bringToFront(number_);
+    owner_.with(number_, [asKey](Record& record) {
+        record.state.visible = true;
+        record.state.key = record.state.key || asKey;
+    });
+    if (!before.visible) {
+        owner_.engine_.journal.emit("window-shown", before.title, {{"frame", describe(before.contentRect)}});
+    }
+    if (!asKey || before.key) return;
+    {
+        const std::lock_guard guard(owner_.mutex_);
+        for (Record& record : owner_.windows_) record.state.key = record.state.number == number_;
+    }
+    owner_.engine_.journal.emit("window-key", before.title);
+}
+
+void VirtualWindows::VirtualWindow::hide() {
+    const WindowState before = state();
+    if (!before.visible) return;
+    owner_.with(number_, [](Record& record) { record.state.visible = record.state.key = false; });
+    owner_.engine_.journal.emit("window-hidden", before.title);
+}
+
+}  // namespace vantrel::virtualmac

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "platform/ui/Window.h"
+#include "platform/virtual/scheduler/Engine.h"
+#include "platform/virtual/ui/WindowState.h"
+
+namespace vantrel::virtualmac {
+
+/// The client's windows.
+class VirtualWindows final : public Windows {
+  public:
+    explicit VirtualWindows(Engine& engine) : engine_(engine) {}
+
+    [[nodiscard]] std::unique_ptr<Window> makeWindow(const WindowDescription& description,
+                                                     ActionHandler onAction) override;
+
+    /// Driver-facing, any thread: every window that exists, front to back.
+    std::vector<WindowState> all() const;
+    /// The visible window in front; empty when there is none.
+    std::optional<WindowState> front() const;
+
+    /// What the participant does. Main thread, from an event.
+    void type(int number, std::string_view fieldId, std::string_view text);
+    void act(int number, std::string_view controlId);
+    void close(int number);
+
+  private:
+    class VirtualWindow;
+    struct Record {
+        WindowState state;
+        std::shared_ptr<const ActionHandler> onAction;
+    };
+
+    /// Runs `function` on the window's record with the mutex held; false when there is no such window.
+    bool with(int number, const std::function<void(Record&)>& function) const;
+    void bringToFront(int number);
+    void remove(int number);
+
+    Engine& engine_;
+    mutable std::mutex mutex_;
+    /// Front to back.
+    mutable std::vector<Record> windows_;
+    int made_ = 0;
+};
+
+}  // namespace vantrel::virtualmac

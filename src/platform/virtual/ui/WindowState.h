@@ -1,0 +1,38 @@
+#pragma once
+
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/ui/Window.h"
+
+namespace vantrel::virtualmac {
+
+/// A window as somebody in front of the screen would find it.
+struct WindowState {
+    int number = 0;
+    std::string title;
+    Rect contentRect;
+    unsigned styleMask = 0;
+    bool visible = false;
+    bool key = false;
+    bool centered = false;
+    /// With the current texts and hidden flags.
+    std::vector<View> views;
+    std::set<std::string, std::less<>> disabled;
+
+    /// Null when nothing bears the id.
+    const View* view(std::string_view id) const;
+    const Control* control(std::string_view id) const;
+    /// The view that holds the control.
+    const View* viewOf(std::string_view controlId) const;
+
+    bool isEnabled(std::string_view controlId) const { return !disabled.contains(controlId); }
+    /// Whether the participant sees the control: the window is visible and the control's view is not hidden.
+    bool shows(std::string_view controlId) const;
+    /// The current text of a control; empty when there is none of that id.
+    std::string text(std::string_view controlId) const;
+};
+
+}  // namespace vantrel::virtualmac

@@ -1,0 +1,113 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "platform/virtual/desktop/VirtualScreens.h"
+#include "platform/virtual/scheduler/Engine.h"
+#include "platform/virtual/world/DesktopState.h"
+
+namespace vantrel::virtualmac {
+
+/// The windows of the other applications and the Spaces they lie on. What changes a Space or the application in front
+/// is noticed here, whoever changed it: the journal hears of it, Space observers are told at the start of the change,
+/// and the flags of the window list follow a moment later. Any thread.
+class VirtualDesktop {
+  public:
+    /// Seconds during which window flags tell the Space before a change of Space.
+    static constexpr double defaultFlagDelay = 0.56;
+    static constexpr double defaultFullScreenDuration = 0.7;
+
+    VirtualDesktop(Engine& engine, const VirtualScreens& screens) : engine_(engine), screens_(screens) {}
+
+    /// Driver-facing: windows front to back.
+    std::vector<AppWindow> windows() const;
+    std::vector<AppWindow> windowsOf(ProcessIdentifier process) const;
+    std::optional<AppWindow> window(std::int64_t number) const;
+    /// What the on-screen flag of the window list tells.
+    bool isOnScreen(std::int64_t number) const;
+    std::vector<SpaceRow> spaces() const;
+    std::vector<FrontCandidate> front() const;
+
+    /// Driver-facing, what happens to a window; false when there is no such window, or it stays as it is.
+    bool close(std::int64_t number);
+    bool setMinimised(std::int64_t number, bool minimised);
+    /// The top left corner, from the top left of the primary display; never above the bottom of the menu bar.
+    bool move(std::int64_t number, Point origin);
+    bool resize(std::int64_t number, Size size);
+    bool setTitle(std::int64_t number, const std::string& title);
+    bool raise(std::int64_t number);
+    /// Begins the transition; it takes its time. During one nothing can be asked for.
+    bool setFullScreen(std::int64_t number, bool fullScreen);
+    void setHidden(ProcessIdentifier process, bool hidden);
+    /// Seconds during which window flags are stale after a change of Space.
+    void setFlagDelay(double seconds);
+    /// Seconds that transitions to and from full screen take.
+    void setFullScreenDuration(double seconds);
+
+    /// For the applications: their windows, and their coming to the front. One without a name comes unsaid, where
+    /// another event tells it.
+    std::int64_t open(ProcessIdentifier owner, const std::string& ownerName, const NewWindow& made);
+    void bringToFront(const FrontCandidate& application);
+    void processEnded(ProcessIdentifier process);
+
+    /// Set once, before the Mac starts: hears of each change of Space, and that an application has closed its last
+    /// window.
+    std::function<void()> onSpaceChange;
+    std::function<void(ProcessIdentifier)> onLastWindowClosed;
+
+    struct Happening {
+        std::string kind;
+        std::string text;
+        Journal::Fields fields;
+    };
+    using Happenings = std::vector<Happening>;
+
+    /// Runs `function(state, happenings)` with the mutex held; what it adds to the happenings is told afterwards.
+    template <class Function>
+    auto change(Function function) const {
+        Happenings happenings;
+        const Displays displays = screens_.displays();
+        std::unique_lock guard(mutex_);
+        const std::vector<SpaceRow> before = state_.spaces.rows();
+        const std::vector<FrontCandidate> frontBefore = state_.front;
+        state_.arrange(displays);
+        if constexpr (std::is_void_v<decltype(function(state_, happenings))>) {
+            function(state_, happenings);
+            tell(guard, before, frontBefore, std::move(happenings));
+        } else {
+            auto result = function(state_, happenings);
+            tell(guard, before, frontBefore, std::move(happenings));
+            return result;
+        }
+    }
+    template <class Function>
+    auto read(Function function) const {
+        return change([&function](const DesktopState& state, Happenings&) { return function(state); });
+    }
+
+  private:
+    void tell(std::unique_lock<std::mutex>& guard, const std::vector<SpaceRow>& before,
+              const std::vector<FrontCandidate>& frontBefore, Happenings happenings) const;
+    bool changeWindow(std::int64_t number, const std::function<bool(DesktopState&, AppWindow&, Happenings&)>& function);
+    bool setFrame(std::int64_t number, const std::function<Rect(const Rect&)>& next);
+
+    Engine& engine_;
+    const VirtualScreens& screens_;
+    mutable std::mutex mutex_;
+    mutable DesktopState state_;
+    /// How often the Space of a display has changed.
+    mutable std::map<std::string, std::uint64_t> changes_;
+    std::int64_t made_ = 1000;
+    double flagDelay_ = defaultFlagDelay;
+    double fullScreenDuration_ = defaultFullScreenDuration;
+};
+
+}  // namespace vantrel::virtualmac
