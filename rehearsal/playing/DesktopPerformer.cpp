@@ -89,7 +89,7 @@ void DesktopPerformer::operator()(const SetDisplayNotices& action) {
 }
 
 void DesktopPerformer::operator()(const SetTaps& action) {
-    mac_.keyboard().refuse(action.work ? 0 : virtualmac::VirtualKeyboard::always);
+    mac_.keyboard().refuse(action.work ? 0 : virtualmac::VirtualKeyboardTaps::always);
     note("fault", action.work ? "keyboard taps are given again" : "no keyboard tap is given");
 }
 

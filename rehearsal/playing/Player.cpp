@@ -114,23 +114,23 @@ std::string state(virtualmac::VirtualMac& mac) {
         return "the client waits for an answer to: " + alerts.back().messageText;
     }
     if (mac.menus().isOpen()) return "a menu is open";
-    if (mac.residue().prompts > 0) return "a permission prompt is up";
+    if (mac.leftovers().prompts > 0) return "a permission prompt is up";
     return "the client is running";
 }
 
-std::string leftOver(const virtualmac::Residue& residue) {
-    const std::vector<std::pair<const char*, std::size_t>> counts = {{"windows", residue.windows},
-                                                                     {"visible windows", residue.visibleWindows},
-                                                                     {"status items", residue.statusItems},
-                                                                     {"overlays", residue.overlays},
-                                                                     {"keyboard taps", residue.keyboardTaps},
-                                                                     {"alerts", residue.alerts},
-                                                                     {"permission prompts", residue.prompts},
-                                                                     {"timers", residue.timers},
-                                                                     {"observers", residue.observers},
-                                                                     {"pending blocks", residue.pendingBlocks},
-                                                                     {"background work", residue.workers},
-                                                                     {"requests", residue.requests}};
+std::string leftOver(const virtualmac::Leftovers& leftovers) {
+    const std::vector<std::pair<const char*, std::size_t>> counts = {{"windows", leftovers.windows},
+                                                                     {"visible windows", leftovers.visibleWindows},
+                                                                     {"status items", leftovers.statusItems},
+                                                                     {"overlays", leftovers.overlays},
+                                                                     {"keyboard taps", leftovers.keyboardTaps},
+                                                                     {"alerts", leftovers.alerts},
+                                                                     {"permission prompts", leftovers.prompts},
+                                                                     {"timers", leftovers.timers},
+                                                                     {"observers", leftovers.observers},
+                                                                     {"pending blocks", leftovers.pendingBlocks},
+                                                                     {"background work", leftovers.workers},
+                                                                     {"requests", leftovers.requests}};
     std::string text;
     for (const auto& [name, count] : counts) {
         if (count > 0) text += (text.empty() ? "" : ", ") + std::string(name) + " " + std::to_string(count);
@@ -170,7 +170,7 @@ bool play(const Scenario& scenario, std::ostream& stream, const std::function<vo
             for (const auto& action : step.together) performer.perform(action);
         }
         mac.runUntil(scenario.until);
-        transcript.add(mac.now(), "end", state(mac), {leftOver(mac.residue())});
+        transcript.add(mac.now(), "end", state(mac), {leftOver(mac.leftovers())});
         // What is under way goes on unheard: a thread that is stuck shows only now, when nothing else can happen any
         // more. Without the network, that is: heartbeats to a slow server would never run out.
         mac.engine().journal.mute();

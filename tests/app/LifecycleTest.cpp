@@ -70,7 +70,7 @@ TEST_F(LifecycleTest, RefusesToQuitInALockdownByWhateverRoute) {
 }
 
 TEST_F(LifecycleTest, RefusesToQuitByTheKeyInALockdownWithoutAHook) {
-    mac().keyboard().refuse(virtualmac::VirtualKeyboard::always);
+    mac().keyboard().refuse(virtualmac::VirtualKeyboardTaps::always);
     launch();
     enterLockdown();
     participant().pressCommand("q");

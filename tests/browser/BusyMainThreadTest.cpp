@@ -14,9 +14,9 @@ class BusyMainThread : public BrowserTest {
   protected:
     void expectNothingLeft() {
         EXPECT_FALSE(isAlive());
-        EXPECT_EQ(mac().residue().timers, 0u);
-        EXPECT_EQ(mac().residue().workers, 0u);
-        EXPECT_EQ(mac().residue().pendingBlocks, 0u);
+        EXPECT_EQ(mac().leftovers().timers, 0u);
+        EXPECT_EQ(mac().leftovers().workers, 0u);
+        EXPECT_EQ(mac().leftovers().pendingBlocks, 0u);
     }
 };
 

@@ -52,7 +52,7 @@ TEST_F(EarlyShutdown, OnceTheProcessIsKnownEndsItAndTheFirstAttemptFindsNone) {
         EXPECT_EQ(launcher().browserApp(), nullptr);
         EXPECT_FALSE(launcher().isConfirmedFullscreen());
         EXPECT_FALSE(monitor().confirmed);
-        EXPECT_EQ(mac().residue().timers, 0u);
+        EXPECT_EQ(mac().leftovers().timers, 0u);
         release();
     }
 }

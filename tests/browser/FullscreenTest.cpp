@@ -48,7 +48,7 @@ TEST_F(Fullscreen, IsReachedAndConfirmedOnTheFirstAttempt) {
     EXPECT_TRUE(launcher().isConfirmedFullscreen());
     EXPECT_TRUE(monitor().confirmed);
     EXPECT_TRUE(mac().desktop().windowsOf(*launcher().browserPID()).at(0).fullScreen);
-    EXPECT_EQ(mac().residue().timers, 0u);
+    EXPECT_EQ(mac().leftovers().timers, 0u);
 }
 
 TEST_F(Fullscreen, ThatIsAlreadyReachedIsConfirmedWithoutAWrite) {
@@ -86,7 +86,7 @@ TEST_F(Fullscreen, IsTriedEightTimesAndThenTakenAsConfirmed) {
     EXPECT_TRUE(launcher().isConfirmedFullscreen());
     EXPECT_TRUE(monitor().confirmed);
     EXPECT_EQ(count("[MONITOR] Fullscreen confermato"), 1u);
-    EXPECT_EQ(mac().residue().timers, 0u);
+    EXPECT_EQ(mac().leftovers().timers, 0u);
 }
 
 TEST_F(Fullscreen, IsTriedEveryTwoAndAHalfSecondsForTwenty) {
@@ -281,7 +281,7 @@ TEST_F(Fullscreen, CancelledIsNotRetried) {
     mac().runFor(60);
     EXPECT_THAT(attemptTimes(), SizeIs(1));
     EXPECT_EQ(count("[BROWSER] Fullscreen retry timer cancellato"), 1u);
-    EXPECT_EQ(mac().residue().timers, 0u);
+    EXPECT_EQ(mac().leftovers().timers, 0u);
 }
 
 TEST_F(Fullscreen, CancelledFromAnotherThreadIsNotRetried) {
@@ -322,7 +322,7 @@ TEST_F(Fullscreen, IsNotTriedForALauncherThatIsGone) {
         forgetEvents();
         mac().runFor(30);
         EXPECT_THAT(lines("[FULLSCREEN]"), IsEmpty()) << moment;
-        EXPECT_EQ(mac().residue().timers, 0u);
+        EXPECT_EQ(mac().leftovers().timers, 0u);
     }
 }
 
@@ -332,7 +332,7 @@ TEST_F(Fullscreen, HasOneRetryPendingHoweverOftenItIsTried) {
     mac().runFor(0.1);
     attempt();
     attempt();
-    EXPECT_EQ(mac().residue().timers, 1u);
+    EXPECT_EQ(mac().leftovers().timers, 1u);
     mac().runFor(2.6);
     EXPECT_THAT(attemptTimes(), SizeIs(4));
 }

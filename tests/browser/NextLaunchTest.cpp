@@ -75,9 +75,9 @@ TEST_F(NextLaunch, DropsThePendingRetry) {
     makeForOneLaunchOf(SupportedBrowser::chrome);
     launch();
     mac().runFor(4);
-    ASSERT_EQ(mac().residue().timers, 1u);
+    ASSERT_EQ(mac().leftovers().timers, 1u);
     launchAgain();
-    EXPECT_EQ(mac().residue().timers, 0u);
+    EXPECT_EQ(mac().leftovers().timers, 0u);
     mac().runFor(30);
     EXPECT_EQ(lines("[FULLSCREEN] Tentativo"), std::vector<std::string>{"[FULLSCREEN] Tentativo 1/8..."});
 }

@@ -308,7 +308,7 @@ TEST_F(ProcessRoute, OutlivesABrowserThatIsKilledAtAnyMomentOfTheLaunch) {
         EXPECT_EQ(launcher().browserPID(), std::nullopt) << moment;
         release();
         mac().runFor(1);
-        EXPECT_EQ(mac().residue().timers, 0u) << moment;
+        EXPECT_EQ(mac().leftovers().timers, 0u) << moment;
     }
 }
 

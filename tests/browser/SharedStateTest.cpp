@@ -63,7 +63,7 @@ TEST_F(SharedState, LosesItsRetryByCancelsOnAnotherThreadWhileTheMainThreadClose
     makeForARefusingChrome();
     launch();
     mac().runFor(4);
-    ASSERT_EQ(mac().residue().timers, 1u);
+    ASSERT_EQ(mac().leftovers().timers, 1u);
     // The first close waits for the browser's end. All the others, which find no process, call nothing of the platform.
     close();
     mac().onMain([this, &launcher = launcher()] {
@@ -77,7 +77,7 @@ TEST_F(SharedState, LosesItsRetryByCancelsOnAnotherThreadWhileTheMainThreadClose
     EXPECT_EQ(count("[BROWSER] Kill Google Chrome"), 1u);
     EXPECT_THAT(lines("[FULLSCREEN] Tentativo"), ElementsAre("[FULLSCREEN] Tentativo 1/8..."));
     EXPECT_EQ(launcher().browserPID(), std::nullopt);
-    EXPECT_EQ(mac().residue().timers, 0u);
+    EXPECT_EQ(mac().leftovers().timers, 0u);
 }
 
 }  // namespace

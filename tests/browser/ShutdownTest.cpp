@@ -33,7 +33,7 @@ class Shutdown : public BrowserTest {
         EXPECT_EQ(launcher().windowNumber(), std::nullopt);
         EXPECT_FALSE(launcher().wasPreExisting());
         EXPECT_FALSE(launcher().isConfirmedFullscreen());
-        EXPECT_EQ(mac().residue().timers, 0u);
+        EXPECT_EQ(mac().leftovers().timers, 0u);
     }
 };
 
@@ -292,7 +292,7 @@ TEST_F(Shutdown, DropsAPendingRetry) {
     installChrome();
     mac().accessibility().faults().fail(Operation::write, "AXFullScreen", accessibilityFailure);
     openMeeting();
-    ASSERT_EQ(mac().residue().timers, 1u);
+    ASSERT_EQ(mac().leftovers().timers, 1u);
     close();
     expectForgotten();
     forgetEvents();
@@ -311,7 +311,7 @@ TEST_F(Shutdown, LetsAnAttemptThatIsQueuedAlreadyFindNoProcess) {
     close();
     mac().runFor(30);
     EXPECT_THAT(lines("[FULLSCREEN]"), ElementsAre("[FULLSCREEN] Tentativo 2/8..."));
-    EXPECT_EQ(mac().residue().timers, 0u);
+    EXPECT_EQ(mac().leftovers().timers, 0u);
 }
 
 TEST_F(Shutdown, KeepsWhatTheNextLaunchResets) {

@@ -332,7 +332,7 @@ TEST_F(WorkspaceRoute, KeepsItsLauncherForTheDelayedAttemptOnly) {
     mac().runFor(1);
     EXPECT_TRUE(logged("[FULLSCREEN] Tentativo 1/8..."));
     EXPECT_FALSE(isAlive());
-    EXPECT_EQ(mac().residue().timers, 0u);
+    EXPECT_EQ(mac().leftovers().timers, 0u);
 }
 
 }  // namespace

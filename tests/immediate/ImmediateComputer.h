@@ -9,7 +9,7 @@
 
 #include "platform/network/URLSession.h"
 #include "platform/portable/ICUText.h"
-#include "platform/portable/PortableJSON.h"
+#include "platform/portable/PortableJSONSerialization.h"
 #include "platform/portable/PortableURLs.h"
 #include "platform/portable/UTCDateFormatter.h"
 #include "platform/system/Log.h"
@@ -116,7 +116,7 @@ struct ImmediateComputer {
     FixedDefaults defaults;
     ScriptedSession session;
     PortableURLs urls;
-    PortableJSON json;
+    PortableJSONSerialization json;
     ICUText unicode;
     UTCDateFormatter dates;
 

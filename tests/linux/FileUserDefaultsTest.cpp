@@ -6,8 +6,8 @@
 #include <thread>
 
 #include "TemporaryFolder.h"
-#include "platform/linux/system/FileUserDefaults.h"
-#include "platform/portable/PortableJSON.h"
+#include "platform/linux/system/LinuxUserDefaults.h"
+#include "platform/portable/PortableJSONSerialization.h"
 
 namespace vantrel::linuxdesktop {
 namespace {
@@ -16,7 +16,7 @@ class FileUserDefaultsTest : public testing::Test {
   protected:
     std::filesystem::path file() const { return folder.path() / "vantrel" / "defaults.json"; }
 
-    FileUserDefaults open() const { return FileUserDefaults(file(), json); }
+    LinuxUserDefaults open() const { return LinuxUserDefaults(file(), json); }
 
     void put(const std::string& contents) const {
         std::filesystem::create_directories(file().parent_path());
@@ -33,7 +33,7 @@ class FileUserDefaultsTest : public testing::Test {
     }
 
     TemporaryFolder folder;
-    PortableJSON json;
+    PortableJSONSerialization json;
 };
 
 TEST_F(FileUserDefaultsTest, IsEmptyWithoutAFileAndMakesNoneByReading) {

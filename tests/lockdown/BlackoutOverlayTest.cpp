@@ -102,8 +102,8 @@ TEST_F(BlackoutOverlay, IsNotNeededWhereTheDisplaysShareOneSpace) {
     activate();
     EXPECT_TRUE(manager().isActive());
     EXPECT_THAT(overlays(), IsEmpty());
-    EXPECT_EQ(mac().residue().timers, 0u);
-    EXPECT_EQ(mac().residue().observers, 0u);
+    EXPECT_EQ(mac().leftovers().timers, 0u);
+    EXPECT_EQ(mac().leftovers().observers, 0u);
     change({builtIn});
     deactivate();
     EXPECT_THAT(logLines(), ElementsAre("[BLACKOUT] Modalità 'shared spaces' attiva — overlay non necessario",
@@ -115,8 +115,8 @@ TEST_F(BlackoutOverlay, IsActivatedOnce) {
     activate();
     activate();
     EXPECT_THAT(overlays(), SizeIs(1));
-    EXPECT_EQ(mac().residue().timers, 1u);
-    EXPECT_EQ(mac().residue().observers, 1u);
+    EXPECT_EQ(mac().leftovers().timers, 1u);
+    EXPECT_EQ(mac().leftovers().observers, 1u);
 }
 
 TEST_F(BlackoutOverlay, IsDeactivatedOnceAndLeavesNothing) {
@@ -126,8 +126,8 @@ TEST_F(BlackoutOverlay, IsDeactivatedOnceAndLeavesNothing) {
     deactivate();
     EXPECT_THAT(overlays(), IsEmpty());
     EXPECT_EQ(manager().windowCount(), 0u);
-    EXPECT_EQ(mac().residue().timers, 0u);
-    EXPECT_EQ(mac().residue().observers, 0u);
+    EXPECT_EQ(mac().leftovers().timers, 0u);
+    EXPECT_EQ(mac().leftovers().observers, 0u);
     EXPECT_EQ(logLines().back(), "[BLACKOUT] Overlay deattivato");
     EXPECT_THAT(logLines(), SizeIs(3));
     forgetEvents();
@@ -141,8 +141,8 @@ TEST_F(BlackoutOverlay, ReleasedWhileActiveLeavesNothing) {
     release();
     mac().runFor(10);
     EXPECT_THAT(overlays(), IsEmpty());
-    EXPECT_EQ(mac().residue().timers, 0u);
-    EXPECT_EQ(mac().residue().observers, 0u);
+    EXPECT_EQ(mac().leftovers().timers, 0u);
+    EXPECT_EQ(mac().leftovers().observers, 0u);
 }
 
 TEST_F(BlackoutOverlay, IsAWindowAboveEverythingOnAllSpaces) {

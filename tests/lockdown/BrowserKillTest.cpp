@@ -120,9 +120,9 @@ TEST_F(BrowserKillTest, KeepsTheLauncherFromBringingTheWindowBack) {
                                         accessibilityFailure);
     launch();
     mac().runFor(4);
-    ASSERT_GT(mac().residue().timers, 0u);
+    ASSERT_GT(mac().leftovers().timers, 0u);
     kill();
-    EXPECT_EQ(mac().residue().timers, 0u);
+    EXPECT_EQ(mac().leftovers().timers, 0u);
 }
 
 TEST_F(BrowserKillTest, LetsTheLauncherGoWhileItWaits) {

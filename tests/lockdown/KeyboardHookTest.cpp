@@ -61,7 +61,7 @@ TEST_F(KeyboardHook, StartsOnce) {
     start();
     EXPECT_TRUE(hook().isActive());
     EXPECT_THAT(logLines(), ElementsAre("[HOOK] Hook tastiera attivato"));
-    EXPECT_EQ(mac().residue().keyboardTaps, 1u);
+    EXPECT_EQ(mac().leftovers().keyboardTaps, 1u);
 }
 
 TEST_F(KeyboardHook, StopsOnceAndLeavesNoTap) {
@@ -70,7 +70,7 @@ TEST_F(KeyboardHook, StopsOnceAndLeavesNoTap) {
     stop();
     EXPECT_FALSE(hook().isActive());
     EXPECT_THAT(logLines(), ElementsAre("[HOOK] Hook tastiera attivato", "[HOOK] Hook tastiera disattivato"));
-    EXPECT_EQ(mac().residue().keyboardTaps, 0u);
+    EXPECT_EQ(mac().leftovers().keyboardTaps, 0u);
 }
 
 TEST_F(KeyboardHook, ThatWasNeverStartedStopsSilently) {
@@ -81,7 +81,7 @@ TEST_F(KeyboardHook, ThatWasNeverStartedStopsSilently) {
 TEST_F(KeyboardHook, ReleasedWhileActiveLeavesNoTap) {
     start();
     release();
-    EXPECT_EQ(mac().residue().keyboardTaps, 0u);
+    EXPECT_EQ(mac().leftovers().keyboardTaps, 0u);
 }
 
 TEST_F(KeyboardHook, WithoutThePermissionAsksForItAndStaysInactive) {
@@ -90,7 +90,7 @@ TEST_F(KeyboardHook, WithoutThePermissionAsksForItAndStaysInactive) {
     EXPECT_FALSE(hook().isActive());
     EXPECT_THAT(logLines(), ElementsAre("[HOOK] ⚠ Permessi Accessibilità non concessi — l'hook non funzionerà"));
     EXPECT_EQ(mac().trust().prompts(), 1);
-    EXPECT_EQ(mac().residue().keyboardTaps, 0u);
+    EXPECT_EQ(mac().leftovers().keyboardTaps, 0u);
 }
 
 TEST_F(KeyboardHook, CanBeStartedAgainOnceThePermissionIsGiven) {
@@ -102,7 +102,7 @@ TEST_F(KeyboardHook, CanBeStartedAgainOnceThePermissionIsGiven) {
     stop();
     start();
     EXPECT_TRUE(hook().isActive());
-    EXPECT_EQ(mac().residue().keyboardTaps, 1u);
+    EXPECT_EQ(mac().leftovers().keyboardTaps, 1u);
 }
 
 TEST_F(KeyboardHook, SwallowsCommandShift4AsCmd4) {
@@ -180,7 +180,7 @@ TEST_F(KeyboardHook, ThatTheSystemHasDisabledStaysSo) {
     EXPECT_THAT(logLines(), ElementsAre("[HOOK] Hook tastiera attivato"));
     EXPECT_EQ(mac().keyboard().enabledTaps(), 0u);
     stop();
-    EXPECT_EQ(mac().residue().keyboardTaps, 0u);
+    EXPECT_EQ(mac().leftovers().keyboardTaps, 0u);
 }
 
 TEST_F(KeyboardHook, WhosePermissionIsTakenAwayIsNotEnabledAgain) {

@@ -33,8 +33,8 @@ TEST_F(Monitoring, IsStartedOnce) {
     startMonitor();
     mac().onMain([this] { monitor().startMonitoring(sharedLauncher()); });
     EXPECT_EQ(count(started), 1u);
-    EXPECT_EQ(mac().residue().timers, 1u);
-    EXPECT_EQ(mac().residue().observers, 1u);
+    EXPECT_EQ(mac().leftovers().timers, 1u);
+    EXPECT_EQ(mac().leftovers().observers, 1u);
 }
 
 TEST_F(Monitoring, IsStoppedOnceAndLeavesNothing) {
@@ -44,8 +44,8 @@ TEST_F(Monitoring, IsStoppedOnceAndLeavesNothing) {
     stopMonitor();
     EXPECT_EQ(count(stopped), 1u);
     EXPECT_FALSE(monitor().isActive());
-    EXPECT_EQ(mac().residue().timers, 0u);
-    EXPECT_EQ(mac().residue().observers, 0u);
+    EXPECT_EQ(mac().leftovers().timers, 0u);
+    EXPECT_EQ(mac().leftovers().observers, 0u);
     mac().processes().exit(chrome());
     mac().runFor(20);
     EXPECT_THAT(ends(), IsEmpty());
@@ -78,8 +78,8 @@ TEST_F(Monitoring, ReleasedWhileActiveLeavesNothing) {
     startMonitor();
     releaseMonitor();
     mac().runFor(20);
-    EXPECT_EQ(mac().residue().timers, 0u);
-    EXPECT_EQ(mac().residue().observers, 0u);
+    EXPECT_EQ(mac().leftovers().timers, 0u);
+    EXPECT_EQ(mac().leftovers().observers, 0u);
     EXPECT_EQ(count(stopped), 0u);
 }
 
@@ -129,7 +129,7 @@ TEST_F(Monitoring, StopsItselfBeforeItTellsOfAnEnd) {
     runTicks();
     EXPECT_FALSE(wasActive);
     EXPECT_THAT(monitorLines(), ElementsAre("[MONITOR] Google Chrome non in esecuzione — fine sessione", stopped));
-    EXPECT_EQ(mac().residue().timers, 0u);
+    EXPECT_EQ(mac().leftovers().timers, 0u);
 }
 
 TEST_F(Monitoring, WithNobodyToTellStopsItselfAllTheSame) {

@@ -222,7 +222,7 @@ TEST_F(HeartbeatServiceTest, StartsAndStopsOnce) {
     EXPECT_THAT(bodies(), SizeIs(1));
     EXPECT_THAT(logLines(),
                 ElementsAre("[HEARTBEAT] Avviato (ogni 15s) → https://server.example", "[HEARTBEAT] Fermato"));
-    EXPECT_EQ(mac().residue().timers, 0u);
+    EXPECT_EQ(mac().leftovers().timers, 0u);
 }
 
 TEST_F(HeartbeatServiceTest, HearsAReplyThatComesAfterTheStop) {
@@ -246,7 +246,7 @@ TEST_F(HeartbeatServiceTest, IgnoresAReplyThatComesAfterItIsGone) {
     EXPECT_EQ(ended, 0);
     EXPECT_THAT(bodies(), SizeIs(1));
     EXPECT_THAT(logLines(), SizeIs(1));
-    EXPECT_EQ(mac().residue().timers, 0u);
+    EXPECT_EQ(mac().leftovers().timers, 0u);
 }
 
 TEST_F(HeartbeatServiceTest, SendsTheDisconnectNoticeWithoutTheQueuedViolations) {

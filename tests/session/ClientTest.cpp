@@ -115,7 +115,7 @@ std::vector<std::string> ClientTest::bodies(std::string_view path) {
 
 void ClientTest::expectNothingLeft() {
     mac().runUntilIdle();
-    const auto left = mac().residue();
+    const auto left = mac().leftovers();
     EXPECT_EQ(left.timers, 0u);
     EXPECT_EQ(left.observers, 0u);
     EXPECT_EQ(left.statusItems, 0u);

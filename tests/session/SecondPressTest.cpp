@@ -95,7 +95,7 @@ class SecondPressTest : public ClientTest {
     /// A lockdown is complete, with one of each.
     void expectOneLockdown() {
         EXPECT_EQ(screen(), "none");
-        const auto held = mac().residue();
+        const auto held = mac().leftovers();
         EXPECT_EQ(held.statusItems, 1u);
         EXPECT_EQ(held.overlays, 1u);
         EXPECT_EQ(held.keyboardTaps, 1u);
@@ -277,7 +277,7 @@ TEST_F(SecondPressTest, ThatWaitsForAPromptIsNoStepOfTheNextLockdown) {
     participant().answerPermissionPrompt(true);
     mac().runFor(1.9);
     EXPECT_EQ(count(fullscreenDone), 0);
-    EXPECT_EQ(mac().residue().keyboardTaps, 0u);
+    EXPECT_EQ(mac().leftovers().keyboardTaps, 0u);
     EXPECT_EQ(screen(), "joinView");
     mac().runFor(0.2);
     EXPECT_EQ(count(fullscreenDone), 1);
@@ -306,7 +306,7 @@ TEST_F(SecondPressTest, WhoseBrowserIsLaunchedIsNoStepOfTheNextLockdown) {
     join();
     mac().runFor(2.9);
     // The old launch has come to its end.
-    EXPECT_EQ(mac().residue().workers, 1u);
+    EXPECT_EQ(mac().leftovers().workers, 1u);
     EXPECT_EQ(count(fullscreenDone), 0);
     EXPECT_EQ(count("[HEARTBEAT] Avviato (ogni 15s) → https://server.example"), 0);
     EXPECT_EQ(screen(), "joinView");

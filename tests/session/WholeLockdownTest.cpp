@@ -151,7 +151,7 @@ TEST_F(WholeLockdown, EndsWithTheServersWord) {
 }
 
 TEST_F(WholeLockdown, StandsWithoutTheTapThatTheSystemRefuses) {
-    mac().keyboard().refuse(virtualmac::VirtualKeyboard::always);
+    mac().keyboard().refuse(virtualmac::VirtualKeyboardTaps::always);
     begin();
     press("cmd+0");
     mac().runFor(20);
@@ -162,7 +162,7 @@ TEST_F(WholeLockdown, StandsWithoutTheTapThatTheSystemRefuses) {
 }
 
 TEST_F(WholeLockdown, DoesNotSayThatARefusedTapIsAtWork) {
-    mac().keyboard().refuse(virtualmac::VirtualKeyboard::always);
+    mac().keyboard().refuse(virtualmac::VirtualKeyboardTaps::always);
     launch();
     enterLockdown();
     EXPECT_THAT(logLines(), Not(Contains("[LOCKDOWN] ✅ Keyboard hook verificato e attivo")));
@@ -341,7 +341,7 @@ TEST(CausesInAnyOrder, LetNowTheOneAndNowTheOtherEndTheSession) {
 TEST_F(WholeLockdown, CanBeEnteredAThousandTimesWithoutGrowing) {
     mac().screens().setUp({{builtIn, beside}, 0, true});
     launch();
-    virtualmac::Residue first;
+    virtualmac::Leftovers first;
     for (int round = 0; round < 1000; ++round) {
         join();
         mac().runFor(5);
@@ -353,9 +353,9 @@ TEST_F(WholeLockdown, CanBeEnteredAThousandTimesWithoutGrowing) {
         mac().runFor(0.1);
         forgetEvents();
         mac().runUntilIdle();
-        if (round == 0) first = mac().residue();
+        if (round == 0) first = mac().leftovers();
     }
-    EXPECT_EQ(mac().residue(), first);
+    EXPECT_EQ(mac().leftovers(), first);
 }
 
 }  // namespace

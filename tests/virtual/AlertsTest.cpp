@@ -88,7 +88,7 @@ TEST_F(AlertsTest, AreGivenUpUnderALock) {
     mac().runFor(1);
     EXPECT_EQ(Lines{"a wait with a lock held"}, expectedMisuse());
     EXPECT_EQ(Lines{"went on with 1"}, logLines());
-    EXPECT_EQ(0U, mac().residue().alerts);
+    EXPECT_EQ(0U, mac().leftovers().alerts);
 }
 
 TEST_F(AlertsTest, AreAnsweredWithTheLastButtonWhenTheMacIsDrained) {
@@ -96,7 +96,7 @@ TEST_F(AlertsTest, AreAnsweredWithTheLastButtonWhenTheMacIsDrained) {
     show("Due", {"A", "B"});
     mac().drain();
     EXPECT_EQ((Lines{"Due 1", "Uno 2"}), logLines());
-    EXPECT_EQ(0U, mac().residue().alerts);
+    EXPECT_EQ(0U, mac().leftovers().alerts);
 }
 
 TEST_F(AlertsTest, DoNotKeepTheMacFromEnding) {

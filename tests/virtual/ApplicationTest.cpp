@@ -106,7 +106,7 @@ TEST_F(ApplicationTest, IsNotHeardOfOnceItHasEnded) {
     mac().runFor(10);
     EXPECT_EQ(Lines{}, transcript());
     mac().drain();
-    EXPECT_EQ(Residue{}, mac().residue());
+    EXPECT_EQ(Leftovers{}, mac().leftovers());
 }
 
 TEST_F(ApplicationTest, ChangesNothingMoreOnceItHasEnded) {
@@ -132,7 +132,7 @@ TEST_F(ApplicationTest, ChangesNothingMoreOnceItHasEnded) {
     });
     mac().runFor(10);
     EXPECT_FALSE(mac().isRunning());
-    EXPECT_EQ((VirtualDefaults::Values{{"kept", "before"}}), mac().defaults().values());
+    EXPECT_EQ((VirtualUserDefaults::Values{{"kept", "before"}}), mac().defaults().values());
     EXPECT_EQ(Lines{}, mac().workspace().opened());
     EXPECT_EQ(0, mac().trust().prompts());
     EXPECT_EQ(0U, mac().capture().prompts());

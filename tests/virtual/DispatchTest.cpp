@@ -22,14 +22,14 @@ TEST_F(DispatchTest, RunsGlobalBlocksSideBySideOffTheMainThread) {
     }
     mac().runFor(2);
     EXPECT_EQ(3, ended);
-    EXPECT_EQ(0U, mac().residue().workers);
+    EXPECT_EQ(0U, mac().leftovers().workers);
 }
 
 TEST_F(DispatchTest, DelaysGlobalBlocks) {
     computer().dispatch.userInitiatedQueue().asyncAfter(3, [&] { computer().log.print("late"); });
     mac().runFor(2.9);
     EXPECT_EQ(Lines{}, logLines());
-    EXPECT_EQ(1U, mac().residue().workers);
+    EXPECT_EQ(1U, mac().leftovers().workers);
     mac().runFor(0.1);
     EXPECT_EQ(Lines{"late"}, logLines());
 }

@@ -25,12 +25,12 @@ TEST_F(MacTestTest, MakesObjectsOnTheMainThreadAndDropsThemThere) {
 TEST_F(MacTestTest, LeavesNothingBehind) {
     computer().dispatch.mainQueue().asyncAfter(5, [] {});
     computer().dispatch.userInitiatedQueue().asyncAfter(5, [] {});
-    Residue expected;
+    Leftovers expected;
     expected.pendingBlocks = 1;
     expected.workers = 1;
-    EXPECT_EQ(expected, mac().residue());
+    EXPECT_EQ(expected, mac().leftovers());
     mac().drain();
-    EXPECT_EQ(Residue(), mac().residue());
+    EXPECT_EQ(Leftovers(), mac().leftovers());
 }
 
 TEST_F(MacTestTest, EndsWithThreadsThatWaitForGood) {

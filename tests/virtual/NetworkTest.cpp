@@ -36,12 +36,12 @@ TEST_F(NetworkTest, DeliversTheHandlersAnswerAfterItsLatency) {
     });
     get("http://h/x");
     mac().runFor(1.4);
-    EXPECT_EQ(1U, mac().residue().requests);
+    EXPECT_EQ(1U, mac().leftovers().requests);
     EXPECT_EQ(Lines{}, logLines());
     mac().runFor(0.1);
     EXPECT_EQ((Lines{"request GET http://h/x", "reply http://h/x; status=201; body=body", "log reply 201 body"}),
               transcript());
-    EXPECT_EQ(0U, mac().residue().requests);
+    EXPECT_EQ(0U, mac().leftovers().requests);
     EXPECT_EQ(1U, mac().network().sent().size());
 }
 

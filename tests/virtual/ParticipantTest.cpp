@@ -209,9 +209,9 @@ TEST_F(ParticipantTest, ClosesAMenuWithoutAChoice) {
 
 TEST_F(ParticipantTest, SeesTheStatusItemComeAndGo) {
     installItem();
-    EXPECT_EQ(1U, mac().residue().statusItems);
+    EXPECT_EQ(1U, mac().leftovers().statusItems);
     mac().onMain([this] { computer().statusBar.removeStatusItem(*item_); });
-    EXPECT_EQ(0U, mac().residue().statusItems);
+    EXPECT_EQ(0U, mac().leftovers().statusItems);
     mac().onMain([this] { item_.reset(); });
     EXPECT_EQ(
         (Lines{"status-item-installed", "status-item-title 🔒 Vantrel",
@@ -227,7 +227,7 @@ TEST_F(ParticipantTest, ClosesAWindowThatHasACloseButton) {
     mac().onMain([this] { window_->setStyleMask(windowTitled | windowClosable); });
     participant().closeWindow();
     EXPECT_EQ("", ignored());
-    EXPECT_EQ(0U, mac().residue().visibleWindows);
+    EXPECT_EQ(0U, mac().leftovers().visibleWindows);
     participant().closeWindow();
     EXPECT_EQ("no window is on the screen", ignored());
 }
@@ -252,7 +252,7 @@ TEST_F(ParticipantTest, AnswersPermissionPromptsWhateverTheApplicationShows) {
         computer().alerts.runModal({AlertStyle::warning, "Uno", "", {}});
     });
     mac().runFor(1);
-    EXPECT_EQ(1U, mac().residue().prompts);
+    EXPECT_EQ(1U, mac().leftovers().prompts);
     participant().answerPermissionPrompt(true);
     EXPECT_EQ("", ignored());
     EXPECT_EQ(Lines{"granted"}, logLines());

@@ -43,7 +43,7 @@ TEST_F(RunLoopTest, FiresATimerThatDoesNotRepeatOnce) {
     EXPECT_EQ(2.0, mac().now());
     mac().runFor(10);
     EXPECT_EQ((Lines{"tick 20"}), logLines());
-    EXPECT_EQ(0U, mac().residue().timers);
+    EXPECT_EQ(0U, mac().leftovers().timers);
 }
 
 TEST_F(RunLoopTest, LetsATimerBeInvalidatedAndDestroyedFromItsOwnBlock) {

@@ -67,7 +67,7 @@ TEST_F(WindowsTest, ShowsAndHidesItselfAndItsViews) {
     EXPECT_EQ(1U, state.styleMask);
     EXPECT_TRUE(state.view("form")->hidden);
     drop();
-    EXPECT_EQ(0U, mac().residue().windows);
+    EXPECT_EQ(0U, mac().leftovers().windows);
 }
 
 TEST_F(WindowsTest, HoldsTheTextsAndStatesOfItsControls) {

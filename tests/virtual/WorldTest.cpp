@@ -26,7 +26,7 @@ TEST_F(WorldTest, KeepsSettings) {
     EXPECT_EQ("1", computer().userDefaults.string("a"));
     EXPECT_EQ(std::nullopt, computer().userDefaults.string("b"));
     computer().userDefaults.set("b", "due");
-    EXPECT_EQ((VirtualDefaults::Values{{"a", "1"}, {"b", "due"}}), mac().defaults().values());
+    EXPECT_EQ((VirtualUserDefaults::Values{{"a", "1"}, {"b", "due"}}), mac().defaults().values());
     EXPECT_EQ(Lines{"setting-saved b; value=due"}, transcript());
 }
 
@@ -76,7 +76,7 @@ TEST_F(WorldTest, TellsOfDisplaysThroughTheMainQueue) {
     mac().screens().unplug("Display integrato");
     mac().onMain([&] { EXPECT_EQ(std::nullopt, computer().screens.mainScreen()); });
     EXPECT_EQ(2U, logLines().size());
-    EXPECT_EQ(0U, mac().residue().observers);
+    EXPECT_EQ(0U, mac().leftovers().observers);
 }
 
 TEST_F(WorldTest, DropsANoticeForAnObserverThatHasGone) {

@@ -22,19 +22,19 @@
 #include "platform/linux/keyboard/LinuxKeyboardTaps.h"
 #include "platform/linux/network/LinuxURLSession.h"
 #include "platform/linux/statusbar/LinuxStatusBar.h"
-#include "platform/linux/system/FileUserDefaults.h"
 #include "platform/linux/system/LinuxAccessibilityTrust.h"
 #include "platform/linux/system/LinuxCaptureAuthorization.h"
 #include "platform/linux/system/LinuxFileManager.h"
+#include "platform/linux/system/LinuxUserDefaults.h"
 #include "platform/linux/system/TerminationSignals.h"
 #include "platform/linux/system/WaylandSigns.h"
 #include "platform/linux/threads/BackgroundQueue.h"
 #include "platform/linux/threads/DelayedWork.h"
 #include "platform/linux/threads/LinuxClock.h"
 #include "platform/linux/threads/LinuxDispatch.h"
+#include "platform/linux/threads/LinuxRunLoop.h"
 #include "platform/linux/threads/LinuxThreads.h"
 #include "platform/linux/threads/MainQueue.h"
-#include "platform/linux/threads/MainRunLoop.h"
 #include "platform/linux/threads/MainThread.h"
 #include "platform/linux/threads/RunLoopModes.h"
 #include "platform/linux/ui/AlertIcon.h"
@@ -49,7 +49,7 @@
 #include "platform/linux/x11/FrontWindows.h"
 #include "platform/linux/x11/X11WindowSurvey.h"
 #include "platform/portable/ICUText.h"
-#include "platform/portable/PortableJSON.h"
+#include "platform/portable/PortableJSONSerialization.h"
 #include "platform/portable/PortableURLs.h"
 #include "platform/portable/StandardOutputLog.h"
 #include "platform/portable/UTCDateFormatter.h"
@@ -121,20 +121,20 @@ struct LinuxComputer::Parts {
     RunLoopModes modes;
     DelayedWork delayedWork;
     MainQueue mainQueue{mainThread, delayedWork};
-    MainRunLoop runLoop{mainThread, delayedWork, modes};
+    LinuxRunLoop runLoop{mainThread, delayedWork, modes};
     BackgroundQueue backgroundQueue{delayedWork};
     LinuxDispatch dispatch{mainQueue, backgroundQueue};
     LinuxThreads threads{mainThread};
     LinuxClock clock;
     StandardOutputLog log;
 
-    PortableJSON json;
+    PortableJSONSerialization json;
     PortableURLs urls;
     ICUText unicode;
     UTCDateFormatter dates;
     LinuxFileManager files;
     LinuxBundle bundle;
-    FileUserDefaults userDefaults{FileUserDefaults::standardFile(), json};
+    LinuxUserDefaults userDefaults{LinuxUserDefaults::standardFile(), json};
     LinuxURLSession urlSession;
 
     Responder responder;

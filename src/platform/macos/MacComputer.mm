@@ -11,7 +11,7 @@
 #include "platform/macos/desktop/MacSpaces.h"
 #include "platform/macos/desktop/MacWindowList.h"
 #include "platform/macos/keyboard/MacKeyboardTaps.h"
-#include "platform/macos/network/MacJSON.h"
+#include "platform/macos/network/MacJSONSerialization.h"
 #include "platform/macos/network/MacURLSession.h"
 #include "platform/macos/network/MacURLs.h"
 #include "platform/macos/system/MacAccessibilityTrust.h"
@@ -60,7 +60,7 @@ struct MacComputer::Parts {
     MacUserDefaults userDefaults;
     MacURLs urls;
     MacURLSession urlSession;
-    MacJSON json;
+    MacJSONSerialization json;
     MacUnicodeText unicode;
     MacISO8601DateFormatter dates;
     MacFileManager files;

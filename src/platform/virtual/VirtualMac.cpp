@@ -18,7 +18,7 @@ VirtualMac::VirtualMac(Options options)
       engine_(options),
       screens_(engine_),
       files_(engine_),
-      desktop_(engine_, screens_),
+      desktop_(engine_, [this] { return screens_.displays(); }),
       processes_(engine_, files_, desktop_, options.bundleIdentifier),
       application_(engine_, desktop_, processes_.ownProcess()),
       alerts_(engine_),
@@ -49,8 +49,13 @@ VirtualMac::VirtualMac(Options options)
                 windowList_,  workspace_, opener_,  frontmost_, applications_, processes_, accessibility_, trust_,
                 capture_,     dispatch_,  runLoop_, threads_,   clock_,        log_,       defaults_,      urls_,
                 network_,     json_,      unicode_, dates_,     files_,        bundle_},
-      participant_({engine_, windows_, alerts_, menus_, statusBar_, application_, capture_},
-                   {engine_, desktop_, spaces_, processes_, keyboard_, keys_}) {
+      participant_({{engine_, desktop_, spaces_, processes_, keyboard_, keys_},
+                    windows_,
+                    alerts_,
+                    menus_,
+                    statusBar_,
+                    application_,
+                    capture_}) {
     engine_.start();
 }
 
@@ -112,23 +117,23 @@ void VirtualMac::drain() {
     engine_.misuse("one alert follows the other without an end");
 }
 
-Residue VirtualMac::residue() const {
-    Residue residue;
+Leftovers VirtualMac::leftovers() const {
+    Leftovers leftovers;
     const auto windows = windows_.all();
-    residue.timers = engine_.mainLoop.timers();
-    residue.observers = screens_.observers() + spaces_.observers();
-    residue.windows = windows.size();
-    residue.visibleWindows = static_cast<std::size_t>(
+    leftovers.timers = engine_.mainLoop.timers();
+    leftovers.observers = screens_.observers() + spaces_.observers();
+    leftovers.windows = windows.size();
+    leftovers.visibleWindows = static_cast<std::size_t>(
         std::count_if(windows.begin(), windows.end(), [](const auto& window) { return window.visible; }));
-    residue.alerts = alerts_.up().size();
-    residue.overlays = overlays_.all().size();
-    residue.keyboardTaps = keyboard_.taps();
-    residue.statusItems = statusBar_.items().size();
-    residue.pendingBlocks = engine_.mainLoop.pending();
-    residue.workers = engine_.scheduler.count(Scheduler::Rank::worker);
-    residue.requests = network_.underWay();
-    residue.prompts = capture_.prompts();
-    return residue;
+    leftovers.alerts = alerts_.up().size();
+    leftovers.overlays = overlays_.all().size();
+    leftovers.keyboardTaps = keyboard_.taps();
+    leftovers.statusItems = statusBar_.items().size();
+    leftovers.pendingBlocks = engine_.mainLoop.pending();
+    leftovers.workers = engine_.scheduler.count(Scheduler::Rank::worker);
+    leftovers.requests = network_.underWay();
+    leftovers.prompts = capture_.prompts();
+    return leftovers;
 }
 
 bool VirtualMac::finish(const std::function<void(Block)>& submit, Block block, const char* what) {

@@ -5,30 +5,30 @@
 #include "platform/Computer.h"
 #include "platform/portable/ICUText.h"
 #include "platform/portable/UTCDateFormatter.h"
-#include "platform/virtual/Residue.h"
-#include "platform/virtual/apps/VirtualApplications.h"
+#include "platform/virtual/Leftovers.h"
+#include "platform/virtual/apps/VirtualApplicationOpener.h"
 #include "platform/virtual/apps/VirtualBundle.h"
-#include "platform/virtual/apps/VirtualFrontmost.h"
-#include "platform/virtual/apps/VirtualOpener.h"
-#include "platform/virtual/apps/VirtualProcesses.h"
+#include "platform/virtual/apps/VirtualFrontmostApplication.h"
+#include "platform/virtual/apps/VirtualProcessLauncher.h"
+#include "platform/virtual/apps/VirtualRunningApplications.h"
 #include "platform/virtual/apps/VirtualWorkspace.h"
 #include "platform/virtual/desktop/VirtualAccessibility.h"
 #include "platform/virtual/desktop/VirtualScreens.h"
 #include "platform/virtual/desktop/VirtualSpaces.h"
 #include "platform/virtual/desktop/VirtualWindowList.h"
-#include "platform/virtual/keyboard/VirtualKeyboard.h"
-#include "platform/virtual/network/VirtualJSON.h"
-#include "platform/virtual/network/VirtualNetwork.h"
+#include "platform/virtual/keyboard/VirtualKeyboardTaps.h"
+#include "platform/virtual/network/VirtualJSONSerialization.h"
+#include "platform/virtual/network/VirtualURLSession.h"
 #include "platform/virtual/network/VirtualURLs.h"
 #include "platform/virtual/participant/KeyDelivery.h"
 #include "platform/virtual/participant/Participant.h"
 #include "platform/virtual/scheduler/Engine.h"
 #include "platform/virtual/scheduler/Options.h"
-#include "platform/virtual/system/VirtualCapture.h"
-#include "platform/virtual/system/VirtualDefaults.h"
-#include "platform/virtual/system/VirtualFiles.h"
+#include "platform/virtual/system/VirtualAccessibilityTrust.h"
+#include "platform/virtual/system/VirtualCaptureAuthorization.h"
+#include "platform/virtual/system/VirtualFileManager.h"
 #include "platform/virtual/system/VirtualLog.h"
-#include "platform/virtual/system/VirtualTrust.h"
+#include "platform/virtual/system/VirtualUserDefaults.h"
 #include "platform/virtual/threads/VirtualClock.h"
 #include "platform/virtual/threads/VirtualDispatch.h"
 #include "platform/virtual/threads/VirtualRunLoop.h"
@@ -89,7 +89,7 @@ class VirtualMac {
     /// for ever; such a Mac cannot be destroyed, and nothing is left but std::_Exit.
     bool end();
 
-    Residue residue() const;
+    Leftovers leftovers() const;
 
     Participant& participant() { return participant_; }
     VirtualApplication& application() { return application_; }
@@ -101,22 +101,22 @@ class VirtualMac {
     VirtualDesktop& desktop() { return desktop_; }
     VirtualSpaces& spaces() { return spaces_; }
     VirtualOverlays& overlays() { return overlays_; }
-    VirtualKeyboard& keyboard() { return keyboard_; }
+    VirtualKeyboardTaps& keyboard() { return keyboard_; }
     KeyDelivery& keys() { return keys_; }
     VirtualWindowList& windowList() { return windowList_; }
     VirtualWorkspace& workspace() { return workspace_; }
-    VirtualOpener& opener() { return opener_; }
-    VirtualApplications& applications() { return applications_; }
-    VirtualProcesses& processes() { return processes_; }
-    VirtualTrust& trust() { return trust_; }
+    VirtualApplicationOpener& opener() { return opener_; }
+    VirtualRunningApplications& applications() { return applications_; }
+    VirtualProcessLauncher& processes() { return processes_; }
+    VirtualAccessibilityTrust& trust() { return trust_; }
     VirtualAccessibility& accessibility() { return accessibility_; }
-    VirtualCapture& capture() { return capture_; }
+    VirtualCaptureAuthorization& capture() { return capture_; }
     VirtualClock& clock() { return clock_; }
-    VirtualDefaults& defaults() { return defaults_; }
+    VirtualUserDefaults& defaults() { return defaults_; }
     VirtualURLs& urls() { return urls_; }
-    VirtualNetwork& network() { return network_; }
-    VirtualJSON& json() { return json_; }
-    VirtualFiles& files() { return files_; }
+    VirtualURLSession& network() { return network_; }
+    VirtualJSONSerialization& json() { return json_; }
+    VirtualFileManager& files() { return files_; }
     Engine& engine() { return engine_; }
 
   private:
@@ -126,9 +126,9 @@ class VirtualMac {
     bool goesOn_ = false;
     Engine engine_;
     VirtualScreens screens_;
-    VirtualFiles files_;
+    VirtualFileManager files_;
     VirtualDesktop desktop_;
-    VirtualProcesses processes_;
+    VirtualProcessLauncher processes_;
     VirtualApplication application_;
     VirtualAlerts alerts_;
     MenuTracking menus_;
@@ -136,25 +136,25 @@ class VirtualMac {
     VirtualStatusBar statusBar_;
     VirtualSpaces spaces_;
     VirtualOverlays overlays_;
-    VirtualTrust trust_;
-    VirtualKeyboard keyboard_;
+    VirtualAccessibilityTrust trust_;
+    VirtualKeyboardTaps keyboard_;
     KeyDelivery keys_;
     VirtualWindowList windowList_;
     VirtualWorkspace workspace_;
-    VirtualOpener opener_;
-    VirtualFrontmost frontmost_;
-    VirtualApplications applications_;
+    VirtualApplicationOpener opener_;
+    VirtualFrontmostApplication frontmost_;
+    VirtualRunningApplications applications_;
     VirtualAccessibility accessibility_;
-    VirtualCapture capture_;
+    VirtualCaptureAuthorization capture_;
     VirtualDispatch dispatch_;
     VirtualRunLoop runLoop_;
     VirtualThreads threads_;
     VirtualClock clock_;
     VirtualLog log_;
-    VirtualDefaults defaults_;
+    VirtualUserDefaults defaults_;
     VirtualURLs urls_;
-    VirtualNetwork network_;
-    VirtualJSON json_;
+    VirtualURLSession network_;
+    VirtualJSONSerialization json_;
     ICUText unicode_;
     UTCDateFormatter dates_;
     VirtualBundle bundle_;

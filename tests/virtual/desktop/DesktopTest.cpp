@@ -221,7 +221,7 @@ TEST_F(DesktopTest, SharesTheSpacesAmongAllDisplaysWhenTheyAreNotSeparate) {
 }
 
 TEST_F(DesktopTest, TellsNobodyWhoHasStoppedListening) {
-    EXPECT_EQ(1U, mac().residue().observers);
+    EXPECT_EQ(1U, mac().leftovers().observers);
     mac().onMain([this] {
         mac().spaces().addDesktop();
         mac().spaces().switchTo(1);
@@ -229,7 +229,7 @@ TEST_F(DesktopTest, TellsNobodyWhoHasStoppedListening) {
     });
     settle();
     EXPECT_EQ(0, notices);
-    EXPECT_EQ(0U, mac().residue().observers);
+    EXPECT_EQ(0U, mac().leftovers().observers);
 }
 
 }  // namespace

@@ -68,7 +68,7 @@ TEST_F(OverlaysTest, AWindowOfTheSameLayerLiesAboveUntilTheOverlayIsRaised) {
 
 TEST_F(OverlaysTest, TellsWhatIsSeenAndNothingTwice) {
     forgetEvents();
-    EXPECT_EQ(1U, mac().residue().overlays);
+    EXPECT_EQ(1U, mac().leftovers().overlays);
     mac().onMain([this] {
         overlay->setLevel(1000);
         overlay->orderFrontRegardless();
@@ -85,7 +85,7 @@ TEST_F(OverlaysTest, TellsWhatIsSeenAndNothingTwice) {
                      "overlay-level 1440 -180 1920 1080; level=900", "overlay-hidden 1440 -180 1920 1080",
                      "overlay-closed 1440 -180 1920 1080"}),
               transcript());
-    EXPECT_EQ(0U, mac().residue().overlays);
+    EXPECT_EQ(0U, mac().leftovers().overlays);
 }
 
 TEST_F(OverlaysTest, NeverHasTheKeyboardOrTheFront) {

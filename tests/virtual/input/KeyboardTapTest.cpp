@@ -40,7 +40,7 @@ TEST_F(KeyboardTapTest, HearsAKeyThatIsHeldDownAgainAndAgain) {
     participant().pressKey(12, KeyStroke::command, 4);
     mac().runFor(1);
     EXPECT_EQ((Lines{"shortcut", "shortcut", "shortcut", "shortcut"}), logLines());
-    EXPECT_NEAR(3 * ParticipantElsewhere::repeatInterval, events("key-swallowed").back().time, 1e-9);
+    EXPECT_NEAR(3 * DesktopParticipant::repeatInterval, events("key-swallowed").back().time, 1e-9);
     EXPECT_EQ("4", events("participant").front().field("times"));
 }
 
@@ -100,7 +100,7 @@ TEST_F(KeyboardTapTest, IsDisabledWhenItsThreadDoesNotAnswerForASecondAndStaysSo
     pressAndSee("cmd+space");
     EXPECT_EQ(3U, mac().keys().received().size());
     EXPECT_EQ(Lines{}, logLines());
-    EXPECT_EQ(1U, mac().residue().keyboardTaps);
+    EXPECT_EQ(1U, mac().leftovers().keyboardTaps);
     EXPECT_EQ(0U, mac().keyboard().enabledTaps());
 }
 
@@ -153,12 +153,12 @@ TEST_F(KeyboardTapTest, IsRefusedWithoutThePermissionAndByAFault) {
     EXPECT_EQ(nullptr, tap);
     startTap();
     EXPECT_NE(nullptr, tap);
-    mac().keyboard().refuse(VirtualKeyboard::always);
+    mac().keyboard().refuse(VirtualKeyboardTaps::always);
     for (int attempt = 0; attempt < 3; ++attempt) {
         mac().onMain([this] { EXPECT_EQ(nullptr, computer().keyboardTaps.create(everyShortcut, {})); });
     }
     EXPECT_EQ(5U, texts("keyboard-tap-refused").size());
-    EXPECT_EQ(1U, mac().residue().keyboardTaps);
+    EXPECT_EQ(1U, mac().leftovers().keyboardTaps);
 }
 
 TEST_F(KeyboardTapTest, LetsKeysPassAfterItsEndAlsoThoseThatWait) {
@@ -174,7 +174,7 @@ TEST_F(KeyboardTapTest, LetsKeysPassAfterItsEndAlsoThoseThatWait) {
     mac().runFor(0.2);
     EXPECT_EQ(Lines{"cmd+m"}, texts("key-delivered"));
     EXPECT_TRUE(state().minimised);
-    EXPECT_EQ(0U, mac().residue().keyboardTaps);
+    EXPECT_EQ(0U, mac().leftovers().keyboardTaps);
     EXPECT_EQ(Lines{}, logLines());
 }
 

@@ -3,7 +3,7 @@
 #include <limits>
 #include <string>
 
-#include "platform/portable/PortableJSON.h"
+#include "platform/portable/PortableJSONSerialization.h"
 
 namespace vantrel {
 namespace {
@@ -13,8 +13,8 @@ std::string nested(std::size_t levels) {
 }
 
 TEST(JSON, ReadsEveryKindOfValue) {
-    const auto value =
-        PortableJSON().parse(R"( {"a":null,"b":true,"c":-1.5e2,"d":"è\u00e8\n","e":[1,{}],"f":{"g":[]}} )");
+    const auto value = PortableJSONSerialization().parse(
+        R"( {"a":null,"b":true,"c":-1.5e2,"d":"è\u00e8\n","e":[1,{}],"f":{"g":[]}} )");
     ASSERT_TRUE(value);
     const JSONObject expected{{"a", JSONValue()},
                               {"b", true},
@@ -26,48 +26,48 @@ TEST(JSON, ReadsEveryKindOfValue) {
 }
 
 TEST(JSON, KeepsTrueAndOneApart) {
-    const auto value = PortableJSON().parse("[true,1]");
+    const auto value = PortableJSONSerialization().parse("[true,1]");
     ASSERT_TRUE(value);
     EXPECT_NE(value->array()->at(0), value->array()->at(1));
     EXPECT_EQ(nullptr, value->array()->at(1).boolean());
 }
 
 TEST(JSON, TakesTheLastOfEqualKeys) {
-    EXPECT_EQ(JSONValue(JSONObject{{"a", 2.0}}), PortableJSON().parse(R"({"a":1,"a":2})"));
+    EXPECT_EQ(JSONValue(JSONObject{{"a", 2.0}}), PortableJSONSerialization().parse(R"({"a":1,"a":2})"));
 }
 
 TEST(JSON, RefusesATopLevelThatIsNeitherArrayNorObject) {
     for (const char* text : {"null", "true", "1", "\"a\"", "", " ", "\n"})
-        EXPECT_FALSE(PortableJSON().parse(text)) << text;
+        EXPECT_FALSE(PortableJSONSerialization().parse(text)) << text;
 }
 
 TEST(JSON, RefusesWhatIsNotJSON) {
     for (const char* text : {"{", "[1,]", "{\"a\" 1}", "{a:1}", "[1] [2]", "[1]x", "[01]", "['a']", "[\"\t\"]", "[NaN]",
                              "[1e999]", "// x\n[]", "[\"\\ud800\"]", "<html>"}) {
-        EXPECT_FALSE(PortableJSON().parse(text)) << text;
+        EXPECT_FALSE(PortableJSONSerialization().parse(text)) << text;
     }
 }
 
 TEST(JSON, RefusesAZeroByteAndWhatFollowsIt) {
-    EXPECT_FALSE(PortableJSON().parse(std::string_view("{}\0", 3)));
-    EXPECT_FALSE(PortableJSON().parse(std::string_view("{}\0garbage", 10)));
-    EXPECT_TRUE(PortableJSON().parse("[\"\\u0000\"]"));
+    EXPECT_FALSE(PortableJSONSerialization().parse(std::string_view("{}\0", 3)));
+    EXPECT_FALSE(PortableJSONSerialization().parse(std::string_view("{}\0garbage", 10)));
+    EXPECT_TRUE(PortableJSONSerialization().parse("[\"\\u0000\"]"));
 }
 
 TEST(JSON, RefusesBytesThatAreNotUTF8) {
     for (const char* text : {"[\"\xff\"]", "[\"\xc0\xaf\"]", "[\"\xed\xa0\x80\"]", "[\"\xe8\"]", "\xff\xfe[]"}) {
-        EXPECT_FALSE(PortableJSON().parse(text));
+        EXPECT_FALSE(PortableJSONSerialization().parse(text));
     }
 }
 
 TEST(JSON, ReadsAndWrites512LevelsAndNoMore) {
-    EXPECT_TRUE(PortableJSON().parse(nested(512)));
-    EXPECT_FALSE(PortableJSON().parse(nested(513)));
-    EXPECT_FALSE(PortableJSON().parse(std::string(10'000'000, '[')));
+    EXPECT_TRUE(PortableJSONSerialization().parse(nested(512)));
+    EXPECT_FALSE(PortableJSONSerialization().parse(nested(513)));
+    EXPECT_FALSE(PortableJSONSerialization().parse(std::string(10'000'000, '[')));
     JSONValue deep = JSONArray();
     for (int level = 1; level < 511; ++level) deep = JSONArray{deep};
-    EXPECT_TRUE(PortableJSON().serialise({{"a", deep}}));
-    EXPECT_FALSE(PortableJSON().serialise({{"a", JSONArray{deep}}}));
+    EXPECT_TRUE(PortableJSONSerialization().serialise({{"a", deep}}));
+    EXPECT_FALSE(PortableJSONSerialization().serialise({{"a", JSONArray{deep}}}));
 }
 
 /// An array of so many zeros; `count` at least 1.
@@ -78,18 +78,19 @@ std::string zeros(std::size_t count) {
 }
 
 TEST(JSON, ReadsAMillionValuesAndNoMore) {
-    EXPECT_TRUE(PortableJSON().parse(zeros(999'999)));
-    EXPECT_FALSE(PortableJSON().parse(zeros(1'000'000)));
-    EXPECT_FALSE(PortableJSON().parse(zeros(4'000'000)));
+    EXPECT_TRUE(PortableJSONSerialization().parse(zeros(999'999)));
+    EXPECT_FALSE(PortableJSONSerialization().parse(zeros(1'000'000)));
+    EXPECT_FALSE(PortableJSONSerialization().parse(zeros(4'000'000)));
     std::string containers = "[[]";
     for (int written = 1; written < 1'000'000; ++written) containers += ",[]";
-    EXPECT_FALSE(PortableJSON().parse(containers + "]"));
+    EXPECT_FALSE(PortableJSONSerialization().parse(containers + "]"));
 }
 
 TEST(JSON, ReadsAReplyOfAMebibyte) {
     const std::string text(1'048'576, 'x');
-    EXPECT_EQ(JSONValue(JSONObject{{"title", text}}), PortableJSON().parse(R"({"title":")" + text + R"("})"));
-    EXPECT_TRUE(PortableJSON().parse(zeros(524'288)));
+    EXPECT_EQ(JSONValue(JSONObject{{"title", text}}),
+              PortableJSONSerialization().parse(R"({"title":")" + text + R"("})"));
+    EXPECT_TRUE(PortableJSONSerialization().parse(zeros(524'288)));
 }
 
 TEST(JSON, WritesCompactlyWithSortedKeysAndWholeNumbersWithoutAPoint) {
@@ -97,22 +98,22 @@ TEST(JSON, WritesCompactlyWithSortedKeysAndWholeNumbersWithoutAPoint) {
                             {"a", JSONArray{true, JSONValue(), -2.5, "è\"\\\n/"}},
                             {"m", JSONObject{{"k", 9007199254740991.0}}}};
     EXPECT_EQ(R"({"a":[true,null,-2.5,"è\"\\\n/"],"m":{"k":9007199254740991},"z":1})",
-              PortableJSON().serialise(object));
-    EXPECT_EQ("{}", PortableJSON().serialise({}));
+              PortableJSONSerialization().serialise(object));
+    EXPECT_EQ("{}", PortableJSONSerialization().serialise({}));
 }
 
 TEST(JSON, DoesNotWriteWhatJSONCannotHold) {
-    EXPECT_FALSE(PortableJSON().serialise({{"a", "\xff"}}));
-    EXPECT_FALSE(PortableJSON().serialise({{"\xff", 1.0}}));
-    EXPECT_FALSE(PortableJSON().serialise({{"a", std::numeric_limits<double>::infinity()}}));
-    EXPECT_FALSE(PortableJSON().serialise({{"a", std::numeric_limits<double>::quiet_NaN()}}));
+    EXPECT_FALSE(PortableJSONSerialization().serialise({{"a", "\xff"}}));
+    EXPECT_FALSE(PortableJSONSerialization().serialise({{"\xff", 1.0}}));
+    EXPECT_FALSE(PortableJSONSerialization().serialise({{"a", std::numeric_limits<double>::infinity()}}));
+    EXPECT_FALSE(PortableJSONSerialization().serialise({{"a", std::numeric_limits<double>::quiet_NaN()}}));
 }
 
 TEST(JSON, ReadsBackWhatItWrote) {
     const JSONObject object{{"text", "ß → 🔒\x01"}, {"number", 0.1}, {"large", 1e300}, {"no", false}};
-    const auto text = PortableJSON().serialise(object);
+    const auto text = PortableJSONSerialization().serialise(object);
     ASSERT_TRUE(text);
-    EXPECT_EQ(JSONValue(object), PortableJSON().parse(*text));
+    EXPECT_EQ(JSONValue(object), PortableJSONSerialization().parse(*text));
 }
 
 }  // namespace

@@ -9,11 +9,11 @@
 
 namespace vantrel::linuxdesktop {
 
-ApplicationElement::ApplicationElement(const AccessibilitySurroundings& surroundings, ProcessIdentifier process)
-    : surroundings_(surroundings), process_(process), startTime_(ProcessTable::startTime(process)) {}
+ApplicationElement::ApplicationElement(const AccessibilityDependencies& dependencies, ProcessIdentifier process)
+    : dependencies_(dependencies), process_(process), startTime_(ProcessTable::startTime(process)) {}
 
 bool ApplicationElement::isGone() const {
-    return !startTime_ || ProcessTable::startTime(process_) != startTime_ || !surroundings_.connection.isAlive();
+    return !startTime_ || ProcessTable::startTime(process_) != startTime_ || !dependencies_.connection.isAlive();
 }
 
 std::variant<AccessibilityValue, AccessibilityError> ApplicationElement::attribute(std::string_view name) const {
@@ -22,9 +22,9 @@ std::variant<AccessibilityValue, AccessibilityError> ApplicationElement::attribu
     if (!focused && name != "AXWindows") return accessibilityAttributeUnsupported;
     std::vector<std::shared_ptr<AccessibilityElement>> elements;
     std::shared_ptr<AccessibilityElement> active;
-    const auto activeWindow = surroundings_.windows.active();
-    for (const X11WindowFacts& facts : surroundings_.survey.ofProcess(process_)) {
-        elements.push_back(std::make_shared<WindowElement>(surroundings_, facts.window, process_));
+    const auto activeWindow = dependencies_.windows.active();
+    for (const X11WindowFacts& facts : dependencies_.survey.ofProcess(process_)) {
+        elements.push_back(std::make_shared<WindowElement>(dependencies_, facts.window, process_));
         if (facts.window == activeWindow) active = elements.back();
     }
     if (!focused) return AccessibilityValue(std::move(elements));

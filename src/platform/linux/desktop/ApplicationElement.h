@@ -12,7 +12,7 @@ namespace vantrel::linuxdesktop {
 /// the process is gone.
 class ApplicationElement final : public AccessibilityElement {
   public:
-    ApplicationElement(const AccessibilitySurroundings& surroundings, ProcessIdentifier process);
+    ApplicationElement(const AccessibilityDependencies& dependencies, ProcessIdentifier process);
 
     std::variant<AccessibilityValue, AccessibilityError> attribute(std::string_view name) const override;
     AccessibilityError setAttribute(std::string_view name, const AccessibilityValue& value) override;
@@ -21,7 +21,7 @@ class ApplicationElement final : public AccessibilityElement {
   private:
     bool isGone() const;
 
-    const AccessibilitySurroundings surroundings_;
+    const AccessibilityDependencies dependencies_;
     const ProcessIdentifier process_;
     const std::optional<std::uint64_t> startTime_;
 };

@@ -6,7 +6,7 @@
 namespace vantrel::linuxdesktop {
 
 bool CloseButtonElement::isGone() const {
-    const auto facts = surroundings_.survey.of(window_);
+    const auto facts = dependencies_.survey.of(window_);
     return !facts || facts->owner != owner_;
 }
 
@@ -21,7 +21,7 @@ AccessibilityError CloseButtonElement::setAttribute(std::string_view, const Acce
 AccessibilityError CloseButtonElement::performAction(std::string_view name) {
     if (isGone()) return accessibilityInvalidElement;
     if (name != "AXPress") return accessibilityActionUnsupported;
-    surroundings_.windows.close(window_);
+    dependencies_.windows.close(window_);
     return accessibilitySuccess;
 }
 

@@ -9,8 +9,8 @@ namespace vantrel::linuxdesktop {
 /// A window's close button. "AXPress" asks the window to close, which it may refuse or answer with a question.
 class CloseButtonElement final : public AccessibilityElement {
   public:
-    CloseButtonElement(const AccessibilitySurroundings& surroundings, xcb_window_t window, ProcessIdentifier owner)
-        : surroundings_(surroundings), window_(window), owner_(owner) {}
+    CloseButtonElement(const AccessibilityDependencies& dependencies, xcb_window_t window, ProcessIdentifier owner)
+        : dependencies_(dependencies), window_(window), owner_(owner) {}
 
     std::variant<AccessibilityValue, AccessibilityError> attribute(std::string_view name) const override;
     AccessibilityError setAttribute(std::string_view name, const AccessibilityValue& value) override;
@@ -19,7 +19,7 @@ class CloseButtonElement final : public AccessibilityElement {
   private:
     bool isGone() const;
 
-    const AccessibilitySurroundings surroundings_;
+    const AccessibilityDependencies dependencies_;
     const xcb_window_t window_;
     const ProcessIdentifier owner_;
 };

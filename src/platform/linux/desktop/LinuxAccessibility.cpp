@@ -5,7 +5,7 @@
 namespace vantrel::linuxdesktop {
 
 std::shared_ptr<AccessibilityElement> LinuxAccessibility::application(ProcessIdentifier process) const {
-    return std::make_shared<ApplicationElement>(surroundings_, process);
+    return std::make_shared<ApplicationElement>(dependencies_, process);
 }
 
 }  // namespace vantrel::linuxdesktop

@@ -10,7 +10,7 @@ class X11Windows;
 class X11WindowSurvey;
 
 /// What elements work with; it outlives them.
-struct AccessibilitySurroundings {
+struct AccessibilityDependencies {
     X11Connection& connection;
     X11Windows& windows;
     X11WindowSurvey& survey;
@@ -22,12 +22,12 @@ struct AccessibilitySurroundings {
 /// 20 ms. Any thread.
 class LinuxAccessibility final : public Accessibility {
   public:
-    explicit LinuxAccessibility(const AccessibilitySurroundings& surroundings) : surroundings_(surroundings) {}
+    explicit LinuxAccessibility(const AccessibilityDependencies& dependencies) : dependencies_(dependencies) {}
 
     std::shared_ptr<AccessibilityElement> application(ProcessIdentifier process) const override;
 
   private:
-    const AccessibilitySurroundings surroundings_;
+    const AccessibilityDependencies dependencies_;
 };
 
 }  // namespace vantrel::linuxdesktop

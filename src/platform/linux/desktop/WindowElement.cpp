@@ -25,7 +25,7 @@ int withoutMargins(double points, int margins) {
 
 // Numbers of windows are used again: one that belongs to another process by now is another window.
 std::optional<X11WindowFacts> WindowElement::facts() const {
-    auto facts = surroundings_.survey.of(window_);
+    auto facts = dependencies_.survey.of(window_);
     if (facts && facts->owner != owner_) return std::nullopt;
     return facts;
 }
@@ -40,10 +40,10 @@ std::variant<AccessibilityValue, AccessibilityError> WindowElement::attribute(st
     }
     if (name == "AXCloseButton") {
         if (!window->closable) return accessibilityNoValue;
-        return AccessibilityValue(std::make_shared<CloseButtonElement>(surroundings_, window_, owner_));
+        return AccessibilityValue(std::make_shared<CloseButtonElement>(dependencies_, window_, owner_));
     }
     if (name != "AXPosition" && name != "AXSize") return accessibilityAttributeUnsupported;
-    const Rect frame = PrimaryOrigin(surroundings_.connection).toPoints(window->frame);
+    const Rect frame = PrimaryOrigin(dependencies_.connection).toPoints(window->frame);
     if (name == "AXPosition") return AccessibilityValue(frame.origin);
     return AccessibilityValue(frame.size);
 }
@@ -65,10 +65,10 @@ AccessibilityError WindowElement::setFullScreen(const X11WindowFacts& facts, con
     const bool* wanted = std::get_if<bool>(&value);
     if (wanted == nullptr) return accessibilityIllegalArgument;
     if (!*wanted) {
-        surroundings_.fullScreen.leave(facts);
+        dependencies_.fullScreen.leave(facts);
         return accessibilitySuccess;
     }
-    return surroundings_.fullScreen.enter(facts) ? accessibilitySuccess : accessibilityFailure;
+    return dependencies_.fullScreen.enter(facts) ? accessibilitySuccess : accessibilityFailure;
 }
 
 // Place and size of a maximised window are the window manager's, and its decorations are others.
@@ -77,7 +77,7 @@ X11WindowFacts WindowElement::unmaximized(const X11WindowFacts& facts) {
     constexpr auto step = std::chrono::milliseconds(2);
     constexpr auto settling = std::chrono::milliseconds(10);
     if (!facts.maximized) return facts;
-    surroundings_.windows.unmaximize(window_);
+    dependencies_.windows.unmaximize(window_);
     const auto end = std::chrono::steady_clock::now() + longest;
     X11WindowFacts latest = facts;
     while (latest.maximized && std::chrono::steady_clock::now() < end) {
@@ -93,9 +93,9 @@ AccessibilityError WindowElement::setPosition(const X11WindowFacts& facts, const
     const auto* point = std::get_if<Point>(&value);
     if (point == nullptr || !std::isfinite(point->x) || !std::isfinite(point->y)) return accessibilityIllegalArgument;
     if (facts.fullScreen) return accessibilitySuccess;
-    const X11Rectangle corner = PrimaryOrigin(surroundings_.connection).toPixels(*point);
+    const X11Rectangle corner = PrimaryOrigin(dependencies_.connection).toPixels(*point);
     const X11Margins shadow = unmaximized(facts).shadow;
-    surroundings_.windows.move(window_, corner.x - shadow.left, corner.y - shadow.top);
+    dependencies_.windows.move(window_, corner.x - shadow.left, corner.y - shadow.top);
     return accessibilitySuccess;
 }
 
@@ -106,7 +106,7 @@ AccessibilityError WindowElement::setSize(const X11WindowFacts& facts, const Acc
     if (!usable) return accessibilityIllegalArgument;
     if (facts.fullScreen) return accessibilitySuccess;
     const X11Margins margins = unmaximized(facts).margins;
-    surroundings_.windows.resize(window_, withoutMargins(size->width, margins.left + margins.right),
+    dependencies_.windows.resize(window_, withoutMargins(size->width, margins.left + margins.right),
                                  withoutMargins(size->height, margins.top + margins.bottom));
     return accessibilitySuccess;
 }

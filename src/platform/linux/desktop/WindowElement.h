@@ -15,8 +15,8 @@ namespace vantrel::linuxdesktop {
 /// window manager may keep to them loosely. Every call fails with "invalid element" once the window is gone.
 class WindowElement final : public AccessibilityElement {
   public:
-    WindowElement(const AccessibilitySurroundings& surroundings, xcb_window_t window, ProcessIdentifier owner)
-        : surroundings_(surroundings), window_(window), owner_(owner) {}
+    WindowElement(const AccessibilityDependencies& dependencies, xcb_window_t window, ProcessIdentifier owner)
+        : dependencies_(dependencies), window_(window), owner_(owner) {}
 
     std::variant<AccessibilityValue, AccessibilityError> attribute(std::string_view name) const override;
     /// Success says that the window manager was asked for something it can do.
@@ -30,7 +30,7 @@ class WindowElement final : public AccessibilityElement {
     AccessibilityError setPosition(const X11WindowFacts& facts, const AccessibilityValue& value);
     AccessibilityError setSize(const X11WindowFacts& facts, const AccessibilityValue& value);
 
-    const AccessibilitySurroundings surroundings_;
+    const AccessibilityDependencies dependencies_;
     const xcb_window_t window_;
     const ProcessIdentifier owner_;
 };

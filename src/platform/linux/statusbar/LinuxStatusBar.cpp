@@ -11,11 +11,11 @@ namespace vantrel::linuxdesktop {
 
 std::unique_ptr<StatusItem> LinuxStatusBar::statusItem(double) {
     MainThread::require("statusItem");
-    const auto makeStrip = [surroundings = surroundings_] {
-        return std::make_unique<StripStatusItem>(surroundings, StripStatusItem::Presence::always);
+    const auto makeStrip = [dependencies = dependencies_] {
+        return std::make_unique<StripStatusItem>(dependencies, StripStatusItem::Presence::always);
     };
     if (!QSystemTrayIcon::isSystemTrayAvailable()) return makeStrip();
-    return std::make_unique<FallbackStatusItem>(std::make_unique<TrayAndStripStatusItem>(surroundings_),
+    return std::make_unique<FallbackStatusItem>(std::make_unique<TrayAndStripStatusItem>(dependencies_),
                                                 &QSystemTrayIcon::isSystemTrayAvailable, makeStrip);
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/statusbar/StatusBarSurroundings.h"
+#include "platform/linux/statusbar/StatusBarDependencies.h"
 #include "platform/ui/StatusBar.h"
 
 namespace vantrel::linuxdesktop {
@@ -9,13 +9,13 @@ namespace vantrel::linuxdesktop {
 /// not outlive the status bar. Main thread.
 class LinuxStatusBar final : public StatusBar {
   public:
-    explicit LinuxStatusBar(const StatusBarSurroundings& surroundings) : surroundings_(surroundings) {}
+    explicit LinuxStatusBar(const StatusBarDependencies& dependencies) : dependencies_(dependencies) {}
 
     [[nodiscard]] std::unique_ptr<StatusItem> statusItem(double length) override;
     void removeStatusItem(StatusItem& item) override;
 
   private:
-    const StatusBarSurroundings surroundings_;
+    const StatusBarDependencies dependencies_;
 };
 
 }  // namespace vantrel::linuxdesktop

@@ -32,12 +32,12 @@ QRect rectangle(const X11Rectangle& frame) {
 
 }  // namespace
 
-StripStatusItem::StripStatusItem(const StatusBarSurroundings& surroundings, Presence presence)
-    : LinuxStatusItem(surroundings.menuBuilder),
-      surroundings_(surroundings),
+StripStatusItem::StripStatusItem(const StatusBarDependencies& dependencies, Presence presence)
+    : LinuxStatusItem(dependencies.menuBuilder),
+      dependencies_(dependencies),
       presence_(presence),
       strip_(std::make_unique<StatusStrip>()),
-      topEdge_(std::make_unique<TopEdge>(surroundings.connection, surroundings.watcher, surroundings.front,
+      topEdge_(std::make_unique<TopEdge>(dependencies.connection, dependencies.watcher, dependencies.front,
                                          [this] { reveal(); })) {
     strip_->onPress = [this] { openMenu(); };
     QObject::connect(&menu(), &QMenu::aboutToHide, strip_.get(), [this] {
@@ -54,11 +54,11 @@ StripStatusItem::StripStatusItem(const StatusBarSurroundings& surroundings, Pres
     const auto soon = [this] {
         if (!settle_.isActive()) settle_.start();
     };
-    overlays_ = surroundings.front.observeOverlays(soon);
-    stacking_ = surroundings.watcher.observe(X11Watcher::Change::stacking, soon);
-    desktops_ = surroundings.watcher.observe(X11Watcher::Change::currentDesktop, soon);
-    windows_ = surroundings.watcher.observe(X11Watcher::Change::windows, soon);
-    displays_ = surroundings.screens.observeScreenParametersDidChange([this] { place(); });
+    overlays_ = dependencies.front.observeOverlays(soon);
+    stacking_ = dependencies.watcher.observe(X11Watcher::Change::stacking, soon);
+    desktops_ = dependencies.watcher.observe(X11Watcher::Change::currentDesktop, soon);
+    windows_ = dependencies.watcher.observe(X11Watcher::Change::windows, soon);
+    displays_ = dependencies.screens.observeScreenParametersDidChange([this] { place(); });
 }
 
 StripStatusItem::~StripStatusItem() = default;
@@ -71,9 +71,9 @@ void StripStatusItem::setButtonTitle(const std::string& title) {
 }
 
 void StripStatusItem::place() {
-    const X11Rectangle display = surroundings_.screens.primaryFrame();
+    const X11Rectangle display = dependencies_.screens.primaryFrame();
     strip_->hangFrom(rectangle(display));
-    topEdge_->lieAlong(display, surroundings_.screens.isBorderedFromAbove());
+    topEdge_->lieAlong(display, dependencies_.screens.isBorderedFromAbove());
     update();
 }
 
@@ -94,7 +94,7 @@ void StripStatusItem::update() {
     // The edge tells of a pointer that comes, not of one that is there.
     if (covered_ && !wasCovered) revealed_ = pointerIsNear(0, 0);
     // A cover may lie over the panel of a tray, on whatever display that is.
-    const bool stands = presence_ == Presence::always || surroundings_.front.keepsAnOverlay();
+    const bool stands = presence_ == Presence::always || dependencies_.front.keepsAnOverlay();
     const bool shown = menuOpen_ || (covered_ ? revealed_ : stands);
     if (covered_ && revealed_ && !looking_.isActive()) looking_.start();
     if (!revealed_) looking_.stop();
@@ -103,8 +103,8 @@ void StripStatusItem::update() {
     strip_->setVisible(shown);
     QGuiApplication::sync();
     if (!shown) return;
-    kept_ = surroundings_.front.keep(static_cast<xcb_window_t>(strip_->winId()), FrontWindows::Rank::statusItem);
-    surroundings_.front.restack();
+    kept_ = dependencies_.front.keep(static_cast<xcb_window_t>(strip_->winId()), FrontWindows::Rank::statusItem);
+    dependencies_.front.restack();
 }
 
 void StripStatusItem::reveal() {
@@ -120,12 +120,12 @@ void StripStatusItem::look() {
 }
 
 bool StripStatusItem::pointerIsNear(int above, int below) const {
-    const QRect display = rectangle(surroundings_.screens.primaryFrame());
+    const QRect display = rectangle(dependencies_.screens.primaryFrame());
     return QRect(display.left(), display.top() - above, display.width(), above + below + 1).contains(QCursor::pos());
 }
 
 bool StripStatusItem::isCovered() const {
-    const auto windows = surroundings_.survey.frontToBack();
+    const auto windows = dependencies_.survey.frontToBack();
     if (!windows) return false;
     const QRect place = strip_->geometry();
     return std::any_of(windows->begin(), windows->end(), [&place](const X11WindowFacts& facts) {

@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "platform/linux/statusbar/LinuxStatusItem.h"
-#include "platform/linux/statusbar/StatusBarSurroundings.h"
+#include "platform/linux/statusbar/StatusBarDependencies.h"
 #include "platform/threads/Observation.h"
 
 namespace vantrel::linuxdesktop {
@@ -22,7 +22,7 @@ class StripStatusItem final : public LinuxStatusItem {
     /// overlay, on whatever display.
     enum class Presence { always, whileCovered };
 
-    StripStatusItem(const StatusBarSurroundings& surroundings, Presence presence);
+    StripStatusItem(const StatusBarDependencies& dependencies, Presence presence);
     ~StripStatusItem() override;
 
     void setButtonTitle(const std::string& title) override;
@@ -37,7 +37,7 @@ class StripStatusItem final : public LinuxStatusItem {
     bool pointerIsNear(int above, int below) const;
     bool isCovered() const;
 
-    StatusBarSurroundings surroundings_;
+    StatusBarDependencies dependencies_;
     const Presence presence_;
     std::unique_ptr<StatusStrip> strip_;
     std::unique_ptr<TopEdge> topEdge_;

@@ -2,8 +2,8 @@
 
 namespace vantrel::linuxdesktop {
 
-TrayAndStripStatusItem::TrayAndStripStatusItem(const StatusBarSurroundings& surroundings)
-    : tray_(surroundings.menuBuilder), strip_(surroundings, StripStatusItem::Presence::whileCovered) {}
+TrayAndStripStatusItem::TrayAndStripStatusItem(const StatusBarDependencies& dependencies)
+    : tray_(dependencies.menuBuilder), strip_(dependencies, StripStatusItem::Presence::whileCovered) {}
 
 void TrayAndStripStatusItem::setButtonTitle(const std::string& title) {
     tray_.setButtonTitle(title);

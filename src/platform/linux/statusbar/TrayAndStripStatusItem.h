@@ -9,7 +9,7 @@ namespace vantrel::linuxdesktop {
 /// window, as StripStatusItem says, and for as long as an overlay is up.
 class TrayAndStripStatusItem final : public RemovableStatusItem {
   public:
-    explicit TrayAndStripStatusItem(const StatusBarSurroundings& surroundings);
+    explicit TrayAndStripStatusItem(const StatusBarDependencies& dependencies);
 
     void setButtonTitle(const std::string& title) override;
     void setMenu(const Menu& menu) override;

@@ -43,14 +43,14 @@ void LinuxWindow::LaterDeleter::operator()(WindowWidget* widget) const {
 }
 
 LinuxWindow::LinuxWindow(const WindowDescription& description, Windows::ActionHandler onAction,
-                         const WindowSurroundings& surroundings)
-    : surroundings_(surroundings),
+                         const WindowDependencies& dependencies)
+    : dependencies_(dependencies),
       onAction_(std::make_shared<const Windows::ActionHandler>(std::move(onAction))),
       styleMask_(description.styleMask),
       widget_(new WindowWidget) {
     const int width = pixels(description.contentRect.size.width);
     const int height = pixels(description.contentRect.size.height);
-    QMenuBar* bar = surroundings_.menuBars.add(widget_.get());
+    QMenuBar* bar = dependencies_.menuBars.add(widget_.get());
     const int barHeight = bar != nullptr ? Appearance::menuBarHeight : 0;
     if (bar != nullptr) bar->setGeometry(0, 0, width, barHeight);
 
@@ -60,11 +60,11 @@ LinuxWindow::LinuxWindow(const WindowDescription& description, Windows::ActionHa
 
     widget_->setWindowTitle(qtText(description.title));
     widget_->setFixedSize(width, height + barHeight);
-    const X11Rectangle place = surroundings_.screens.toPixels(description.contentRect);
+    const X11Rectangle place = dependencies_.screens.toPixels(description.contentRect);
     widget_->move(place.x, place.y - barHeight);
     widget_->onKey = [this](const QKeyEvent& event) { return performKeyEquivalent(event); };
     widget_->onClose = [this] {
-        if ((styleMask_ & windowClosable) != 0) surroundings_.mainThread.post(surroundings_.terminate);
+        if ((styleMask_ & windowClosable) != 0) dependencies_.mainThread.post(dependencies_.terminate);
     };
 }
 
@@ -111,7 +111,7 @@ QWidget& LinuxWindow::widget() const {
 
 void LinuxWindow::center() {
     MainThread::require("center");
-    const X11Rectangle screen = surroundings_.screens.mainFrame();
+    const X11Rectangle screen = dependencies_.screens.mainFrame();
     // Somewhat above the middle, where the eye looks first.
     constexpr int shareAbove = 5;
     widget_->move(screen.x + (screen.width - widget_->width()) / 2,
@@ -132,7 +132,7 @@ void LinuxWindow::makeKeyAndOrderFront() {
     MainThread::require("makeKeyAndOrderFront");
     setIsVisible(true);
     if (widget_->focusWidget() == nullptr) focusFirstField();
-    bringToFront(*widget_, surroundings_.windows);
+    bringToFront(*widget_, dependencies_.windows);
 }
 
 void LinuxWindow::orderOut() {
@@ -158,7 +158,7 @@ void LinuxWindow::applyStyleMask() {
                                                                        : border | title | (closable ? menu : 0) |
                                                                              (miniaturizable ? minimizeButton : 0);
     const std::array<std::uint32_t, 5> hints{functionsAndDecorations, functions, decorations, 0, 0};
-    X11Connection& connection = surroundings_.connection;
+    X11Connection& connection = dependencies_.connection;
     const xcb_atom_t property = connection.atom("_MOTIF_WM_HINTS");
     xcb_change_property(connection.get(), XCB_PROP_MODE_REPLACE, static_cast<xcb_window_t>(widget_->winId()), property,
                         property, 32, hints.size(), hints.data());

@@ -22,7 +22,7 @@ class X11Connection;
 class X11Windows;
 
 /// What a window works with.
-struct WindowSurroundings {
+struct WindowDependencies {
     MainThread& mainThread;
     LinuxScreens& screens;
     MenuBars& menuBars;
@@ -36,7 +36,7 @@ struct WindowSurroundings {
 class LinuxWindow final : public Window {
   public:
     LinuxWindow(const WindowDescription& description, Windows::ActionHandler onAction,
-                const WindowSurroundings& surroundings);
+                const WindowDependencies& dependencies);
     ~LinuxWindow() override;
 
     void center() override;
@@ -65,7 +65,7 @@ class LinuxWindow final : public Window {
         void operator()(WindowWidget* widget) const;
     };
 
-    WindowSurroundings surroundings_;
+    WindowDependencies dependencies_;
     const std::shared_ptr<const Windows::ActionHandler> onAction_;
     unsigned styleMask_;
     std::unique_ptr<WindowWidget, LaterDeleter> widget_;

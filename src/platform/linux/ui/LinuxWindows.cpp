@@ -8,7 +8,7 @@ namespace vantrel::linuxdesktop {
 
 std::unique_ptr<Window> LinuxWindows::makeWindow(const WindowDescription& description, ActionHandler onAction) {
     MainThread::require("makeWindow");
-    return std::make_unique<LinuxWindow>(description, std::move(onAction), surroundings_);
+    return std::make_unique<LinuxWindow>(description, std::move(onAction), dependencies_);
 }
 
 }  // namespace vantrel::linuxdesktop

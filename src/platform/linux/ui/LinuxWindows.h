@@ -7,13 +7,13 @@ namespace vantrel::linuxdesktop {
 
 class LinuxWindows final : public Windows {
   public:
-    explicit LinuxWindows(const WindowSurroundings& surroundings) : surroundings_(surroundings) {}
+    explicit LinuxWindows(const WindowDependencies& dependencies) : dependencies_(dependencies) {}
 
     [[nodiscard]] std::unique_ptr<Window> makeWindow(const WindowDescription& description,
                                                      ActionHandler onAction) override;
 
   private:
-    const WindowSurroundings surroundings_;
+    const WindowDependencies dependencies_;
 };
 
 }  // namespace vantrel::linuxdesktop

@@ -5,11 +5,11 @@
 
 #include "platform/desktop/Accessibility.h"
 #include "platform/portable/UnansweredCalls.h"
-#include "platform/virtual/apps/VirtualProcesses.h"
+#include "platform/virtual/apps/VirtualProcessLauncher.h"
 #include "platform/virtual/desktop/AccessibilityFaults.h"
-#include "platform/virtual/keyboard/VirtualKeyboard.h"
+#include "platform/virtual/keyboard/VirtualKeyboardTaps.h"
 #include "platform/virtual/scheduler/Engine.h"
-#include "platform/virtual/system/VirtualTrust.h"
+#include "platform/virtual/system/VirtualAccessibilityTrust.h"
 #include "platform/virtual/world/VirtualDesktop.h"
 
 namespace vantrel::virtualmac {
@@ -22,8 +22,8 @@ namespace vantrel::virtualmac {
 /// write is accepted and does nothing; so are a position and a size for a window in full screen.
 class VirtualAccessibility final : public Accessibility {
   public:
-    VirtualAccessibility(Engine& engine, VirtualDesktop& desktop, const VirtualProcesses& processes,
-                         const VirtualTrust& trust, const VirtualKeyboard& keyboard)
+    VirtualAccessibility(Engine& engine, VirtualDesktop& desktop, const VirtualProcessLauncher& processes,
+                         const VirtualAccessibilityTrust& trust, const VirtualKeyboardTaps& keyboard)
         : engine_(engine), desktop_(desktop), processes_(processes), trust_(trust), keyboard_(keyboard) {}
 
     std::shared_ptr<AccessibilityElement> application(ProcessIdentifier process) const override;
@@ -45,9 +45,9 @@ class VirtualAccessibility final : public Accessibility {
 
     Engine& engine_;
     VirtualDesktop& desktop_;
-    const VirtualProcesses& processes_;
-    const VirtualTrust& trust_;
-    const VirtualKeyboard& keyboard_;
+    const VirtualProcessLauncher& processes_;
+    const VirtualAccessibilityTrust& trust_;
+    const VirtualKeyboardTaps& keyboard_;
     mutable AccessibilityFaults faults_;
     mutable UnansweredCalls unanswered_;
     /// Guarded by the scheduler's mutex.

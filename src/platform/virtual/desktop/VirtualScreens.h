@@ -10,16 +10,9 @@
 #include "platform/desktop/Screens.h"
 #include "platform/virtual/scheduler/Engine.h"
 #include "platform/virtual/scheduler/NotificationCenter.h"
+#include "platform/virtual/world/Displays.h"
 
 namespace vantrel::virtualmac {
-
-/// The displays that are plugged in, the primary one first.
-struct Displays {
-    std::vector<Screen> screens{{"Display integrato", {{0, 0}, {1440, 900}}}};
-    /// Which one has the keyboard focus.
-    std::size_t main = 0;
-    bool haveSeparateSpaces = true;
-};
 
 class VirtualScreens final : public Screens {
   public:

@@ -28,7 +28,7 @@ void remove(WindowEntry& entry, WindowKey key) {
 }  // namespace
 
 std::optional<std::vector<WindowEntry>> VirtualWindowList::copy(WindowListOption option) const {
-    parts_.engine.platformCall();
+    dependencies_.engine.platformCall();
     {
         const std::lock_guard guard(mutex_);
         if (failing_) return std::nullopt;
@@ -42,12 +42,12 @@ std::optional<std::vector<WindowEntry>> VirtualWindowList::copy(WindowListOption
 }
 
 std::vector<WindowEntry> VirtualWindowList::entries() const {
-    const ProcessIdentifier own = parts_.processes.ownProcess();
-    const auto overlays = parts_.overlays.all();
+    const ProcessIdentifier own = dependencies_.processes.ownProcess();
+    const auto overlays = dependencies_.overlays.all();
     bool ownInFront = false;
     bool desktopIsShown = false;
     std::vector<WindowEntry> list;
-    auto others = parts_.desktop.read([&](const DesktopState& state) {
+    auto others = dependencies_.desktop.read([&](const DesktopState& state) {
         ownInFront = state.isFrontmost(own);
         const SpaceRow& primary = state.spaces.rows().front();
         // A Space that has just gone was a full-screen one.
@@ -75,18 +75,18 @@ std::vector<WindowEntry> VirtualWindowList::entries() const {
 
 WindowEntry VirtualWindowList::ownEntry(std::int64_t number, const std::string& title, int layer, const Rect& frame,
                                         bool onScreen) const {
-    const auto screens = parts_.screens.displays().screens;
+    const auto screens = dependencies_.screens.displays().screens;
     const double height = screens.empty() ? 0 : screens.front().frame.size.height;
     Rect bounds = frame;
     bounds.origin.y = height - bounds.origin.y - bounds.size.height;
-    WindowEntry entry{number, parts_.processes.ownProcess(), "Vantrel", title, layer, bounds, {}};
+    WindowEntry entry{number, dependencies_.processes.ownProcess(), "Vantrel", title, layer, bounds, {}};
     if (onScreen) entry.isOnscreen = true;
     return entry;
 }
 
 std::vector<WindowEntry> VirtualWindowList::ownEntries(bool onScreen) const {
     std::vector<WindowEntry> made;
-    for (const WindowState& window : parts_.windows.all()) {
+    for (const WindowState& window : dependencies_.windows.all()) {
         if (window.visible) made.push_back(ownEntry(window.number, window.title, 0, window.contentRect, onScreen));
     }
     return made;
@@ -95,7 +95,7 @@ std::vector<WindowEntry> VirtualWindowList::ownEntries(bool onScreen) const {
 void VirtualWindowList::withhold(WindowEntry& entry) const {
     const ProcessIdentifier owner = entry.ownerPID.value_or(0);
     const std::lock_guard guard(mutex_);
-    if (!screenRecordingAllowed_ && owner != parts_.processes.ownProcess()) entry.name.reset();
+    if (!screenRecordingAllowed_ && owner != dependencies_.processes.ownProcess()) entry.name.reset();
     for (const WindowKey key : withheld_) remove(entry, key);
     const auto found = withheldOf_.find(owner);
     if (found == withheldOf_.end()) return;

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "platform/desktop/WindowList.h"
-#include "platform/virtual/apps/VirtualProcesses.h"
+#include "platform/virtual/apps/VirtualProcessLauncher.h"
 #include "platform/virtual/desktop/VirtualScreens.h"
 #include "platform/virtual/scheduler/Engine.h"
 #include "platform/virtual/ui/VirtualOverlays.h"
@@ -26,16 +26,16 @@ enum class WindowKey { number, ownerPID, ownerName, name, layer, bounds, isOnscr
 /// but for what lies above them.
 class VirtualWindowList final : public WindowList {
   public:
-    struct Parts {
+    struct Dependencies {
         Engine& engine;
         const VirtualDesktop& desktop;
-        const VirtualProcesses& processes;
+        const VirtualProcessLauncher& processes;
         const VirtualScreens& screens;
         const VirtualWindows& windows;
         const VirtualOverlays& overlays;
     };
 
-    explicit VirtualWindowList(Parts parts) : parts_(parts) {}
+    explicit VirtualWindowList(Dependencies dependencies) : dependencies_(dependencies) {}
 
     std::optional<std::vector<WindowEntry>> copy(WindowListOption option) const override;
 
@@ -55,7 +55,7 @@ class VirtualWindowList final : public WindowList {
                          bool onScreen) const;
     void withhold(WindowEntry& entry) const;
 
-    const Parts parts_;
+    const Dependencies dependencies_;
     mutable std::mutex mutex_;
     bool failing_ = false;
     bool screenRecordingAllowed_ = true;

@@ -29,11 +29,11 @@ bool KeyDelivery::deliver(const KeyStroke& key) {
     }
     Journal::Fields fields{{"code", std::to_string(key.keyCode)}, {"flags", std::to_string(key.flags)}};
     if (receiver) fields.emplace_back("application", receiver->description().name);
-    parts_.engine.journal.emit("key-delivered", key.text(), std::move(fields));
+    dependencies_.engine.journal.emit("key-delivered", key.text(), std::move(fields));
     if (systemAction) {
         systemAction();
     } else if (receiver) {
-        if (receiver->processIdentifier() == parts_.processes.ownProcess()) return false;
+        if (receiver->processIdentifier() == dependencies_.processes.ownProcess()) return false;
         act(key, applications);
     }
     return true;
@@ -46,8 +46,8 @@ std::vector<KeyDelivery::Received> KeyDelivery::received() const {
 
 KeyDelivery::Applications KeyDelivery::front() const {
     Applications found;
-    for (const FrontCandidate& candidate : parts_.desktop.front()) {
-        if (const auto process = parts_.processes.find(candidate.process); process && process->isListed()) {
+    for (const FrontCandidate& candidate : dependencies_.desktop.front()) {
+        if (const auto process = dependencies_.processes.find(candidate.process); process && process->isListed()) {
             found.push_back(process);
         }
     }
@@ -63,8 +63,8 @@ Block KeyDelivery::shortcut(const KeyStroke& key, const Applications& applicatio
     }
     if (has(key, KeyStroke::command) && key.keyCode == space) return [this] { showSpotlight(); };
     if (has(key, KeyStroke::command) || !has(key, KeyStroke::control)) return nullptr;
-    if (key.keyCode == leftArrow) return [this] { parts_.spaces.swipe(Direction::left); };
-    if (key.keyCode == rightArrow) return [this] { parts_.spaces.swipe(Direction::right); };
+    if (key.keyCode == leftArrow) return [this] { dependencies_.spaces.swipe(Direction::left); };
+    if (key.keyCode == rightArrow) return [this] { dependencies_.spaces.swipe(Direction::right); };
     return nullptr;
 }
 
@@ -76,26 +76,26 @@ void KeyDelivery::act(const KeyStroke& key, const Applications& applications) {
     if (has(key, KeyStroke::control) && letter != 'f') return;
     if (letter == 'q' && !description.ignoresTerminate) application.exitAfter(description.exitDelay);
     if (letter == 'h') hide(applications);
-    const auto windows = parts_.desktop.windowsOf(application.processIdentifier());
+    const auto windows = dependencies_.desktop.windowsOf(application.processIdentifier());
     if (windows.empty()) return;
     const AppWindow& window = windows.front();
-    if (letter == 'w' && window.hasCloseButton && !window.refusesToClose) parts_.desktop.close(window.number);
-    if (letter == 'm') parts_.desktop.setMinimised(window.number, true);
+    if (letter == 'w' && window.hasCloseButton && !window.refusesToClose) dependencies_.desktop.close(window.number);
+    if (letter == 'm') dependencies_.desktop.setMinimised(window.number, true);
     if (letter == 'f' && has(key, KeyStroke::control)) {
-        parts_.desktop.setFullScreen(window.number, !window.fullScreen);
+        dependencies_.desktop.setFullScreen(window.number, !window.fullScreen);
     }
 }
 
 void KeyDelivery::hide(const Applications& applications) {
-    parts_.desktop.setHidden(applications.front()->processIdentifier(), true);
+    dependencies_.desktop.setHidden(applications.front()->processIdentifier(), true);
     if (applications.size() > 1) applications[1]->comeToFront();
 }
 
 void KeyDelivery::showSpotlight() {
-    for (const auto& process : parts_.processes.all()) {
+    for (const auto& process : dependencies_.processes.all()) {
         if (process->isListed() && process->description().name == spotlight) return process->comeToFront();
     }
-    parts_.processes.find(parts_.processes.add({spotlight, "com.apple.Spotlight"}))->comeToFront();
+    dependencies_.processes.find(dependencies_.processes.add({spotlight, "com.apple.Spotlight"}))->comeToFront();
 }
 
 }  // namespace vantrel::virtualmac

@@ -4,7 +4,7 @@
 #include <mutex>
 #include <vector>
 
-#include "platform/virtual/apps/VirtualProcesses.h"
+#include "platform/virtual/apps/VirtualProcessLauncher.h"
 #include "platform/virtual/desktop/VirtualSpaces.h"
 #include "platform/virtual/keyboard/KeyStroke.h"
 #include "platform/virtual/scheduler/Engine.h"
@@ -21,14 +21,14 @@ namespace vantrel::virtualmac {
 ///                Command-Control-F to full screen or back
 class KeyDelivery {
   public:
-    struct Parts {
+    struct Dependencies {
         Engine& engine;
         VirtualDesktop& desktop;
         VirtualSpaces& spaces;
-        VirtualProcesses& processes;
+        VirtualProcessLauncher& processes;
     };
 
-    explicit KeyDelivery(const Parts& parts) : parts_(parts) {}
+    explicit KeyDelivery(const Dependencies& dependencies) : dependencies_(dependencies) {}
 
     /// World's thread. False when it is for the client, which is left to the caller.
     bool deliver(const KeyStroke& key);
@@ -53,7 +53,7 @@ class KeyDelivery {
     void hide(const Applications& applications);
     void showSpotlight();
 
-    const Parts parts_;
+    const Dependencies dependencies_;
     mutable std::mutex mutex_;
     std::vector<Received> received_;
 };

@@ -6,35 +6,35 @@
 namespace vantrel::virtualmac {
 
 void Participant::post(std::string what, Journal::Fields fields, Deed deed) {
-    parts_.engine.mainLoop.postEvent([this, what = std::move(what), fields = std::move(fields),
-                                      deed = std::move(deed)] { perform(what, fields, deed); });
+    dependencies_.engine.mainLoop.postEvent([this, what = std::move(what), fields = std::move(fields),
+                                             deed = std::move(deed)] { perform(what, fields, deed); });
 }
 
 std::string Participant::busy() const {
     if (isMenuInFront()) return "a menu is open";
-    if (!parts_.alerts.up().empty()) return "an alert is up";
+    if (!dependencies_.alerts.up().empty()) return "an alert is up";
     return {};
 }
 
 bool Participant::isMenuInFront() const {
-    return parts_.menus.inFront() > parts_.alerts.inFront();
+    return dependencies_.menus.inFront() > dependencies_.alerts.inFront();
 }
 
 std::string Participant::whyNoMenu() const {
     if (isMenuInFront()) return {};
-    return parts_.menus.isOpen() ? "an alert is up" : "no menu is open";
+    return dependencies_.menus.isOpen() ? "an alert is up" : "no menu is open";
 }
 
 void Participant::type(const std::string& fieldId, std::string text) {
     Journal::Fields fields{{"value", text}};
     post("type " + fieldId, std::move(fields), [this, fieldId, text = std::move(text)](const auto&) -> std::string {
         if (auto why = busy(); !why.empty()) return why;
-        const auto window = parts_.windows.front();
+        const auto window = dependencies_.windows.front();
         if (!window || !window->shows(fieldId)) return "it is not on the screen";
         if (window->control(fieldId)->kind != Control::Kind::textField) return "it is not a text field";
         if (!window->isEnabled(fieldId)) return "it is disabled";
         bringClientToFront();
-        parts_.windows.type(window->number, fieldId, text);
+        dependencies_.windows.type(window->number, fieldId, text);
         return {};
     });
 }
@@ -44,14 +44,14 @@ std::string Participant::press(const WindowState& window, const Control& button,
     if (!window.isEnabled(button.id)) return "it is disabled";
     heard();
     bringClientToFront();
-    parts_.windows.act(window.number, button.id);
+    dependencies_.windows.act(window.number, button.id);
     return {};
 }
 
 void Participant::press(const std::string& button) {
     post("press " + button, {}, [this, button](const auto& heard) -> std::string {
         if (auto why = busy(); !why.empty()) return why;
-        const auto window = parts_.windows.front();
+        const auto window = dependencies_.windows.front();
         if (!window) return "no window is on the screen";
         if (window->shows(button)) return press(*window, *window->control(button), heard);
         for (const View& view : window->views) {
@@ -71,12 +71,12 @@ void Participant::pressReturn() {
 
 std::string Participant::performReturn(const std::function<void()>& heard) {
     if (isMenuInFront()) return "a menu is open";
-    if (const auto alerts = parts_.alerts.up(); !alerts.empty()) {
+    if (const auto alerts = dependencies_.alerts.up(); !alerts.empty()) {
         heard();
-        parts_.alerts.answer(alerts.back().buttons.front());
+        dependencies_.alerts.answer(alerts.back().buttons.front());
         return {};
     }
-    const auto window = parts_.windows.front();
+    const auto window = dependencies_.windows.front();
     if (!window || !window->key) return "no window has the keyboard";
     for (const View& view : window->views) {
         if (view.hidden) continue;
@@ -89,7 +89,7 @@ std::string Participant::performReturn(const std::function<void()>& heard) {
 
 void Participant::answerAlert(const std::string& buttonTitle) {
     post("answer " + buttonTitle, {}, [this, buttonTitle](const auto& heard) -> std::string {
-        const auto alerts = parts_.alerts.up();
+        const auto alerts = dependencies_.alerts.up();
         if (alerts.empty()) return "no alert is up";
         if (isMenuInFront()) return "a menu is open";
         const auto& buttons = alerts.back().buttons;
@@ -97,20 +97,20 @@ void Participant::answerAlert(const std::string& buttonTitle) {
             return "the alert has no such button";
         }
         heard();
-        parts_.alerts.answer(buttonTitle);
+        dependencies_.alerts.answer(buttonTitle);
         return {};
     });
 }
 
 void Participant::track(const std::string& title, const Menu& menu, std::uint64_t statusItem) {
-    const auto chosen = parts_.menus.track(title, menu, statusItem);
-    if (chosen) parts_.application.perform(*chosen);
+    const auto chosen = dependencies_.menus.track(title, menu, statusItem);
+    if (chosen) dependencies_.application.perform(*chosen);
 }
 
 void Participant::openStatusMenu() {
     post("open-status-menu", {}, [this](const auto& heard) -> std::string {
         if (auto why = busy(); !why.empty()) return why;
-        const auto items = parts_.statusBar.items();
+        const auto items = dependencies_.statusBar.items();
         if (items.empty()) return "there is no status item";
         if (items.front().menu.items.empty()) return "it has no menu";
         heard();
@@ -122,7 +122,7 @@ void Participant::openStatusMenu() {
 void Participant::openMainMenu(const std::string& title) {
     post("open-menu " + title, {}, [this, title](const auto& heard) -> std::string {
         if (auto why = busy(); !why.empty()) return why;
-        const Menu mainMenu = parts_.application.mainMenu();
+        const Menu mainMenu = dependencies_.application.mainMenu();
         for (const MenuItem& item : mainMenu.items) {
             if (item.kind != MenuItem::Kind::submenu || item.submenu.title != title) continue;
             heard();
@@ -136,14 +136,14 @@ void Participant::openMainMenu(const std::string& title) {
 void Participant::chooseMenuItem(const std::string& title) {
     post("choose " + title, {}, [this, title](const auto&) -> std::string {
         if (auto why = whyNoMenu(); !why.empty()) return why;
-        return parts_.menus.choose(title) ? "" : "the menu has no such item to choose";
+        return dependencies_.menus.choose(title) ? "" : "the menu has no such item to choose";
     });
 }
 
 void Participant::closeMenu() {
     post("close-menu", {}, [this](const auto&) -> std::string {
         auto why = whyNoMenu();
-        if (why.empty()) parts_.menus.close();
+        if (why.empty()) dependencies_.menus.close();
         return why;
     });
 }
@@ -155,25 +155,26 @@ void Participant::pressCommand(const std::string& key) {
     const std::string letter = isUpper ? std::string(1, static_cast<char>(key[0] - 'A' + 'a')) : key;
     KeyStroke stroke = KeyStroke::parse(letter).value_or(KeyStroke{});
     stroke.flags = KeyStroke::command | (isUpper ? KeyStroke::shift : 0);
-    pressThrough(what, stroke,
-                 [this, key] { parts_.engine.mainLoop.postEvent([this, key] { performKeyEquivalent(key, [] {}); }); });
+    pressThrough(what, stroke, [this, key] {
+        dependencies_.engine.mainLoop.postEvent([this, key] { performKeyEquivalent(key, [] {}); });
+    });
 }
 
 std::string Participant::performKeyEquivalent(const std::string& key, const std::function<void()>& heard) {
     if (auto why = busy(); !why.empty()) return why;
-    const Menu mainMenu = parts_.application.mainMenu();
+    const Menu mainMenu = dependencies_.application.mainMenu();
     const MenuItem* item = findKeyEquivalent(mainMenu, key);
     if (item == nullptr) return "no menu item answers";
     if (!item->target && item->action != "terminate:") return "only a text field would answer";
     heard();
-    parts_.application.perform(*item);
+    dependencies_.application.perform(*item);
     return {};
 }
 
 void Participant::keyForClient(const KeyStroke& key) {
     constexpr std::int64_t returnKey = 36;
     const char letter = key.letter();
-    parts_.engine.mainLoop.postEvent([this, key, letter] {
+    dependencies_.engine.mainLoop.postEvent([this, key, letter] {
         if (key == KeyStroke{returnKey, 0}) {
             performReturn([] {});
         } else if (letter != 0 && key.flags == KeyStroke::command) {
@@ -185,11 +186,11 @@ void Participant::keyForClient(const KeyStroke& key) {
 void Participant::closeWindow() {
     post("close-window", {}, [this](const auto& heard) -> std::string {
         if (auto why = busy(); !why.empty()) return why;
-        const auto window = parts_.windows.front();
+        const auto window = dependencies_.windows.front();
         if (!window) return "no window is on the screen";
         if ((window->styleMask & windowClosable) == 0) return "it has no close button";
         heard();
-        parts_.windows.close(window->number);
+        dependencies_.windows.close(window->number);
         return {};
     });
 }
@@ -197,16 +198,16 @@ void Participant::closeWindow() {
 void Participant::logOut() {
     post("log-out", {}, [this](const auto& heard) -> std::string {
         heard();
-        parts_.application.terminate();
+        dependencies_.application.terminate();
         return {};
     });
 }
 
 void Participant::answerPermissionPrompt(bool granted) {
-    parts_.engine.world.after(0, [this, granted] {
+    dependencies_.engine.world.after(0, [this, granted] {
         Journal::Fields fields{{"value", granted ? "yes" : "no"}};
-        if (!parts_.capture.answer(granted)) fields.emplace_back("ignored", "no permission prompt is up");
-        parts_.engine.journal.emit("participant", "answer-permission", std::move(fields));
+        if (!dependencies_.capture.answer(granted)) fields.emplace_back("ignored", "no permission prompt is up");
+        dependencies_.engine.journal.emit("participant", "answer-permission", std::move(fields));
     });
 }
 

@@ -3,9 +3,9 @@
 #include <functional>
 #include <string>
 
-#include "platform/virtual/participant/ParticipantElsewhere.h"
+#include "platform/virtual/participant/DesktopParticipant.h"
 #include "platform/virtual/scheduler/Journal.h"
-#include "platform/virtual/system/VirtualCapture.h"
+#include "platform/virtual/system/VirtualCaptureAuthorization.h"
 #include "platform/virtual/ui/MenuTracking.h"
 #include "platform/virtual/ui/VirtualAlerts.h"
 #include "platform/virtual/ui/VirtualApplication.h"
@@ -17,19 +17,19 @@ namespace vantrel::virtualmac {
 /// Whoever sits in front of the Mac. Any thread; each operation on the client becomes an event of the main thread, and
 /// the journal's "participant" event tells whether it had any effect: `ignored` then says why not. While alerts are up
 /// or a menu is open only the one in front answers, which is whichever opened last.
-class Participant final : public ParticipantElsewhere {
+class Participant final : public DesktopParticipant {
   public:
-    struct Parts {
-        Engine& engine;
+    struct Dependencies : DesktopParticipant::Dependencies {
         VirtualWindows& windows;
         VirtualAlerts& alerts;
         MenuTracking& menus;
         VirtualStatusBar& statusBar;
         VirtualApplication& application;
-        VirtualCapture& capture;
+        VirtualCaptureAuthorization& capture;
     };
 
-    Participant(Parts parts, const Elsewhere& elsewhere) : ParticipantElsewhere(elsewhere), parts_(parts) {}
+    explicit Participant(const Dependencies& dependencies)
+        : DesktopParticipant(dependencies), dependencies_(dependencies) {}
 
     /// Replaces what stands in a field.
     void type(const std::string& fieldId, std::string text);
@@ -69,7 +69,7 @@ class Participant final : public ParticipantElsewhere {
     std::string performReturn(const std::function<void()>& heard);
     void keyForClient(const KeyStroke& key) override;
 
-    Parts parts_;
+    const Dependencies dependencies_;
 };
 
 }  // namespace vantrel::virtualmac

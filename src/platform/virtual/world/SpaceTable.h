@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "platform/desktop/Geometry.h"
-#include "platform/virtual/desktop/VirtualScreens.h"
+#include "platform/virtual/world/Displays.h"
 
 namespace vantrel::virtualmac {
 

@@ -10,9 +10,9 @@
 #include <utility>
 #include <vector>
 
-#include "platform/virtual/desktop/VirtualScreens.h"
 #include "platform/virtual/scheduler/Engine.h"
 #include "platform/virtual/world/DesktopState.h"
+#include "platform/virtual/world/Displays.h"
 
 namespace vantrel::virtualmac {
 
@@ -25,7 +25,9 @@ class VirtualDesktop {
     static constexpr double defaultFlagDelay = 0.56;
     static constexpr double defaultFullScreenDuration = 0.7;
 
-    VirtualDesktop(Engine& engine, const VirtualScreens& screens) : engine_(engine), screens_(screens) {}
+    /// `displays` tells which ones there are now. Any thread.
+    VirtualDesktop(Engine& engine, std::function<Displays()> displays)
+        : engine_(engine), displays_(std::move(displays)) {}
 
     /// Driver-facing: windows front to back.
     std::vector<AppWindow> windows() const;
@@ -74,7 +76,7 @@ class VirtualDesktop {
     template <class Function>
     auto change(Function function) const {
         Happenings happenings;
-        const Displays displays = screens_.displays();
+        const Displays displays = displays_();
         std::unique_lock guard(mutex_);
         const std::vector<SpaceRow> before = state_.spaces.rows();
         const std::vector<FrontCandidate> frontBefore = state_.front;
@@ -100,7 +102,7 @@ class VirtualDesktop {
     bool setFrame(std::int64_t number, const std::function<Rect(const Rect&)>& next);
 
     Engine& engine_;
-    const VirtualScreens& screens_;
+    const std::function<Displays()> displays_;
     mutable std::mutex mutex_;
     mutable DesktopState state_;
     /// How often the Space of a display has changed.

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <mutex>
+#include <optional>
+#include <string>
+
+#include "platform/apps/ApplicationOpener.h"
+#include "platform/virtual/apps/VirtualProcessLauncher.h"
+#include "platform/virtual/scheduler/Engine.h"
+
+namespace vantrel::virtualmac {
+
+/// Opens addresses with an application that lies at a file address. One that is not installed fails, with the text
+/// that the system has for it.
+class VirtualApplicationOpener final : public ApplicationOpener {
+  public:
+    VirtualApplicationOpener(Engine& engine, VirtualProcessLauncher& processes)
+        : engine_(engine), processes_(processes) {}
+
+    void open(const std::vector<URL>& urls, const URL& application, bool activates, Completion completion) override;
+
+    /// Driver-facing, any thread: the answer comes so many seconds after the request; half a second at first.
+    void setAnswerDelay(double seconds);
+    /// It opens, and the answer names no application.
+    void answerWithoutApplication(bool without);
+    /// Nothing opens, and that is the error; empty: it does again.
+    void failWith(std::optional<std::string> text);
+
+  private:
+    struct Behaviour {
+        double delay = 0.5;
+        bool withoutApplication = false;
+        std::optional<std::string> failure;
+    };
+
+    /// The process that opens the addresses; null when there is no such application.
+    std::shared_ptr<VirtualProcess> openWith(const std::string& executable, const std::vector<URL>& urls,
+                                             bool activates);
+
+    Engine& engine_;
+    VirtualProcessLauncher& processes_;
+    std::mutex mutex_;
+    Behaviour behaviour_;
+};
+
+}  // namespace vantrel::virtualmac

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <memory>
+
+#include "platform/apps/FrontmostApplication.h"
+#include "platform/virtual/apps/VirtualProcessLauncher.h"
+#include "platform/virtual/scheduler/Engine.h"
+#include "platform/virtual/world/VirtualDesktop.h"
+
+namespace vantrel::virtualmac {
+
+/// The application in front: the one that came there last and still runs. At first there is none.
+class VirtualFrontmostApplication final : public FrontmostApplication {
+  public:
+    VirtualFrontmostApplication(Engine& engine, const VirtualDesktop& desktop, const VirtualProcessLauncher& processes)
+        : engine_(engine), desktop_(desktop), processes_(processes) {}
+
+    std::shared_ptr<RunningApplication> frontmostApplication() const override {
+        engine_.mainThreadCall("FrontmostApplication.frontmostApplication");
+        for (const FrontCandidate& candidate : desktop_.front()) {
+            const auto process = processes_.find(candidate.process);
+            if (process && process->isListed()) return process;
+        }
+        return nullptr;
+    }
+
+  private:
+    Engine& engine_;
+    const VirtualDesktop& desktop_;
+    const VirtualProcessLauncher& processes_;
+};
+
+}  // namespace vantrel::virtualmac

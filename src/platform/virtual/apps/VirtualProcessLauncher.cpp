@@ -1,0 +1,204 @@
+#include "platform/virtual/apps/VirtualProcessLauncher.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace vantrel::virtualmac {
+
+namespace {
+
+std::string lastComponent(const std::string& path) {
+    return path.substr(path.rfind('/') + 1);
+}
+
+/// What a browser that was started with these arguments shows.
+std::string addressIn(const std::vector<std::string>& arguments) {
+    constexpr std::string_view app = "--app=";
+    for (const std::string& argument : arguments) {
+        if (argument.starts_with(app)) return argument.substr(app.size());
+        if (!argument.starts_with("-") && argument.find(':') != std::string::npos) return argument;
+    }
+    return {};
+}
+
+}  // namespace
+
+VirtualProcessLauncher::VirtualProcessLauncher(Engine& engine, VirtualFileManager& files, VirtualDesktop& desktop,
+                                               std::optional<std::string> ownIdentifier)
+    : engine_(engine), files_(files), desktop_(desktop) {
+    ApplicationDescription own;
+    own.name = "Vantrel";
+    own.bundleIdentifier = std::move(ownIdentifier);
+    const std::string path = "/Applications/Vantrel.app/Contents/MacOS/Vantrel";
+    processes_.push_back(
+        std::make_shared<VirtualProcess>(engine_, desktop_, VirtualProcess::Origin{next_++, path, {}}, std::move(own)));
+    // No event tells of it: who makes the Mac knows.
+    processes_.front()->appearSilently();
+    install(safariPath, safari());
+    desktop_.onLastWindowClosed = [this](ProcessIdentifier process) {
+        const auto found = find(process);
+        if (found && found->description().exitsWithLastWindow) found->exitAfter(found->description().exitDelay);
+    };
+}
+
+std::variant<ProcessIdentifier, PlatformError> VirtualProcessLauncher::launch(
+    std::string_view executablePath, const std::vector<std::string>& arguments) {
+    engine_.platformCall();
+    const std::string path(executablePath);
+    const std::string file = "“" + lastComponent(path) + "”";
+    const auto kind = files_.kind(path);
+    if (!kind || *kind == FileKind::brokenLink) return PlatformError{"Il file " + file + " non esiste."};
+    if (*kind == FileKind::folder) return PlatformError{file + " è una cartella e non può essere avviata."};
+    if (*kind != FileKind::executable) return PlatformError{"Non hai i permessi per eseguire il file " + file + "."};
+    {
+        const std::lock_guard guard(mutex_);
+        if (failure_) return PlatformError{*failure_};
+    }
+    if (engine_.isOver()) return PlatformError{"Il processo è terminato."};
+    return start(path, arguments);
+}
+
+bool VirtualProcessLauncher::sendSignal(ProcessIdentifier process, int signal) {
+    engine_.platformCall();
+    if (engine_.isOver()) return false;
+    const auto found = find(process);
+    const bool sent = found && found->state() != VirtualProcess::State::gone;
+    Journal::Fields fields{{"pid", std::to_string(process)}};
+    if (!sent) fields.emplace_back("error", "no such process");
+    engine_.journal.emit("signal", std::to_string(signal), std::move(fields));
+    return sent && found->receive(signal);
+}
+
+void VirtualProcessLauncher::install(const std::string& executablePath, InstalledApplication application) {
+    install(executablePath,
+            [application = std::move(application)](const std::vector<std::string>&) { return application; });
+}
+
+void VirtualProcessLauncher::install(const std::string& executablePath, ApplicationFactory factory) {
+    files_.add(executablePath, FileKind::executable);
+    const std::lock_guard guard(mutex_);
+    installed_[executablePath] = std::move(factory);
+}
+
+void VirtualProcessLauncher::failLaunches(std::optional<std::string> text) {
+    const std::lock_guard guard(mutex_);
+    failure_ = std::move(text);
+}
+
+InstalledApplication VirtualProcessLauncher::installedAt(const std::string& path,
+                                                         const std::vector<std::string>& arguments) const {
+    ApplicationFactory factory;
+    {
+        const std::lock_guard guard(mutex_);
+        if (const auto found = installed_.find(path); found != installed_.end()) factory = found->second;
+    }
+    if (factory) return factory(arguments);
+    InstalledApplication plain;
+    plain.application.name = lastComponent(path);
+    plain.application.isApplication = false;
+    return plain;
+}
+
+std::shared_ptr<VirtualProcess> VirtualProcessLauncher::make(std::string path, std::vector<std::string> arguments,
+                                                             const ApplicationDescription& description) {
+    const std::lock_guard guard(mutex_);
+    processes_.push_back(std::make_shared<VirtualProcess>(
+        engine_, desktop_, VirtualProcess::Origin{next_++, std::move(path), std::move(arguments)}, description));
+    return processes_.back();
+}
+
+ProcessIdentifier VirtualProcessLauncher::start(const std::string& executablePath,
+                                                const std::vector<std::string>& arguments) {
+    const InstalledApplication installed = installedAt(executablePath, arguments);
+    std::shared_ptr<VirtualProcess> older;
+    if (installed.handsOverIn && installed.application.bundleIdentifier) {
+        older = running(*installed.application.bundleIdentifier);
+    }
+    const auto process = make(executablePath, arguments, installed.application);
+    Journal::Fields fields{{"pid", std::to_string(process->processIdentifier())}};
+    for (const std::string& argument : arguments) fields.emplace_back("argument", argument);
+    engine_.journal.emit("process-started", executablePath, std::move(fields));
+    if (older) {
+        process->exitAfter(*installed.handsOverIn);
+        openWindows(older, installed, addressIn(arguments), 0);
+    } else {
+        live(process, installed);
+    }
+    return process->processIdentifier();
+}
+
+void VirtualProcessLauncher::live(const std::shared_ptr<VirtualProcess>& process,
+                                  const InstalledApplication& installed) {
+    const auto& [identifier, path, arguments] = process->origin();
+    engine_.world.after(installed.appearsAfter, [process] { process->appear(); });
+    if (installed.exitsAfter) process->exitAfter(*installed.exitsAfter);
+    if (!installed.forks) return openWindows(process, installed, addressIn(arguments), installed.appearsAfter);
+    process->exitAfter(installed.forks->exitsAfter);
+    engine_.world.after(installed.forks->goesOnAfter, [this, path = path, arguments = arguments, installed] {
+        const auto child = make(path, arguments, installed.application);
+        child->appear();
+        openWindows(child, installed, addressIn(arguments), 0);
+    });
+}
+
+void VirtualProcessLauncher::openWindows(const std::shared_ptr<VirtualProcess>& process,
+                                         const InstalledApplication& installed, const std::string& address,
+                                         double notBefore) {
+    for (NewWindow window : installed.windows) {
+        if (window.title.empty()) window.title = address.empty() ? "Nuova scheda" : address;
+        engine_.world.after(std::max(window.after, notBefore),
+                            [this, process, window] { openWindow(process->processIdentifier(), window); });
+    }
+}
+
+void VirtualProcessLauncher::openAddress(const std::shared_ptr<VirtualProcess>& process,
+                                         const std::string& executablePath, const std::string& address) {
+    openWindows(process, installedAt(executablePath, {address}), address, 0);
+}
+
+std::int64_t VirtualProcessLauncher::openWindow(ProcessIdentifier process, const NewWindow& window) {
+    const auto owner = find(process);
+    if (!owner || owner->state() != VirtualProcess::State::running) return 0;
+    return desktop_.open(process, owner->description().name, window);
+}
+
+ProcessIdentifier VirtualProcessLauncher::add(ApplicationDescription description) {
+    const auto process = make({}, {}, description);
+    process->appear();
+    return process->processIdentifier();
+}
+
+bool VirtualProcessLauncher::exit(ProcessIdentifier process) {
+    const auto found = find(process);
+    return found && found->exit();
+}
+
+std::vector<std::shared_ptr<VirtualProcess>> VirtualProcessLauncher::all() const {
+    const std::lock_guard guard(mutex_);
+    return processes_;
+}
+
+std::shared_ptr<VirtualProcess> VirtualProcessLauncher::find(ProcessIdentifier process) const {
+    const std::lock_guard guard(mutex_);
+    const auto found = std::find_if(processes_.begin(), processes_.end(),
+                                    [process](const auto& each) { return each->processIdentifier() == process; });
+    return found == processes_.end() ? nullptr : *found;
+}
+
+std::shared_ptr<VirtualProcess> VirtualProcessLauncher::running(std::string_view bundleIdentifier) const {
+    for (const auto& process : all()) {
+        if (process->isAlive() && process->description().bundleIdentifier == bundleIdentifier) return process;
+    }
+    return nullptr;
+}
+
+std::shared_ptr<VirtualProcess> VirtualProcessLauncher::runningFrom(const std::string& executablePath) const {
+    const auto bundle = installedAt(executablePath, {}).application.bundleIdentifier;
+    if (bundle) return running(*bundle);
+    for (const auto& process : all()) {
+        if (process->isAlive() && process->origin().path == executablePath) return process;
+    }
+    return nullptr;
+}
+
+}  // namespace vantrel::virtualmac

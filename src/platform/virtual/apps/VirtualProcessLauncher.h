@@ -1,0 +1,78 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/apps/ProcessLauncher.h"
+#include "platform/virtual/apps/InstalledApplication.h"
+#include "platform/virtual/apps/VirtualProcess.h"
+#include "platform/virtual/scheduler/Engine.h"
+#include "platform/virtual/system/VirtualFileManager.h"
+#include "platform/virtual/world/VirtualDesktop.h"
+
+namespace vantrel::virtualmac {
+
+/// The processes and what is installed. The client's own process is the first one.
+class VirtualProcessLauncher final : public ProcessLauncher {
+  public:
+    VirtualProcessLauncher(Engine& engine, VirtualFileManager& files, VirtualDesktop& desktop,
+                           std::optional<std::string> ownIdentifier);
+
+    std::variant<ProcessIdentifier, PlatformError> launch(std::string_view executablePath,
+                                                          const std::vector<std::string>& arguments) override;
+    bool sendSignal(ProcessIdentifier process, int signal) override;
+
+    /// Driver-facing, any thread: the executable exists and behaves like that. An executable file that nothing was
+    /// installed at starts a process that is no application.
+    void install(const std::string& executablePath, InstalledApplication application);
+    void install(const std::string& executablePath, ApplicationFactory factory);
+    /// Starts do not succeed, with that error text; empty: they do again.
+    void failLaunches(std::optional<std::string> text);
+
+    /// Somebody else starts it, wherever it lies.
+    ProcessIdentifier start(const std::string& executablePath, const std::vector<std::string>& arguments = {});
+    /// An application that is there at once, started from nowhere.
+    ProcessIdentifier add(ApplicationDescription description);
+    /// It ends by itself. False when there is none.
+    bool exit(ProcessIdentifier process);
+    /// It opens a window at once; the number, 0 when it does not run.
+    std::int64_t openWindow(ProcessIdentifier process, const NewWindow& window);
+    /// It opens for the address what a start of that executable opens.
+    void openAddress(const std::shared_ptr<VirtualProcess>& process, const std::string& executablePath,
+                     const std::string& address);
+
+    bool isExecutable(std::string_view path) const { return files_.kind(path) == FileKind::executable; }
+    /// Every process that was ever started, oldest first.
+    std::vector<std::shared_ptr<VirtualProcess>> all() const;
+    /// Null when there never was one.
+    std::shared_ptr<VirtualProcess> find(ProcessIdentifier process) const;
+    /// The oldest one that has not ended; null when there is none.
+    std::shared_ptr<VirtualProcess> running(std::string_view bundleIdentifier) const;
+    /// The same for what the executable is.
+    std::shared_ptr<VirtualProcess> runningFrom(const std::string& executablePath) const;
+    ProcessIdentifier ownProcess() const { return all().front()->processIdentifier(); }
+
+  private:
+    std::shared_ptr<VirtualProcess> make(std::string path, std::vector<std::string> arguments,
+                                         const ApplicationDescription& description);
+    InstalledApplication installedAt(const std::string& path, const std::vector<std::string>& arguments) const;
+    void live(const std::shared_ptr<VirtualProcess>& process, const InstalledApplication& installed);
+    void openWindows(const std::shared_ptr<VirtualProcess>& process, const InstalledApplication& installed,
+                     const std::string& address, double notBefore);
+
+    Engine& engine_;
+    VirtualFileManager& files_;
+    VirtualDesktop& desktop_;
+    mutable std::mutex mutex_;
+    std::map<std::string, ApplicationFactory, std::less<>> installed_;
+    std::optional<std::string> failure_;
+    std::vector<std::shared_ptr<VirtualProcess>> processes_;
+    ProcessIdentifier next_ = 500;
+};
+
+}  // namespace vantrel::virtualmac

@@ -1,0 +1,21 @@
+#include "platform/virtual/apps/VirtualRunningApplications.h"
+
+namespace vantrel::virtualmac {
+
+std::vector<std::shared_ptr<RunningApplication>> VirtualRunningApplications::withBundleIdentifier(
+    std::string_view identifier) const {
+    engine_.platformCall();
+    std::vector<std::shared_ptr<RunningApplication>> found;
+    for (const auto& process : processes_.all()) {
+        if (process->isListed() && process->description().bundleIdentifier == identifier) found.push_back(process);
+    }
+    return found;
+}
+
+std::shared_ptr<RunningApplication> VirtualRunningApplications::withProcessIdentifier(ProcessIdentifier process) const {
+    engine_.platformCall();
+    const auto found = processes_.find(process);
+    return found && found->isListed() ? found : nullptr;
+}
+
+}  // namespace vantrel::virtualmac

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <memory>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "platform/apps/RunningApplications.h"
+#include "platform/virtual/apps/VirtualProcessLauncher.h"
+#include "platform/virtual/scheduler/Engine.h"
+
+namespace vantrel::virtualmac {
+
+/// The running applications, oldest first. This process is one of them.
+class VirtualRunningApplications final : public RunningApplications {
+  public:
+    VirtualRunningApplications(Engine& engine, VirtualProcessLauncher& processes)
+        : engine_(engine), processes_(processes) {}
+
+    std::vector<std::shared_ptr<RunningApplication>> withBundleIdentifier(std::string_view identifier) const override;
+    std::shared_ptr<RunningApplication> withProcessIdentifier(ProcessIdentifier process) const override;
+
+    /// Driver-facing, any thread: another application starts; its process.
+    ProcessIdentifier add(ApplicationDescription description) { return processes_.add(std::move(description)); }
+    /// It ends by itself. False when there is none.
+    bool exit(ProcessIdentifier process) { return processes_.exit(process); }
+    /// It opens a window at once; the window's number, 0 when it does not run.
+    std::int64_t openWindow(ProcessIdentifier process, const NewWindow& window) {
+        return processes_.openWindow(process, window);
+    }
+    ProcessIdentifier ownProcess() const { return processes_.ownProcess(); }
+
+  private:
+    Engine& engine_;
+    VirtualProcessLauncher& processes_;
+};
+
+}  // namespace vantrel::virtualmac

@@ -1,0 +1,204 @@
+#include "platform/virtual/keyboard/VirtualKeyboardTaps.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/virtual/keyboard/KeyStroke.h"
+
+namespace vantrel::virtualmac {
+
+class VirtualKeyboardTaps::Tap final : public KeyboardTap {
+  public:
+    Tap(VirtualKeyboardTaps& keyboard, StatePointer state) : keyboard_(keyboard), state_(std::move(state)) {}
+    ~Tap() override {
+        keyboard_.engine_.mainThreadCall("KeyboardTap's end");
+        keyboard_.remove(state_);
+    }
+    Tap(const Tap&) = delete;
+    Tap& operator=(const Tap&) = delete;
+
+  private:
+    VirtualKeyboardTaps& keyboard_;
+    StatePointer state_;
+};
+
+VirtualKeyboardTaps::VirtualKeyboardTaps(Engine& engine, VirtualAccessibilityTrust& trust)
+    : engine_(engine), trust_(trust) {
+    trust_.onRevoked = [this] { disableAll(); };
+}
+
+std::unique_ptr<KeyboardTap> VirtualKeyboardTaps::create(KeyDecision decision, KeyReport report) {
+    engine_.mainThreadCall("KeyboardTaps.create");
+    auto state = std::make_shared<State>(State{decision, std::move(report)});
+    bool refused = !trust_.isTrusted();
+    {
+        const std::lock_guard guard(mutex_);
+        if (!refused && refusals_ > 0) {
+            refused = true;
+            if (refusals_ != always) --refusals_;
+        }
+        if (!refused) taps_.insert(taps_.begin(), state);
+    }
+    engine_.journal.emit(refused ? "keyboard-tap-refused" : "keyboard-tap-created");
+    if (refused) return nullptr;
+    return std::make_unique<Tap>(*this, std::move(state));
+}
+
+void VirtualKeyboardTaps::refuse(int times) {
+    const std::lock_guard guard(mutex_);
+    refusals_ = times;
+}
+
+std::size_t VirtualKeyboardTaps::taps() const {
+    const std::lock_guard guard(mutex_);
+    return taps_.size();
+}
+
+std::size_t VirtualKeyboardTaps::enabledTaps() const {
+    const std::lock_guard guard(mutex_);
+    return static_cast<std::size_t>(
+        std::count_if(taps_.begin(), taps_.end(), [](const auto& tap) { return tap->enabled; }));
+}
+
+void VirtualKeyboardTaps::press(const KeyEvent& event, Block passed) {
+    {
+        const std::lock_guard guard(mutex_);
+        keys_.push_back({event, std::move(passed), {}});
+        if (keys_.size() > 1) return;
+        keys_.front().ahead = taps_;
+    }
+    ask();
+}
+
+void VirtualKeyboardTaps::ask() {
+    StatePointer tap;
+    KeyEvent event;
+    std::uint64_t question = 0;
+    {
+        const std::lock_guard guard(mutex_);
+        Pressed& first = keys_.front();
+        std::erase_if(first.ahead, [](const auto& each) { return !each->enabled; });
+        if (!first.ahead.empty() && !engine_.isOver()) {
+            tap = first.ahead.front();
+            event = first.event;
+            question = open_ = ++questions_;
+        }
+    }
+    if (!tap) {
+        Block passed;
+        {
+            const std::lock_guard guard(mutex_);
+            passed.swap(keys_.front().passed);
+        }
+        if (passed) passed();
+        return goOn();
+    }
+    engine_.mainLoop.postEvent([this, tap, question, event] { decide(tap, question, event); });
+    engine_.world.after(tapTimeout, [this, tap, question] { giveUp(tap, question); });
+}
+
+void VirtualKeyboardTaps::decide(const StatePointer& tap, std::uint64_t question, const KeyEvent& event) {
+    KeyReport report;
+    {
+        const std::lock_guard guard(mutex_);
+        if (open_ != question) return;
+        heard_ = question;
+        report = tap->report;
+    }
+    const std::string name(tap->decision(event));
+    if (name.empty()) return pass(question);
+    if (report) report(name);
+    swallow(question, name);
+}
+
+void VirtualKeyboardTaps::pass(std::uint64_t question) {
+    {
+        const std::lock_guard guard(mutex_);
+        if (open_ != question) return;
+        open_ = heard_ = 0;
+        keys_.front().ahead.erase(keys_.front().ahead.begin());
+    }
+    engine_.world.after(0, [this] { ask(); });
+}
+
+void VirtualKeyboardTaps::swallow(std::uint64_t question, const std::string& name) {
+    KeyEvent event;
+    {
+        const std::lock_guard guard(mutex_);
+        // The report took too long: the system has given up.
+        if (open_ != question) return;
+        open_ = heard_ = 0;
+        event = keys_.front().event;
+    }
+    if (event.type == KeyEventType::keyDown) {
+        engine_.journal.emit(
+            "key-swallowed", KeyStroke{event.keyCode, event.flags}.text(),
+            {{"code", std::to_string(event.keyCode)}, {"flags", std::to_string(event.flags)}, {"name", name}});
+    }
+    engine_.world.after(0, [this] { goOn(); });
+}
+
+void VirtualKeyboardTaps::goOn() {
+    {
+        const std::lock_guard guard(mutex_);
+        keys_.pop_front();
+        if (keys_.empty()) return;
+        keys_.front().ahead = taps_;
+    }
+    // Not at once: a thousand keys would nest a thousand calls.
+    engine_.world.after(0, [this] { ask(); });
+}
+
+void VirtualKeyboardTaps::giveUp(const StatePointer& tap, std::uint64_t question) {
+    {
+        const std::lock_guard guard(mutex_);
+        if (open_ != question) return;
+    }
+    disable(tap, KeyEventType::tapDisabledByTimeout);
+}
+
+void VirtualKeyboardTaps::disable(const StatePointer& tap, KeyEventType notice) {
+    std::uint64_t waiting = 0;
+    {
+        const std::lock_guard guard(mutex_);
+        if (!std::exchange(tap->enabled, false)) return;
+        if (open_ != 0 && keys_.front().ahead.front() == tap) waiting = open_;
+    }
+    const bool timedOut = notice == KeyEventType::tapDisabledByTimeout;
+    engine_.journal.emit("tap-disabled", timedOut ? "timeout" : "user input");
+    engine_.mainLoop.postEvent([this, tap, notice] {
+        {
+            const std::lock_guard guard(mutex_);
+            if (std::find(taps_.begin(), taps_.end(), tap) == taps_.end()) return;
+        }
+        if (!tap->decision({notice, 0, 0}).empty()) engine_.misuse("a keyboard tap swallows the notice of its end");
+    });
+    if (waiting != 0) pass(waiting);
+}
+
+void VirtualKeyboardTaps::disableAll() {
+    std::vector<StatePointer> all;
+    {
+        const std::lock_guard guard(mutex_);
+        all = taps_;
+    }
+    for (const StatePointer& tap : all) disable(tap, KeyEventType::tapDisabledByUserInput);
+}
+
+void VirtualKeyboardTaps::remove(const StatePointer& tap) {
+    std::uint64_t waiting = 0;
+    // What it owns goes here, on the main thread, though questions may still be on their way.
+    KeyReport report;
+    {
+        const std::lock_guard guard(mutex_);
+        std::erase(taps_, tap);
+        tap->enabled = false;
+        report.swap(tap->report);
+        // What is being answered right now is answered yet: a tap may end in its own report.
+        if (open_ != 0 && open_ != heard_ && keys_.front().ahead.front() == tap) waiting = open_;
+    }
+    engine_.journal.emit("keyboard-tap-removed");
+    if (waiting != 0) pass(waiting);
+}
+
+}  // namespace vantrel::virtualmac

@@ -1,0 +1,84 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <limits>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "platform/keyboard/KeyboardTap.h"
+#include "platform/virtual/scheduler/Engine.h"
+#include "platform/virtual/system/VirtualAccessibilityTrust.h"
+
+namespace vantrel::virtualmac {
+
+/// The way of the keys through the client's taps, one key after the other. A tap is asked on the main thread, in every
+/// mode of its run loop, the newest tap first. One whose thread does not answer within `tapTimeout` is disabled by the
+/// system, and so are all taps when the client loses the Accessibility permission: the key that waits goes on, and so
+/// does every later one. A disabled tap hears of it on the main thread and stays disabled.
+class VirtualKeyboardTaps final : public KeyboardTaps {
+  public:
+    static constexpr double tapTimeout = 1;
+    static constexpr int always = std::numeric_limits<int>::max();
+
+    VirtualKeyboardTaps(Engine& engine, VirtualAccessibilityTrust& trust);
+
+    /// Null also without the Accessibility permission.
+    [[nodiscard]] std::unique_ptr<KeyboardTap> create(KeyDecision decision, KeyReport report) override;
+
+    /// Driver-facing, any thread: the system refuses the next taps, so many of them; 0 ends it.
+    void refuse(int times);
+    /// The taps that stand, and those of them that are not disabled.
+    std::size_t taps() const;
+    std::size_t enabledTaps() const;
+
+    /// A key event comes from the keyboard. `passed`, if there is one, runs on the world's thread when no tap has
+    /// swallowed it. World's thread.
+    void press(const KeyEvent& event, Block passed);
+
+  private:
+    class Tap;
+    struct State {
+        KeyDecision decision = nullptr;
+        KeyReport report;
+        bool enabled = true;
+    };
+    using StatePointer = std::shared_ptr<State>;
+    struct Pressed {
+        KeyEvent event;
+        Block passed;
+        /// The taps that have not seen it, in the order in which they do.
+        std::vector<StatePointer> ahead;
+    };
+
+    void ask();
+    void decide(const StatePointer& tap, std::uint64_t question, const KeyEvent& event);
+    /// The tap that was asked that question lets the key pass.
+    void pass(std::uint64_t question);
+    void swallow(std::uint64_t question, const std::string& name);
+    void giveUp(const StatePointer& tap, std::uint64_t question);
+    void goOn();
+    void disable(const StatePointer& tap, KeyEventType notice);
+    void disableAll();
+    void remove(const StatePointer& tap);
+
+    Engine& engine_;
+    VirtualAccessibilityTrust& trust_;
+    mutable std::mutex mutex_;
+    /// Newest first.
+    std::vector<StatePointer> taps_;
+    int refusals_ = 0;
+    /// The first one is on its way.
+    std::deque<Pressed> keys_;
+    std::uint64_t questions_ = 0;
+    /// The question that waits for an answer; 0 when none does.
+    std::uint64_t open_ = 0;
+    /// The question that the main thread is answering.
+    std::uint64_t heard_ = 0;
+};
+
+}  // namespace vantrel::virtualmac

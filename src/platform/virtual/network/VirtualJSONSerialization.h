@@ -1,0 +1,30 @@
+#pragma once
+
+#include <functional>
+#include <mutex>
+
+#include "platform/portable/PortableJSONSerialization.h"
+
+namespace vantrel::virtualmac {
+
+/// JSON, with a serialisation that can be made to fail.
+class VirtualJSONSerialization final : public JSONSerialization {
+  public:
+    using Predicate = std::function<bool(const JSONObject&)>;
+
+    std::optional<JSONValue> parse(std::string_view bytes) const override { return json_.parse(bytes); }
+    std::optional<std::string> serialise(const JSONObject& object) const override;
+
+    /// Driver-facing, any thread: the next so many serialisations fail.
+    void failNext(int count);
+    /// Serialisations of what the predicate accepts fail; null for none. Called on the serialising thread.
+    void failWhere(Predicate predicate);
+
+  private:
+    PortableJSONSerialization json_;
+    mutable std::mutex mutex_;
+    mutable int failures_ = 0;
+    Predicate predicate_;
+};
+
+}  // namespace vantrel::virtualmac

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <atomic>
+#include <functional>
+
+#include "platform/system/AccessibilityTrust.h"
+#include "platform/virtual/scheduler/Engine.h"
+
+namespace vantrel::virtualmac {
+
+/// Whether the client is trusted with Accessibility: at first it is.
+class VirtualAccessibilityTrust final : public AccessibilityTrust {
+  public:
+    explicit VirtualAccessibilityTrust(Engine& engine) : engine_(engine) {}
+
+    bool isProcessTrusted() const override {
+        engine_.platformCall();
+        return trusted_;
+    }
+
+    bool isProcessTrustedWithPrompt() override {
+        engine_.platformCall();
+        if (trusted_) return true;
+        if (engine_.isOver()) return false;
+        ++prompts_;
+        engine_.journal.emit("accessibility-prompt");
+        return false;
+    }
+
+    /// Driver-facing, any thread.
+    void setTrusted(bool trusted) {
+        const bool before = trusted_.exchange(trusted);
+        if (before && !trusted && onRevoked) onRevoked();
+    }
+    bool isTrusted() const { return trusted_; }
+    int prompts() const { return prompts_; }
+
+    /// Set once, before the Mac starts: hears that the permission has been taken away.
+    std::function<void()> onRevoked;
+
+  private:
+    Engine& engine_;
+    std::atomic<bool> trusted_ = true;
+    std::atomic<int> prompts_ = 0;
+};
+
+}  // namespace vantrel::virtualmac

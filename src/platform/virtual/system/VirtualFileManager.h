@@ -1,0 +1,46 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/system/FileManager.h"
+#include "platform/virtual/scheduler/Engine.h"
+
+namespace vantrel::virtualmac {
+
+/// What lies at a path. A broken link does not exist for who asks.
+enum class FileKind { folder, file, executable, brokenLink };
+
+/// A tree of paths.
+class VirtualFileManager final : public FileManager {
+  public:
+    explicit VirtualFileManager(Engine& engine) : engine_(engine) {}
+
+    bool fileExists(std::string_view path) const override;
+    std::string homeDirectory() const override;
+
+    /// Driver-facing, any thread. The folders above the path exist with it. What lies there already stays what it is
+    /// unless the kind is named.
+    void add(const std::string& path);
+    void add(const std::string& path, FileKind kind);
+    /// Empty when nothing lies there.
+    std::optional<FileKind> kind(std::string_view path) const;
+    /// With everything below it.
+    void remove(const std::string& path);
+    void setHomeDirectory(std::string path);
+
+  private:
+    Engine& engine_;
+    mutable std::mutex mutex_;
+    std::map<std::string, FileKind, std::less<>> paths_{{"/", FileKind::folder},
+                                                        {"/Users", FileKind::folder},
+                                                        {"/Users/partecipante", FileKind::folder},
+                                                        {"/Applications", FileKind::folder}};
+    std::string home_ = "/Users/partecipante";
+};
+
+}  // namespace vantrel::virtualmac

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "platform/desktop/Screens.h"
+
+namespace vantrel::virtualmac {
+
+/// The displays that are plugged in, the primary one first.
+struct Displays {
+    std::vector<Screen> screens{{"Display integrato", {{0, 0}, {1440, 900}}}};
+    /// Which one has the keyboard focus.
+    std::size_t main = 0;
+    bool haveSeparateSpaces = true;
+};
+
+}  // namespace vantrel::virtualmac
