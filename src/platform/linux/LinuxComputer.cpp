@@ -48,6 +48,7 @@
 #include "platform/linux/ui/Responder.h"
 #include "platform/linux/x11/FrontWindows.h"
 #include "platform/linux/x11/X11WindowSurvey.h"
+#include "platform/portable/ComputerOf.h"
 #include "platform/portable/ICUText.h"
 #include "platform/portable/PortableJSONSerialization.h"
 #include "platform/portable/PortableURLs.h"
@@ -121,7 +122,7 @@ struct LinuxComputer::Parts {
     RunLoopModes modes;
     DelayedWork delayedWork;
     MainQueue mainQueue{mainThread, delayedWork};
-    LinuxRunLoop runLoop{mainThread, delayedWork, modes};
+    LinuxRunLoop mainRunLoop{mainThread, delayedWork, modes};
     BackgroundQueue backgroundQueue{delayedWork};
     LinuxDispatch dispatch{mainQueue, backgroundQueue};
     LinuxThreads threads{mainThread};
@@ -133,7 +134,7 @@ struct LinuxComputer::Parts {
     ICUText unicode;
     UTCDateFormatter dates;
     LinuxFileManager files;
-    LinuxBundle bundle;
+    LinuxBundle mainBundle;
     LinuxUserDefaults userDefaults{LinuxUserDefaults::standardFile(), json};
     LinuxURLSession urlSession;
 
@@ -189,37 +190,7 @@ LinuxComputer::LinuxComputer(std::unique_ptr<Parts> parts) : parts_(std::move(pa
 LinuxComputer::~LinuxComputer() = default;
 
 Computer LinuxComputer::computer() {
-    Parts& parts = *parts_;
-    return {.application = parts.application,
-            .alerts = parts.alerts,
-            .windows = parts.windows,
-            .statusBar = parts.statusBar,
-            .screens = parts.screens,
-            .spaces = parts.spaces,
-            .overlays = parts.overlays,
-            .keyboardTaps = parts.keyboardTaps,
-            .windowList = parts.windowList,
-            .workspace = parts.workspace,
-            .applicationOpener = parts.applicationOpener,
-            .frontmostApplication = parts.frontmostApplication,
-            .runningApplications = parts.runningApplications,
-            .processLauncher = parts.processLauncher,
-            .accessibility = parts.accessibility,
-            .accessibilityTrust = parts.accessibilityTrust,
-            .captureAuthorization = parts.captureAuthorization,
-            .dispatch = parts.dispatch,
-            .mainRunLoop = parts.runLoop,
-            .threads = parts.threads,
-            .clock = parts.clock,
-            .log = parts.log,
-            .userDefaults = parts.userDefaults,
-            .urls = parts.urls,
-            .urlSession = parts.urlSession,
-            .json = parts.json,
-            .unicode = parts.unicode,
-            .dates = parts.dates,
-            .files = parts.files,
-            .mainBundle = parts.bundle};
+    return computerOf(*parts_);
 }
 
 void LinuxComputer::postEvent(Block event) {
@@ -227,7 +198,7 @@ void LinuxComputer::postEvent(Block event) {
 }
 
 std::size_t LinuxComputer::timerCount() const {
-    return parts_->runLoop.timerCount();
+    return parts_->mainRunLoop.timerCount();
 }
 
 }  // namespace vantrel::linuxdesktop

@@ -30,6 +30,7 @@
 #include "platform/macos/ui/MacOverlays.h"
 #include "platform/macos/ui/MacStatusBar.h"
 #include "platform/macos/ui/MacWindows.h"
+#include "platform/portable/ComputerOf.h"
 
 namespace vantrel::macos {
 
@@ -72,37 +73,7 @@ MacComputer::MacComputer() : parts_(std::make_unique<Parts>()) {}
 MacComputer::~MacComputer() = default;
 
 Computer MacComputer::computer() {
-    Parts& parts = *parts_;
-    return {.application = parts.application,
-            .alerts = parts.alerts,
-            .windows = parts.windows,
-            .statusBar = parts.statusBar,
-            .screens = parts.screens,
-            .spaces = parts.spaces,
-            .overlays = parts.overlays,
-            .keyboardTaps = parts.keyboardTaps,
-            .windowList = parts.windowList,
-            .workspace = parts.workspace,
-            .applicationOpener = parts.applicationOpener,
-            .frontmostApplication = parts.frontmostApplication,
-            .runningApplications = parts.runningApplications,
-            .processLauncher = parts.processLauncher,
-            .accessibility = parts.accessibility,
-            .accessibilityTrust = parts.accessibilityTrust,
-            .captureAuthorization = parts.captureAuthorization,
-            .dispatch = parts.dispatch,
-            .mainRunLoop = parts.mainRunLoop,
-            .threads = parts.threads,
-            .clock = parts.clock,
-            .log = parts.log,
-            .userDefaults = parts.userDefaults,
-            .urls = parts.urls,
-            .urlSession = parts.urlSession,
-            .json = parts.json,
-            .unicode = parts.unicode,
-            .dates = parts.dates,
-            .files = parts.files,
-            .mainBundle = parts.mainBundle};
+    return computerOf(*parts_);
 }
 
 }  // namespace vantrel::macos

@@ -6,7 +6,7 @@
 #include <variant>
 
 #include "platform/macos/desktop/AccessibilityValueBridge.h"
-#include "platform/macos/desktop/MacAccessibilityElement.h"
+#include "platform/macos/desktop/MacAccessibility.h"
 
 namespace vantrel::macos {
 namespace {

@@ -3,7 +3,6 @@
 #include <memory>
 #include <string>
 
-#include "platform/macos/ui/BlackoutClickView.h"
 #include "platform/macos/ui/BlackoutWindow.h"
 #include "tests/contracts/ContractTest.h"
 #include "tests/macos/contracts/EmptyEvent.h"

@@ -7,7 +7,7 @@
 #include <sstream>
 #include <thread>
 
-#include "platform/macos/apps/KernelProcess.h"
+#include "platform/macos/apps/MacRunningApplications.h"
 #include "platform/macos/bridge/Text.h"
 
 namespace vantrel::macos {

@@ -4,7 +4,7 @@
 
 #include <utility>
 
-#include "platform/macos/apps/MacRunningApplication.h"
+#include "platform/macos/apps/MacRunningApplications.h"
 #include "platform/macos/bridge/FormedURL.h"
 #include "platform/macos/bridge/Text.h"
 

@@ -1,6 +1,6 @@
 #include "platform/macos/apps/MacFrontmostApplication.h"
 
-#include "platform/macos/apps/MacRunningApplication.h"
+#include "platform/macos/apps/MacRunningApplications.h"
 #include "platform/macos/threads/MainThread.h"
 
 namespace vantrel::macos {

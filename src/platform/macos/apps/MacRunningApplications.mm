@@ -1,11 +1,68 @@
 #include "platform/macos/apps/MacRunningApplications.h"
 
-#include <algorithm>
+#include <sys/sysctl.h>
+#include <sys/types.h>
 
-#include "platform/macos/apps/MacRunningApplication.h"
+#include <algorithm>
+#include <array>
+#include <cstddef>
+
 #include "platform/macos/bridge/Text.h"
 
 namespace vantrel::macos {
+
+std::optional<std::int64_t> KernelProcess::startTime(ProcessIdentifier process) {
+    constexpr std::int64_t microsecondsPerSecond = 1'000'000;
+    if (process <= 0) return std::nullopt;
+    std::array<int, 4> name{CTL_KERN, KERN_PROC, KERN_PROC_PID, process};
+    kinfo_proc facts{};
+    std::size_t size = sizeof facts;
+    if (sysctl(name.data(), name.size(), &facts, &size, nullptr, 0) != 0) return std::nullopt;
+    // For a process that does not exist the call succeeds and writes nothing.
+    if (size < sizeof facts || facts.kp_proc.p_stat == SZOMB) return std::nullopt;
+    const auto& started = facts.kp_proc.p_starttime;
+    return started.tv_sec * microsecondsPerSecond + started.tv_usec;
+}
+
+static_assert(static_cast<NSUInteger>(ActivationOptions::ignoringOtherApps) == NSApplicationActivateIgnoringOtherApps);
+
+std::shared_ptr<MacRunningApplication> MacRunningApplication::wrap(NSRunningApplication* application) {
+    if (application == nil || application.terminated) return nullptr;
+    const ProcessIdentifier process = application.processIdentifier;
+    const auto startTime = KernelProcess::startTime(process);
+    if (!startTime) return nullptr;
+    return std::make_shared<MacRunningApplication>(application, process, *startTime);
+}
+
+std::optional<std::string> MacRunningApplication::bundleIdentifier() const {
+    @autoreleasepool {
+        return bytesOfAny(application_.bundleIdentifier);
+    }
+}
+
+std::optional<std::string> MacRunningApplication::localizedName() const {
+    @autoreleasepool {
+        return bytesOfAny(application_.localizedName);
+    }
+}
+
+bool MacRunningApplication::isTerminated() const {
+    return application_.terminated || KernelProcess::startTime(process_) != startTime_;
+}
+
+// From macOS 14 on the option has no effect and the system may decline; the call is the same.
+bool MacRunningApplication::activate(ActivationOptions options) {
+    if (isTerminated()) return false;
+    return [application_ activateWithOptions:static_cast<NSApplicationActivationOptions>(options)];
+}
+
+bool MacRunningApplication::terminate() {
+    return !isTerminated() && [application_ terminate];
+}
+
+bool MacRunningApplication::forceTerminate() {
+    return !isTerminated() && [application_ forceTerminate];
+}
 
 std::vector<std::shared_ptr<RunningApplication>> MacRunningApplications::withBundleIdentifier(
     std::string_view identifier) const {

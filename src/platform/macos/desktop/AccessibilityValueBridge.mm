@@ -1,6 +1,6 @@
 #include "platform/macos/desktop/AccessibilityValueBridge.h"
 
-#include "platform/macos/desktop/MacAccessibilityElement.h"
+#include "platform/macos/desktop/MacAccessibility.h"
 
 namespace vantrel::macos {
 

@@ -1,8 +1,27 @@
 #pragma once
 
+#include <ApplicationServices/ApplicationServices.h>
+
 #include "platform/desktop/Accessibility.h"
+#include "platform/macos/bridge/CFReference.h"
 
 namespace vantrel::macos {
+
+/// An AXUIElement. Any thread.
+class MacAccessibilityElement final : public AccessibilityElement {
+  public:
+    /// An empty reference stands for an element that there is not: every call gives an error.
+    explicit MacAccessibilityElement(CFReference<AXUIElementRef> element) : element_(std::move(element)) {}
+
+    std::variant<AccessibilityValue, AccessibilityError> attribute(std::string_view name) const override;
+    AccessibilityError setAttribute(std::string_view name, const AccessibilityValue& value) override;
+    AccessibilityError performAction(std::string_view name) override;
+
+    AXUIElementRef get() const { return element_.get(); }
+
+  private:
+    const CFReference<AXUIElementRef> element_;
+};
 
 class MacAccessibility final : public Accessibility {
   public:

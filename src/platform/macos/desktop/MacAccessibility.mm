@@ -1,8 +1,73 @@
 #include "platform/macos/desktop/MacAccessibility.h"
 
-#include "platform/macos/desktop/MacAccessibilityElement.h"
+#import <Foundation/Foundation.h>
+
+#include "platform/macos/bridge/Text.h"
+#include "platform/macos/desktop/AccessibilityTimeout.h"
+#include "platform/macos/desktop/AccessibilityValueBridge.h"
+#include "platform/macos/threads/MacClock.h"
 
 namespace vantrel::macos {
+
+static_assert(accessibilitySuccess == kAXErrorSuccess && accessibilityFailure == kAXErrorFailure &&
+              accessibilityIllegalArgument == kAXErrorIllegalArgument &&
+              accessibilityInvalidElement == kAXErrorInvalidUIElement &&
+              accessibilityCannotComplete == kAXErrorCannotComplete &&
+              accessibilityAttributeUnsupported == kAXErrorAttributeUnsupported &&
+              accessibilityActionUnsupported == kAXErrorActionUnsupported &&
+              accessibilityDisabled == kAXErrorAPIDisabled && accessibilityNoValue == kAXErrorNoValue);
+
+namespace {
+
+template <class Call>
+AXError ask(AXUIElementRef element, Call call) {
+    const MacClock clock;
+    const double asked = clock.uptime();
+    pid_t process = 0;
+    if (AXUIElementGetPid(element, &process) != kAXErrorSuccess) return call();
+    if (AccessibilityTimeout::refuses(process, asked)) return kAXErrorCannotComplete;
+    const AXError error = call();
+    const double answered = clock.uptime();
+    if (error == kAXErrorCannotComplete) AccessibilityTimeout::noteFailure(process, answered - asked, answered);
+    return error;
+}
+
+}  // namespace
+
+std::variant<AccessibilityValue, AccessibilityError> MacAccessibilityElement::attribute(std::string_view name) const {
+    if (!element_) return AccessibilityError{kAXErrorInvalidUIElement};
+    @autoreleasepool {
+        NSString* text = lenientText(name);
+        CFTypeRef copied = nullptr;
+        const AXError error = ask(element_.get(), [&] {
+            return AXUIElementCopyAttributeValue(element_.get(), (__bridge CFStringRef)text, &copied);
+        });
+        const auto value = CFReference<CFTypeRef>::copied(copied);
+        if (error != kAXErrorSuccess) return AccessibilityError{error};
+        return accessibilityValue(value.get());
+    }
+}
+
+AccessibilityError MacAccessibilityElement::setAttribute(std::string_view name, const AccessibilityValue& value) {
+    if (!element_) return kAXErrorInvalidUIElement;
+    @autoreleasepool {
+        const auto object = accessibilityObject(value);
+        if (!object) return kAXErrorIllegalArgument;
+        NSString* text = lenientText(name);
+        return ask(element_.get(), [&] {
+            return AXUIElementSetAttributeValue(element_.get(), (__bridge CFStringRef)text, object.get());
+        });
+    }
+}
+
+AccessibilityError MacAccessibilityElement::performAction(std::string_view name) {
+    if (!element_) return kAXErrorInvalidUIElement;
+    @autoreleasepool {
+        NSString* text = lenientText(name);
+        return ask(element_.get(),
+                   [&] { return AXUIElementPerformAction(element_.get(), (__bridge CFStringRef)text); });
+    }
+}
 
 std::shared_ptr<AccessibilityElement> MacAccessibility::application(ProcessIdentifier process) const {
     return std::make_shared<MacAccessibilityElement>(

@@ -1,8 +1,43 @@
 #pragma once
 
+#include <CoreFoundation/CoreFoundation.h>
+#include <CoreGraphics/CoreGraphics.h>
+
+#include <memory>
+#include <optional>
+
 #include "platform/keyboard/KeyboardTap.h"
+#include "platform/macos/bridge/CFReference.h"
+#include "platform/macos/desktop/AccessibilityTimeout.h"
 
 namespace vantrel::macos {
+
+/// An event tap with its source in the main run loop's common modes. Its callback runs there, so decisions and reports
+/// are made on the main thread. Made and destroyed there too, if need be in its own report.
+class MacKeyboardTap final : public KeyboardTap {
+  public:
+    /// Null when the system refuses.
+    static std::unique_ptr<MacKeyboardTap> create(KeyDecision decision, KeyReport report);
+    ~MacKeyboardTap() override;
+
+  private:
+    struct Rules {
+        KeyDecision decision;
+        std::shared_ptr<const KeyReport> report;
+    };
+
+    explicit MacKeyboardTap(std::unique_ptr<const Rules> rules) : rules_(std::move(rules)) {}
+
+    bool install();
+    static CGEventRef handle(CGEventTapProxy proxy, CGEventType type, CGEventRef event, void* userInfo);
+
+    // The tap has its address and no share in it.
+    const std::unique_ptr<const Rules> rules_;
+    CFReference<CFMachPortRef> eventTap_;
+    CFReference<CFRunLoopSourceRef> runLoopSource_;
+    // Calls to a browser that hangs would let the system wait for the tap.
+    std::optional<AccessibilityTimeout> accessibilityTimeout_;
+};
 
 class MacKeyboardTaps final : public KeyboardTaps {
   public:

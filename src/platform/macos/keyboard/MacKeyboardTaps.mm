@@ -1,11 +1,83 @@
 #include "platform/macos/keyboard/MacKeyboardTaps.h"
 
+#include <string_view>
 #include <utility>
 
-#include "platform/macos/keyboard/MacKeyboardTap.h"
 #include "platform/macos/threads/MainThread.h"
 
 namespace vantrel::macos {
+
+namespace {
+
+constexpr CGEventMask keyDownAndFlagsChanged = CGEventMaskBit(kCGEventKeyDown) | CGEventMaskBit(kCGEventFlagsChanged);
+
+static_assert(keyDownAndFlagsChanged == 0x1400);
+static_assert(kCGSessionEventTap == 1 && kCGHeadInsertEventTap == 0 && kCGEventTapOptionDefault == 0);
+static_assert(kCGKeyboardEventKeycode == 9);
+// The rules read the flags by these values.
+static_assert(kCGEventFlagMaskShift == 0x20000 && kCGEventFlagMaskControl == 0x40000 &&
+              kCGEventFlagMaskCommand == 0x100000);
+static_assert(static_cast<CGEventType>(KeyEventType::keyDown) == kCGEventKeyDown);
+static_assert(static_cast<CGEventType>(KeyEventType::flagsChanged) == kCGEventFlagsChanged);
+static_assert(static_cast<CGEventType>(KeyEventType::tapDisabledByTimeout) == kCGEventTapDisabledByTimeout);
+static_assert(static_cast<CGEventType>(KeyEventType::tapDisabledByUserInput) == kCGEventTapDisabledByUserInput);
+
+// Without an allocation: this runs for every key press of the session. A notice that the tap was disabled has no event
+// to read.
+KeyEvent keyEvent(CGEventType type, CGEventRef event) {
+    KeyEvent key;
+    key.type = static_cast<KeyEventType>(type);
+    if (type != kCGEventKeyDown && type != kCGEventFlagsChanged) return key;
+    key.keyCode = CGEventGetIntegerValueField(event, kCGKeyboardEventKeycode);
+    key.flags = CGEventGetFlags(event);
+    return key;
+}
+
+}  // namespace
+
+std::unique_ptr<MacKeyboardTap> MacKeyboardTap::create(KeyDecision decision, KeyReport report) {
+    auto rules = std::make_unique<const Rules>(Rules{decision, std::make_shared<const KeyReport>(std::move(report))});
+    std::unique_ptr<MacKeyboardTap> tap(new MacKeyboardTap(std::move(rules)));
+    if (!tap->install()) return nullptr;
+    return tap;
+}
+
+bool MacKeyboardTap::install() {
+    void* const userInfo = const_cast<Rules*>(rules_.get());
+    eventTap_ = CFReference<CFMachPortRef>::created(CGEventTapCreate(kCGSessionEventTap, kCGHeadInsertEventTap,
+                                                                     kCGEventTapOptionDefault, keyDownAndFlagsChanged,
+                                                                     &MacKeyboardTap::handle, userInfo));
+    if (!eventTap_) return false;
+    runLoopSource_ = CFReference<CFRunLoopSourceRef>::created(
+        CFMachPortCreateRunLoopSource(kCFAllocatorDefault, eventTap_.get(), 0));
+    if (!runLoopSource_) return false;
+    CFRunLoopAddSource(CFRunLoopGetMain(), runLoopSource_.get(), kCFRunLoopCommonModes);
+    CGEventTapEnable(eventTap_.get(), true);
+    accessibilityTimeout_.emplace();
+    return true;
+}
+
+// A tap that is only disabled stays with the system and slows every key press down; it goes with its port.
+MacKeyboardTap::~MacKeyboardTap() {
+    requireMainThread("the end of a keyboard tap");
+    if (!eventTap_) return;
+    CGEventTapEnable(eventTap_.get(), false);
+    if (runLoopSource_) CFRunLoopRemoveSource(CFRunLoopGetMain(), runLoopSource_.get(), kCFRunLoopCommonModes);
+    CFMachPortInvalidate(eventTap_.get());
+}
+
+CGEventRef MacKeyboardTap::handle(CGEventTapProxy, CGEventType type, CGEventRef event, void* userInfo) {
+    const auto* rules = static_cast<const Rules*>(userInfo);
+    if (rules == nullptr) return event;
+    const std::string_view name = rules->decision(keyEvent(type, event));
+    if (name.empty()) return event;
+    // The tap may be destroyed by the report, and the rules with it.
+    const auto report = rules->report;
+    @autoreleasepool {
+        if (*report) (*report)(name);
+    }
+    return nullptr;
+}
 
 std::unique_ptr<KeyboardTap> MacKeyboardTaps::create(KeyDecision decision, KeyReport report) {
     requireMainThread("create");

@@ -1,8 +1,41 @@
 #pragma once
 
+#import <Foundation/Foundation.h>
+
+#include <atomic>
+#include <memory>
+
 #include "platform/threads/RunLoop.h"
 
 namespace vantrel::macos {
+
+/// Tells the system, for as long as it lives, that the process works for the user although none of its windows may be
+/// visible. Without it timers are napped: they come late, by minutes in the end. The Mac may still go to sleep. Any
+/// thread.
+class TimelyActivity {
+  public:
+    TimelyActivity();
+    ~TimelyActivity();
+    TimelyActivity(const TimelyActivity&) = delete;
+    TimelyActivity& operator=(const TimelyActivity&) = delete;
+
+  private:
+    id<NSObject> token_;
+};
+
+/// An NSTimer of the main run loop. The block belongs to the NSTimer alone and is let go of on the main thread. Made on
+/// the main thread.
+class MacTimer final : public Timer {
+  public:
+    MacTimer(double intervalSeconds, bool repeats, Block block);
+    ~MacTimer() override;
+
+    void invalidate() override;
+
+  private:
+    const std::shared_ptr<std::atomic<bool>> valid_;
+    NSTimer* const timer_;
+};
 
 /// NSTimers in the default mode of the main run loop. Main thread.
 class MacRunLoop final : public RunLoop {

@@ -2,10 +2,62 @@
 
 #include <utility>
 
-#include "platform/macos/threads/MacTimer.h"
 #include "platform/macos/threads/MainThread.h"
 
 namespace vantrel::macos {
+
+TimelyActivity::TimelyActivity()
+    : token_([NSProcessInfo.processInfo beginActivityWithOptions:NSActivityUserInitiatedAllowingIdleSystemSleep
+                                                          reason:@"Sessione protetta"]) {}
+
+TimelyActivity::~TimelyActivity() {
+    [NSProcessInfo.processInfo endActivity:token_];
+}
+
+namespace {
+
+using Validity = std::shared_ptr<std::atomic<bool>>;
+
+// What repeats here stands for as long as a lockdown does, with the client's own window hidden; so the activity is
+// held where it is needed and nowhere else.
+NSTimer* scheduled(double intervalSeconds, bool repeats, Block block, const Validity& validity) {
+    const Validity valid = validity;
+    const auto shared = std::make_shared<const Block>(std::move(block));
+    const auto activity = repeats ? std::make_shared<const TimelyActivity>() : nullptr;
+    return [NSTimer scheduledTimerWithTimeInterval:intervalSeconds
+                                           repeats:repeats
+                                             block:^(NSTimer*) {
+                                               (void)activity;
+                                               // The timer may be destroyed by its own block, and this one with it.
+                                               const auto running = shared;
+                                               @autoreleasepool {
+                                                   if (*valid) (*running)();
+                                               }
+                                             }];
+}
+
+}  // namespace
+
+MacTimer::MacTimer(double intervalSeconds, bool repeats, Block block)
+    : valid_(std::make_shared<std::atomic<bool>>(true)),
+      timer_(scheduled(intervalSeconds, repeats, std::move(block), valid_)) {}
+
+MacTimer::~MacTimer() {
+    invalidate();
+}
+
+void MacTimer::invalidate() {
+    if (!valid_->exchange(false)) return;
+    NSTimer* timer = timer_;
+    if (NSThread.isMainThread) {
+        [timer invalidate];
+    } else {
+        // Only the thread whose run loop has it can take it out.
+        dispatch_async(dispatch_get_main_queue(), ^{
+          [timer invalidate];
+        });
+    }
+}
 
 std::unique_ptr<Timer> MacRunLoop::scheduledTimer(double intervalSeconds, bool repeats, Block block) {
     requireMainThread("scheduledTimer");

@@ -3,8 +3,35 @@
 #import <QuartzCore/CALayer.h>
 
 #include "platform/macos/bridge/Text.h"
-#include "platform/macos/ui/BlackoutClickView.h"
-#include "platform/macos/ui/BlackoutContentView.h"
+
+@implementation BlackoutClickView
+
+- (BOOL)acceptsFirstMouse:(NSEvent*)event {
+    (void)event;
+    return YES;
+}
+
+// The system then waits with the activation until the mouse is up, and leaves it out when it was prevented by then.
+- (BOOL)shouldDelayWindowOrderingForEvent:(NSEvent*)event {
+    (void)event;
+    return YES;
+}
+
+- (void)mouseDown:(NSEvent*)event {
+    (void)event;
+    [NSApplication.sharedApplication preventWindowOrdering];
+}
+
+@end
+
+@implementation BlackoutContentView
+
+- (void)resetCursorRects {
+    [super resetCursorRects];
+    [self addCursorRect:self.bounds cursor:NSCursor.operationNotAllowedCursor];
+}
+
+@end
 
 namespace {
 

@@ -1,7 +1,17 @@
 #pragma once
 
-#include "platform/macos/ui/VantrelApplicationDelegate.h"
+#import <AppKit/AppKit.h>
+
+#include <memory>
+
 #include "platform/ui/Application.h"
+
+/// The delegate that AppKit knows; it hands on to the client's. Main thread.
+@interface VantrelApplicationDelegate : NSObject <NSApplicationDelegate>
+
+- (void)setReceiver:(std::weak_ptr<vantrel::ApplicationDelegate>)receiver;
+
+@end
 
 namespace vantrel::macos {
 

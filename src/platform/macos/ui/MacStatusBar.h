@@ -1,8 +1,25 @@
 #pragma once
 
+#import <AppKit/AppKit.h>
+
 #include "platform/ui/StatusBar.h"
 
 namespace vantrel::macos {
+
+/// An NSStatusItem; nothing happens any more once it is removed. Main thread.
+class MacStatusItem final : public StatusItem {
+  public:
+    explicit MacStatusItem(double length);
+    ~MacStatusItem() override;
+
+    void setButtonTitle(const std::string& title) override;
+    void setMenu(const Menu& menu) override;
+
+    void remove();
+
+  private:
+    NSStatusItem* item_;
+};
 
 class MacStatusBar final : public StatusBar {
   public:

@@ -1,9 +1,35 @@
 #include "platform/macos/ui/MacStatusBar.h"
 
+#include "platform/macos/bridge/Text.h"
 #include "platform/macos/threads/MainThread.h"
-#include "platform/macos/ui/MacStatusItem.h"
+#include "platform/macos/ui/MenuBuilder.h"
 
 namespace vantrel::macos {
+
+MacStatusItem::MacStatusItem(double length) : item_([NSStatusBar.systemStatusBar statusItemWithLength:length]) {}
+
+MacStatusItem::~MacStatusItem() {
+    remove();
+}
+
+void MacStatusItem::setButtonTitle(const std::string& title) {
+    requireMainThread("setButtonTitle");
+    item_.button.title = lenientText(title);
+}
+
+void MacStatusItem::setMenu(const Menu& menu) {
+    requireMainThread("setMenu");
+    item_.menu = appKitMenu(menu);
+}
+
+void MacStatusItem::remove() {
+    requireMainThread("remove");
+    if (item_ == nil) return;
+    // An open menu would stay on the screen, with items that nobody answers for.
+    [item_.menu cancelTracking];
+    [NSStatusBar.systemStatusBar removeStatusItem:item_];
+    item_ = nil;
+}
 
 std::unique_ptr<StatusItem> MacStatusBar::statusItem(double length) {
     requireMainThread("statusItem");

@@ -1,11 +1,151 @@
 #include "platform/macos/ui/MacWindows.h"
 
+#include <cstdio>
+#include <cstdlib>
+#include <string>
 #include <utility>
 
+#include "platform/macos/bridge/RectBridge.h"
+#include "platform/macos/bridge/Text.h"
 #include "platform/macos/threads/MainThread.h"
-#include "platform/macos/ui/MacWindow.h"
+#include "platform/macos/ui/ControlBuilder.h"
+
+@implementation VantrelButtonTarget {
+    vantrel::Windows::ActionHandler _handler;
+}
+
+- (instancetype)initWithHandler:(vantrel::Windows::ActionHandler)handler {
+    self = [super init];
+    if (self != nil) _handler = std::move(handler);
+    return self;
+}
+
+- (void)buttonPressed:(NSView*)sender {
+    // Copies: the handler may destroy the window, and with it all that is here.
+    const vantrel::Windows::ActionHandler handler = _handler;
+    const std::string pressed = vantrel::macos::bytesOf(sender.identifier);
+    if (handler) handler(pressed);
+}
+
+- (void)forget {
+    _handler = nullptr;
+}
+
+@end
 
 namespace vantrel::macos {
+
+static_assert(static_cast<NSUInteger>(windowTitled) == NSWindowStyleMaskTitled);
+static_assert(static_cast<NSUInteger>(windowClosable) == NSWindowStyleMaskClosable);
+static_assert(static_cast<NSUInteger>(windowMiniaturizable) == NSWindowStyleMaskMiniaturizable);
+static_assert(static_cast<NSUInteger>(viewWidthSizable) == NSViewWidthSizable);
+static_assert(static_cast<NSUInteger>(viewHeightSizable) == NSViewHeightSizable);
+
+MacWindow::MacWindow(const WindowDescription& description, Windows::ActionHandler onAction)
+    : window_([[NSWindow alloc] initWithContentRect:cgRect(description.contentRect)
+                                          styleMask:static_cast<NSWindowStyleMask>(description.styleMask)
+                                            backing:NSBackingStoreBuffered
+                                              defer:NO]),
+      target_([[VantrelButtonTarget alloc] initWithHandler:std::move(onAction)]) {
+    window_.title = lenientText(description.title);
+    window_.releasedWhenClosed = description.releasedWhenClosed;
+    for (const View& view : description.views) addView(view);
+}
+
+// AppKit may still be in the middle of an event of this window, such as the press that led here.
+MacWindow::~MacWindow() {
+    requireMainThread("the end of a window");
+    [target_ forget];
+    NSWindow* window = window_;
+    VantrelButtonTarget* target = target_;
+    [window orderOut:nil];
+    dispatch_async(dispatch_get_main_queue(), ^{
+      (void)target;
+      [window close];
+    });
+}
+
+void MacWindow::addView(const View& view) {
+    NSView* made = [[NSView alloc] initWithFrame:cgRect(view.frame)];
+    made.autoresizingMask = static_cast<NSAutoresizingMaskOptions>(view.autoresizingMask);
+    made.hidden = view.hidden;
+    for (const Control& control : view.controls) {
+        NSView* child = appKitControl(control, target_, @selector(buttonPressed:));
+        [made addSubview:child];
+        if (!control.id.empty()) controls_.emplace(control.id, child);
+    }
+    [window_.contentView addSubview:made];
+    if (!view.id.empty()) views_.emplace(view.id, made);
+}
+
+NSView* MacWindow::named(const ViewsById& views, std::string_view id) {
+    const auto found = views.find(id);
+    if (found != views.end()) return found->second;
+    std::fprintf(stderr, "vantrel: no control or view is called %.*s\n", static_cast<int>(id.size()), id.data());
+    std::abort();
+}
+
+void MacWindow::center() {
+    requireMainThread("center");
+    [window_ center];
+}
+
+void MacWindow::setIsVisible(bool visible) {
+    requireMainThread("setIsVisible");
+    [window_ setIsVisible:visible];
+}
+
+void MacWindow::makeKeyAndOrderFront() {
+    requireMainThread("makeKeyAndOrderFront");
+    [window_ makeKeyAndOrderFront:nil];
+}
+
+void MacWindow::orderOut() {
+    requireMainThread("orderOut");
+    [window_ orderOut:nil];
+}
+
+unsigned MacWindow::styleMask() const {
+    requireMainThread("styleMask");
+    return static_cast<unsigned>(window_.styleMask);
+}
+
+void MacWindow::setStyleMask(unsigned mask) {
+    requireMainThread("setStyleMask");
+    window_.styleMask = static_cast<NSWindowStyleMask>(mask);
+}
+
+// A button's string value is its state; its text is the title.
+std::optional<std::string> MacWindow::text(std::string_view id) const {
+    requireMainThread("text");
+    const auto found = controls_.find(id);
+    if (found == controls_.end()) return std::nullopt;
+    NSView* view = found->second;
+    if ([view isKindOfClass:[NSButton class]]) return bytesOf(static_cast<NSButton*>(view).title);
+    if ([view isKindOfClass:[NSControl class]]) return bytesOf(static_cast<NSControl*>(view).stringValue);
+    return std::string();
+}
+
+void MacWindow::setText(std::string_view id, std::string_view text) {
+    requireMainThread("setText");
+    NSView* view = named(controls_, id);
+    if ([view isKindOfClass:[NSButton class]]) {
+        static_cast<NSButton*>(view).title = lenientText(text);
+    } else if ([view isKindOfClass:[NSControl class]]) {
+        static_cast<NSControl*>(view).stringValue = lenientText(text);
+    }
+}
+
+void MacWindow::setEnabled(std::string_view id, bool enabled) {
+    requireMainThread("setEnabled");
+    NSView* view = named(controls_, id);
+    if ([view isKindOfClass:[NSControl class]]) static_cast<NSControl*>(view).enabled = enabled;
+}
+
+void MacWindow::setViewHidden(std::string_view viewId, bool hidden) {
+    requireMainThread("setViewHidden");
+    named(views_, viewId).hidden = hidden;
+}
 
 std::unique_ptr<Window> MacWindows::makeWindow(const WindowDescription& description, ActionHandler onAction) {
     requireMainThread("makeWindow");

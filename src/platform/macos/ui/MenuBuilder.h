@@ -2,7 +2,16 @@
 
 #import <AppKit/AppKit.h>
 
+#include "platform/threads/Block.h"
 #include "platform/ui/Menu.h"
+
+/// The target of a menu item that acts through a block. Main thread.
+@interface VantrelMenuTarget : NSObject
+
+- (instancetype)initWithBlock:(vantrel::Block)block;
+- (void)perform:(id)sender;
+
+@end
 
 namespace vantrel::macos {
 

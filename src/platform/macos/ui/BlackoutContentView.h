@@ -1,7 +1,0 @@
-#pragma once
-
-#import <AppKit/AppKit.h>
-
-/// Shows the operation-not-allowed cursor all over.
-@interface BlackoutContentView : NSView
-@end
