@@ -5,8 +5,8 @@
 #include <variant>
 #include <vector>
 
-#include "platform/system/CaptureAuthorization.h"
 #include "platform/desktop/Screens.h"
+#include "platform/system/CaptureAuthorization.h"
 #include "rehearsal/scenario/DesktopAction.h"
 #include "rehearsal/scenario/MacSetup.h"
 #include "rehearsal/scenario/ReplyRule.h"

@@ -6,8 +6,8 @@
 
 #include "platform/desktop/Screens.h"
 #include "platform/virtual/desktop/AccessibilityFaults.h"
-#include "platform/virtual/world/AppWindow.h"
 #include "platform/virtual/keyboard/KeyStroke.h"
+#include "platform/virtual/world/AppWindow.h"
 #include "rehearsal/scenario/MacSetup.h"
 
 namespace vantrel::rehearsal {

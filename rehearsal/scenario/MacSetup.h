@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/system/CaptureAuthorization.h"
 #include "platform/desktop/Screens.h"
+#include "platform/system/CaptureAuthorization.h"
 #include "rehearsal/scenario/Behaviour.h"
 
 namespace vantrel::rehearsal {
