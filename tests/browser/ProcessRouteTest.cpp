@@ -238,7 +238,7 @@ TEST_F(ProcessRoute, EndsTheLaunchWhenTheProcessCannotBeStarted) {
     launch();
     mac().runFor(0);
     // At once: the launch's thread waits for nothing.
-    EXPECT_EQ(mac().residue().workers, 0u);
+    EXPECT_EQ(mac().leftovers().workers, 0u);
     mac().runFor(30);
     EXPECT_EQ(logLines().back(), "[BROWSER] ❌ Errore lancio: Risorsa temporaneamente non disponibile.");
     EXPECT_EQ(launcher().browserPID(), std::nullopt);
@@ -250,7 +250,7 @@ TEST_F(ProcessRoute, EndsTheLaunchWhenTheExecutableHasGoneSinceTheDetection) {
     launcher().onSessionEnded = [&called](const std::string&) { called = true; };
     launch();
     mac().runFor(0);
-    EXPECT_EQ(mac().residue().workers, 0u);
+    EXPECT_EQ(mac().leftovers().workers, 0u);
     mac().runFor(30);
     EXPECT_EQ(logLines().back(), "[BROWSER] ❌ Eseguibile non trovato per Microsoft Edge");
     EXPECT_FALSE(called);
