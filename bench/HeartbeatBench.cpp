@@ -4,12 +4,12 @@
 
 #include "server/HeartbeatService.h"
 #include "server/VersionCheck.h"
-#include "tests/immediate/ImmediateComputer.h"
+#include "tests/doubles/SingleThreadComputer.h"
 
 namespace vantrel {
 namespace {
 
-std::shared_ptr<HeartbeatService> makeService(immediate::ImmediateComputer& computer) {
+std::shared_ptr<HeartbeatService> makeService(singlethread::SingleThreadComputer& computer) {
     return std::make_shared<HeartbeatService>(
         HeartbeatService::Identity{"https://server.example", "NQRP5D", "token", "2.0-macOS"}, computer.requests(),
         computer.dispatch, computer.runLoop, computer.clock, computer.dates, computer.log);
@@ -17,7 +17,7 @@ std::shared_ptr<HeartbeatService> makeService(immediate::ImmediateComputer& comp
 
 /// Draining, building and serialising one heartbeat, up to the hand-over to the URL session.
 void buildHeartbeat(benchmark::State& state) {
-    immediate::ImmediateComputer computer;
+    singlethread::SingleThreadComputer computer;
     const auto service = makeService(computer);
     for (auto _ : state) {
         state.PauseTiming();
@@ -34,7 +34,7 @@ BENCHMARK(buildHeartbeat)->Arg(0)->Arg(10)->Arg(1000);
 
 /// Reading one reply of about so many bytes.
 void readReply(benchmark::State& state) {
-    immediate::ImmediateComputer computer;
+    singlethread::SingleThreadComputer computer;
     std::string body = R"({"updateAvailable":false,"more":[)";
     while (body.size() + 20 < static_cast<std::size_t>(state.range(0))) body += R"({"a":"b","c":12},)";
     body += "null]}";
@@ -47,7 +47,7 @@ BENCHMARK(readReply)->Arg(1 << 10)->Arg(1 << 20);
 
 /// One violation, from one and from eight threads on one service.
 void addViolation(benchmark::State& state) {
-    static immediate::ImmediateComputer computer;
+    static singlethread::SingleThreadComputer computer;
     static const auto service = makeService(computer);
     for (auto _ : state) service->addViolation("KEY_BLOCKED", "Cmd+Tab");
     if (state.thread_index() == 0) {

@@ -1,12 +1,12 @@
 #include "fuzz/FuzzedReply.h"
 #include "server/HeartbeatService.h"
-#include "tests/immediate/ImmediateComputer.h"
+#include "tests/doubles/SingleThreadComputer.h"
 
 using namespace vantrel;
 
 /// Any bytes as a heartbeat's reply: the session ends for the boolean true, and for nothing else.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    immediate::ImmediateComputer computer;
+    singlethread::SingleThreadComputer computer;
     const auto reply = fuzz::fuzzedReply(data, size);
     computer.session.replies = {reply};
     const auto service = std::make_shared<HeartbeatService>(

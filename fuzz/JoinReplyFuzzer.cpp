@@ -1,12 +1,12 @@
 #include "fuzz/FuzzedReply.h"
 #include "server/SessionJoin.h"
-#include "tests/immediate/ImmediateComputer.h"
+#include "tests/doubles/SingleThreadComputer.h"
 
 using namespace vantrel;
 
 /// Any bytes as the join's reply: the three strings, or a message of the table.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    immediate::ImmediateComputer computer;
+    singlethread::SingleThreadComputer computer;
     const auto reply = fuzz::fuzzedReply(data, size);
     computer.session.replies = {URLReply{{}, 200, R"({"status":"ACTIVE"})"}, reply};
     SessionJoin join(computer.requests(), computer.defaults, computer.unicode, computer.log, "2.0-macOS");

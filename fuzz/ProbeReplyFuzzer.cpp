@@ -1,12 +1,12 @@
 #include "fuzz/FuzzedReply.h"
 #include "server/SessionJoin.h"
-#include "tests/immediate/ImmediateComputer.h"
+#include "tests/doubles/SingleThreadComputer.h"
 
 using namespace vantrel;
 
 /// Any bytes as the probe's reply: the session is joined, not found, or ended.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    immediate::ImmediateComputer computer;
+    singlethread::SingleThreadComputer computer;
     const auto reply = fuzz::fuzzedReply(data, size);
     const URLReply joined{{}, 200, R"({"meetLink":"L","userToken":"T","sessionTitle":"S"})"};
     computer.session.replies = {reply, joined};

@@ -1,12 +1,12 @@
 #include "fuzz/FuzzedReply.h"
 #include "server/VersionCheck.h"
-#include "tests/immediate/ImmediateComputer.h"
+#include "tests/doubles/SingleThreadComputer.h"
 
 using namespace vantrel;
 
 /// Any bytes as the version check's reply: an offer for the boolean true, and for nothing else.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    immediate::ImmediateComputer computer;
+    singlethread::SingleThreadComputer computer;
     const auto reply = fuzz::fuzzedReply(data, size);
     const VersionCheck check(computer.requests(), computer.urls, computer.log);
     const auto offer = check.read(reply);

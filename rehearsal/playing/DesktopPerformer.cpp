@@ -4,7 +4,7 @@
 #include <array>
 #include <variant>
 
-#include "platform/virtual/scheduler/Numbers.h"
+#include "platform/virtual/scheduler/NumberText.h"
 
 namespace vantrel::rehearsal {
 

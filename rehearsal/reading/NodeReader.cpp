@@ -5,7 +5,7 @@
 #include <cmath>
 #include <set>
 
-#include "platform/virtual/scheduler/Numbers.h"
+#include "platform/virtual/scheduler/NumberText.h"
 
 namespace vantrel::rehearsal {
 namespace {

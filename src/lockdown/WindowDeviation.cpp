@@ -1,6 +1,5 @@
 #include "lockdown/WindowDeviation.h"
 
-#include <algorithm>
 #include <cmath>
 
 namespace vantrel {
@@ -9,7 +8,6 @@ namespace {
 constexpr double toleratedMove = 0.01;
 constexpr double smallestWidthRatio = 0.9;
 constexpr double smallestHeightRatio = 0.8;
-constexpr double largestPrintable = 1e15;
 
 }  // namespace
 
@@ -21,11 +19,6 @@ WindowDeviation windowDeviation(const Rect& window, const Rect& screen) {
                       std::abs(window.origin.y - screen.origin.y) > toleratedMove * screen.size.height;
     deviation.sizeCorrect = deviation.widthRatio >= smallestWidthRatio && deviation.heightRatio >= smallestHeightRatio;
     return deviation;
-}
-
-std::int64_t truncated(double value) {
-    if (std::isnan(value)) return 0;
-    return static_cast<std::int64_t>(std::clamp(value, -largestPrintable, largestPrintable));
 }
 
 }  // namespace vantrel

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <cstdint>
-
 #include "platform/desktop/Geometry.h"
 
 namespace vantrel {
@@ -21,8 +19,5 @@ struct WindowDeviation {
 /// The window's position counts from the top left and the screen's from the bottom left; they are compared as they
 /// stand.
 WindowDeviation windowDeviation(const Rect& window, const Rect& screen);
-
-/// For log lines: towards zero, and within what a number of that type can hold.
-std::int64_t truncated(double value);
 
 }  // namespace vantrel

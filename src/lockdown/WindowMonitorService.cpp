@@ -4,7 +4,8 @@
 
 #include "browser/AccessibilityWindows.h"
 #include "lockdown/BrowserWindows.h"
-#include "lockdown/SystemProcesses.h"
+#include "lockdown/SystemProcessWhitelist.h"
+#include "lockdown/WholePart.h"
 #include "lockdown/WindowDeviation.h"
 
 namespace vantrel {
@@ -123,12 +124,12 @@ void WindowMonitorService::checkGeometry(BrowserLauncher& launcher, ProcessIdent
     const auto deviation = windowDeviation(frame, screen->frame);
     if (deviation.isNone()) return;
     if (deviation.moved) {
-        print("[MONITOR] Finestra spostata pos:(" + std::to_string(truncated(frame.origin.x)) + "," +
-              std::to_string(truncated(frame.origin.y)) + ") — ripristino");
+        print("[MONITOR] Finestra spostata pos:(" + std::to_string(wholePart(frame.origin.x)) + "," +
+              std::to_string(wholePart(frame.origin.y)) + ") — ripristino");
     }
     if (!deviation.sizeCorrect) {
-        print("[MONITOR] Finestra ridimensionata (" + std::to_string(truncated(deviation.widthRatio * 100)) + "%×" +
-              std::to_string(truncated(deviation.heightRatio * 100)) + "%) — ripristino");
+        print("[MONITOR] Finestra ridimensionata (" + std::to_string(wholePart(deviation.widthRatio * 100)) + "%×" +
+              std::to_string(wholePart(deviation.heightRatio * 100)) + "%) — ripristino");
     }
     setFrame(window, screen->frame);
     enforceFullscreenSoon(launcher);

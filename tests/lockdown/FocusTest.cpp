@@ -1,6 +1,6 @@
 #include <gmock/gmock.h>
 
-#include "lockdown/SystemProcesses.h"
+#include "lockdown/SystemProcessWhitelist.h"
 #include "platform/virtual/apps/VirtualBundle.h"
 #include "tests/lockdown/MonitorTest.h"
 

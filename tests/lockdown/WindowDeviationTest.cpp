@@ -3,6 +3,7 @@
 #include <cmath>
 #include <limits>
 
+#include "lockdown/WholePart.h"
 #include "lockdown/WindowDeviation.h"
 
 namespace vantrel {
@@ -64,17 +65,17 @@ TEST(WindowDeviation, TellsTheRatios) {
     EXPECT_FALSE(deviation.isNone());
 }
 
-TEST(Truncated, GoesTowardsZero) {
-    EXPECT_EQ(truncated(0.99), 0);
-    EXPECT_EQ(truncated(-0.99), 0);
-    EXPECT_EQ(truncated(99.999), 99);
-    EXPECT_EQ(truncated(-12.7), -12);
+TEST(WholePart, GoesTowardsZero) {
+    EXPECT_EQ(wholePart(0.99), 0);
+    EXPECT_EQ(wholePart(-0.99), 0);
+    EXPECT_EQ(wholePart(99.999), 99);
+    EXPECT_EQ(wholePart(-12.7), -12);
 }
 
-TEST(Truncated, HasAnAnswerForEveryNumber) {
-    EXPECT_EQ(truncated(std::numeric_limits<double>::quiet_NaN()), 0);
-    EXPECT_GT(truncated(std::numeric_limits<double>::infinity()), 1000000);
-    EXPECT_LT(truncated(-1e300), -1000000);
+TEST(WholePart, HasAnAnswerForEveryNumber) {
+    EXPECT_EQ(wholePart(std::numeric_limits<double>::quiet_NaN()), 0);
+    EXPECT_GT(wholePart(std::numeric_limits<double>::infinity()), 1000000);
+    EXPECT_LT(wholePart(-1e300), -1000000);
 }
 
 }  // namespace

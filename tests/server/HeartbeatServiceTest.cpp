@@ -5,7 +5,7 @@
 #include <thread>
 
 #include "server/HeartbeatService.h"
-#include "tests/immediate/ImmediateComputer.h"
+#include "tests/doubles/SingleThreadComputer.h"
 #include "tests/virtual/MacTest.h"
 
 namespace vantrel {
@@ -293,7 +293,7 @@ TEST(HeartbeatService, TakesViolationsFromManyThreadsWhileTheyAreDrained) {
     // Fewer without the baton: there ThreadSanitizer looks on.
     const int each = (virtualmac::isFreeRunning() ? 100'000 : 1'000'000) / 8;
     constexpr int threads = 8;
-    immediate::ImmediateComputer computer;
+    singlethread::SingleThreadComputer computer;
     std::vector<std::string> bodies;
     computer.session.onRequest = [&bodies](const URLRequest& request) { bodies.push_back(request.body.value()); };
     const auto service = std::make_shared<HeartbeatService>(

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "platform/virtual/scheduler/Numbers.h"
+#include "platform/virtual/scheduler/NumberText.h"
 
 namespace vantrel::virtualmac {
 

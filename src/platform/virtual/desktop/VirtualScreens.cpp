@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/virtual/scheduler/Numbers.h"
+#include "platform/virtual/scheduler/NumberText.h"
 
 namespace vantrel::virtualmac {
 

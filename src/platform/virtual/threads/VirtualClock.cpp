@@ -1,6 +1,6 @@
 #include "platform/virtual/threads/VirtualClock.h"
 
-#include "platform/virtual/scheduler/Numbers.h"
+#include "platform/virtual/scheduler/NumberText.h"
 
 namespace vantrel::virtualmac {
 

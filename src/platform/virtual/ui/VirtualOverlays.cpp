@@ -4,7 +4,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/virtual/scheduler/Numbers.h"
+#include "platform/virtual/scheduler/NumberText.h"
 
 namespace vantrel::virtualmac {
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/virtual/scheduler/Numbers.h"
+#include "platform/virtual/scheduler/NumberText.h"
 
 namespace vantrel::virtualmac {
 

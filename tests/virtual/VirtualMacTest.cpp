@@ -1,7 +1,7 @@
 #include <limits>
 #include <string>
 
-#include "platform/virtual/scheduler/Numbers.h"
+#include "platform/virtual/scheduler/NumberText.h"
 #include "tests/virtual/MacTest.h"
 
 namespace vantrel::virtualmac {
@@ -9,9 +9,9 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-class WorldTest : public MacTest {};
+class VirtualMacTest : public MacTest {};
 
-TEST_F(WorldTest, HasTwoClocksOfWhichOnlyTheCalendarGoesOnWhileTheLidIsClosed) {
+TEST_F(VirtualMacTest, HasTwoClocksOfWhichOnlyTheCalendarGoesOnWhileTheLidIsClosed) {
     EXPECT_EQ(0.0, computer().clock.uptime());
     EXPECT_EQ("2026-03-02T08:00:00Z", computer().dates.string(computer().clock.secondsSince1970()));
     mac().runFor(1.5);
@@ -21,7 +21,7 @@ TEST_F(WorldTest, HasTwoClocksOfWhichOnlyTheCalendarGoesOnWhileTheLidIsClosed) {
     EXPECT_EQ(Lines{"lid 600"}, transcript());
 }
 
-TEST_F(WorldTest, KeepsSettings) {
+TEST_F(VirtualMacTest, KeepsSettings) {
     mac().defaults().put("a", "1");
     EXPECT_EQ("1", computer().userDefaults.string("a"));
     EXPECT_EQ(std::nullopt, computer().userDefaults.string("b"));
@@ -30,7 +30,7 @@ TEST_F(WorldTest, KeepsSettings) {
     EXPECT_EQ(Lines{"setting-saved b; value=due"}, transcript());
 }
 
-TEST_F(WorldTest, KnowsWhichFilesExist) {
+TEST_F(VirtualMacTest, KnowsWhichFilesExist) {
     mac().files().add("/Applications/Google Chrome.app/Contents/MacOS/Google Chrome");
     EXPECT_TRUE(computer().files.fileExists("/Applications/Google Chrome.app"));
     EXPECT_TRUE(computer().files.fileExists("/Applications/Google Chrome.app/"));
@@ -41,7 +41,7 @@ TEST_F(WorldTest, KnowsWhichFilesExist) {
     EXPECT_EQ("/Users/partecipante", computer().files.homeDirectory());
 }
 
-TEST_F(WorldTest, CanMakeSerialisationAndURLsFail) {
+TEST_F(VirtualMacTest, CanMakeSerialisationAndURLsFail) {
     mac().json().failNext(1);
     EXPECT_FALSE(computer().json.serialise({}));
     EXPECT_EQ("{}", computer().json.serialise({}));
@@ -55,7 +55,7 @@ TEST_F(WorldTest, CanMakeSerialisationAndURLsFail) {
     EXPECT_FALSE(computer().urls.addingPercentEncodingForQuery("a"));
 }
 
-TEST_F(WorldTest, TellsOfDisplaysThroughTheMainQueue) {
+TEST_F(VirtualMacTest, TellsOfDisplaysThroughTheMainQueue) {
     std::unique_ptr<Observation> observation;
     mac().onMain([&] {
         EXPECT_EQ(1U, computer().screens.screens().size());
@@ -79,7 +79,7 @@ TEST_F(WorldTest, TellsOfDisplaysThroughTheMainQueue) {
     EXPECT_EQ(0U, mac().leftovers().observers);
 }
 
-TEST_F(WorldTest, DropsANoticeForAnObserverThatHasGone) {
+TEST_F(VirtualMacTest, DropsANoticeForAnObserverThatHasGone) {
     std::unique_ptr<Observation> observation;
     mac().onMain([&] {
         observation = computer().screens.observeScreenParametersDidChange([] { ADD_FAILURE(); });
@@ -89,7 +89,7 @@ TEST_F(WorldTest, DropsANoticeForAnObserverThatHasGone) {
     mac().runFor(1);
 }
 
-TEST_F(WorldTest, AnswersForPermissionsThatAreDecidedAndAsksForTheOthers) {
+TEST_F(VirtualMacTest, AnswersForPermissionsThatAreDecidedAndAsksForTheOthers) {
     auto& capture = computer().captureAuthorization;
     const auto request = [&](MediaType media) {
         capture.requestAccess(media, [this](bool granted) {
@@ -119,7 +119,7 @@ TEST_F(WorldTest, AnswersForPermissionsThatAreDecidedAndAsksForTheOthers) {
     EXPECT_EQ(AuthorizationStatus::denied, capture.status(MediaType::video));
 }
 
-TEST_F(WorldTest, AsksForAccessibilityOnlyWhenItIsNotTrusted) {
+TEST_F(VirtualMacTest, AsksForAccessibilityOnlyWhenItIsNotTrusted) {
     EXPECT_TRUE(computer().accessibilityTrust.isProcessTrustedWithPrompt());
     mac().trust().setTrusted(false);
     EXPECT_FALSE(computer().accessibilityTrust.isProcessTrusted());
@@ -128,7 +128,7 @@ TEST_F(WorldTest, AsksForAccessibilityOnlyWhenItIsNotTrusted) {
     EXPECT_EQ(Lines{"accessibility-prompt"}, transcript());
 }
 
-TEST_F(WorldTest, OpensAddressesUnlessNothingDoes) {
+TEST_F(VirtualMacTest, OpensAddressesUnlessNothingDoes) {
     mac().onMain([&] {
         EXPECT_TRUE(computer().workspace.open(URL{"http://a/"}));
         mac().workspace().setFailing(true);
@@ -138,7 +138,7 @@ TEST_F(WorldTest, OpensAddressesUnlessNothingDoes) {
     EXPECT_EQ((Lines{"url-opened http://a/; opened=yes", "url-opened http://b/; opened=no"}), transcript());
 }
 
-TEST_F(WorldTest, ListsRunningApplicationsUntilTheyEnd) {
+TEST_F(VirtualMacTest, ListsRunningApplicationsUntilTheyEnd) {
     auto& applications = computer().runningApplications;
     ApplicationDescription stubborn;
     stubborn.name = "Chrome";
@@ -168,7 +168,7 @@ TEST_F(WorldTest, ListsRunningApplicationsUntilTheyEnd) {
               transcript());
 }
 
-TEST_F(WorldTest, CountsItselfAmongTheRunningApplicationsUnderItsBundlesIdentifier) {
+TEST_F(VirtualMacTest, CountsItselfAmongTheRunningApplicationsUnderItsBundlesIdentifier) {
     EXPECT_EQ(std::nullopt, computer().mainBundle.identifier());
     EXPECT_TRUE(computer().runningApplications.withBundleIdentifier("biz.quorrin.vantrel").empty());
     EXPECT_NE(nullptr, computer().runningApplications.withProcessIdentifier(mac().applications().ownProcess()));
@@ -178,7 +178,7 @@ TEST_F(WorldTest, CountsItselfAmongTheRunningApplicationsUnderItsBundlesIdentifi
     EXPECT_EQ(1U, bundled.computer().runningApplications.withBundleIdentifier("biz.quorrin.vantrel").size());
 }
 
-TEST_F(WorldTest, DoesWhatItIsToldAtItsMoment) {
+TEST_F(VirtualMacTest, DoesWhatItIsToldAtItsMoment) {
     mac().at(3, [this] { computer().log.print("at 3"); });
     mac().after(1, [this] { computer().log.print("after 1"); });
     mac().runUntil(2);

@@ -5,7 +5,7 @@
 namespace vantrel::virtualmac {
 namespace {
 
-class MacTestTest : public MacTest {
+class MacFixtureTest : public MacTest {
   protected:
     struct MainOnly {
         explicit MainOnly(Computer& computer) : computer(computer) { EXPECT_TRUE(computer.threads.isMainThread()); }
@@ -14,7 +14,7 @@ class MacTestTest : public MacTest {
     };
 };
 
-TEST_F(MacTestTest, MakesObjectsOnTheMainThreadAndDropsThemThere) {
+TEST_F(MacFixtureTest, MakesObjectsOnTheMainThreadAndDropsThemThere) {
     const auto object = makeOnMain<MainOnly>(computer());
     EXPECT_FALSE(object.expired());
     dropOnMain();
@@ -22,7 +22,7 @@ TEST_F(MacTestTest, MakesObjectsOnTheMainThreadAndDropsThemThere) {
     makeOnMain<MainOnly>(computer());
 }
 
-TEST_F(MacTestTest, LeavesNothingBehind) {
+TEST_F(MacFixtureTest, LeavesNothingBehind) {
     computer().dispatch.mainQueue().asyncAfter(5, [] {});
     computer().dispatch.userInitiatedQueue().asyncAfter(5, [] {});
     Leftovers expected;
@@ -33,20 +33,20 @@ TEST_F(MacTestTest, LeavesNothingBehind) {
     EXPECT_EQ(Leftovers(), mac().leftovers());
 }
 
-TEST_F(MacTestTest, EndsWithThreadsThatWaitForGood) {
+TEST_F(MacFixtureTest, EndsWithThreadsThatWaitForGood) {
     const auto semaphore = computer().dispatch.makeSemaphore(0);
     mac().inBackground([semaphore] { semaphore->wait(std::numeric_limits<double>::infinity()); });
     mac().runFor(1);
     end();
 }
 
-TEST_F(MacTestTest, EndsWithMainSleeping) {
+TEST_F(MacFixtureTest, EndsWithMainSleeping) {
     mac().postToMain([this] { computer().threads.sleep(100); });
     mac().runFor(1);
     end();
 }
 
-TEST_F(MacTestTest, SaysWhenSomethingGoesOnAndOn) {
+TEST_F(MacFixtureTest, SaysWhenSomethingGoesOnAndOn) {
     expectMisuse();
     std::atomic<bool> stop = false;
     mac().inBackground([&] {

@@ -8,12 +8,12 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-class ParticipantElsewhereTest : public DesktopTest {
+class DesktopParticipantTest : public DesktopTest {
   protected:
     std::string ignored() { return events("participant").back().field("ignored"); }
 };
 
-TEST_F(ParticipantElsewhereTest, DragsResizesMinimisesAndRestoresAWindow) {
+TEST_F(DesktopParticipantTest, DragsResizesMinimisesAndRestoresAWindow) {
     participant().moveWindowOf("Google Chrome", {300, 200});
     participant().resizeWindowOf("Google Chrome", {400, 300});
     participant().minimiseWindowOf("Google Chrome");
@@ -29,7 +29,7 @@ TEST_F(ParticipantElsewhereTest, DragsResizesMinimisesAndRestoresAWindow) {
     EXPECT_EQ("participant move Google Chrome; value=300 200", transcript().front());
 }
 
-TEST_F(ParticipantElsewhereTest, ClosesAWindowAndQuitsAnApplication) {
+TEST_F(DesktopParticipantTest, ClosesAWindowAndQuitsAnApplication) {
     participant().closeWindowOf("Google Chrome");
     mac().runFor(0);
     EXPECT_TRUE(mac().desktop().windows().empty());
@@ -42,7 +42,7 @@ TEST_F(ParticipantElsewhereTest, ClosesAWindowAndQuitsAnApplication) {
     EXPECT_EQ("it does not run", ignored());
 }
 
-TEST_F(ParticipantElsewhereTest, StartsAnApplicationAndBringsOthersToTheFront) {
+TEST_F(DesktopParticipantTest, StartsAnApplicationAndBringsOthersToTheFront) {
     participant().openApplication(safariPath);
     participant().openApplication(edgePath);
     mac().runFor(0);
@@ -54,7 +54,7 @@ TEST_F(ParticipantElsewhereTest, StartsAnApplicationAndBringsOthersToTheFront) {
     EXPECT_EQ("Google Chrome", mac().desktop().front().front().name);
 }
 
-TEST_F(ParticipantElsewhereTest, LeavesFullScreenAndSwipesBetweenSpaces) {
+TEST_F(DesktopParticipantTest, LeavesFullScreenAndSwipesBetweenSpaces) {
     participant().swipe(VirtualSpaces::Direction::left);
     mac().runFor(0);
     EXPECT_EQ("there is no Space beside this one", ignored());
@@ -71,7 +71,7 @@ TEST_F(ParticipantElsewhereTest, LeavesFullScreenAndSwipesBetweenSpaces) {
     EXPECT_FALSE(state().fullScreen);
 }
 
-TEST_F(ParticipantElsewhereTest, OpensAFurtherWindowAndKillsAProcess) {
+TEST_F(DesktopParticipantTest, OpensAFurtherWindowAndKillsAProcess) {
     participant().openWindowOf("Google Chrome", {"Altra"});
     mac().runFor(0);
     EXPECT_EQ(2U, mac().desktop().windowsOf(process).size());
@@ -84,7 +84,7 @@ TEST_F(ParticipantElsewhereTest, OpensAFurtherWindowAndKillsAProcess) {
     EXPECT_EQ("it does not run", ignored());
 }
 
-TEST_F(ParticipantElsewhereTest, SeesStaleWindowFlagsAsLongAsTheMacIsToldTo) {
+TEST_F(DesktopParticipantTest, SeesStaleWindowFlagsAsLongAsTheMacIsToldTo) {
     mac().desktop().setFlagDelay(0.2);
     mac().desktop().setFullScreen(window, true);
     settle();
@@ -95,7 +95,7 @@ TEST_F(ParticipantElsewhereTest, SeesStaleWindowFlagsAsLongAsTheMacIsToldTo) {
     EXPECT_FALSE(isOnScreen());
 }
 
-TEST_F(ParticipantElsewhereTest, BringsTheClientToTheFrontWithAClickIntoItsWindow) {
+TEST_F(DesktopParticipantTest, BringsTheClientToTheFrontWithAClickIntoItsWindow) {
     std::unique_ptr<Window> own;
     mac().onMain([&] {
         Control button;

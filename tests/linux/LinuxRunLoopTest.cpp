@@ -10,13 +10,13 @@
 namespace vantrel::linuxdesktop {
 namespace {
 
-class MainRunLoopTest : public DesktopTest {
+class LinuxRunLoopTest : public DesktopTest {
   protected:
     double now() const { return computer->clock.uptime(); }
     RunLoop& loop() { return computer->mainRunLoop; }
 };
 
-TEST_F(MainRunLoopTest, FiresOnceWithoutRepeating) {
+TEST_F(LinuxRunLoopTest, FiresOnceWithoutRepeating) {
     int fired = 0;
     const double start = now();
     double when = 0;
@@ -30,7 +30,7 @@ TEST_F(MainRunLoopTest, FiresOnceWithoutRepeating) {
     EXPECT_EQ(desktop->timerCount(), 0u);
 }
 
-TEST_F(MainRunLoopTest, FiresOnceWhenLateAndKeepsItsGrid) {
+TEST_F(LinuxRunLoopTest, FiresOnceWhenLateAndKeepsItsGrid) {
     const double start = now();
     std::vector<double> moments;
     const auto timer = loop().scheduledTimer(0.2, true, [&] { moments.push_back(now() - start); });
@@ -43,7 +43,7 @@ TEST_F(MainRunLoopTest, FiresOnceWhenLateAndKeepsItsGrid) {
     EXPECT_GE(moments[2], 0.8);
 }
 
-TEST_F(MainRunLoopTest, StandsStillUnderAnAlertAndFiresOnceAfterIt) {
+TEST_F(LinuxRunLoopTest, StandsStillUnderAnAlertAndFiresOnceAfterIt) {
     int fired = 0;
     int firedUnderAlert = -1;
     bool over = false;
@@ -62,7 +62,7 @@ TEST_F(MainRunLoopTest, StandsStillUnderAnAlertAndFiresOnceAfterIt) {
     EXPECT_EQ(fired, 1);
 }
 
-TEST_F(MainRunLoopTest, StandsStillWhileAMenuIsOpen) {
+TEST_F(LinuxRunLoopTest, StandsStillWhileAMenuIsOpen) {
     auto item = computer->statusBar.statusItem(variableStatusItemLength);
     item->setButtonTitle("Titolo");
     Menu menu;
@@ -91,7 +91,7 @@ TEST_F(MainRunLoopTest, StandsStillWhileAMenuIsOpen) {
     EXPECT_TRUE(waitUntil([&] { return fired > again; }));
 }
 
-TEST_F(MainRunLoopTest, IsInvalidatedByItsHandlesEnd) {
+TEST_F(LinuxRunLoopTest, IsInvalidatedByItsHandlesEnd) {
     int fired = 0;
     auto timer = loop().scheduledTimer(0.05, true, [&fired] { ++fired; });
     EXPECT_EQ(desktop->timerCount(), 1u);
@@ -101,7 +101,7 @@ TEST_F(MainRunLoopTest, IsInvalidatedByItsHandlesEnd) {
     EXPECT_EQ(fired, 0);
 }
 
-TEST_F(MainRunLoopTest, MayBeInvalidatedAndDestroyedInsideItsOwnBlock) {
+TEST_F(LinuxRunLoopTest, MayBeInvalidatedAndDestroyedInsideItsOwnBlock) {
     int fired = 0;
     std::unique_ptr<Timer> destroyed;
     std::unique_ptr<Timer> invalidated;
@@ -120,7 +120,7 @@ TEST_F(MainRunLoopTest, MayBeInvalidatedAndDestroyedInsideItsOwnBlock) {
     EXPECT_EQ(captured.use_count(), 1);
 }
 
-TEST_F(MainRunLoopTest, MayBeInvalidatedOnAnyThreadAndLetsGoOfItsBlockOnTheMainOne) {
+TEST_F(LinuxRunLoopTest, MayBeInvalidatedOnAnyThreadAndLetsGoOfItsBlockOnTheMainOne) {
     struct Witness {
         const Threads& threads;
         bool& diedOnMainThread;
@@ -139,7 +139,7 @@ TEST_F(MainRunLoopTest, MayBeInvalidatedOnAnyThreadAndLetsGoOfItsBlockOnTheMainO
     EXPECT_EQ(desktop->timerCount(), 0u);
 }
 
-TEST_F(MainRunLoopTest, DoesNotCallATimerThatAnotherOfTheSameMomentInvalidated) {
+TEST_F(LinuxRunLoopTest, DoesNotCallATimerThatAnotherOfTheSameMomentInvalidated) {
     int fired = 0;
     std::unique_ptr<Timer> second;
     const auto first = loop().scheduledTimer(0.05, false, [&second] { second.reset(); });

@@ -19,7 +19,7 @@
 #include "platform/threads/RunLoop.h"
 #include "server/ServerRequests.h"
 
-namespace vantrel::immediate {
+namespace vantrel::singlethread {
 
 /// Keeps what is queued until it is asked to run it.
 class Queue final : public DispatchQueue {
@@ -46,7 +46,7 @@ class OpenSemaphore final : public Semaphore {
     bool wait(double) override { return true; }
 };
 
-class ImmediateDispatch final : public Dispatch {
+class SingleThreadDispatch final : public Dispatch {
   public:
     DispatchQueue& mainQueue() override { return queue; }
     DispatchQueue& userInitiatedQueue() override { return queue; }
@@ -108,8 +108,8 @@ class ScriptedSession final : public URLSession {
 
 /// A computer on which everything happens at once and on one thread: for the fuzzers and the benchmarks, which want
 /// nothing but the rules.
-struct ImmediateComputer {
-    ImmediateDispatch dispatch;
+struct SingleThreadComputer {
+    SingleThreadDispatch dispatch;
     StillRunLoop runLoop;
     StoppedClock clock;
     CountingLog log;
@@ -123,4 +123,4 @@ struct ImmediateComputer {
     ServerRequests requests() { return ServerRequests(dispatch, urls, json, session); }
 };
 
-}  // namespace vantrel::immediate
+}  // namespace vantrel::singlethread

@@ -1,4 +1,4 @@
-#include "platform/virtual/scheduler/Numbers.h"
+#include "platform/virtual/scheduler/NumberText.h"
 
 #include <array>
 #include <charconv>

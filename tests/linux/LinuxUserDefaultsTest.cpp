@@ -12,7 +12,7 @@
 namespace vantrel::linuxdesktop {
 namespace {
 
-class FileUserDefaultsTest : public testing::Test {
+class LinuxUserDefaultsTest : public testing::Test {
   protected:
     std::filesystem::path file() const { return folder.path() / "vantrel" / "defaults.json"; }
 
@@ -36,13 +36,13 @@ class FileUserDefaultsTest : public testing::Test {
     PortableJSONSerialization json;
 };
 
-TEST_F(FileUserDefaultsTest, IsEmptyWithoutAFileAndMakesNoneByReading) {
+TEST_F(LinuxUserDefaultsTest, IsEmptyWithoutAFileAndMakesNoneByReading) {
     const auto defaults = open();
     EXPECT_EQ(defaults.string("vt_email"), std::nullopt);
     EXPECT_FALSE(std::filesystem::exists(file()));
 }
 
-TEST_F(FileUserDefaultsTest, KeepsValuesAcrossLaunches) {
+TEST_F(LinuxUserDefaultsTest, KeepsValuesAcrossLaunches) {
     open().set("vt_fullName", "Niccolò Perù");
     open().set("vt_email", "");
     const auto defaults = open();
@@ -51,7 +51,7 @@ TEST_F(FileUserDefaultsTest, KeepsValuesAcrossLaunches) {
     EXPECT_EQ(contentsOf(file()), "{\"vt_email\":\"\",\"vt_fullName\":\"Niccolò Perù\"}\n");
 }
 
-TEST_F(FileUserDefaultsTest, BelongsToTheUserAloneAndLeavesNoTemporaryFileBehind) {
+TEST_F(LinuxUserDefaultsTest, BelongsToTheUserAloneAndLeavesNoTemporaryFileBehind) {
     open().set("a", "b");
     struct stat status {};
     ASSERT_EQ(stat(file().c_str(), &status), 0);
@@ -61,7 +61,7 @@ TEST_F(FileUserDefaultsTest, BelongsToTheUserAloneAndLeavesNoTemporaryFileBehind
     EXPECT_EQ(files(), std::vector<std::string>{"defaults.json"});
 }
 
-TEST_F(FileUserDefaultsTest, CountsWhatIsNoStringAsAbsentAndKeepsIt) {
+TEST_F(LinuxUserDefaultsTest, CountsWhatIsNoStringAsAbsentAndKeepsIt) {
     put(R"({"number":7,"flag":true,"list":[1,{"x":null}],"text":"t"})");
     auto defaults = open();
     EXPECT_EQ(defaults.string("number"), std::nullopt);
@@ -74,7 +74,7 @@ TEST_F(FileUserDefaultsTest, CountsWhatIsNoStringAsAbsentAndKeepsIt) {
     EXPECT_EQ(*kept, *json.parse(R"({"number":7,"flag":true,"list":[1,{"x":null}],"text":"u"})"));
 }
 
-class DamagedDefaults : public FileUserDefaultsTest, public testing::WithParamInterface<std::string> {};
+class DamagedDefaults : public LinuxUserDefaultsTest, public testing::WithParamInterface<std::string> {};
 
 TEST_P(DamagedDefaults, AreSetAsideUntouchedToldOfAndTreatedAsEmpty) {
     put(GetParam());
@@ -99,7 +99,7 @@ INSTANTIATE_TEST_SUITE_P(Contents, DamagedDefaults,
                          testing::Values("", "{", "[]", "\"text\"", "{\"a\":\"b\"} x", "{\"a\":\"\xff\"}",
                                          std::string("\0\0\0\0", 4), std::string(2000, '[')));
 
-TEST_F(FileUserDefaultsTest, TakesAFileOfMoreThan16MiBForADamagedOne) {
+TEST_F(LinuxUserDefaultsTest, TakesAFileOfMoreThan16MiBForADamagedOne) {
     put("{\"a\":\"" + std::string(std::size_t{16} << 20, 'x') + "\"}");
     const auto size = std::filesystem::file_size(file());
     testing::internal::CaptureStderr();
@@ -112,7 +112,7 @@ TEST_F(FileUserDefaultsTest, TakesAFileOfMoreThan16MiBForADamagedOne) {
     EXPECT_EQ(open().string("a"), "b");
 }
 
-TEST_F(FileUserDefaultsTest, GoesOnInMemoryWhenTheFileCannotBeRead) {
+TEST_F(LinuxUserDefaultsTest, GoesOnInMemoryWhenTheFileCannotBeRead) {
     std::filesystem::create_directories(file());
     testing::internal::CaptureStderr();
     auto defaults = open();
@@ -123,7 +123,7 @@ TEST_F(FileUserDefaultsTest, GoesOnInMemoryWhenTheFileCannotBeRead) {
     EXPECT_TRUE(std::filesystem::is_directory(file()));
 }
 
-TEST_F(FileUserDefaultsTest, GoesOnInMemoryWhenTheFolderCannotBeMade) {
+TEST_F(LinuxUserDefaultsTest, GoesOnInMemoryWhenTheFolderCannotBeMade) {
     writeContents(folder.path() / "vantrel", "a file where the folder should be");
     testing::internal::CaptureStderr();
     auto defaults = open();
@@ -134,7 +134,7 @@ TEST_F(FileUserDefaultsTest, GoesOnInMemoryWhenTheFolderCannotBeMade) {
     EXPECT_EQ(contentsOf(folder.path() / "vantrel"), "a file where the folder should be");
 }
 
-TEST_F(FileUserDefaultsTest, FollowsALinkAndLeavesItInPlace) {
+TEST_F(LinuxUserDefaultsTest, FollowsALinkAndLeavesItInPlace) {
     std::filesystem::create_directories(file().parent_path());
     writeContents(folder.path() / "kept.json", "{}");
     std::filesystem::create_symlink(folder.path() / "kept.json", file());
@@ -143,7 +143,7 @@ TEST_F(FileUserDefaultsTest, FollowsALinkAndLeavesItInPlace) {
     EXPECT_EQ(contentsOf(folder.path() / "kept.json"), "{\"a\":\"b\"}\n");
 }
 
-TEST_F(FileUserDefaultsTest, IsWholeAtEveryMomentWhileManyThreadsWrite) {
+TEST_F(LinuxUserDefaultsTest, IsWholeAtEveryMomentWhileManyThreadsWrite) {
     auto defaults = open();
     defaults.set("key0", "first");
     std::atomic<bool> writing = true;
