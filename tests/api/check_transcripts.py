@@ -15,7 +15,7 @@ def main(page, folder):
     for path in sorted(pathlib.Path(folder).rglob("*.transcript")):
         for found in transcript_requests.requests(path.read_text(encoding="utf-8")):
             if found.request is None:
-                problems = ["the address is under no server that the participant typed"]
+                problems = ["the address is under no server that the client was given"]
             elif found.is_cut:
                 cut += 1
                 print(f"{path}:{found.line}: NOT CHECKED, the transcript holds only the beginning of the body")

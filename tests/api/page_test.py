@@ -252,6 +252,11 @@ class Sources(Judge):
         self.assertIsNone(found[2].request)
         self.assertFalse(any(entry.is_cut for entry in found))
 
+    def test_without_an_address_the_default_server_is_asked(self):
+        lines = self.TRANSCRIPT.splitlines(keepends=True)
+        self.assertEqual(transcript_requests.requests("".join(lines[1:4]))[0].request, VERSION)
+        self.assertIsNone(transcript_requests.requests("".join(lines[4:5] + lines[1:4]))[0].request)
+
     def test_a_cut_body_is_seen(self):
         found = transcript_requests.requests(self.TRANSCRIPT.replace("BODY", '{"clientVersion":"2… (2001 bytes)'))
         self.assertTrue(found[1].is_cut)

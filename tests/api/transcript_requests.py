@@ -8,13 +8,15 @@ ENTRY = re.compile(r" *\d+\.\d{3}  (.{11})  (.*)")
 FURTHER = re.compile(r" {24}\|(?: (.*))?")
 HEADER = re.compile(r"([A-Za-z0-9-]+): (.*)")
 CUT = re.compile(r"… \(\d+ bytes\)$")
+# Where the version check goes while nobody has given an address.
+DEFAULT_SERVER = "https://server.vantrel.example"
 
 
 class Found(NamedTuple):
     # Counted from 1.
     line: int
     address: str
-    # Without its base address; none when the address is under no server that the participant typed.
+    # Without its base address; none when the address is under no server that the client was given.
     request: Request | None
     # The transcript holds only the beginning of a body.
     is_cut: bool
@@ -28,7 +30,7 @@ def requests(text):
         if kind in ("text", "participant", "setting") and typed:
             bases.add(typed[1].removesuffix("/"))
         if kind == "request":
-            found.append(_found(line, lines, bases))
+            found.append(_found(line, lines, bases or {DEFAULT_SERVER}))
     return found
 
 

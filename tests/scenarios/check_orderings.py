@@ -15,6 +15,8 @@ NOTICE = '"disconnecting":true'
 # Here different things are due at the same moment: with seeds that are heeded there is more than one transcript.
 WITH_TIES = [
     "updates/a-version-prompt-comes-with-the-result-of-a-join.yaml",
+    "spaces/a-browser-given-back-already-is-not-killed.yaml",
+    "spaces/a-browser-that-quits-at-once-is-gone-before-it-is-killed.yaml",
     "spaces/leaving-the-meetings-space-kills-the-browser.yaml",
     "end/the-reply-to-the-notice-comes-as-the-wait-for-it-ends.yaml",
 ]
