@@ -59,7 +59,7 @@ namespace vantrel::linuxdesktop {
 
 namespace {
 
-// One point is one pixel, in Qt as in XCB, and the client looks the same under every desktop.
+// One point is one pixel, in Qt as in XCB, and the client looks the same on every desktop.
 void prepareEnvironment() {
     qputenv("QT_QPA_PLATFORM", "xcb");
     qputenv("QT_ENABLE_HIGHDPI_SCALING", "0");
@@ -72,7 +72,7 @@ void prepareEnvironment() {
 }
 
 std::unique_ptr<QApplication> makeApplication() {
-    // Qt keeps references to both for the life of the application.
+    // Qt keeps references to both as long as the application lives.
     static int count = 1;
     static char name[] = "vantrel";
     static char* arguments[] = {name, nullptr};
@@ -91,7 +91,8 @@ std::string displayVariable() {
 
 }  // namespace
 
-// Members are made in this order and go in the reverse one: first what may still call, last what is called.
+// The order matters: members are destroyed in reverse, so those that may still call others go before the ones they
+// call.
 struct LinuxComputer::Parts {
     Parts(std::unique_ptr<QApplication> qt, std::unique_ptr<X11Connection> toServer,
           std::unique_ptr<X11Watcher> toWatch, Block endProcess)
@@ -102,7 +103,7 @@ struct LinuxComputer::Parts {
         responder.setTerminate([this] { application.terminate(); });
     }
 
-    // No destructor runs when the process ends that way.
+    // Needed because no destructor runs when the process ends this way.
     Block puttingBackFirst(Block endProcess) {
         if (!endProcess) return {};
         return [this, endProcess = std::move(endProcess)] {

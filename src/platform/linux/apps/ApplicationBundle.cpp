@@ -41,7 +41,7 @@ std::optional<std::filesystem::path> applicationFolder(const URL& url) {
     if (scheme(url) != "file" || (!host.empty() && host != "localhost")) return std::nullopt;
     std::string path = percentDecoded(parts.path);
     while (path.size() > 1 && path.ends_with('/')) path.pop_back();
-    // A zero byte would name another file to the kernel.
+    // The kernel would stop at a zero byte and find another file.
     if (!path.starts_with('/') || !path.ends_with(".app") || path.find('\0') != std::string::npos) return std::nullopt;
     return path;
 }

@@ -16,7 +16,7 @@ constexpr ApplicationName chromeName{"com.google.Chrome", "Google Chrome"};
 constexpr ApplicationName edgeName{"com.microsoft.edgemac", "Microsoft Edge"};
 constexpr ApplicationName firefoxName{"org.mozilla.firefox", "Firefox"};
 
-// Bundle folders first, then the executables as Debian and the makers install them.
+// Bundle folders first, then the executables as Debian and the browsers' makers install them.
 constexpr std::array entries{
     Entry{"Vantrel.app", ownApplicationName},
     Entry{"Google Chrome.app", chromeName},
@@ -36,7 +36,7 @@ constexpr std::array entries{
     Entry{"firefox-bin", firefoxName},
 };
 
-// As the makers and Debian set it. In lower case: the makers are not of one mind about that.
+// As Debian and the browsers' makers set it, but in lower case: they do not agree about capitals.
 constexpr std::array classes{
     Entry{"google-chrome", chromeName},        Entry{"chromium", chromeName}, Entry{"chromium-browser", chromeName},
     Entry{"microsoft-edge", edgeName},         Entry{"firefox", firefoxName}, Entry{"firefox-esr", firefoxName},
@@ -81,7 +81,7 @@ ApplicationName applicationNameOfClass(std::string_view windowClass) {
 
 bool isHelperProcess(const std::vector<std::string>& arguments) {
     constexpr std::string_view type = "--type=";
-    // Chromium's helpers write their command line anew, as one text with spaces.
+    // Chromium's helpers rewrite their command line as one text with spaces.
     if (arguments.size() == 1 && arguments.front().find(" --type=") != std::string::npos) return true;
     return std::any_of(arguments.begin(), arguments.end(), [type](const std::string& argument) {
         return argument.rfind(type, 0) == 0 || argument == "-contentproc";

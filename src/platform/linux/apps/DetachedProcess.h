@@ -5,8 +5,8 @@
 
 namespace vantrel::linuxdesktop {
 
-/// Starts a program of the desktop's that goes its own way, looked for along PATH; see startReaped(). False when it
-/// cannot be started.
+/// Starts a program of the desktop, found through PATH, and does not follow it; see startReaped(). False if it cannot
+/// be started.
 bool startDetached(const std::vector<std::string>& arguments);
 
 }  // namespace vantrel::linuxdesktop

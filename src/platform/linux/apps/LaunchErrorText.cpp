@@ -9,14 +9,14 @@ namespace vantrel::linuxdesktop {
 std::string launchErrorText(std::string_view executablePath, int error) {
     const std::filesystem::path path(executablePath);
     const std::string file = "“" + (path.has_filename() ? path.filename() : path).string() + "”";
-    // The kernel would look for a shorter name.
+    // The kernel would stop at the zero byte.
     if (executablePath.find('\0') != std::string_view::npos) return "Il nome del file " + file + " non è valido.";
     std::error_code unknown;
     const std::filesystem::file_status status = std::filesystem::status(path, unknown);
     if (std::filesystem::is_directory(status)) return file + " è una cartella e non può essere avviata.";
     switch (error) {
         case ENOENT:
-            // The file is there: what is missing is the program that its first line names.
+            // The file exists. What is missing is the interpreter named in its first line.
             if (std::filesystem::exists(status))
                 return "Il programma che deve eseguire il file " + file + " non esiste.";
             return "Il file " + file + " non esiste.";

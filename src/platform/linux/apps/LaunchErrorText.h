@@ -5,7 +5,7 @@
 
 namespace vantrel::linuxdesktop {
 
-/// Why an executable was not started, for the user: `error` is the errno value of the attempt.
+/// Tells the user why an executable was not started. `error` is the errno value of the attempt.
 std::string launchErrorText(std::string_view executablePath, int error);
 
 }  // namespace vantrel::linuxdesktop

@@ -11,12 +11,13 @@ namespace vantrel::linuxdesktop {
 
 class X11Windows;
 
-/// Opens addresses with an application that lies in a folder `Name.app`: starts its executable in Contents/MacOS with
-/// the addresses as arguments. A second instance that hands them to a running one and leaves is followed there.
+/// Opens addresses with the application in a folder `Name.app`: starts its executable in Contents/MacOS with the
+/// addresses as arguments. If that process hands them to a running instance and exits, the running instance is
+/// reported.
 ///
-/// The handler is called on a background thread, once the application has a window, has ended or has had two seconds
-/// for either. Its application is null when the started process has left and none of the same bundle identifier runs.
-/// The destructor waits for pending handlers and hurries them.
+/// The handler is called on a background thread, once the application has a window, has ended, or two seconds have
+/// passed. Its application is null if the started process has exited and no other one has the same bundle identifier.
+/// The destructor cuts the waits of pending handlers short and waits for the handlers.
 class LinuxApplicationOpener final : public ApplicationOpener {
   public:
     LinuxApplicationOpener(ProcessLauncher& launcher, const RunningApplications& applications, X11Windows& windows,
@@ -28,7 +29,7 @@ class LinuxApplicationOpener final : public ApplicationOpener {
   private:
     Result opened(const std::vector<URL>& urls, const URL& application, bool activates);
     std::shared_ptr<RunningApplication> settled(ProcessIdentifier started, const std::string& bundleIdentifier);
-    /// False when the opener is going.
+    /// False if the opener is being destroyed.
     bool sleep(double seconds);
 
     ProcessLauncher& launcher_;

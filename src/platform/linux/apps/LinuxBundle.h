@@ -4,7 +4,7 @@
 
 namespace vantrel::linuxdesktop {
 
-/// Linux knows no bundles; the client goes under its identifier all the same.
+/// Linux has no bundles. The client uses its identifier all the same.
 class LinuxBundle final : public Bundle {
   public:
     std::optional<std::string> identifier() const override;

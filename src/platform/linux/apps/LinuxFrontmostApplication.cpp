@@ -9,7 +9,8 @@ namespace vantrel::linuxdesktop {
 std::shared_ptr<RunningApplication> LinuxFrontmostApplication::frontmostApplication() const {
     MainThread::require("frontmostApplication");
     const auto window = windows_.active();
-    // The window manager may still name a window that has gone; the server would answer for its next owner.
+    // The window manager may still name a window that is gone; the server would then report the next owner of its
+    // number.
     return window && windows_.frame(*window) ? applications_.ofWindow(*window, windows_.owner(*window)) : nullptr;
 }
 

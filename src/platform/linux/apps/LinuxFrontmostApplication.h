@@ -7,7 +7,8 @@ namespace vantrel::linuxdesktop {
 class LinuxRunningApplications;
 class X11Windows;
 
-/// The application of the window that has the focus, asked afresh. A window whose owner cannot be told is nobody's.
+/// The application of the window that has the focus, asked for each time. A window with an unknown owner belongs to no
+/// application.
 class LinuxFrontmostApplication final : public FrontmostApplication {
   public:
     LinuxFrontmostApplication(X11Windows& windows, const LinuxRunningApplications& applications)

@@ -4,13 +4,13 @@
 
 namespace vantrel::linuxdesktop {
 
-/// Starts processes as startReaped() says. A path that is missing, a folder, not executable or of an unknown format is
-/// told at once; a wrapper script that fails later is not.
+/// Starts processes with startReaped(). A path that is missing, a folder, not executable or of an unknown format is
+/// reported at once. A wrapper script that fails later is not reported.
 class LinuxProcessLauncher final : public ProcessLauncher {
   public:
     std::variant<ProcessIdentifier, PlatformError> launch(std::string_view executablePath,
                                                           const std::vector<std::string>& arguments) override;
-    /// Zero and negative numbers, which name groups of processes, are refused.
+    /// Refuses zero and negative numbers: they name process groups.
     bool sendSignal(ProcessIdentifier process, int signal) override;
 };
 

@@ -12,17 +12,17 @@ namespace vantrel::linuxdesktop {
 namespace {
 
 std::string executableName(const std::filesystem::path& path) {
-    // A bundle is called after its folder.
+    // A bundle has the name of its folder.
     for (const auto& component : path) {
         if (component.extension() == ".app" && component.has_stem()) return component.stem().string();
     }
     return path.filename().string();
 }
 
-// Shorter than a client waits before it forces an application to end, with room for the signal to work.
+// Shorter than the client's wait before it forces an application to end, and early enough for the signal to work.
 constexpr double patienceWithWindows = 1.5;
 
-// The number may have been given to another process since.
+// The number may belong to another process by now.
 bool isGone(ProcessIdentifier process, std::uint64_t startTime) {
     return ProcessTable::startTime(process) != startTime;
 }

@@ -11,7 +11,7 @@ class X11Windows;
 
 class LinuxRunningApplication final : public RunningApplication {
   public:
-    /// Without a name it is called after its executable and has no bundle identifier.
+    /// Without a name it takes that of its executable and has no bundle identifier.
     LinuxRunningApplication(const ProcessEntry& entry, const ApplicationName& name, X11Windows& windows,
                             DelayedWork& delayedWork);
 
@@ -19,11 +19,12 @@ class LinuxRunningApplication final : public RunningApplication {
     std::optional<std::string> bundleIdentifier() const override;
     std::optional<std::string> localizedName() const override;
     bool isTerminated() const override;
-    /// Both options ask the window manager alike, for the frontmost of the application's windows. False without one.
+    /// Both options do the same: they ask the window manager to activate the application's frontmost window. False if
+    /// it has no window.
     bool activate(ActivationOptions options) override;
-    /// Asks the windows to close, as a person would: many a browser tidies up its profile then, and not on a signal. An
-    /// application without windows gets SIGTERM at once; one that is still there 1.5 seconds later gets it then, unless
-    /// the client has ended meanwhile.
+    /// Asks the windows to close, as a person would: many browsers tidy up their profile then, but not on a signal. An
+    /// application without windows gets SIGTERM at once. Any other application gets it after 1.5 seconds if it still
+    /// runs and the client has not ended meanwhile.
     bool terminate() override;
     /// SIGKILL.
     bool forceTerminate() override;

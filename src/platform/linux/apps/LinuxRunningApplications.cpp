@@ -43,7 +43,7 @@ std::shared_ptr<RunningApplication> LinuxRunningApplications::ofWindow(xcb_windo
 }
 
 std::optional<ApplicationName> LinuxRunningApplications::nameOf(const ProcessEntry& entry) const {
-    // Started under whatever file name, this process is the client.
+    // This process is the client, whatever its file is called.
     if (entry.process == getpid()) return ownApplicationName;
     if (isHelperProcess(entry.arguments) || entry.display.empty() || entry.display != display_) return std::nullopt;
     const ApplicationName known = applicationName(entry.executablePath, entry.arguments);
@@ -57,7 +57,7 @@ std::optional<ApplicationName> LinuxRunningApplications::nameOf(const ProcessEnt
     const auto byExecutable = nameOf(entry);
     const bool isKnown = byExecutable && !byExecutable->bundleIdentifier.empty();
     if (isKnown || windows.empty() || isHelperProcess(entry.arguments)) return byExecutable;
-    // Its environment names another display or cannot be read; the window tells that it is here.
+    // Its environment names another display or cannot be read, but its window shows that it is here.
     const ApplicationName known = applicationName(entry.executablePath, entry.arguments);
     if (!known.bundleIdentifier.empty()) return known;
     for (const std::string& windowClass : windowClasses(connection_, windows)) {

@@ -14,12 +14,12 @@ namespace vantrel::linuxdesktop {
 class DelayedWork;
 class X11Windows;
 
-/// Applications are the programs of this X display: this process, the user's processes that were started for it and are
-/// known by their executable or lie in a folder `Name.app`, and whatever has a window that the window manager manages.
-/// Those that a browser starts beside its own are not.
+/// The applications on this X display: this process, the user's processes that were started for the display and have a
+/// known executable or lie in a folder `Name.app`, and every process with a window that the window manager manages.
+/// Helper processes of browsers are left out.
 class LinuxRunningApplications final : public RunningApplications {
   public:
-    /// `display` as in DISPLAY.
+    /// `display` has the form of DISPLAY.
     LinuxRunningApplications(X11Connection& connection, X11Windows& windows, DelayedWork& delayedWork,
                              const std::string& display);
 
@@ -27,18 +27,18 @@ class LinuxRunningApplications final : public RunningApplications {
     std::vector<std::shared_ptr<RunningApplication>> withBundleIdentifier(std::string_view identifier) const override;
     std::shared_ptr<RunningApplication> withProcessIdentifier(ProcessIdentifier process) const override;
 
-    /// The application of a window whose owner is known: spares a walk over all windows.
+    /// The application of a window whose owner is known. Saves a search through all windows.
     std::shared_ptr<RunningApplication> ofWindow(xcb_window_t window, ProcessIdentifier owner) const;
 
   private:
-    /// By its executable alone; without a value when that makes no application of it. An application whose bundle
-    /// identifier is not known has an empty name.
+    /// By its executable alone. Empty if the process is no application; the name is empty if its bundle identifier is
+    /// not known.
     std::optional<ApplicationName> nameOf(const ProcessEntry& entry) const;
-    /// By its windows too.
+    /// By its executable and its windows.
     std::optional<ApplicationName> nameOf(const ProcessEntry& entry, const std::vector<xcb_window_t>& windows) const;
     std::shared_ptr<RunningApplication> make(const ProcessEntry& entry,
                                              const std::optional<ApplicationName>& name) const;
-    /// The owners of windows whose class says that identifier, with one such window each.
+    /// Processes with a window whose class belongs to that identifier, each with one such window.
     std::map<ProcessIdentifier, xcb_window_t> ownersByClass(std::string_view identifier) const;
 
     X11Connection& connection_;

@@ -26,7 +26,7 @@ bool hasScheme(std::string_view address) {
 
 bool LinuxWorkspace::open(const URL& url) {
     MainThread::require("open");
-    // Without a scheme it would be taken for a file or an option of the opener.
+    // Without a scheme, the address would be taken for a file or an option.
     if (!hasScheme(url.absoluteString)) return false;
     return startDetached({"xdg-open", url.absoluteString}) || startDetached({"gio", "open", url.absoluteString});
 }

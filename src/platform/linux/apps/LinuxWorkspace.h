@@ -4,7 +4,7 @@
 
 namespace vantrel::linuxdesktop {
 
-/// Opens addresses with the desktop's own opener.
+/// Opens addresses with the desktop's default program.
 class LinuxWorkspace final : public Workspace {
   public:
     bool open(const URL& url) override;

@@ -4,7 +4,7 @@
 
 namespace vantrel::linuxdesktop {
 
-/// The contents of a file under /proc, at most 4 MiB of them; empty when it cannot be read.
+/// The contents of a file under /proc, at most 4 MiB. Empty if it cannot be read.
 std::string readProcFile(const std::string& path);
 
 }  // namespace vantrel::linuxdesktop

@@ -45,7 +45,7 @@ std::string displayOf(const std::vector<std::string>& environment) {
     return {};
 }
 
-// A bundle's wrapper script runs as the shell, with its own path as the first argument.
+// A bundle's wrapper script runs as a shell with the script's path as its first argument.
 std::string executableOf(ProcessIdentifier process, const std::vector<std::string>& arguments) {
     std::error_code error;
     const std::filesystem::path path = std::filesystem::read_symlink(folder(process) + "exe", error);
@@ -72,7 +72,7 @@ std::string ProcessTable::displayName(std::string value) {
 std::optional<std::uint64_t> ProcessTable::startTime(ProcessIdentifier process) {
     if (process <= 0) return std::nullopt;
     const std::string text = readProcFile(folder(process) + "stat");
-    // The name in brackets may itself hold brackets and spaces: what counts begins after the last one.
+    // The name in brackets may itself contain brackets and spaces. The fields begin after the last bracket.
     const std::size_t bracket = text.rfind(')');
     if (bracket == std::string::npos) return std::nullopt;
     std::istringstream fields(text.substr(bracket + 1));

@@ -9,30 +9,30 @@
 
 namespace vantrel::linuxdesktop {
 
-/// One process as the kernel tells of it now.
+/// One process, as the kernel describes it now.
 struct ProcessEntry {
     ProcessIdentifier process = 0;
-    /// Clock ticks since the computer started: with the number it names a process once and for all.
+    /// Clock ticks since the computer started. Together with the number, this identifies a process for good.
     std::uint64_t startTime = 0;
-    /// Of the executable; of the script where an interpreter runs one from a path.
+    /// The path of the executable, or of the script if an interpreter runs one from a path.
     std::string executablePath;
     std::vector<std::string> arguments;
-    /// The X display that the process was started for, as displayName() writes it; empty when it cannot be told.
+    /// The X display that the process was started for, as displayName() writes it. Empty if it is not known.
     std::string display;
 };
 
-/// The processes, from /proc. A zombie is gone. Any thread.
+/// The processes, from /proc. A zombie counts as gone. Any thread.
 class ProcessTable {
   public:
-    /// Whoever's it is; of another user's only the arguments may be known.
+    /// Any user's process. For another user's, perhaps only the arguments are known.
     static std::optional<ProcessEntry> find(ProcessIdentifier process);
-    /// Those of this user, oldest first.
+    /// The processes of this user, oldest first.
     static std::vector<ProcessEntry> all();
 
-    /// When the process was started; empty when there is none or it is a zombie.
+    /// The start time of a process. Empty if there is none or it is a zombie.
     static std::optional<std::uint64_t> startTime(ProcessIdentifier process);
 
-    /// A DISPLAY value without its screen and without a needless host: ":1.0", "unix:1" and ":1" are one display.
+    /// A DISPLAY value without its screen and without a needless host: ":1.0", "unix:1" and ":1" are the same display.
     static std::string displayName(std::string value);
 };
 

@@ -41,7 +41,7 @@ class Attributes {
     posix_spawnattr_t value_;
 };
 
-// Also what a library or the client's own parent opened without the close-on-exec flag.
+// Closes also what a library or the client's parent opened without the close-on-exec flag.
 class StandardStreamsOnly {
   public:
     StandardStreamsOnly() {
@@ -58,7 +58,7 @@ class StandardStreamsOnly {
     posix_spawn_file_actions_t value_;
 };
 
-// A child that is never waited for stays a zombie for as long as the client runs.
+// A child that nobody waits for stays a zombie as long as the client runs.
 void reapLater(pid_t child) {
     try {
         std::thread([child] {
@@ -66,12 +66,12 @@ void reapLater(pid_t child) {
             }
         }).detach();
     } catch (const std::system_error&) {
-        // No thread to be had: the zombie stays, and counts as gone all the same.
+        // No thread is available. The zombie stays, but counts as gone.
     }
 }
 
-// The kernel lets the starting thread go on a moment before the new program's arguments and environment can be read in
-// /proc, by which ProcessTable knows it.
+// The kernel lets the starting thread continue a moment before the new program's arguments and environment can be read
+// in /proc. ProcessTable needs them to recognise it.
 void waitUntilReadable(pid_t child) {
     constexpr int mostTurns = 1000;
     const std::string file = "/proc/" + std::to_string(child) + "/cmdline";
@@ -88,7 +88,7 @@ bool holdsZero(const std::string& text) {
 
 StartedProcess startReaped(const std::string& executable, const std::vector<std::string>& arguments,
                            ExecutableLookup lookup) {
-    // The kernel would take them for shorter ones.
+    // The kernel would cut the texts off there.
     if (holdsZero(executable) || std::any_of(arguments.begin(), arguments.end(), holdsZero)) {
         return {0, EINVAL};
     }

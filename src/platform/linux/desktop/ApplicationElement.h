@@ -7,9 +7,9 @@
 
 namespace vantrel::linuxdesktop {
 
-/// An application: "AXWindows", its ordinary windows of all desktops, front to back, and "AXFocusedWindow", the one
-/// with the focus, else the one in front. Nothing of it can be written. Every call fails with "cannot complete" once
-/// the process is gone.
+/// An application. "AXWindows" are its ordinary windows on all desktops, front to back. "AXFocusedWindow" is the one
+/// with the focus, or else the front one. No attribute can be written. Every call fails with "cannot complete" once the
+/// process is gone.
 class ApplicationElement final : public AccessibilityElement {
   public:
     ApplicationElement(const AccessibilityDependencies& dependencies, ProcessIdentifier process);

@@ -6,7 +6,7 @@
 
 namespace vantrel::linuxdesktop {
 
-/// A window's close button. "AXPress" asks the window to close, which it may refuse or answer with a question.
+/// A window's close button. "AXPress" asks the window to close; the window may refuse or show a question.
 class CloseButtonElement final : public AccessibilityElement {
   public:
     CloseButtonElement(const AccessibilityDependencies& dependencies, xcb_window_t window, ProcessIdentifier owner)

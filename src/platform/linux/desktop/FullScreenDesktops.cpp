@@ -84,8 +84,8 @@ bool FullScreenDesktops::makeDesktop(const X11WindowFacts& window) {
     return true;
 }
 
-// The window manager follows requests in their order, but its properties lag behind them: until the window has been
-// seen on its desktop, the request that brings the person there counts as done.
+// The window manager handles requests in order, but its properties lag behind. Until the window has been seen on its
+// desktop, the request that brings the person there counts as done.
 void FullScreenDesktops::dissolve(xcb_window_t window, bool alive) {
     const auto found = find(window);
     Own own = *found;
@@ -94,7 +94,8 @@ void FullScreenDesktops::dissolve(xcb_window_t window, bool alive) {
     const auto count = desktops_.count();
     const auto current = desktops_.current();
     if (!count || !current || own.desktop >= *count) return;
-    // A window that comes up at this very moment is still placed on the desktop that goes: it has to be seen there.
+    // Go first and survey then: a window that is just being shown may still be placed on the desktop to be removed, and
+    // the survey must see it.
     if (*current == own.desktop) desktops_.goTo(own.origin);
     const auto windows = survey_.frontToBack();
     if (!windows) return;
@@ -113,7 +114,7 @@ void FullScreenDesktops::dissolve(xcb_window_t window, bool alive) {
     if (alive) desktops_.move(window, own.origin);
     if (*current == own.desktop || !own.shown) {
         desktops_.switchTo(own.origin);
-        // The person goes on with what was in front of them.
+        // The person continues with the window that was in front.
         if (front) windows_.focus(*front);
     } else if (*current > own.desktop) {
         desktops_.switchTo(*current - 1);
@@ -131,8 +132,8 @@ void FullScreenDesktops::requestFullScreen(xcb_window_t window, bool fullScreen)
     windows_.changeState(window, fullScreen, fullScreenState);
 }
 
-// A window is gone when it was destroyed or withdrawn. One that the window manager does not list for a moment, because
-// the window manager itself was started anew, is not.
+// A window is gone if it was destroyed or withdrawn. It is not gone if only the list lacks it for a moment because the
+// window manager was restarted.
 void FullScreenDesktops::check() {
     const std::lock_guard lock(mutex_);
     if (own_.empty()) return;

@@ -16,40 +16,39 @@ class X11Watcher;
 class X11Windows;
 class X11WindowSurvey;
 
-/// Full screen as macOS has it: the window moves to a desktop of its own, made for it behind the others, so that going
-/// there and leaving it are Space changes. When the window leaves full screen, closes or dies, the desktop is removed,
-/// and a person who was there is brought back to where they came from: nobody is left on an empty desktop. A window
-/// manager whose number of desktops is fixed, or a window that went full screen without us, has full screen all the
-/// same, on the desktop where it is.
+/// Full screen as on macOS. The window moves to a new desktop of its own, behind the others, so that going there and
+/// leaving it are Space changes. When the window leaves full screen, closes or dies, the desktop is removed. A person
+/// who is on it then goes back to the previous desktop, so nobody is left on an empty one. If the window manager's
+/// number of desktops is fixed, or a window went full screen by itself, it is full screen on the desktop where it is.
 ///
-/// What stands is also written on the root window, so that a client puts right what a killed one has left.
+/// The desktops are also recorded on the root window, so that the next client can clean up after one that was killed.
 ///
-/// Any thread, except construction and destruction; a call takes up to a fifth of a second, 20 ms as a rule.
+/// Any thread, except construction and destruction. A call takes up to a fifth of a second, usually 20 ms.
 class FullScreenDesktops {
   public:
     FullScreenDesktops(X11Connection& connection, X11Windows& windows, X11WindowSurvey& survey, X11Watcher& watcher);
-    /// Puts back what still stands.
+    /// Undoes what is left.
     ~FullScreenDesktops();
     FullScreenDesktops(const FullScreenDesktops&) = delete;
     FullScreenDesktops& operator=(const FullScreenDesktops&) = delete;
 
-    /// Asks the window manager for it and goes there. False when it has no full screen, for this window or at all; what
-    /// comes of the request is not waited for.
+    /// Asks the window manager for full screen and goes to the new desktop. False if the window manager has no full
+    /// screen, or not for this window. Does not wait for the result.
     bool enter(const X11WindowFacts& window);
     void leave(const X11WindowFacts& window);
 
-    /// Takes every window that has a desktop of ours out of full screen and removes the desktops.
+    /// Takes every window with a desktop from here out of full screen and removes the desktops.
     void putBackAll();
 
   private:
     struct Own {
         xcb_window_t window = XCB_WINDOW_NONE;
-        /// Numbers of windows are used again.
+        /// Needed because window numbers are reused.
         ProcessIdentifier owner = 0;
         std::uint32_t desktop = 0;
-        /// Where the window and the person came from.
+        /// The desktop that the window and the person came from.
         std::uint32_t origin = 0;
-        /// The window manager has shown it there.
+        /// The window manager has shown the window on its desktop.
         bool shown = false;
     };
 

@@ -9,7 +9,7 @@ class X11Connection;
 class X11Windows;
 class X11WindowSurvey;
 
-/// What elements work with; it outlives them.
+/// What elements need. It outlives them.
 struct AccessibilityDependencies {
     X11Connection& connection;
     X11Windows& windows;
@@ -17,9 +17,8 @@ struct AccessibilityDependencies {
     FullScreenDesktops& fullScreen;
 };
 
-/// The attributes that macOS tells of an application's windows, read from and written to X11 windows through the window
-/// manager. It needs no answer of the application itself and so never waits for one; what it asks for shows within some
-/// 20 ms. Any thread.
+/// The window attributes that macOS has, read from and written to X11 windows through the window manager. It never asks
+/// the application itself, so it never waits for one. Requests take effect within some 20 ms. Any thread.
 class LinuxAccessibility final : public Accessibility {
   public:
     explicit LinuxAccessibility(const AccessibilityDependencies& dependencies) : dependencies_(dependencies) {}

@@ -15,8 +15,8 @@ class DispatchQueue;
 
 namespace vantrel::linuxdesktop {
 
-/// The displays as the client counts them. A change of displays arrives as a burst of notices; observers are told once,
-/// a quarter of a second after the last of them, and only when the displays are not as they were. Main thread.
+/// The displays as the client counts them. A change of displays causes a burst of notifications. Observers are told
+/// once, a quarter of a second after the last one, and only if the displays differ from before. Main thread.
 class LinuxScreens final : public Screens {
   public:
     LinuxScreens(X11Connection& connection, X11Windows& windows, X11Watcher& watcher, DispatchQueue& mainQueue);
@@ -27,14 +27,14 @@ class LinuxScreens final : public Screens {
     bool screensHaveSeparateSpaces() const override { return true; }
     [[nodiscard]] std::unique_ptr<Observation> observeScreenParametersDidChange(Block block) override;
 
-    /// The main screen in pixels of the root window, for placing windows; a display of common size when there is none.
+    /// The main screen in pixels of the root window, for placing windows. A display of common size if there is none.
     X11Rectangle mainFrame() const;
-    /// The same of the primary display.
+    /// The same for the primary display.
     X11Rectangle primaryFrame() const;
-    /// Whether another display touches the primary one's top edge, so that the pointer passes there.
+    /// Whether another display touches the primary one's top edge, so that the pointer can cross it.
     bool isBorderedFromAbove() const;
 
-    /// In points from the bottom left of the primary display to pixels of the root window.
+    /// From points, counted from the bottom left of the primary display, to pixels of the root window.
     X11Rectangle toPixels(const Rect& frame) const;
 
   private:

@@ -34,7 +34,7 @@ std::unique_ptr<Observation> LinuxSpaces::observeActiveSpaceDidChange(Block bloc
     return std::make_unique<Removal>(std::move(observer));
 }
 
-// The number itself is not looked at: by the time a notice arrives it may be that of the next change already.
+// The number itself is ignored: when a notification arrives, it may already be that of the next change.
 void LinuxSpaces::tell() {
     for (const auto& weak : observers_) {
         mainQueue_.async([weak] {

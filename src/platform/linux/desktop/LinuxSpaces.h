@@ -13,8 +13,8 @@ namespace vantrel::linuxdesktop {
 
 class X11Watcher;
 
-/// The window manager's desktops as Spaces. Observers are told once for each time that the window manager writes the
-/// current desktop's number, also of changes that pile up while the main thread is busy. Main thread.
+/// The window manager's desktops as Spaces. Observers are told once each time the window manager writes the current
+/// desktop's number, even if changes pile up while the main thread is busy. Main thread.
 class LinuxSpaces final : public Spaces {
   public:
     LinuxSpaces(X11Watcher& watcher, DispatchQueue& mainQueue);

@@ -8,14 +8,14 @@ namespace vantrel::linuxdesktop {
 class X11Connection;
 class X11WindowSurvey;
 
-/// The windows that the window manager knows of, with their decorations. Panels, menus and the desktop lie on layers of
-/// their own; what the window manager does not manage is not listed. Any thread.
+/// The windows that the window manager manages, with their decorations. Panels, menus and the desktop have layers of
+/// their own. Unmanaged windows are not listed. Any thread.
 class LinuxWindowList final : public WindowList {
   public:
     LinuxWindowList(X11Connection& connection, X11WindowSurvey& survey, const RunningApplications& applications)
         : connection_(connection), survey_(survey), applications_(applications) {}
 
-    /// Empty optional when the X server has gone.
+    /// Empty optional if the X server is gone.
     std::optional<std::vector<WindowEntry>> copy(WindowListOption option) const override;
 
   private:

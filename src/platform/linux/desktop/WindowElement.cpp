@@ -16,14 +16,14 @@ namespace vantrel::linuxdesktop {
 namespace {
 
 int withoutMargins(double points, int margins) {
-    // What the X protocol can say.
+    // The limit of the X protocol.
     constexpr double largest = 32767;
     return std::max(1, static_cast<int>(std::lround(std::min(points, largest))) - margins);
 }
 
 }  // namespace
 
-// Numbers of windows are used again: one that belongs to another process by now is another window.
+// Window numbers are reused: if the number now belongs to another process, it is another window.
 std::optional<X11WindowFacts> WindowElement::facts() const {
     auto facts = dependencies_.survey.of(window_);
     if (facts && facts->owner != owner_) return std::nullopt;
@@ -71,7 +71,7 @@ AccessibilityError WindowElement::setFullScreen(const X11WindowFacts& facts, con
     return dependencies_.fullScreen.enter(facts) ? accessibilitySuccess : accessibilityFailure;
 }
 
-// Place and size of a maximised window are the window manager's, and its decorations are others.
+// The window manager decides place and size of a maximised window, and gives it other decorations.
 X11WindowFacts WindowElement::unmaximized(const X11WindowFacts& facts) {
     constexpr auto longest = std::chrono::milliseconds(200);
     constexpr auto step = std::chrono::milliseconds(2);
@@ -84,7 +84,7 @@ X11WindowFacts WindowElement::unmaximized(const X11WindowFacts& facts) {
         std::this_thread::sleep_for(step);
         latest = this->facts().value_or(latest);
     }
-    // The decorations follow the state.
+    // The decorations change after the state.
     std::this_thread::sleep_for(settling);
     return this->facts().value_or(latest);
 }

@@ -11,15 +11,15 @@ namespace vantrel::linuxdesktop {
 
 /// A window. "AXFullScreen", "AXPosition" and "AXSize" can be read and written, "AXCloseButton" and "AXTitle" read; a
 /// title is a value of a type that is not used here. Position and size are those of the frame, in points from the top
-/// left of the primary display. Written, they end a window's maximisation and do nothing to a full-screen one; the
-/// window manager may keep to them loosely. Every call fails with "invalid element" once the window is gone.
+/// left of the primary display. Writing them ends a window's maximisation and does nothing to a full-screen window; the
+/// window manager may follow them only roughly. Every call fails with "invalid element" once the window is gone.
 class WindowElement final : public AccessibilityElement {
   public:
     WindowElement(const AccessibilityDependencies& dependencies, xcb_window_t window, ProcessIdentifier owner)
         : dependencies_(dependencies), window_(window), owner_(owner) {}
 
     std::variant<AccessibilityValue, AccessibilityError> attribute(std::string_view name) const override;
-    /// Success says that the window manager was asked for something it can do.
+    /// Success means that the window manager was asked for something that it supports.
     AccessibilityError setAttribute(std::string_view name, const AccessibilityValue& value) override;
     AccessibilityError performAction(std::string_view name) override;
 

@@ -13,8 +13,8 @@ struct Position {
     std::int8_t mac;
 };
 
-// The key left of "1" is the one of ANSI keyboards; the one beside the left Shift key exists on ISO keyboards only. The
-// three keys above the block of arrows stand where an extended Apple keyboard has F13 to F15.
+// The key left of "1" is that of ANSI keyboards. The key beside the left Shift exists on ISO keyboards only. The three
+// keys above the arrow block are where an extended Apple keyboard has F13 to F15.
 constexpr std::array positions{
     Position{KEY_A, 0},
     Position{KEY_S, 1},
@@ -139,7 +139,7 @@ constexpr std::array positions{
 
 constexpr std::int8_t none = -1;
 
-// X keycodes are evdev's codes, eight further.
+// An X keycode is evdev's code plus eight.
 constexpr std::array<std::int8_t, 256> byKeycode = [] {
     constexpr int offset = 8;
     std::array<std::int8_t, 256> table{};

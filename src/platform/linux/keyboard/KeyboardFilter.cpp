@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::uint32_t anyKeycode = 0;
 constexpr std::uint32_t anyModifier = 0x80000000U;
-// Window managers take so long at most to renew their own grabs.
+// Window managers renew their own grabs within this time.
 constexpr std::chrono::milliseconds regrabDelay{60};
 
 struct HierarchyMask {
@@ -35,7 +35,7 @@ KeyboardFilter::KeyboardFilter(std::unique_ptr<X11Connection> connection, std::u
       extension_(extension),
       resource_(xcb_generate_id(connection_->get())),
       modifiers_(KeyModifiers::read(connection_->get())) {
-    // A graphics context costs the server least.
+    // A graphics context is the resource that costs the server least.
     xcb_create_gc(connection_->get(), resource_, connection_->root(), 0, nullptr);
     const HierarchyMask hierarchy;
     xcb_input_xi_select_events(connection_->get(), connection_->root(), 1, &hierarchy.header);
@@ -44,7 +44,8 @@ KeyboardFilter::KeyboardFilter(std::unique_ptr<X11Connection> connection, std::u
 
 KeyboardFilter::~KeyboardFilter() = default;
 
-// A grab of "all master devices" loses every key that is passed on: each real one is grabbed by its own number.
+// A grab of "all master devices" loses every key that is passed on. So each real master keyboard is grabbed by its own
+// number.
 std::vector<std::uint16_t> KeyboardFilter::masterKeyboards() {
     std::vector<std::uint16_t> found;
     const auto cookie = xcb_input_xi_query_device(connection_->get(), XCB_INPUT_DEVICE_ALL_MASTER);
@@ -66,11 +67,11 @@ bool KeyboardFilter::grab(std::uint16_t keyboard) {
         XCB_INPUT_GRAB_OWNER_NO_OWNER, &events, &anyModifier);
     const X11Reply<xcb_input_xi_passive_grab_device_reply_t> reply(
         xcb_input_xi_passive_grab_device_reply(connection_->get(), cookie, nullptr));
-    // What is listed are the modifiers that failed.
+    // The reply lists the modifiers that failed.
     return reply && reply->num_modifiers == 0;
 }
 
-// Grabbing once more puts an own grab on top of the others without a moment in which there is none.
+// Grabbing again puts the filter's grab above the others, without a moment between two grabs.
 bool KeyboardFilter::grab() {
     keyboards_ = masterKeyboards();
     bool granted = !keyboards_.empty();
@@ -82,7 +83,7 @@ bool KeyboardFilter::answer(const Decide& decide) {
     answerQueued(decide);
     if (regrabAt_ && Clock::now() >= *regrabAt_) {
         grabAgainWhenDue();
-        // XCB has taken in what came while it waited for replies: nothing of it would be readable any more.
+        // XCB has read events while it waited for replies. The descriptor will not become readable for them.
         answerQueued(decide);
     }
     return connection_->isAlive();
@@ -104,7 +105,7 @@ void KeyboardFilter::take(const xcb_generic_event_t& event, const Decide& decide
         mappingChanged();
         return;
     }
-    // Another client cannot send one that would pass for the server's.
+    // Other clients cannot send a generic event that looks like the server's.
     if (event.response_type != XCB_GE_GENERIC) return;
     const auto& generic = reinterpret_cast<const xcb_ge_generic_event_t&>(event);
     if (generic.extension != extension_) return;
@@ -119,8 +120,8 @@ void KeyboardFilter::take(const xcb_generic_event_t& event, const Decide& decide
     const bool swallow = pressed ? decidePress(position, key.mods.effective, decide) : swallowed_[position];
     swallowed_[position] = pressed && swallow;
 
-    // The grab goes on after a swallowed key until that key comes up. With that release it has ended and nothing waits:
-    // an answer would be taken for the one to the next key.
+    // After a swallowed key, the grab lasts until that key is released. The release ends it and nothing waits: an
+    // answer now would count for the next key.
     const auto holding = holding_.find(key.deviceid);
     if (!pressed && holding != holding_.end() && holding->second == position) {
         holding_.erase(holding);
@@ -150,7 +151,7 @@ bool KeyboardFilter::decidePress(xcb_keycode_t position, std::uint32_t state, co
     return decide(event);
 }
 
-// There may be a new master keyboard, which nobody filters yet. It may also have the number of one that has gone.
+// There may be a new master keyboard that is not filtered yet. It may have the number of one that is gone.
 void KeyboardFilter::keyboardsChanged(const xcb_input_hierarchy_event_t& event) {
     auto each = xcb_input_hierarchy_infos_iterator(&event);
     for (; each.rem > 0; xcb_input_hierarchy_info_next(&each)) {
@@ -168,8 +169,8 @@ void KeyboardFilter::mappingChanged() {
     regrabAt_ = Clock::now() + regrabDelay;
 }
 
-// Notices that come while one is waited for are answered by a second grab, so that none is answered too early and a
-// storm of them does not put the grab off for ever.
+// Notices that arrive during the wait are answered by one more grab. So none is answered too early, and a storm of them
+// does not delay the grab for ever.
 void KeyboardFilter::grabAgainWhenDue() {
     modifiers_ = KeyModifiers::read(connection_->get());
     grab();
@@ -184,7 +185,7 @@ void KeyboardFilter::release(const Decide& decide) {
                                            XCB_INPUT_GRAB_TYPE_KEYCODE, &anyModifier);
     }
     keyboards_.clear();
-    // The server reads nothing more from a connection that is being closed: it has to have taken every answer before.
+    // The server stops reading from a connection that is being closed, so it must have read every answer before.
     do {
         const X11Reply<xcb_get_input_focus_reply_t> reply(
             xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));

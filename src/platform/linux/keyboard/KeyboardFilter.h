@@ -18,13 +18,13 @@
 
 namespace vantrel::linuxdesktop {
 
-/// Stands between the keyboard and the focused window: a synchronous XInput2 grab of every key on the root window, on a
-/// connection of its own. The server holds the keyboard still after each key press until the filter has answered,
-/// without a time-out of its own. One thread at a time.
+/// Stands between the keyboard and the focused window: a synchronous XInput2 grab of every key on the root window, on
+/// its own connection. After each key press the server holds the keyboard until the filter has answered; it has no
+/// timeout for this. One thread at a time.
 ///
-/// The server shows a filter the key presses, and releases only while a swallowed key is down: one that is swallowed
-/// keeps its release from the window as well, unless another key passed in between or, of several swallowed keys that
-/// are down, the first comes up before it: with either the server's grab ends. Modifier keys arrive as flags-changed
+/// The filter sees key presses, and releases only while a swallowed key is down. A swallowed key's release is kept from
+/// the window too, with two exceptions, because they end the server's grab: another key was passed on in between, or
+/// several swallowed keys are down and the first is released before this one. Modifier keys arrive as flags-changed
 /// events, with the flags after the change.
 class KeyboardFilter {
   public:
@@ -32,29 +32,28 @@ class KeyboardFilter {
     /// True swallows the key.
     using Decide = std::function<bool(const KeyEvent&)>;
 
-    /// Null without an X server that has XInput 2.1.
+    /// Null if the X server is missing or lacks XInput 2.1.
     static std::unique_ptr<KeyboardFilter> open();
     ~KeyboardFilter();
 
-    /// Any identifier of a resource of the connection, by which another client can have it closed.
+    /// The identifier of some resource of the connection. With it another client can have the connection closed.
     std::uint32_t resource() const { return resource_; }
 
-    /// False when the grab of one of the keyboards was refused: another client filters it already.
+    /// False if the grab of a keyboard was refused because another client already filters it.
     bool grab();
 
-    /// Readable when there is something to answer.
+    /// Readable when answer() has something to do.
     int descriptor() const { return xcb_get_file_descriptor(connection_->get()); }
 
-    /// Answers every key that waits, and grabs again where that is due: window managers renew their own key grabs when
-    /// the keymap changes, and of several grabs the newest wins. Decisions are made before it returns. False when the
-    /// connection is gone; then no key is held any more.
+    /// Answers every waiting key, and grabs again when that is due: window managers renew their own key grabs when the
+    /// keymap changes, and the newest grab wins. Decisions are made before it returns. False if the connection is gone;
+    /// then no key is held any more.
     bool answer(const Decide& decide);
 
-    /// When answer() is to be called though nothing is readable.
+    /// When to call answer() even if nothing is readable.
     std::optional<Clock::time_point> due() const { return regrabAt_; }
 
-    /// Ends the grabs; keys that wait are still decided. One that was swallowed and is still down lets the keyboard go
-    /// with the filter.
+    /// Ends the grabs. Waiting keys are still decided. A swallowed key that is still down no longer holds the keyboard.
     void release(const Decide& decide);
 
   private:
@@ -62,7 +61,7 @@ class KeyboardFilter {
 
     std::vector<std::uint16_t> masterKeyboards();
     bool grab(std::uint16_t keyboard);
-    // Whether there was anything.
+    // Whether there was anything to answer.
     bool answerQueued(const Decide& decide);
     void take(const xcb_generic_event_t& event, const Decide& decide);
     bool decidePress(xcb_keycode_t position, std::uint32_t state, const Decide& decide);
@@ -76,7 +75,7 @@ class KeyboardFilter {
     KeyModifiers modifiers_;
     std::vector<std::uint16_t> keyboards_;
     std::bitset<256> swallowed_;
-    // By keyboard: the swallowed key whose press began a grab that is still active.
+    // For each keyboard, the swallowed key whose press began a grab that is still active.
     std::map<std::uint16_t, xcb_keycode_t> holding_;
     std::optional<Clock::time_point> regrabAt_;
     bool regrabTwice_ = false;

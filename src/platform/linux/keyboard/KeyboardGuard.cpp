@@ -18,11 +18,11 @@ namespace vantrel::linuxdesktop {
 
 namespace {
 
-// What either end says to the other.
+// The messages of both ends.
 constexpr char question = '?';
 constexpr char answer = '!';
 
-// A group of its own: what stops the client from its terminal does not stop the guard.
+// Its own process group: what stops the client from its terminal does not stop the guard.
 class GuardProcess {
   public:
     explicit GuardProcess(int line) {
@@ -82,7 +82,7 @@ bool KeyboardGuard::waitUntilReady() {
     return poll(&line, 1, milliseconds) == 1 && attend(Clock::now()) && hasWatched_;
 }
 
-// Nothing is lost with it, and a guard that was stopped goes all the same.
+// SIGKILL loses nothing, and also ends a guard that was stopped.
 KeyboardGuard::~KeyboardGuard() {
     kill(process_, SIGKILL);
     while (waitpid(process_, nullptr, 0) < 0 && errno == EINTR) {
@@ -99,7 +99,7 @@ void KeyboardGuard::keyWasPressed(Clock::time_point now) {
     if (!pressed_) pressed_ = now;
 }
 
-// The line comes before the clock: what the guard said while this thread itself did not run still counts.
+// Read the line before the clock: what the guard said while this thread did not run still counts.
 bool KeyboardGuard::attend(Clock::time_point now) {
     std::array<char, 16> bytes{};
     const ssize_t count = recv(descriptor(), bytes.data(), bytes.size(), MSG_DONTWAIT);

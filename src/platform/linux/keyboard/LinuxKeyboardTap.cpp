@@ -41,8 +41,8 @@ void LinuxKeyboardTap::run() {
     parts_.guard.reset();
 }
 
-// False when the tap has to go: it was stopped, or its connection was closed, or the main thread does not answer, or
-// there is no guard to be had.
+// False if the tap must end: it was stopped, its connection was closed, the main thread does not answer, or no guard is
+// available.
 bool LinuxKeyboardTap::serve() {
     const bool connected = parts_.filter->answer([this](const KeyEvent& event) { return swallows(event); });
     if (!connected || pulse_.isOverdue(KeyboardFilter::Clock::now())) return false;
@@ -52,8 +52,8 @@ bool LinuxKeyboardTap::serve() {
     return isGuarded();
 }
 
-// Another guard takes the place of one that has gone or does not answer. Nobody waits for it, keys go on; when it does
-// not watch in time there is none to be had.
+// Replaces a guard that is gone or does not answer. Keys continue meanwhile. If the new one does not watch in time, no
+// guard is available.
 bool LinuxKeyboardTap::isGuarded() {
     if (parts_.guard->attend(KeyboardGuard::Clock::now())) return true;
     if (!parts_.guard->hasWatched()) return false;

@@ -15,11 +15,11 @@ namespace vantrel::linuxdesktop {
 
 class MainThread;
 
-/// A keyboard filter at work on a thread of its own, where decisions are made. Made and destroyed on the main thread;
-/// its end waits for that thread, and no report comes after it.
+/// A keyboard filter on its own thread, which makes the decisions. Created and destroyed on the main thread. The
+/// destructor waits for the filter's thread; no report comes after it.
 class LinuxKeyboardTap final : public KeyboardTap {
   public:
-    /// What the tap is made of; the filter has its grab.
+    /// What the tap is made of. The filter already has its grab.
     struct Parts {
         std::unique_ptr<KeyboardFilter> filter;
         std::unique_ptr<KeyboardGuard> guard;
@@ -40,10 +40,10 @@ class LinuxKeyboardTap final : public KeyboardTap {
 
     MainThread& mainThread_;
     const KeyDecision decision_;
-    // The main thread's; what is posted there holds it weakly.
+    // Belongs to the main thread. Posted blocks hold it weakly.
     std::shared_ptr<const KeyReport> report_;
     const std::weak_ptr<const KeyReport> weakReport_;
-    // The thread's own from here on, but for the signal to stop.
+    // From here on only the filter's thread uses these, except for the stop signal.
     Parts parts_;
     MainThreadPulse pulse_;
     bool stopped_ = false;

@@ -13,7 +13,7 @@ namespace vantrel::linuxdesktop {
 LinuxKeyboardTaps::LinuxKeyboardTaps(MainThread& mainThread, std::string guardExecutable)
     : mainThread_(mainThread), guardExecutable_(std::move(guardExecutable)) {}
 
-// The guard comes before the grab: from the grab to the thread's first answer keys wait.
+// The guard is started before the grab: keys wait from the grab until the thread's first answer.
 std::unique_ptr<KeyboardTap> LinuxKeyboardTaps::create(KeyDecision decision, KeyReport report) {
     LinuxKeyboardTap::Parts parts;
     parts.filter = KeyboardFilter::open();
@@ -26,7 +26,7 @@ std::unique_ptr<KeyboardTap> LinuxKeyboardTaps::create(KeyDecision decision, Key
     try {
         return std::make_unique<LinuxKeyboardTap>(std::move(parts), mainThread_, decision, std::move(report));
     } catch (const std::system_error&) {
-        return nullptr;  // There is no thread to be had.
+        return nullptr;  // No thread is available.
     }
 }
 

@@ -11,8 +11,8 @@
 
 namespace vantrel::linuxdesktop {
 
-/// Tells whether the main thread still answers, without waking anybody while nobody asks: one question is under way at
-/// a time. All but the answer on one thread.
+/// Checks whether the main thread still answers. It wakes nobody unless asked, and has only one question open at a
+/// time. Everything but the answer happens on one thread.
 class MainThreadPulse {
   public:
     using Time = std::chrono::steady_clock::time_point;
@@ -23,13 +23,13 @@ class MainThreadPulse {
     /// `post` runs a block on the main thread.
     explicit MainThreadPulse(std::function<void(Block)> post) : post_(std::move(post)) {}
 
-    /// Asks, unless a question is still open.
+    /// Asks, unless a question is already open.
     void ask(Time now);
 
-    /// Whether an answer has been missing for too long. An answer that has come ends the question.
+    /// Whether an answer has been missing for too long. An answer that has arrived ends the question.
     bool isOverdue(Time now);
 
-    /// When to call isOverdue() next; empty while nothing is asked.
+    /// When to call isOverdue() next. Empty if no question is open.
     std::optional<Time> due() const;
 
   private:

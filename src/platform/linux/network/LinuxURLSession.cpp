@@ -14,7 +14,7 @@ LinuxURLSession::LinuxURLSession() : worker_(std::make_unique<NetworkWorker>(com
 }
 
 LinuxURLSession::~LinuxURLSession() {
-    // Sockets and timers have to end on the thread that they live on.
+    // Sockets and timers must be destroyed on their own thread.
     QMetaObject::invokeMethod(
         worker_.get(), [this] { worker_->stop(); }, Qt::BlockingQueuedConnection);
     thread_.quit();

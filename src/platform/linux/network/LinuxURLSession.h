@@ -10,9 +10,9 @@ namespace vantrel::linuxdesktop {
 
 class NetworkWorker;
 
-/// Requests over Qt's network access, on a thread of its own; completions on a second one, so that a completion that
-/// waits holds up neither the network nor its time-outs. HTTP/1.1, no cache, no cookies kept; bodies up to 64 MiB. What
-/// is still under way when the session dies fails.
+/// Requests through Qt's network access, on a thread of its own. Completions run on a second thread, so that one that
+/// waits delays neither the network nor its timeouts. HTTP/1.1, no cache, no cookies kept; bodies up to 64 MiB.
+/// Requests still under way when the session is destroyed fail.
 class LinuxURLSession final : public URLSession {
   public:
     LinuxURLSession();

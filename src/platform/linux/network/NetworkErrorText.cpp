@@ -34,7 +34,7 @@ bool isHTTPStatus(QNetworkReply::NetworkError error) {
     constexpr int firstContentError = QNetworkReply::ContentAccessDenied;
     constexpr int lastServerError = QNetworkReply::UnknownServerError;
     const bool protocol = error == QNetworkReply::ProtocolUnknownError || error == QNetworkReply::ProtocolFailure;
-    // A 407 may come from a server as well as from a proxy.
+    // A 407 may come from a server or from a proxy.
     if (error == QNetworkReply::ProxyAuthenticationRequiredError) return true;
     return error >= firstContentError && error <= lastServerError && !protocol &&
            error != QNetworkReply::ContentReSendError;

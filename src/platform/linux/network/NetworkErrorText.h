@@ -16,10 +16,10 @@ inline constexpr std::string_view insecureRedirectText = "Il server rimanda a un
 inline constexpr std::string_view unreadableReplyText = "Impossibile analizzare la risposta.";
 inline constexpr std::string_view tooLargeText = "La risposta del server è troppo grande.";
 
-/// What the user is told of a failed transport.
+/// What the user is told about a failed transport.
 std::string networkErrorText(QNetworkReply::NetworkError error, const QString& fallback);
 
-/// Whether the error stands for an HTTP status, which is a reply like any other.
+/// Whether the error only reports an HTTP status. Such a reply is a reply like any other.
 bool isHTTPStatus(QNetworkReply::NetworkError error);
 
 }  // namespace vantrel::linuxdesktop

@@ -12,14 +12,14 @@ NetworkManagers::NetworkManagers() {
 }
 
 NetworkManagers::~NetworkManagers() {
-    // What was to be deleted later is deleted before the thread ends.
+    // What deleteLater() has queued is deleted before the thread ends.
     endings_.quit();
     endings_.wait();
 }
 
 std::shared_ptr<QNetworkAccessManager> NetworkManagers::make() {
     auto made = std::make_unique<QNetworkAccessManager>();
-    // The manager takes the factory over.
+    // The manager takes ownership.
     made->setProxyFactory(new SystemProxies);
     return {made.release(), [this](QNetworkAccessManager* manager) {
                 manager->moveToThread(&endings_);

@@ -7,15 +7,15 @@ class QNetworkAccessManager;
 
 namespace vantrel::linuxdesktop {
 
-/// Makes Qt's network managers and lets them go. The end of a manager waits, for seconds if need be, for the thread
-/// that it speaks HTTP on, which may be busy with a server that never comes to an end; so it has a thread of its own.
-/// Must outlive the managers.
+/// Creates Qt's network managers and destroys them. Destroying a manager waits for its HTTP thread, for seconds if that
+/// is busy with a server that never finishes. So managers are destroyed on a thread of their own. Must outlive the
+/// managers.
 class NetworkManagers {
   public:
     NetworkManagers();
     ~NetworkManagers();
 
-    /// A manager for the calling thread, to be let go on the same one.
+    /// A manager for the calling thread. Release it on the same thread.
     std::shared_ptr<QNetworkAccessManager> make();
 
   private:

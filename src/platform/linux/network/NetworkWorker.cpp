@@ -52,13 +52,13 @@ void NetworkWorker::start(const URLRequest& request, URLSession::Completion comp
 
 void NetworkWorker::finish(const URLExchange* exchange, URLReply reply, const URLSession::Completion& completion) {
     deliver(completion, std::move(reply));
-    // The manager's HTTP thread may go on with what the server sends and come to nothing else. The exchanges under way
-    // keep the manager until they end.
+    // The manager's HTTP thread may keep reading what the server sends and do nothing else. Exchanges under way keep
+    // the manager until they end.
     if (exchange->wasCutOff()) network_.reset();
     const auto found = std::find_if(exchanges_.begin(), exchanges_.end(),
                                     [exchange](const auto& owned) { return owned.get() == exchange; });
     if (found == exchanges_.end()) return;
-    // It is still on the stack.
+    // The exchange is still on the stack.
     found->release()->deleteLater();
     exchanges_.erase(found);
 }

@@ -14,7 +14,7 @@ namespace vantrel::linuxdesktop {
 class SerialQueue;
 class URLExchange;
 
-/// The part of the URL session that lives on the network thread. Made elsewhere and moved there.
+/// The part of the URL session that lives on the network thread. Created elsewhere and moved there.
 class NetworkWorker final : public QObject {
   public:
     explicit NetworkWorker(SerialQueue& completions);
@@ -22,7 +22,7 @@ class NetworkWorker final : public QObject {
 
     void start(const URLRequest& request, URLSession::Completion completion);
 
-    /// Fails what is under way and lets go of everything that belongs to the thread.
+    /// Fails all requests under way and destroys everything that belongs to the thread.
     void stop();
 
   private:

@@ -22,7 +22,7 @@ bool OneTimeBody::seek(qint64) {
 }
 
 qint64 OneTimeBody::readData(char* target, qint64 most) {
-    // -1 is the end for good; 0 would mean that more may come.
+    // -1 is the final end; 0 would mean that more may come.
     if (position_ == bytes_.size()) return -1;
     const qint64 count = std::min<qint64>(most, bytes_.size() - position_);
     std::copy_n(bytes_.constData() + position_, count, target);

@@ -5,8 +5,8 @@
 
 namespace vantrel::linuxdesktop {
 
-/// A request's body that cannot be read twice. Qt sends a request again, up to three times, when the server hangs up
-/// before it has answered; with a body that cannot be rewound it fails instead, as it must: no exchange is repeated.
+/// A request's body that cannot be read twice. If the server hangs up before it has answered, Qt sends a request again,
+/// up to three times. With a body that cannot be rewound it fails instead. That is required: no exchange is repeated.
 class OneTimeBody final : public QIODevice {
   public:
     explicit OneTimeBody(QByteArray bytes);

@@ -25,7 +25,7 @@ QList<QNetworkProxy> SystemProxies::queryProxy(const QNetworkProxyQuery& query) 
     if (!isThisComputer(query.peerHostName())) {
         for (QNetworkProxy& proxy : systemProxyForQuery(query)) {
             if (proxy.type() == QNetworkProxy::NoProxy || proxy.hostName().isEmpty()) continue;
-            // Qt makes zero of a port that is not named.
+            // Qt makes a missing port zero.
             if (proxy.port() == 0) proxy.setPort(usualPort(proxy.type()));
             usable.append(std::move(proxy));
         }

@@ -16,7 +16,7 @@ namespace {
 
 constexpr qsizetype longestBody = qsizetype{64} << 20;
 constexpr int mostRedirects = 16;
-// Below are the interim replies, such as 103 Early Hints, and what is no status at all.
+// Lower values are interim replies, such as 103 Early Hints, or no valid status.
 constexpr int firstFinalStatus = 200;
 
 int milliseconds(double seconds) {
@@ -33,11 +33,12 @@ QNetworkRequest networkRequest(const QUrl& url, const URLRequest& request) {
     made.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
     made.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
     made.setAttribute(QNetworkRequest::AuthenticationReuseAttribute, QNetworkRequest::Manual);
-    // Shorter than servers commonly keep idle connections: a request must not meet one that is just being closed.
+    // Shorter than servers usually keep idle connections, so that no request meets a connection that is just being
+    // closed.
     made.setAttribute(QNetworkRequest::ConnectionCacheExpiryTimeoutSecondsAttribute, 2);
     // Qt 6.4 loses the end of large bodies that it decompresses itself.
     made.setRawHeader("Accept-Encoding", "identity");
-    // Redirects are followed here: what becomes of the method and the body is part of the contract.
+    // Redirects are followed here, because the contract says what happens to method and body.
     made.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
     for (const auto& [name, value] : request.headers) {
         made.setRawHeader(QByteArray::fromStdString(name), QByteArray::fromStdString(value));
@@ -61,7 +62,7 @@ URLExchange::URLExchange(std::shared_ptr<QNetworkAccessManager> network, const Q
                          Ended ended)
     : network_(std::move(network)), url_(url), request_(request), ended_(std::move(ended)) {
     idle_.setSingleShot(true);
-    // A coarse timer may fire a twentieth too early.
+    // A coarse timer may fire 5 % too early.
     idle_.setTimerType(Qt::PreciseTimer);
     idle_.setInterval(milliseconds(request_.timeoutInterval));
     QObject::connect(&idle_, &QTimer::timeout, this, [this] { fail(timeOutText); });
@@ -79,12 +80,12 @@ void URLExchange::send() {
     bytes_.clear();
     const QByteArray bytes = request_.body ? QByteArray::fromStdString(*request_.body) : QByteArray();
     QNetworkRequest made = networkRequest(url_, request_);
-    // Also for no body at all: it is the unrepeatable body that keeps Qt from sending the request again.
+    // Set even for an empty body: the body that cannot be rewound is what keeps Qt from sending the request again.
     made.setHeader(QNetworkRequest::ContentLengthHeader, bytes.size());
     made.setAttribute(QNetworkRequest::DoNotBufferUploadDataAttribute, true);
     auto body = std::make_unique<OneTimeBody>(bytes);
     reply_.reset(network_->sendCustomRequest(made, QByteArray::fromStdString(request_.method), body.get()));
-    // It is read until the reply has finished, and goes with it.
+    // It is read until the reply has finished, and is destroyed with it.
     body.release()->setParent(reply_.get());
     connectReply();
     idle_.start();
@@ -113,8 +114,8 @@ void URLExchange::replyFinished() {
     const std::optional<int> status = statusOf(*reply_);
     const QNetworkReply::NetworkError error = reply_->error();
     const bool redirects = status && isRedirect(*status) && reply_->hasRawHeader("Location");
-    // Qt would send the request again for a 307 or 308, or when the connection's end is also the body's, and fails at
-    // that when everything has arrived.
+    // Qt would send the request again for a 307 or 308, or if the body ends with the connection. It would then fail
+    // although everything has arrived.
     const bool endsWithConnection =
         status && !reply_->hasRawHeader("Content-Length") && !reply_->hasRawHeader("Transfer-Encoding");
     const bool wouldRepeat = (redirects || endsWithConnection) && error == QNetworkReply::ContentReSendError;

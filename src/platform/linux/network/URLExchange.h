@@ -28,7 +28,7 @@ class URLExchange final : public QObject {
     void start();
     void cancel();
 
-    /// Whether it ended while the server might still have been sending.
+    /// Whether it ended while the server might still be sending.
     bool wasCutOff() const { return cutOff_; }
 
   private:

@@ -11,13 +11,13 @@
 
 namespace vantrel::linuxdesktop {
 
-/// A status item in the tray for as long as there is a tray. When the tray ends, another item takes over with the same
-/// title and menu, and stays: the way out of a session must never hang on a panel that may crash. Main thread.
+/// A status item in the tray while there is a tray. When the tray ends, another item with the same title and menu takes
+/// over for good: the way out of a session must not depend on a panel that may crash. Main thread.
 class FallbackStatusItem final : public RemovableStatusItem {
   public:
     using Make = std::function<std::unique_ptr<RemovableStatusItem>()>;
 
-    /// `trayAvailable` is asked every second until it says no.
+    /// `trayAvailable` is asked every second until it returns false.
     FallbackStatusItem(std::unique_ptr<RemovableStatusItem> inTray, std::function<bool()> trayAvailable,
                        Make makeFallback);
 

@@ -5,8 +5,8 @@
 
 namespace vantrel::linuxdesktop {
 
-/// The desktop's tray where there is one, for as long as there is; else each item is a strip of its own. An item must
-/// not outlive the status bar. Main thread.
+/// Uses the desktop's tray while there is one. Otherwise each item is a strip of its own. An item must not outlive the
+/// status bar. Main thread.
 class LinuxStatusBar final : public StatusBar {
   public:
     explicit LinuxStatusBar(const StatusBarDependencies& dependencies) : dependencies_(dependencies) {}

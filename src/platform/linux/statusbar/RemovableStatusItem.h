@@ -4,7 +4,7 @@
 
 namespace vantrel::linuxdesktop {
 
-/// A status item of this desktop, of whatever kind.
+/// Any kind of status item on this desktop.
 class RemovableStatusItem : public StatusItem {
   public:
     /// Takes it off the screen for good.

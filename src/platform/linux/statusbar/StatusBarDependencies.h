@@ -9,7 +9,7 @@ class X11Connection;
 class X11Watcher;
 class X11WindowSurvey;
 
-/// What a status item works with.
+/// What a status item needs.
 struct StatusBarDependencies {
     const MenuBuilder& menuBuilder;
     LinuxScreens& screens;

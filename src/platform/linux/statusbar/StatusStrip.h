@@ -6,14 +6,14 @@
 
 namespace vantrel::linuxdesktop {
 
-/// A strip that hangs from the top edge of a display and shows the status item's title. The window manager does not
-/// know of it: it takes no focus and is on every desktop. Main thread.
+/// A strip at the top edge of a display that shows the status item's title. The window manager does not manage it: it
+/// takes no focus and is on every desktop. Main thread.
 class StatusStrip final : public QWidget {
   public:
     StatusStrip();
 
     void setTitle(const QString& title);
-    /// Keeps the strip clear of the display's corner.
+    /// Keeps the strip away from the display's corner.
     void hangFrom(const QRect& display);
     void setPressed(bool pressed);
 

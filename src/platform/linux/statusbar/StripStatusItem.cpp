@@ -18,11 +18,11 @@ namespace vantrel::linuxdesktop {
 
 namespace {
 
-// Changes come in bursts, and showing the strip is one of them.
+// Changes come in bursts, and showing the strip is itself a change.
 constexpr int settleMilliseconds = 30;
 
-// How often the pointer is looked at while the strip is out, and how far below the strip, or
-// beyond an edge that another display borders, it still counts as near.
+// How often the pointer is checked while the strip is visible, and how far from the strip it still counts as near:
+// below it, or past a top edge that another display borders.
 constexpr int lookMilliseconds = 200;
 constexpr int nearness = 12;
 
@@ -91,9 +91,9 @@ void StripStatusItem::update() {
     covered_ = isCovered();
     topEdge_->listen(covered_);
     if (!covered_) revealed_ = false;
-    // The edge tells of a pointer that comes, not of one that is there.
+    // The edge reports a pointer that arrives, not one that is already there.
     if (covered_ && !wasCovered) revealed_ = pointerIsNear(0, 0);
-    // A cover may lie over the panel of a tray, on whatever display that is.
+    // An overlay on any display may cover the tray's panel.
     const bool stands = presence_ == Presence::always || dependencies_.front.keepsAnOverlay();
     const bool shown = menuOpen_ || (covered_ ? revealed_ : stands);
     if (covered_ && revealed_ && !looking_.isActive()) looking_.start();

@@ -13,13 +13,13 @@ class StatusStrip;
 class TopEdge;
 
 /// A status item as a strip at the top of the primary display, in front of everything and on every desktop. While a
-/// full-screen window lies there it hides, as a menu bar does: the pointer at the display's top edge brings it out, for
-/// as long as the pointer stays near that edge or the menu is open. The way out of a session: nothing else may keep it
-/// hidden. Main thread.
+/// full-screen window is there, the strip hides, as a menu bar does. It appears when the pointer touches the display's
+/// top edge, and stays while the pointer is near that edge or the menu is open. It is the way out of a session, so
+/// nothing else may hide it. Main thread.
 class StripStatusItem final : public LinuxStatusItem {
   public:
-    /// The second, for a desktop with a tray: while its panel may be covered, by a full-screen window as above or by an
-    /// overlay, on whatever display.
+    /// `whileCovered` is for a desktop with a tray: shown while its panel may be covered, by a full-screen window as
+    /// above or by an overlay on any display.
     enum class Presence { always, whileCovered };
 
     StripStatusItem(const StatusBarDependencies& dependencies, Presence presence);

@@ -11,7 +11,7 @@ namespace vantrel::linuxdesktop {
 namespace {
 
 constexpr std::uint32_t thickness = 1;
-// As far as a pointer leaps from one report of a mouse to the next, eight milliseconds, when a hand slows down.
+// How far the pointer jumps between two reports of a mouse, eight milliseconds apart, when a hand slows down.
 constexpr std::uint32_t borderThickness = 12;
 
 }  // namespace
@@ -21,7 +21,7 @@ TopEdge::TopEdge(X11Connection& connection, X11Watcher& watcher, FrontWindows& f
     constexpr std::uint32_t unmanaged = 1;
     xcb_create_window(connection_.get(), XCB_COPY_FROM_PARENT, window_, connection_.root(), 0, 0, 1, thickness, 0,
                       XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_OVERRIDE_REDIRECT, &unmanaged);
-    // The watcher asks on a connection of its own: the window must exist by then.
+    // The watcher uses its own connection, so wait until the window exists.
     const auto cookie = xcb_get_input_focus(connection_.get());
     const X11Reply<xcb_get_input_focus_reply_t> made(xcb_get_input_focus_reply(connection_.get(), cookie, nullptr));
     watcher.watchPointer(window_);

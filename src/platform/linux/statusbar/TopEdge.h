@@ -12,8 +12,8 @@ namespace vantrel::linuxdesktop {
 class FrontWindows;
 class X11Watcher;
 
-/// The top edge of a display: hears of the pointer that touches it, also over a full-screen window. Nothing is seen of
-/// it. Main thread.
+/// The top edge of a display. Notices when the pointer touches it, even over a full-screen window. Invisible. Main
+/// thread.
 class TopEdge {
   public:
     TopEdge(X11Connection& connection, X11Watcher& watcher, FrontWindows& front, Block onTouch);
@@ -21,11 +21,11 @@ class TopEdge {
     TopEdge(const TopEdge&) = delete;
     TopEdge& operator=(const TopEdge&) = delete;
 
-    /// The display in pixels of the root window. Where another display borders it from above nothing stops the pointer
-    /// at the edge, and it passes in leaps: there the edge is thicker.
+    /// The display in pixels of the root window. If another display borders it from above, the edge does not stop the
+    /// pointer, which moves in jumps. So the edge is thicker there.
     void lieAlong(const X11Rectangle& display, bool borderedFromAbove);
 
-    /// It takes no clicks away from anybody while it does not listen.
+    /// While it does not listen, it takes no clicks.
     void listen(bool listens);
 
   private:

@@ -5,8 +5,8 @@
 
 namespace vantrel::linuxdesktop {
 
-/// A status item in the tray, and a strip while the panel that the tray is on may be covered: over a full-screen
-/// window, as StripStatusItem says, and for as long as an overlay is up.
+/// A status item in the tray. It is also shown as a strip while the tray's panel may be covered: over a full-screen
+/// window, as in StripStatusItem, and while an overlay is shown.
 class TrayAndStripStatusItem final : public RemovableStatusItem {
   public:
     explicit TrayAndStripStatusItem(const StatusBarDependencies& dependencies);

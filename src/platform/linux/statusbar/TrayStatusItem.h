@@ -6,7 +6,7 @@
 
 namespace vantrel::linuxdesktop {
 
-/// A status item in the desktop's tray. Trays show signs, not texts: the title is the tool tip.
+/// A status item in the desktop's tray. Trays show icons, not texts, so the title is the tool tip.
 class TrayStatusItem final : public LinuxStatusItem {
   public:
     explicit TrayStatusItem(const MenuBuilder& builder);

@@ -7,7 +7,7 @@
 
 namespace vantrel::linuxdesktop {
 
-/// Owns an open file. Negative values stand for none.
+/// Owns an open file. Negative values mean none.
 class FileDescriptor {
   public:
     explicit FileDescriptor(int descriptor = -1) : descriptor_(descriptor) {}
@@ -21,7 +21,7 @@ class FileDescriptor {
     bool isOpen() const { return descriptor_ >= 0; }
     int get() const { return descriptor_; }
 
-    /// Zero, or the errno value of the failure; the file is closed in any case.
+    /// Zero, or the errno value of the failure. The file is closed in any case.
     int close() {
         if (descriptor_ < 0) return 0;
         return ::close(std::exchange(descriptor_, -1)) == 0 ? 0 : errno;

@@ -4,7 +4,7 @@
 
 namespace vantrel::linuxdesktop {
 
-/// X11 lets every client of the display handle the windows of the others: there is no such permission to lack.
+/// X11 lets every client of the display control the windows of the others, so this permission always exists.
 class LinuxAccessibilityTrust final : public AccessibilityTrust {
   public:
     bool isProcessTrusted() const override { return true; }

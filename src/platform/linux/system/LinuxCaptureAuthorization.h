@@ -4,7 +4,7 @@
 
 namespace vantrel::linuxdesktop {
 
-/// On a Linux desktop nothing stands between an application and the user's microphone and camera.
+/// A Linux desktop does not restrict an application's use of the microphone and camera.
 class LinuxCaptureAuthorization final : public CaptureAuthorization {
   public:
     AuthorizationStatus status(MediaType) const override { return AuthorizationStatus::authorized; }

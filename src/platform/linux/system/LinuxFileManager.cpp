@@ -23,7 +23,7 @@ std::string homeFromAccount() {
 }  // namespace
 
 bool LinuxFileManager::fileExists(std::string_view path) const {
-    // A zero byte would cut the path short for the kernel and so name another file.
+    // The kernel would stop at a zero byte and find another file.
     if (path.empty() || path.find('\0') != std::string_view::npos) return false;
     std::error_code error;
     return std::filesystem::exists(std::filesystem::path(path), error) && !error;

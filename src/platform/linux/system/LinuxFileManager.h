@@ -4,7 +4,7 @@
 
 namespace vantrel::linuxdesktop {
 
-/// What cannot be asked (a folder without rights, a loop of links) does not exist.
+/// A path that cannot be checked (a folder without rights, a loop of links) counts as missing.
 class LinuxFileManager final : public FileManager {
   public:
     bool fileExists(std::string_view path) const override;

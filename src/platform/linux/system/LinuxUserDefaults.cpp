@@ -33,7 +33,7 @@ std::string timeStamp() {
 
 std::filesystem::path LinuxUserDefaults::standardFile() {
     const char* folder = std::getenv("XDG_CONFIG_HOME");
-    // A relative folder is invalid and to be ignored (XDG base directories).
+    // A relative folder is invalid and must be ignored (XDG base directories).
     const std::filesystem::path base = folder != nullptr && folder[0] == '/'
                                            ? std::filesystem::path(folder)
                                            : std::filesystem::path(LinuxFileManager().homeDirectory()) / ".config";
@@ -92,7 +92,7 @@ void LinuxUserDefaults::setAside() {
     }
 }
 
-// With the mutex held, so that the file on the disk is always the newest.
+// Runs with the mutex held, so that the file on the disk is always the newest.
 void LinuxUserDefaults::save() {
     if (!writable_) return;
     const std::optional<std::string> text = json_.serialise(values_);

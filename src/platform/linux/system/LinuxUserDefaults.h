@@ -8,12 +8,12 @@
 
 namespace vantrel::linuxdesktop {
 
-/// User defaults in one JSON object in a file of the user's own (mode 0600). Every change is on the disk before set()
+/// User defaults as one JSON object in a file of the user's own (mode 0600). Every change is on the disk before set()
 /// returns, and never half of it: a temporary file is written, synchronised and renamed over the old one.
 ///
-/// A damaged file (no JSON object, or more than 16 MiB) is set aside beside itself and counts as empty. A file that
-/// cannot be read counts as empty too and is never written over; one that cannot be written leaves the values in
-/// memory. Each is told in one line on standard error. Values that are no strings count as absent and are kept. Any
+/// A damaged file (no JSON object, or more than 16 MiB) is renamed in its folder and counts as empty. A file that
+/// cannot be read also counts as empty and is never overwritten. If the file cannot be written, the values stay in
+/// memory. Each case prints one line on standard error. Values that are not strings count as absent and are kept. Any
 /// thread.
 class LinuxUserDefaults final : public UserDefaults {
   public:

@@ -26,7 +26,7 @@ int writeAll(int descriptor, std::string_view bytes) {
     return fsync(descriptor) == 0 ? 0 : errno;
 }
 
-// The rename itself has to reach the disk too; where a file system cannot do it, there is nothing more to be done.
+// The rename itself must reach the disk too. If the file system does not support this, nothing more can be done.
 void synchroniseFolder(const std::filesystem::path& folder) {
     const FileDescriptor descriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (descriptor.isOpen()) fsync(descriptor.get());
@@ -67,7 +67,7 @@ int replaceSmallFile(const std::filesystem::path& file, std::string_view bytes) 
     const std::filesystem::path target = resolved.empty() ? file : resolved;
     if (const int error = makeFolder(target.parent_path()); error != 0) return error;
 
-    // mkostemp makes the file for the user alone.
+    // mkostemp creates the file for the user alone.
     std::string temporary = target.string() + ".XXXXXX";
     FileDescriptor descriptor(mkostemp(temporary.data(), O_CLOEXEC));
     if (!descriptor.isOpen()) return errno;

@@ -10,7 +10,7 @@ namespace vantrel::linuxdesktop {
 void openMissingStandardStreams() {
     for (int descriptor = STDIN_FILENO; descriptor <= STDERR_FILENO; ++descriptor) {
         if (fcntl(descriptor, F_GETFD) != -1 || errno != EBADF) continue;
-        // All below it are open, so the lowest free number is this one.
+        // All lower ones are open, so this is the lowest free number.
         if (open("/dev/null", O_RDWR) != descriptor) return;
     }
 }

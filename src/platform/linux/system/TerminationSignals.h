@@ -11,8 +11,8 @@ class QSocketNotifier;
 
 namespace vantrel::linuxdesktop {
 
-/// Turns the signals that ask a process to end (a log-out, a closed terminal, Ctrl-C) into an event on the main thread.
-/// One at a time in a process; the former handlers come back when it dies.
+/// Turns the signals that ask a process to end (log-out, closed terminal, Ctrl-C) into an event on the main thread. One
+/// at a time in a process. The destructor restores the former handlers.
 class TerminationSignals {
   public:
     explicit TerminationSignals(Block onSignal);

@@ -5,11 +5,11 @@
 
 namespace vantrel::linuxdesktop {
 
-/// What tells whether the X server is a guest of a Wayland compositor, where it sees only its own clients.
+/// The signs that the X server runs inside a Wayland compositor, where it sees only its own clients.
 struct WaylandSigns {
-    /// The extension XWAYLAND, which Xwayland has since 23.1.
+    /// The extension XWAYLAND, which Xwayland has from 23.1 on.
     bool extension = false;
-    /// The outputs by RandR. Before 23.1 those of Xwayland are called XWAYLAND0 and so on.
+    /// RandR's outputs. Before 23.1 Xwayland calls its own XWAYLAND0 and so on.
     std::vector<std::string> outputs;
     /// XDG_SESSION_TYPE and WAYLAND_DISPLAY, empty when they are not set.
     std::string sessionType;

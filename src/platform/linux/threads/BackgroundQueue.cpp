@@ -27,7 +27,7 @@ void BackgroundQueue::async(Block block) {
             block = nullptr;
             const std::lock_guard lock(mutex_);
             --running_;
-            // Under the lock: the waiting destructor may take the condition away as soon as the lock is free.
+            // Under the lock: the waiting destructor may destroy the condition as soon as the lock is free.
             ended_.notify_all();
         }).detach();
     } catch (const std::system_error& error) {

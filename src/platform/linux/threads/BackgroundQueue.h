@@ -10,9 +10,8 @@ namespace vantrel::linuxdesktop {
 
 class DelayedWork;
 
-/// The global concurrent queue. Every block has a thread of its own, because blocks of the client sleep and wait for
-/// seconds at a time and there are few of them. The destructor waits for those that run; a process that must end at
-/// once leaves through std::_Exit instead.
+/// The global concurrent queue. Every block has its own thread: the client has few blocks, and they sleep and wait for
+/// seconds at a time. The destructor waits for running blocks. A process that must end at once uses std::_Exit instead.
 class BackgroundQueue final : public DispatchQueue {
   public:
     explicit BackgroundQueue(DelayedWork& delayedWork);

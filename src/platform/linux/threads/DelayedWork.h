@@ -10,8 +10,8 @@
 
 namespace vantrel::linuxdesktop {
 
-/// Hands blocks on at a later moment, from a thread of its own. Blocks are short: they move work to where it belongs.
-/// Any thread. What is still waiting when this object dies is dropped.
+/// Runs blocks later, on a thread of its own. Blocks must be short: they pass work on to the right thread. Any thread.
+/// Blocks that still wait when this object is destroyed are dropped.
 class DelayedWork {
   public:
     DelayedWork();
@@ -19,7 +19,7 @@ class DelayedWork {
     DelayedWork(const DelayedWork&) = delete;
     DelayedWork& operator=(const DelayedWork&) = delete;
 
-    /// `seconds` of uptime from now. Blocks of equal moments keep their order.
+    /// `seconds` of uptime from now. Blocks for the same moment keep their order.
     void after(double seconds, Block block);
 
   private:

@@ -4,8 +4,8 @@
 
 namespace vantrel::linuxdesktop {
 
-/// Seconds as a span of the steady clock; below zero and not a number count as zero, and what the clock cannot hold as
-/// thirty years.
+/// Seconds as a duration of the steady clock. Negative values and NaN count as zero; what the clock cannot hold counts
+/// as thirty years.
 inline std::chrono::steady_clock::duration steadyDuration(double seconds) {
     constexpr double longest = 30.0 * 365 * 86400;
     if (!(seconds > 0)) return std::chrono::steady_clock::duration::zero();

@@ -40,7 +40,7 @@ class LinuxRunLoop::Handle final : public Timer {
 
     void invalidate() override {
         if (!timer_->valid.exchange(false)) return;
-        // The block may hold what belongs to the main thread, so it is let go of there.
+        // The block may own objects of the main thread, so it is destroyed there.
         if (loop_.mainThread_.isCurrent()) {
             loop_.removeInvalid();
         } else {
@@ -102,11 +102,11 @@ void LinuxRunLoop::fire(ScheduledTimer& timer) {
     timer.block();
     timer.running = false;
     if (!timer.repeats) timer.valid = false;
-    // However late: once, and then the next moment of the grid.
+    // However late it is, it fires once and then at the next moment of its grid.
     timer.due = due + timer.interval * (std::floor((now() - due) / timer.interval) + 1);
 }
 
-// The handle of an invalid timer may live on elsewhere, its block does not, unless it is on the stack: then this is
+// The handle of an invalid timer may live on, but its block is destroyed here. If the block is on the stack, this is
 // called again when it returns.
 void LinuxRunLoop::removeInvalid() {
     std::vector<Block> dropped;
@@ -115,7 +115,7 @@ void LinuxRunLoop::removeInvalid() {
         dropped.push_back(std::move(timer->block));
         return true;
     });
-    // The blocks end here, when the list is whole again: what they hold may invalidate other timers.
+    // The blocks are destroyed here, after the list is complete again: what they own may invalidate other timers.
 }
 
 void LinuxRunLoop::arm() {

@@ -12,8 +12,8 @@ class DelayedWork;
 class MainThread;
 class RunLoopModes;
 
-/// Timers of the main run loop's default mode. Due moments are kept here on the uptime clock; the delayed work only
-/// wakes the main thread. Main thread, but for what the handles may do.
+/// Timers of the main run loop's default mode. Due times are kept here on the uptime clock; the delayed work only wakes
+/// the main thread. Main thread, except where the handles allow more.
 class LinuxRunLoop final : public RunLoop {
   public:
     LinuxRunLoop(MainThread& mainThread, DelayedWork& delayedWork, RunLoopModes& modes);
@@ -21,7 +21,7 @@ class LinuxRunLoop final : public RunLoop {
 
     [[nodiscard]] std::unique_ptr<Timer> scheduledTimer(double intervalSeconds, bool repeats, Block block) override;
 
-    /// How many timers are still to fire.
+    /// The number of timers that will still fire.
     std::size_t timerCount() const;
 
   private:

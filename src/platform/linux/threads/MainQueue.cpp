@@ -20,7 +20,7 @@ void MainQueue::asyncAfter(double seconds, Block block) {
     delayedWork_.after(seconds, [this, block = std::move(block)]() mutable { async(std::move(block)); });
 }
 
-// With the mutex held. One event at a time: a flood of blocks must not become a flood of events.
+// Runs with the mutex held. Posts one event at a time, so that many blocks do not become many events.
 void MainQueue::wake() {
     if (awake_ || running_ || blocks_.empty()) return;
     awake_ = true;

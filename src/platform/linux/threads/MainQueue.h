@@ -10,9 +10,9 @@ namespace vantrel::linuxdesktop {
 class DelayedWork;
 class MainThread;
 
-/// The main queue. One block runs for each turn of Qt's event loop, so that input is served in between. While a block
-/// is on the stack none other starts, whatever nested loop the block has opened; the turn that found the queue busy is
-/// made up for when the block returns.
+/// The main queue. One block runs in each turn of Qt's event loop, so that input is handled in between. While a block
+/// is on the stack no other one starts, even in a nested loop that the block opened. A turn that found the queue busy
+/// is made up for when the block returns.
 class MainQueue final : public DispatchQueue {
   public:
     MainQueue(MainThread& mainThread, DelayedWork& delayedWork);

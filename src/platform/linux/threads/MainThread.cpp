@@ -40,7 +40,7 @@ bool MainThread::isCurrent() const {
 }
 
 void MainThread::post(Block event) {
-    // Qt takes the event over and deletes it after delivery.
+    // Qt takes ownership and deletes the event after delivery.
     QCoreApplication::postEvent(receiver_.get(), new BlockEvent(std::move(event)));
 }
 

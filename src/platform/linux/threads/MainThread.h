@@ -8,7 +8,7 @@ class QObject;
 
 namespace vantrel::linuxdesktop {
 
-/// The main thread and its event loop, which is Qt's. Made on the main thread, after the application object.
+/// The main thread and Qt's event loop on it. Created on the main thread, after the application object.
 class MainThread {
   public:
     MainThread();
@@ -19,12 +19,12 @@ class MainThread {
     /// Any thread.
     bool isCurrent() const;
 
-    /// Runs the block as an event of its own, whatever the main queue is doing, also under a modal alert. Any thread;
-    /// events keep their order.
+    /// Runs the block as an event, whatever the main queue is doing, even under a modal alert. Any thread; events keep
+    /// their order.
     void post(Block event);
 
-    /// Ends the process with a message when the calling thread is not the main thread: Qt's widgets have no other
-    /// defence against it.
+    /// Ends the process with a message if the calling thread is not the main thread. Qt's widgets do not check this
+    /// themselves.
     static void require(const char* operation);
 
   private:

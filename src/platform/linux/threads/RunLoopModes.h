@@ -6,11 +6,11 @@
 
 namespace vantrel::linuxdesktop {
 
-/// What the main run loop is busy with. It is in its default mode unless a modal alert is up or a menu is tracked.
-/// Menus here do not nest their loops as alerts do, so the stays may end in any order. Main thread.
+/// The mode of the main run loop. It is the default mode unless a modal alert is shown or a menu is tracked. Menus do
+/// not nest their loops as alerts do, so stays may end in any order. Main thread.
 class RunLoopModes {
   public:
-    /// Keeps the loop out of its default mode for as long as it lives.
+    /// Keeps the loop out of its default mode as long as it lives.
     class Stay {
       public:
         explicit Stay(RunLoopModes& modes);
@@ -24,7 +24,7 @@ class RunLoopModes {
 
     bool isDefault() const { return stays_ == 0; }
 
-    /// Called whenever the loop comes back to its default mode.
+    /// Called whenever the loop returns to its default mode.
     void setOnDefault(Block block);
 
   private:

@@ -9,7 +9,7 @@
 
 namespace vantrel::linuxdesktop {
 
-/// Runs blocks one after another on a thread of its own. The destructor runs what is still waiting. Any thread.
+/// Runs blocks one after another on its own thread. The destructor runs the blocks that still wait. Any thread.
 class SerialQueue {
   public:
     SerialQueue();

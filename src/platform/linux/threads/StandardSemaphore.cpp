@@ -9,7 +9,7 @@ namespace vantrel::linuxdesktop {
 void StandardSemaphore::signal() {
     const std::lock_guard lock(mutex_);
     ++value_;
-    // Under the lock: who waited may destroy the semaphore as soon as the lock is free.
+    // Under the lock: the waiting thread may destroy the semaphore as soon as the lock is free.
     signalled_.notify_one();
 }
 

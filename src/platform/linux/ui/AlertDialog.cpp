@@ -35,7 +35,7 @@ QLabel* makeLabel(const QString& text, const Font& font) {
     return label;
 }
 
-// A text from a server can be of any length; the buttons must stay on the screen.
+// A server's text can have any length, but the buttons must stay on the screen.
 QWidget* scrollingWhenTall(QLabel* label, int tallest) {
     if (label->heightForWidth(textWidth) <= tallest) return label;
     auto* area = new QScrollArea;
@@ -110,7 +110,7 @@ QWidget* AlertDialog::makeButtons(const Alert& alert) {
         button->setFixedHeight(buttonHeight);
         button->setMinimumWidth(narrowestButton);
         connect(button, &QPushButton::clicked, this, [this, index] { choose(index); });
-        // The default button stands at the right, the others to the left of it; Tab goes through them in their order.
+        // The default button is on the right, the others to its left. Tab visits them in order.
         layout->insertWidget(0, button);
         if (previous != nullptr) setTabOrder(previous, button);
         if (index == 0) firstButton_ = button;
@@ -129,7 +129,7 @@ void AlertDialog::escape() {
 }
 
 void AlertDialog::keyPressEvent(QKeyEvent* event) {
-    // A key that is still held from before the alert must not answer it.
+    // A key still held down from before the alert must not answer it.
     if (event->isAutoRepeat()) return;
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
         choose(0);

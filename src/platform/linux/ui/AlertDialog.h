@@ -9,13 +9,13 @@ class QWidget;
 
 namespace vantrel::linuxdesktop {
 
-/// One alert on the screen; its result is the index of the chosen button. Return chooses the first button wherever the
-/// focus is, Escape "Annulla" or else the last of several. Main thread.
+/// One alert on the screen. Its result is the index of the chosen button. Return chooses the first button wherever the
+/// focus is. Escape chooses "Annulla", or else the last of several buttons. Main thread.
 class AlertDialog final : public QDialog {
   public:
     explicit AlertDialog(const Alert& alert);
 
-    /// What stands for "no answer": the button of Escape, or the only one.
+    /// The result for "no answer": the button of Escape, or the only one.
     std::size_t indexWithoutAnswer() const { return escapeIndex_; }
 
   protected:

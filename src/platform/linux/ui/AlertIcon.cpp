@@ -7,7 +7,7 @@ namespace vantrel::linuxdesktop {
 
 namespace {
 
-// All drawing is done on a square of 64.
+// All coordinates are in a square of 64.
 constexpr double grid = 64;
 
 QPixmap emptyPixmap(int size) {

@@ -6,10 +6,10 @@
 
 namespace vantrel::linuxdesktop {
 
-/// The client's own sign, with a caution triangle for what is critical, as the system's alerts show them.
+/// The client's icon, with a caution triangle for critical alerts, as in the system's alerts.
 QPixmap alertIcon(AlertStyle style, int size);
 
-/// The client's sign: a lock.
+/// The client's icon: a lock.
 QPixmap applicationIcon(int size);
 
 }  // namespace vantrel::linuxdesktop

@@ -10,22 +10,22 @@ class QApplication;
 
 namespace vantrel::linuxdesktop {
 
-/// How the client looks: one light appearance, whatever the desktop's theme, so that pictures and judgements agree.
+/// How the client looks: one light appearance, whatever the desktop's theme, so that pictures can be compared.
 class Appearance {
   public:
     static void apply(QApplication& application);
 
-    /// A system font; size 0 is that of controls.
+    /// A system font. Size 0 is the size of controls.
     static QFont font(const Font& font);
     static QString colorName(TextColor color);
 
     static constexpr int menuBarHeight = 26;
 };
 
-/// UTF-8 to Qt; what is no UTF-8 becomes replacement characters.
+/// UTF-8 to Qt. Invalid bytes become replacement characters.
 QString qtText(std::string_view text);
 
-/// For showing: no more than `longest` characters of it, so that a server's text of any size can be laid out.
+/// At most `longest` characters of a text to be shown, so that a server's text of any size can be laid out.
 QString shownText(const QString& text, int longest);
 
 }  // namespace vantrel::linuxdesktop

@@ -35,7 +35,7 @@ QLineEdit* makeField(const Control& control, QWidget* parent) {
 
 QPushButton* makeButton(const Control& control, QWidget* parent) {
     auto* button = new QPushButton(parent);
-    // A click leaves the focus in the field that the user was typing in.
+    // A click leaves the focus in the field where the user is typing.
     button->setFocusPolicy(Qt::TabFocus);
     button->setProperty("prominent", control.keyEquivalent == "\r");
     return button;

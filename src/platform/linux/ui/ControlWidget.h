@@ -11,10 +11,10 @@ class QWidget;
 
 namespace vantrel::linuxdesktop {
 
-/// One control on the screen. The widget belongs to its parent; this object must not outlive it. Main thread.
+/// One control on the screen. The widget belongs to its parent and must outlive this object. Main thread.
 class ControlWidget {
   public:
-    /// `viewHeight` turns the frame, which counts from the bottom, over.
+    /// `viewHeight` converts the frame, which counts from the bottom.
     ControlWidget(const Control& control, double viewHeight, QWidget* parent);
 
     std::string text() const;

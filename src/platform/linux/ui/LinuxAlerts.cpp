@@ -23,7 +23,7 @@ std::size_t LinuxAlerts::runModal(const Alert& alert) {
 
     bool answered = false;
     QObject::connect(&dialog, &QDialog::finished, [&answered] { answered = true; });
-    // Once it is on the screen: a full-screen browser in front would keep it behind and the keys to itself.
+    // After it is on the screen: otherwise a full-screen browser in front would cover it and keep the keys.
     QTimer::singleShot(0, &dialog, [this, &dialog] { bringToFront(dialog, windows_); });
     int result = 0;
     {

@@ -13,7 +13,7 @@ class LinuxAlerts final : public Alerts {
     LinuxAlerts(RunLoopModes& modes, LinuxScreens& screens, X11Windows& windows)
         : modes_(modes), screens_(screens), windows_(windows) {}
 
-    /// When the application ends under the alert and the process does not, the answer is that of Escape.
+    /// If the application ends under the alert but the process does not, the answer is that of Escape.
     std::size_t runModal(const Alert& alert) override;
 
   private:

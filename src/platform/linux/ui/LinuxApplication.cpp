@@ -17,7 +17,7 @@ namespace vantrel::linuxdesktop {
 
 namespace {
 
-// One that has come up only now is not in the window manager's list yet: nothing is in front of it.
+// A window that has just been shown is not in the window manager's list yet: nothing is in front of it.
 QWidget* frontWindow(X11Windows& windows) {
     const auto managed = windows.ofProcess(getpid());
     QWidget* front = nullptr;
@@ -39,7 +39,7 @@ LinuxApplication::LinuxApplication(MainThread& mainThread, MenuBars& menuBars, X
     : mainThread_(mainThread), menuBars_(menuBars), windows_(windows), endProcess_(std::move(endProcess)) {}
 
 void LinuxApplication::setActivationPolicy(ActivationPolicy) {
-    // An application with windows is a regular one here.
+    // Here an application with windows is always a regular one.
     MainThread::require("setActivationPolicy");
 }
 
@@ -77,7 +77,7 @@ void LinuxApplication::terminate() {
     if (delegate && delegate->applicationShouldTerminate() == TerminateReply::cancel) return;
     terminated_ = true;
     if (endProcess_) endProcess_();
-    // Every event loop, also those of modal alerts; quit() would ask the windows to close first.
+    // Ends every event loop, also those of modal alerts; quit() would first ask the windows to close.
     QCoreApplication::exit(0);
 }
 

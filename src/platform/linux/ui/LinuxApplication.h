@@ -11,8 +11,8 @@ class X11Windows;
 /// The application object on Qt's event loop. Main thread.
 class LinuxApplication final : public Application {
   public:
-    /// `endProcess` is called when the delegate agrees to terminate, and does not return: as on macOS, nothing that a
-    /// modal alert was holding up happens any more. Without one the event loops end and run() returns.
+    /// `endProcess` is called when the delegate agrees to terminate, and does not return: as on macOS, nothing that
+    /// waited for a modal alert happens any more. Without it, the event loops end and run() returns.
     LinuxApplication(MainThread& mainThread, MenuBars& menuBars, X11Windows& windows, Block endProcess);
 
     void setActivationPolicy(ActivationPolicy policy) override;

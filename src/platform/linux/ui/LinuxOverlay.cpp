@@ -21,8 +21,8 @@ LinuxOverlay::LinuxOverlay(const OverlayDescription& description, const X11Recta
       level_(description.level),
       window_(std::make_unique<OverlayWindow>(QRect(place.x, place.y, place.width, place.height), description.labels)) {
     const auto id = static_cast<xcb_window_t>(window_->winId());
-    // The server itself paints it black for as long as the main thread is busy. It must know of the window first, which
-    // was made on Qt's connection.
+    // The server itself paints the window black while the main thread is busy. It must know the window first, which was
+    // created on Qt's connection.
     QGuiApplication::sync();
     const auto screen = xcb_setup_roots_iterator(xcb_get_setup(connection_.get()));
     const std::uint32_t black = screen.rem > 0 ? screen.data->black_pixel : 0;
@@ -65,7 +65,7 @@ void LinuxOverlay::orderOut() {
     if (window_) window_->hide();
 }
 
-// At once, though the main thread may be busy for seconds next.
+// Takes effect at once, even if the main thread is then busy for seconds.
 void LinuxOverlay::close() {
     if (!window_) return;
     orderOut();

@@ -12,8 +12,8 @@ namespace vantrel::linuxdesktop {
 class FrontWindows;
 class X11Connection;
 
-/// One overlay. There are no levels among X11's windows: one above that of ordinary windows is kept in front of all
-/// other applications' windows, any other only lies where it was put. Main thread.
+/// One overlay. X11 windows have no levels. So an overlay above the level of ordinary windows is kept in front of all
+/// other applications' windows, and any other stays where it was put. Main thread.
 class LinuxOverlay final : public Overlay {
   public:
     LinuxOverlay(const OverlayDescription& description, const X11Rectangle& place, X11Connection& connection,

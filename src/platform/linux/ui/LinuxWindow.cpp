@@ -35,7 +35,7 @@ int pixels(double points) {
 }  // namespace
 
 void LinuxWindow::LaterDeleter::operator()(WindowWidget* widget) const {
-    // The window may be on the stack: it goes when one of its own buttons asked for it.
+    // Destroyed later: the window may be on the stack, if one of its own buttons asked for this.
     widget->onClose = nullptr;
     widget->onKey = nullptr;
     widget->hide();
@@ -85,7 +85,7 @@ void LinuxWindow::addView(const View& view, QWidget* content) {
     }
 }
 
-// By value: the handler may destroy the window, and with it the connection that holds the id.
+// By value: the handler may destroy the window, and with it the connection that owns the id.
 void LinuxWindow::press(std::string id) {
     const auto handler = onAction_;
     if (*handler) (*handler)(id);
@@ -112,7 +112,7 @@ QWidget& LinuxWindow::widget() const {
 void LinuxWindow::center() {
     MainThread::require("center");
     const X11Rectangle screen = dependencies_.screens.mainFrame();
-    // Somewhat above the middle, where the eye looks first.
+    // Somewhat above the middle, where people look first.
     constexpr int shareAbove = 5;
     widget_->move(screen.x + (screen.width - widget_->width()) / 2,
                   screen.y + std::max(0, (screen.height - widget_->height()) * 2 / shareAbove));
@@ -145,7 +145,7 @@ void LinuxWindow::setStyleMask(unsigned mask) {
     applyStyleMask();
 }
 
-// The window manager reads this for the buttons that it draws. Qt could say it too, but hides the window for it.
+// The window manager chooses its buttons by this property. Qt could set it too, but hides the window for it.
 void LinuxWindow::applyStyleMask() {
     if (widget_->windowHandle() == nullptr) return;
     constexpr std::uint32_t functionsAndDecorations = 3;

@@ -21,18 +21,18 @@ class WindowWidget;
 class X11Connection;
 class X11Windows;
 
-/// What a window works with.
+/// What a window needs.
 struct WindowDependencies {
     MainThread& mainThread;
     LinuxScreens& screens;
     MenuBars& menuBars;
     X11Connection& connection;
     X11Windows& windows;
-    /// Asks the application to terminate: what closing a window means where there is no Dock.
+    /// Asks the application to terminate. Closing a window means this, because there is no Dock.
     Block terminate;
 };
 
-/// A window of fixed size with the main menu in a bar at its top; the content lies below the bar. Main thread.
+/// A window of fixed size. It has the main menu in a bar at its top and the content below. Main thread.
 class LinuxWindow final : public Window {
   public:
     LinuxWindow(const WindowDescription& description, Windows::ActionHandler onAction,

@@ -17,7 +17,7 @@ void MenuBars::setMenu(const Menu& menu) {
 QMenuBar* MenuBars::add(QWidget* window) {
     if (!menu_) return nullptr;
     auto* bar = new QMenuBar(window);
-    // Never handed to a desktop's global menu: the window's height counts on it.
+    // Never in a desktop's global menu: the window's height includes the bar.
     bar->setNativeMenuBar(false);
     fill(*bar);
     std::erase_if(bars_, [](const auto& known) { return known.isNull(); });
@@ -26,13 +26,13 @@ QMenuBar* MenuBars::add(QWidget* window) {
 }
 
 void MenuBars::fill(QMenuBar& bar) const {
-    // Menus, unlike their actions, are not deleted by clear().
+    // clear() deletes actions, but not menus.
     const auto old = bar.findChildren<QMenu*>(Qt::FindDirectChildrenOnly);
     bar.clear();
     for (QMenu* menu : old) menu->deleteLater();
     for (const MenuItem& item : menu_->items) {
         const std::string& title = item.title.empty() ? item.submenu.title : item.title;
-        // macOS shows the application's name over a submenu without a title.
+        // macOS shows the application's name for a submenu without a title.
         QMenu* menu = bar.addMenu(title.empty() ? QString("Vantrel") : qtText(title).replace('&', "&&"));
         builder_.track(*menu);
         builder_.fill(*menu, item.submenu);

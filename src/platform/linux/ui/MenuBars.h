@@ -11,14 +11,14 @@ class QWidget;
 
 namespace vantrel::linuxdesktop {
 
-/// The main menu. Without a menu bar across the screen every window shows it in a bar of its own. Main thread.
+/// The main menu. There is no menu bar across the screen, so every window shows it in its own bar. Main thread.
 class MenuBars {
   public:
     explicit MenuBars(const MenuBuilder& builder) : builder_(builder) {}
 
     void setMenu(const Menu& menu);
 
-    /// A bar in a window, which then owns it; null while there is no main menu.
+    /// Adds a bar to a window, which then owns it. Null while there is no main menu.
     QMenuBar* add(QWidget* window);
 
   private:

@@ -16,7 +16,7 @@ namespace {
 
 constexpr int longestTitle = 120;
 
-// Qt takes an ampersand for a mnemonic and what follows a tab for a key.
+// Qt takes an ampersand for a mnemonic and text after a tab for a key.
 QString menuTitle(const std::string& title) {
     return shownText(qtText(title).replace('\t', ' ').replace('\n', ' '), longestTitle).replace('&', "&&");
 }

@@ -10,17 +10,17 @@ class MainThread;
 class Responder;
 class RunLoopModes;
 
-/// Makes Qt's menus from the client's. An open menu is tracked, which holds the run loop's timers; a chosen item acts
-/// from an event of its own after its menu has gone. Main thread.
+/// Builds Qt's menus from the client's. An open menu is tracked, which stops the run loop's timers. A chosen item acts
+/// in an event of its own, after its menu is gone. Main thread.
 class MenuBuilder {
   public:
     MenuBuilder(MainThread& mainThread, RunLoopModes& modes, const Responder& responder)
         : mainThread_(mainThread), modes_(modes), responder_(responder) {}
 
-    /// Empties the menu and fills it anew.
+    /// Replaces the menu's contents.
     void fill(QMenu& menu, const Menu& contents) const;
 
-    /// Holds the timers whenever the menu is open. Once for each menu.
+    /// Stops the timers whenever the menu is open. Call it once for each menu.
     void track(QMenu& menu) const;
 
   private:

@@ -7,11 +7,11 @@
 
 namespace vantrel::linuxdesktop {
 
-/// A black window with labels, which the window manager does not know of: it is on every desktop, never gets the
-/// focus and takes every click for itself. Main thread.
+/// A black window with labels. The window manager does not manage it: it is on every desktop, never gets the focus and
+/// takes every click. Main thread.
 class OverlayWindow final : public QWidget {
   public:
-    /// `place` in pixels of the root window.
+    /// `place` is in pixels of the root window.
     OverlayWindow(const QRect& place, std::vector<OverlayLabel> labels);
 
   protected:

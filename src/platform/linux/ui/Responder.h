@@ -6,8 +6,8 @@
 
 namespace vantrel::linuxdesktop {
 
-/// Answers the actions of menu items that name no target: editing goes to the focused field, termination to the
-/// application. Main thread.
+/// Handles menu items that name no target: editing goes to the focused field, termination to the application. Main
+/// thread.
 class Responder {
   public:
     void setTerminate(Block terminate);

@@ -4,7 +4,7 @@
 
 namespace vantrel::linuxdesktop {
 
-/// A line of plain text. What does not fit ends in an ellipsis and can be read whole in the tool tip.
+/// A line of plain text. A text that is too long ends in an ellipsis; the tool tip shows all of it.
 class SingleLineLabel final : public QWidget {
   public:
     explicit SingleLineLabel(QWidget* parent);

@@ -10,8 +10,8 @@ namespace vantrel::linuxdesktop {
 
 namespace {
 
-// Qt talks to the server over a connection of its own and keeps requests back for a while: the window manager is to
-// hear that the window has come up before it hears that it shall have the keyboard.
+// Qt has its own connection to the server and holds requests back for a while. The window manager must hear that the
+// window is shown before it hears that it should get the keyboard.
 void sendWhatQtHolds() {
     const auto* qt = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
     xcb_connection_t* connection = qt != nullptr ? qt->connection() : nullptr;
@@ -27,8 +27,8 @@ void bringToFront(QWidget& window, X11Windows& windows) {
     window.activateWindow();
     sendWhatQtHolds();
     windows.activate(static_cast<xcb_window_t>(window.winId()));
-    // A window that was hidden and is back before Qt has noticed that it lost the keyboard is no active window for Qt,
-    // which therefore runs no shortcut in it, and never will be: getting the keyboard is no news then.
+    // If a window was hidden and is back before Qt has noticed that it lost the keyboard, Qt does not count it as
+    // active and runs no shortcuts in it. That never changes by itself: for Qt, getting the keyboard is then no change.
     if (QGuiApplication::focusWindow() == window.windowHandle() && !window.isActiveWindow()) {
         QApplication::setActiveWindow(&window);
     }

@@ -7,15 +7,15 @@
 
 namespace vantrel::linuxdesktop {
 
-/// The widget behind a window: it closes only when asked by its owner, and hands keys that no field wanted on. The
-/// owner clears the handlers before it goes.
+/// The widget behind a window. It closes only when its owner asks, and passes on keys that no field used. The owner
+/// clears the handlers before it is destroyed.
 class WindowWidget final : public QWidget {
   public:
     WindowWidget();
 
-    /// The close button, or the window manager, asks.
+    /// The close button or the window manager asks to close.
     Block onClose;
-    /// True when the key was used.
+    /// True if the key was used.
     std::function<bool(const QKeyEvent&)> onKey;
 
   protected:

@@ -6,8 +6,8 @@ class QTextLayout;
 
 namespace vantrel::linuxdesktop {
 
-/// A plain text over several lines from the top. A word that is longer than a line, such as an address, is broken
-/// where the line ends; QLabel would cut it off. Main thread.
+/// A plain text over several lines, from the top. A word longer than a line, such as an address, is broken at the
+/// line's end; QLabel would cut it off. Main thread.
 class WrappingLabel final : public QLabel {
   public:
     explicit WrappingLabel(QWidget* parent = nullptr);
@@ -17,7 +17,7 @@ class WrappingLabel final : public QLabel {
     QSize sizeHint() const override { return {width(), heightForWidth(width())}; }
     QSize minimumSizeHint() const override { return {0, 0}; }
 
-    /// The width of the longest line when the text is broken for the width, in pixels.
+    /// The width in pixels of the longest line when the text is broken for `width`.
     int longestLine(int width) const;
 
   protected:

@@ -17,7 +17,7 @@ using namespace std::chrono_literals;
 // Stacking changes come in bursts, and our own raise is one of them.
 constexpr auto firstAnswer = 30ms;
 constexpr auto slowestAnswer = 960ms;
-// An opponent who leaves us alone for that long is forgotten.
+// An opponent that is quiet for this long is forgotten.
 constexpr auto peace = 2s;
 
 bool intersect(const X11Rectangle& a, const X11Rectangle& b) {
@@ -121,7 +121,7 @@ void FrontWindows::restack() {
     settle_.setInterval(std::min<std::chrono::milliseconds>(settle_.intervalAsDuration() * 2, slowestAnswer));
 }
 
-// In front of the frontmost window that could cover it, but behind what is to stay in front of it and lies still
+// In front of the frontmost window that could cover it, but behind windows that must stay in front of it and are still
 // higher.
 bool FrontWindows::restack(const Kept& kept, std::vector<Layer>& layers) const {
     const auto own =
@@ -186,7 +186,7 @@ const FrontWindows::Kept* FrontWindows::find(xcb_window_t window) const {
     return found != kept_.end() ? found->get() : nullptr;
 }
 
-// The first digits of a window's number are its client's.
+// The leading bits of a window's number name its client.
 bool FrontWindows::isOurs(xcb_window_t window) const {
     const xcb_setup_t* setup = xcb_get_setup(connection_.get());
     if (setup == nullptr) return false;

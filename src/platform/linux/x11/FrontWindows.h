@@ -15,26 +15,26 @@ namespace vantrel::linuxdesktop {
 
 class X11Watcher;
 
-/// Keeps windows of the client's, which the window manager does not know of, in front of what other applications show.
-/// It answers changes of the stacking order, so it costs nothing while nothing moves, and gives an opponent who does
-/// the same an ever slower answer, down to about one a second. Main thread.
+/// Keeps windows of the client that the window manager does not manage in front of other applications' windows. It
+/// reacts to changes of the stacking order, so it costs nothing while nothing moves. Against an opponent who does the
+/// same it reacts more and more slowly, down to about once a second. Main thread.
 class FrontWindows {
   public:
-    /// From the back to the front. The client's menus stay in front of all of them, its alerts in front of overlays.
+    /// From back to front. The client's menus stay in front of all of them, its alerts in front of overlays.
     enum class Rank { overlay, topEdge, statusItem };
 
     FrontWindows(X11Connection& connection, X11Watcher& watcher);
     ~FrontWindows();
 
-    /// Until the result is destroyed. The window is one of the root's children; while it is unmapped it is left alone.
+    /// Until the result is destroyed. The window must be a child of the root. While it is unmapped it is left alone.
     [[nodiscard]] std::unique_ptr<Observation> keep(xcb_window_t window, Rank rank);
 
-    /// Whether an overlay is kept: it may lie over anything, also over a panel of the desktop's.
+    /// Whether an overlay is kept. It may cover anything, including a panel of the desktop.
     bool keepsAnOverlay() const;
-    /// Told of the first overlay that is kept and of the end of the last, in the call that begins or ends the keeping.
+    /// Called when the first overlay begins to be kept and when the last one ends, within the call that does so.
     [[nodiscard]] std::unique_ptr<Observation> observeOverlays(Block block);
 
-    /// Puts them in front now instead of a moment after the next change.
+    /// Puts the windows in front now, instead of a moment after the next change.
     void restack();
 
   private:

@@ -10,7 +10,7 @@ namespace vantrel::linuxdesktop {
 namespace {
 
 int toPixel(double points) {
-    // What the X protocol can say.
+    // The limit of the X protocol.
     constexpr double furthest = 32767;
     return static_cast<int>(std::lround(std::clamp(points, -furthest, furthest)));
 }

@@ -6,14 +6,14 @@
 
 namespace vantrel::linuxdesktop {
 
-/// The top left of the primary display, from which window bounds and Accessibility positions count, as it is at the
-/// time of construction. Any thread.
+/// The top left of the primary display at the time of construction. Window bounds and Accessibility positions count
+/// from there. Any thread.
 class PrimaryOrigin {
   public:
     explicit PrimaryOrigin(X11Connection& connection);
 
     Rect toPoints(const X11Rectangle& rectangle) const;
-    /// The pixel of the root window; far outside it for a point that is too far away to be told.
+    /// The pixel of the root window. A point that is too far away gives a pixel far outside it.
     X11Rectangle toPixels(const Point& point) const;
 
   private:

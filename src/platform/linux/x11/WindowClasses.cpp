@@ -4,7 +4,7 @@ namespace vantrel::linuxdesktop {
 
 std::vector<std::string> windowClasses(X11Connection& connection, const std::vector<xcb_window_t>& windows) {
     constexpr std::uint32_t mostWords = 256;
-    // All are asked before the first answer is waited for: one round trip instead of one a window.
+    // All requests are sent before the first answer is awaited: one round trip instead of one for each window.
     std::vector<xcb_get_property_cookie_t> cookies;
     for (const xcb_window_t window : windows) {
         cookies.push_back(

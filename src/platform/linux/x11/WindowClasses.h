@@ -7,7 +7,7 @@
 
 namespace vantrel::linuxdesktop {
 
-/// The class in WM_CLASS of each window, the second of its two names; empty for a window that has none or is gone. Any
+/// The class in WM_CLASS of each window, the second of its two names. Empty if a window has none or is gone. Any
 /// thread.
 std::vector<std::string> windowClasses(X11Connection& connection, const std::vector<xcb_window_t>& windows);
 

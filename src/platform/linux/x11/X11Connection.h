@@ -17,25 +17,25 @@ struct FreeDeleter {
     void operator()(void* memory) const { std::free(memory); }
 };
 
-/// An answer of the X server, which XCB hands over for the taker to free; null when the request failed.
+/// A reply of the X server, which XCB leaves to the receiver to free. Null if the request failed.
 template <typename T>
 using X11Reply = std::unique_ptr<T, FreeDeleter>;
 
-/// A connection to the X server of DISPLAY, of our own beside Qt's, for what Qt has no word for. Requests may be made
-/// on any thread.
+/// A connection to the X server of DISPLAY, separate from Qt's, for what Qt cannot do. Requests may be made on any
+/// thread.
 class X11Connection {
   public:
-    /// Null when there is no X server to be reached.
+    /// Null if no X server can be reached.
     static std::unique_ptr<X11Connection> open();
 
     xcb_connection_t* get() const { return connection_.get(); }
     xcb_window_t root() const { return root_; }
     xcb_atom_t atom(std::string_view name);
 
-    /// False once the server has gone or has cut us off; every answer is empty from then on.
+    /// False once the server is gone or has disconnected us. From then on every answer is empty.
     bool isAlive() const { return xcb_connection_has_error(get()) == 0; }
 
-    /// The 32-bit values of a property; empty when it is missing or of another format.
+    /// The 32-bit values of a property. Empty if it is missing or has another format.
     std::vector<std::uint32_t> values(xcb_window_t window, std::string_view property);
 
     /// Sends a client message to the root window, where the window manager reads it.
@@ -44,7 +44,7 @@ class X11Connection {
     /// Whether the server has the extension.
     bool hasExtension(std::string_view name);
 
-    /// The names of the outputs; empty without RandR.
+    /// The names of the outputs. Empty without RandR.
     std::vector<std::string> outputNames();
 
   private:

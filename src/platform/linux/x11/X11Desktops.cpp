@@ -10,7 +10,7 @@ namespace vantrel::linuxdesktop {
 
 namespace {
 
-// EWMH's source indication for what a user asks for.
+// EWMH's source indication for requests on the user's behalf.
 constexpr std::uint32_t onBehalfOfUser = 2;
 
 std::optional<std::uint32_t> rootValue(X11Connection& connection, std::string_view property) {

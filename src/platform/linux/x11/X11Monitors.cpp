@@ -50,7 +50,7 @@ std::vector<X11Monitor> X11Monitors::all() {
     return monitors;
 }
 
-// Of equal ones the first stays. A primary display that shows a part of another hands its rank on to that one.
+// Of equal displays the first stays. If the primary one shows a part of another display, that one becomes the primary.
 void X11Monitors::leaveOutMirrors(std::vector<X11Monitor>& monitors) {
     for (std::size_t i = 0; i < monitors.size();) {
         std::size_t outer = 0;

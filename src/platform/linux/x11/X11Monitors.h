@@ -16,16 +16,16 @@ struct X11Monitor {
     bool operator==(const X11Monitor&) const = default;
 };
 
-/// The displays, the primary one first: the one so marked, else the one at the top left, else the first. One that shows
-/// what another shows, or a part of it, is a mirror and not listed. Without RandR the whole root window is one display.
-/// Any thread.
+/// The displays, the primary one first: the one marked as such, or else the one at the top left, or else the first. A
+/// display that shows all or part of another is a mirror and not listed. Without RandR the whole root window is one
+/// display. Any thread.
 class X11Monitors {
   public:
     explicit X11Monitors(X11Connection& connection) : connection_(connection) {}
 
     std::vector<X11Monitor> all();
 
-    /// The display that holds most of the rectangle; empty when none holds any of it.
+    /// The display that contains most of the rectangle. Empty if none contains any of it.
     static std::optional<X11Monitor> holding(const std::vector<X11Monitor>& monitors, const X11Rectangle& rectangle);
 
   private:

@@ -98,15 +98,15 @@ void X11Watcher::readEvents() {
     if (pointer) tell(Change::pointer);
 }
 
-// Sending may take events in as well, and then the socket that wakes the event loop stays silent: hence with a look at
-// what has come.
+// Sending may also read events, and then the socket that wakes the event loop stays silent. So look at what has
+// arrived.
 void X11Watcher::select(xcb_window_t window, std::uint32_t events) {
     xcb_change_window_attributes(connection_->get(), window, XCB_CW_EVENT_MASK, &events);
     xcb_flush(connection_->get());
     readEvents();
 }
 
-// From an event of its own. What happened to the window before now is told as well.
+// Takes effect in an event of its own. Earlier changes of the window are reported too.
 void X11Watcher::watch(xcb_window_t window) {
     const auto begin = [this, window] {
         select(window, XCB_EVENT_MASK_PROPERTY_CHANGE);

@@ -12,26 +12,26 @@ class QSocketNotifier;
 
 namespace vantrel::linuxdesktop {
 
-/// Hears of changes on the root window. It has a connection of its own on which nobody waits for an answer: XCB takes
-/// events in while it waits, and then the socket that wakes the event loop stays silent. Main thread,
-/// where nothing else is said.
+/// Listens for changes on the root window. It has its own connection, on which nobody waits for a reply: while XCB
+/// waits it also reads events, and then the socket that wakes the event loop stays silent. Main thread, except where
+/// noted.
 class X11Watcher {
   public:
-    /// `windows`: one was opened, closed or changed its state; of states only those of windows that are watched.
-    /// `pointer`: it came into a window whose pointer is watched.
+    /// `windows`: one was opened or closed, or a watched window changed its state. `pointer`: it entered a window whose
+    /// pointer is watched.
     enum class Change { displays, stacking, currentDesktop, windows, pointer };
 
-    /// Null when there is no X server to be reached.
+    /// Null if no X server can be reached.
     static std::unique_ptr<X11Watcher> open();
     ~X11Watcher();
 
-    /// The block runs from an event, once for each notice of the server; they come in bursts.
+    /// The block runs in an event, once for each notification of the server. Notifications come in bursts.
     [[nodiscard]] std::unique_ptr<Observation> observe(Change change, Block block);
 
-    /// Also hears of that window's changes of state. Any thread.
+    /// Also reports that window's changes of state. Any thread.
     void watch(xcb_window_t window);
 
-    /// Also hears of the pointer that comes into that window. Any thread.
+    /// Also reports when the pointer enters that window. Any thread.
     void watchPointer(xcb_window_t window);
 
   private:

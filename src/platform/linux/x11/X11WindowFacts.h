@@ -11,8 +11,8 @@
 
 namespace vantrel::linuxdesktop {
 
-/// What a frame adds to a window on each side, in pixels. Negative where the window draws a shadow of its own around
-/// what the user takes for the window.
+/// What a frame adds to a window on each side, in pixels. Negative if the window draws its own shadow around what the
+/// user takes for the window.
 struct X11Margins {
     int left = 0;
     int right = 0;
@@ -20,25 +20,25 @@ struct X11Margins {
     int bottom = 0;
 };
 
-/// One window as it is known at a moment.
+/// What is known of one window at a moment.
 struct X11WindowFacts {
     static constexpr std::uint32_t allDesktops = 0xFFFFFFFF;
 
     xcb_window_t window = XCB_WINDOW_NONE;
-    /// 0 when nobody can tell.
+    /// 0 if unknown.
     ProcessIdentifier owner = 0;
     std::optional<std::string> title;
-    /// With its decorations, on the root window.
+    /// With its decorations, in the root window.
     X11Rectangle frame;
     X11Margins margins;
-    /// Of those margins, what the window's own shadow takes off them.
+    /// The part of those margins that the window's own shadow takes away.
     X11Margins shadow;
-    /// Empty where the window manager has no desktops; allDesktops for a window that is on each.
+    /// Empty if the window manager has no desktops; allDesktops for a window that is on every one.
     std::optional<std::uint32_t> desktop;
-    /// As macOS counts: 0 is where ordinary windows lie.
+    /// As on macOS: 0 is the layer of ordinary windows.
     std::int64_t layer = 0;
     bool viewable = false;
-    /// Not even waiting for its desktop to be shown.
+    /// Not mapped, and not just waiting for its desktop to be shown.
     bool unmapped = false;
     /// Minimised.
     bool hidden = false;

@@ -12,7 +12,7 @@ namespace {
 
 using Values = std::vector<std::uint32_t>;
 
-// What macOS gives to the Dock, to the desktop picture and to floating panels.
+// The layers that macOS gives to the Dock, to the desktop picture and to floating panels.
 constexpr std::int64_t dockLayer = 20;
 constexpr std::int64_t desktopLayer = -2147483623;
 constexpr std::int64_t floatingLayer = 3;
@@ -79,7 +79,7 @@ X11Margins toMargins(const Values& values) {
     return {side(0), side(1), side(2), side(3)};
 }
 
-// The questions about one window, and what becomes of their answers.
+// The requests about one window, and what their answers say.
 class Inquiry {
   public:
     Inquiry(X11Connection& connection, const Atoms& atoms, xcb_window_t window)
@@ -96,7 +96,7 @@ class Inquiry {
         }
     }
 
-    // Every answer is taken, also of a window that is gone: what nobody takes stays with the connection.
+    // Every answer is read, even for a window that is gone: an unread one stays with the connection.
     std::optional<X11WindowFacts> answer() {
         const X11Reply<xcb_get_window_attributes_reply_t> attributes(
             xcb_get_window_attributes_reply(connection_, attributes_, nullptr));
@@ -151,7 +151,7 @@ class Inquiry {
         return {a.left - b.left, a.right - b.right, a.top - b.top, a.bottom - b.bottom};
     }
 
-    // A window names its types in order of preference.
+    // A window lists its types in order of preference.
     void readType(X11WindowFacts& facts, const Values& types) const {
         for (const std::uint32_t named : types) {
             const auto known = atoms_.layers.find(named);
@@ -167,7 +167,7 @@ class Inquiry {
         facts.maximized = contains(states, atoms_.maximizedWide) || contains(states, atoms_.maximizedHigh);
     }
 
-    // Not every window manager lists what may be done with a window.
+    // Not every window manager lists the allowed actions of a window.
     void readActions(X11WindowFacts& facts, const Values& actions, const Values& hints) const {
         constexpr std::uint32_t hasFunctions = 1;
         constexpr std::uint32_t allFunctionsBut = 1;

@@ -8,19 +8,19 @@
 
 namespace vantrel::linuxdesktop {
 
-/// Facts about many windows in the time of one: every question is sent before the first answer is awaited. Windows come
-/// and go meanwhile; one that is gone is left out. Any thread.
+/// Facts about many windows in the time of one: every request is sent before the first answer is awaited. A window that
+/// disappears meanwhile is left out. Any thread.
 class X11WindowSurvey {
   public:
     X11WindowSurvey(X11Connection& connection, X11Windows& windows) : connection_(connection), windows_(windows) {}
 
-    /// The managed windows of all desktops, front to back. Empty optional when the X server is gone.
+    /// The managed windows of all desktops, front to back. Empty optional if the X server is gone.
     std::optional<std::vector<X11WindowFacts>> frontToBack();
 
     /// The ordinary windows of a process, front to back.
     std::vector<X11WindowFacts> ofProcess(ProcessIdentifier process);
 
-    /// Empty when the window is gone.
+    /// Empty if the window is gone.
     std::optional<X11WindowFacts> of(xcb_window_t window);
 
   private:

@@ -10,13 +10,13 @@ namespace vantrel::linuxdesktop {
 
 namespace {
 
-// EWMH's source indication 2: on behalf of the user, as a pager asks. With 1 a window manager may hold the client's end
-// screen back behind the browser to protect what the user was typing.
+// EWMH's source indication 2: on the user's behalf, as a pager asks. With 1 a window manager may hold the client's end
+// screen back behind the browser, to protect what the user was typing.
 constexpr std::uint32_t onBehalfOfUser = 2;
 constexpr std::uint32_t onAllDesktops = 0xFFFFFFFF;
 
-// The first number of _NET_MOVERESIZE_WINDOW: which of the others count, and that the place is the frame's, whose
-// margins may be about to change.
+// The first number of _NET_MOVERESIZE_WINDOW. It says which of the others count, and that the position is the frame's,
+// whose margins may be about to change.
 constexpr std::uint32_t givesX = 1 << 8;
 constexpr std::uint32_t givesY = 1 << 9;
 constexpr std::uint32_t givesWidth = 1 << 10;
@@ -29,8 +29,8 @@ ProcessIdentifier X11Windows::owner(xcb_window_t window) {
     return owners({window}).front();
 }
 
-// The server's own knowledge of its clients comes first; _NET_WM_PID is only what a window claims. The server answers
-// for the client, whose number is what all its windows begin with.
+// The server's own knowledge of its clients comes first; _NET_WM_PID is only a window's claim. The server is asked
+// about the client, whose number begins the numbers of all its windows.
 std::vector<ProcessIdentifier> X11Windows::owners(const std::vector<xcb_window_t>& windows) {
     std::vector<ProcessIdentifier> found(windows.size(), 0);
     xcb_connection_t* connection = connection_.get();
@@ -83,7 +83,7 @@ std::vector<ProcessIdentifier> X11Windows::claimedOwners(const std::vector<xcb_w
 
 std::vector<xcb_window_t> X11Windows::frontToBack() {
     std::vector<xcb_window_t> windows = connection_.values(connection_.root(), "_NET_CLIENT_LIST_STACKING");
-    // In the order of their mapping where the window manager tells nothing better.
+    // In the order of their mapping, if the window manager has nothing better.
     if (windows.empty()) windows = connection_.values(connection_.root(), "_NET_CLIENT_LIST");
     std::reverse(windows.begin(), windows.end());
     return windows;
@@ -94,7 +94,8 @@ std::vector<xcb_window_t> X11Windows::ofProcess(ProcessIdentifier process) {
     const std::vector<ProcessIdentifier> processes = owners(all);
     std::vector<xcb_window_t> windows;
     for (std::size_t i = 0; i < all.size(); ++i) {
-        // The window manager may still list a window that has gone, whose number then names the next client.
+        // The window manager may still list a window that is gone. The server would then name the next client with that
+        // number.
         if (processes[i] == process && frame(all[i])) windows.push_back(all[i]);
     }
     return windows;

@@ -21,7 +21,7 @@ class X11Windows {
     /// The managed windows of a process, front to back.
     std::vector<xcb_window_t> ofProcess(ProcessIdentifier process);
 
-    /// The process that a window belongs to; 0 when nobody can tell.
+    /// The process that owns a window; 0 if unknown.
     ProcessIdentifier owner(xcb_window_t window);
 
     /// The same for many windows, in their order.
@@ -30,22 +30,22 @@ class X11Windows {
     /// The window with the focus.
     std::optional<xcb_window_t> active();
 
-    /// Where a window lies on the root window, without its decorations; empty when it is gone.
+    /// A window's place in the root window, without its decorations. Empty if the window is gone.
     std::optional<X11Rectangle> frame(xcb_window_t window);
 
     /// Brings a window to the front and gives it the focus, changing to its desktop first.
     void activate(xcb_window_t window);
 
-    /// The same on the desktop that is or will be the current one when the window manager comes to it.
+    /// The same, but on the desktop that is current when the window manager handles the request.
     void focus(xcb_window_t window);
 
-    /// Adds a window's _NET_WM_STATE_… or takes it away.
+    /// Adds or removes a window's _NET_WM_STATE_….
     void changeState(xcb_window_t window, bool add, std::string_view state, std::string_view secondState = {});
     void unmaximize(xcb_window_t window);
 
-    /// Where the corner of its decorations is to lie.
+    /// Places the corner of its decorations.
     void move(xcb_window_t window, int x, int y);
-    /// Without its decorations.
+    /// The size without decorations.
     void resize(xcb_window_t window, int width, int height);
 
     /// Asks a window to close.

@@ -56,7 +56,7 @@ void KeyboardWatch::watch(int line, std::uint32_t resource) {
                                       pollfd{xcb_get_file_descriptor(connection_->get()), POLLIN, 0}};
         poll(sources.data(), sources.size(), untilDue(std::chrono::steady_clock::now()));
         if (sources[0].revents != 0 && !takeFrom(line)) return;
-        // Read after the line: an answer that came while this process itself did not run still counts.
+        // Read after the line: an answer that came while this process did not run still counts.
         const Time now = std::chrono::steady_clock::now();
         if (asked_ && now >= *asked_ + forAnswer) {
             if (serverWasBusy()) {
@@ -68,7 +68,7 @@ void KeyboardWatch::watch(int line, std::uint32_t resource) {
             return;
         }
         if (!asked_ && pressed_ && now >= *pressed_ + beforeQuestion) {
-            // A key that is pressed from here on is none that the answer speaks for.
+            // The answer does not cover keys that are pressed from here on.
             pressed_.reset();
             asked_ = now;
             say(line, question);
@@ -76,8 +76,7 @@ void KeyboardWatch::watch(int line, std::uint32_t resource) {
     }
 }
 
-// False when nobody is at the other end any more. A question of the filter's is no answer to this process's own: it may
-// have been put before.
+// False if the other end is gone. A question from the filter does not answer this process's own: it may be older.
 bool KeyboardWatch::takeFrom(int line) {
     std::array<char, 16> bytes{};
     const ssize_t count = recv(line, bytes.data(), bytes.size(), MSG_DONTWAIT);
@@ -98,7 +97,7 @@ bool KeyboardWatch::keyWasPressed() {
     return pressed;
 }
 
-// While another client keeps the server for itself, the filter may be waiting for it as well.
+// While another client grabs the server, the filter may be waiting too.
 bool KeyboardWatch::serverWasBusy() {
     const auto before = std::chrono::steady_clock::now();
     sync(connection_->get());

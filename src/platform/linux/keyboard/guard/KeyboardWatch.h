@@ -9,21 +9,21 @@
 
 namespace vantrel::linuxdesktop {
 
-/// Watches over a keyboard filter. It hears of every key press whoever has the keyboard, asks the filter's process some
-/// time after one whether it is there, and has the X server close the filter's connection when it is not.
+/// Watches over a keyboard filter. It sees every key press, whichever window has the keyboard. Some time after one it
+/// asks the filter's process whether it still runs, and has the X server close the filter's connection if it does not.
 class KeyboardWatch {
   public:
-    /// How long after a key press the question is put, so that one question serves for a burst of keys, and how long
-    /// the answer may take.
+    /// How long after a key press the question is asked, so that one question serves a burst of keys, and how long the
+    /// answer may take.
     static constexpr std::chrono::milliseconds beforeQuestion{250};
     static constexpr std::chrono::milliseconds forAnswer{750};
 
-    /// Null without an X server that tells of raw key presses.
+    /// Null if the X server is missing or does not report raw key presses.
     static std::unique_ptr<KeyboardWatch> open();
 
-    /// Watches the owner of the X resource, which is asked by a '?' on `line` and answers with '!'. The same the
-    /// other way round: the owner may ask whether the guard is there. Returns when the
-    /// line or the X server is gone and when the connection has been closed.
+    /// Watches the owner of the X resource: asks it with a '?' on `line` and expects '!'. The owner may ask in the same
+    /// way whether the guard still runs. Returns when the line or the X server is gone and when the connection has been
+    /// closed.
     void watch(int line, std::uint32_t resource);
 
   private:
