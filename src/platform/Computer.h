@@ -33,8 +33,8 @@
 
 namespace vantrel {
 
-/// A whole computer, for those who hand its capabilities on. What each reference stands for, on which threads it may be
-/// used and how it fails is said in its own header. A computer outlives everything that was given one of its
+/// A whole computer, for the classes that hand its capabilities on. Each capability's header says what it stands for,
+/// on which threads it may be used and how it fails. A computer outlives everything that was given one of its
 /// capabilities.
 struct Computer {
     Application& application;

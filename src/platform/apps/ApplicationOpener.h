@@ -11,12 +11,12 @@
 
 namespace vantrel {
 
-/// NSWorkspace, opening of addresses with an application of the caller's choice. Any thread.
+/// Opens addresses with an application of the caller's choice (NSWorkspace). Any thread.
 class ApplicationOpener {
   public:
     virtual ~ApplicationOpener() = default;
 
-    /// Success may come without an application (null).
+    /// A success may come without an application (null).
     using Result = std::variant<std::shared_ptr<RunningApplication>, PlatformError>;
     using Completion = std::function<void(Result)>;
 

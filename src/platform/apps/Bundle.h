@@ -10,7 +10,7 @@ class Bundle {
   public:
     virtual ~Bundle() = default;
 
-    /// Empty when the program does not run from a bundle that names one.
+    /// Empty if the program does not run from a bundle that names one.
     virtual std::optional<std::string> identifier() const = 0;
 };
 

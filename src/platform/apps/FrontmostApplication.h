@@ -11,7 +11,7 @@ class FrontmostApplication {
   public:
     virtual ~FrontmostApplication() = default;
 
-    /// Null when no application is in front.
+    /// Null if no application is in front.
     virtual std::shared_ptr<RunningApplication> frontmostApplication() const = 0;
 };
 

@@ -11,11 +11,11 @@
 
 namespace vantrel {
 
-/// NSApplicationActivationOptions, the values in use.
+/// The NSApplicationActivationOptions in use.
 enum class ActivationOptions { none = 0, ignoringOtherApps = 2 };
 
-/// One running application (NSRunningApplication). Any thread. Answers are fresh: a process that is gone is terminated,
-/// even when the main run loop has not turned since.
+/// One running application (NSRunningApplication). Any thread. Answers are current: a process that is gone counts as
+/// terminated even if the main run loop has not turned since.
 class RunningApplication {
   public:
     virtual ~RunningApplication() = default;
@@ -25,24 +25,24 @@ class RunningApplication {
     virtual std::optional<std::string> localizedName() const = 0;
     virtual bool isTerminated() const = 0;
 
-    /// activateWithOptions:. A request that takes a moment and may be declined; false when it could not be sent.
+    /// activateWithOptions:. A request that takes a moment and may be declined. False if it could not be sent.
     virtual bool activate(ActivationOptions options) = 0;
-    /// terminate: asks politely; the application may ignore it.
+    /// terminate: a polite request, which the application may ignore.
     virtual bool terminate() = 0;
     /// forceTerminate.
     virtual bool forceTerminate() = 0;
 };
 
-/// Look-up of running applications. Any thread.
+/// Finds running applications. Any thread.
 class RunningApplications {
   public:
     virtual ~RunningApplications() = default;
 
-    /// runningApplicationsWithBundleIdentifier:, this process included. The one that was started first comes first.
+    /// runningApplicationsWithBundleIdentifier:, including this process. Oldest first.
     virtual std::vector<std::shared_ptr<RunningApplication>> withBundleIdentifier(
         std::string_view identifier) const = 0;
 
-    /// runningApplicationWithProcessIdentifier:; null when there is none, a zombie included.
+    /// runningApplicationWithProcessIdentifier:. Null if there is none or it is a zombie.
     virtual std::shared_ptr<RunningApplication> withProcessIdentifier(ProcessIdentifier process) const = 0;
 };
 

@@ -4,12 +4,12 @@
 
 namespace vantrel {
 
-/// NSWorkspace, opening of addresses. Main thread.
+/// Opens addresses (NSWorkspace). Main thread.
 class Workspace {
   public:
     virtual ~Workspace() = default;
 
-    /// openURL: with the default application for it. False when nothing opens it.
+    /// openURL: with the URL's default application. False if nothing opens it.
     virtual bool open(const URL& url) = 0;
 };
 

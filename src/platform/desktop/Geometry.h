@@ -2,9 +2,8 @@
 
 namespace vantrel {
 
-/// All coordinates and sizes are in points. Which corner the origin lies in is said where a value is used: screens and
-/// views count from the bottom left, window bounds and Accessibility positions from the top left of the primary
-/// display.
+/// All coordinates and sizes are in points. The place of use says where the origin is: screens and views count from the
+/// bottom left, window bounds and Accessibility positions from the top left of the primary display.
 struct Point {
     double x = 0;
     double y = 0;

@@ -26,7 +26,7 @@ class Screens {
     /// The primary display first.
     virtual std::vector<Screen> screens() const = 0;
 
-    /// The screen with the keyboard focus; empty when there is no display.
+    /// The screen with the keyboard focus. Empty if there is no display.
     virtual std::optional<Screen> mainScreen() const = 0;
 
     /// +[NSScreen screensHaveSeparateSpaces].

@@ -13,7 +13,7 @@ class Spaces {
     virtual ~Spaces() = default;
 
     /// NSWorkspaceActiveSpaceDidChangeNotification on the main operation queue. It comes at the start of the change,
-    /// while window flags may still tell the old state.
+    /// when window flags may still show the old state.
     [[nodiscard]] virtual std::unique_ptr<Observation> observeActiveSpaceDidChange(Block block) = 0;
 };
 

@@ -30,7 +30,7 @@ class WindowList {
   public:
     virtual ~WindowList() = default;
 
-    /// Front to back. Empty optional when the system gives no list.
+    /// Front to back. Empty optional if the system returns no list.
     virtual std::optional<std::vector<WindowEntry>> copy(WindowListOption option) const = 0;
 };
 

@@ -7,7 +7,7 @@
 
 namespace vantrel {
 
-/// CGEventType, the values that a keyboard tap sees.
+/// The CGEventType values that a keyboard tap sees.
 enum class KeyEventType : std::uint32_t {
     keyDown = 10,
     flagsChanged = 12,
@@ -22,26 +22,27 @@ struct KeyEvent {
     std::uint64_t flags = 0;
 };
 
-/// Names the combination to swallow; an empty name passes the event on. Pure, allocation-free, callable on any thread.
+/// Returns the name of the combination to swallow, or an empty name to pass the event on. Pure, allocation-free,
+/// callable on any thread.
 using KeyDecision = std::string_view (*)(const KeyEvent&) noexcept;
 
-/// Hears of every swallowed combination, always on the main thread.
+/// Called for every swallowed combination, always on the main thread.
 using KeyReport = std::function<void(std::string_view name)>;
 
-/// An installed tap. Destroying it disables the tap, takes it out of the run loop and releases it.
+/// An installed tap. Destroying it disables the tap, removes it from the run loop and releases it.
 class KeyboardTap {
   public:
     virtual ~KeyboardTap() = default;
 };
 
-/// Making of keyboard taps. Main thread.
+/// Creates keyboard taps. Main thread.
 class KeyboardTaps {
   public:
     virtual ~KeyboardTaps() = default;
 
     /// CGEventTapCreate for the session, at the head, as an active filter of key-down and flags-changed events, in the
-    /// common modes of the main run loop, enabled. Null when the system refuses. A tap whose thread does not answer for
-    /// about a second is disabled by the system and stays so.
+    /// common modes of the main run loop, enabled. Null if the system refuses. If a tap's thread does not answer for
+    /// about a second, the system disables the tap for good.
     [[nodiscard]] virtual std::unique_ptr<KeyboardTap> create(KeyDecision decision, KeyReport report) = 0;
 };
 

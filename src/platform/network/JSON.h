@@ -13,7 +13,7 @@ struct JSONValue;
 using JSONArray = std::vector<JSONValue>;
 using JSONObject = std::map<std::string, JSONValue, std::less<>>;
 
-/// A JSON value. A boolean and a number are different things: true is not 1.
+/// A JSON value. Booleans and numbers are different: true is not 1.
 struct JSONValue {
     std::variant<std::nullptr_t, bool, double, std::string, JSONArray, JSONObject> value = nullptr;
 
@@ -38,11 +38,11 @@ class JSONSerialization {
   public:
     virtual ~JSONSerialization() = default;
 
-    /// JSONObjectWithData:. The top level must be an array or an object. Empty for anything else: text that is not
-    /// JSON, not UTF-8, or nested deeper than 512 levels.
+    /// JSONObjectWithData:. The top level must be an array or an object. Empty for anything else: not JSON, not UTF-8,
+    /// or nested deeper than 512 levels.
     virtual std::optional<JSONValue> parse(std::string_view bytes) const = 0;
 
-    /// dataWithJSONObject:, compact. Empty when the object cannot be written.
+    /// dataWithJSONObject:, compact. Empty if the object cannot be written.
     virtual std::optional<std::string> serialise(const JSONObject& object) const = 0;
 };
 

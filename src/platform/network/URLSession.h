@@ -11,28 +11,28 @@
 
 namespace vantrel {
 
-/// NSURLRequestCachePolicy, as far as it is used.
+/// The NSURLRequestCachePolicy in use.
 enum class CachePolicy { useProtocolCachePolicy = 0 };
 
 /// NSMutableURLRequest.
 struct URLRequest {
     URL url;
     CachePolicy cachePolicy = CachePolicy::useProtocolCachePolicy;
-    /// Idle time in seconds: it starts anew whenever bytes arrive.
+    /// Idle time in seconds. It starts again whenever bytes arrive.
     double timeoutInterval = 60;
     std::string method = "GET";
-    /// Fields set by the rules; the platform adds its own.
+    /// Fields that the rules set. The platform adds its own.
     std::vector<std::pair<std::string, std::string>> headers;
     std::optional<std::string> body;
 };
 
-/// What a data task ends with.
+/// The result of a data task.
 struct URLReply {
-    /// A transport failure; the other two are then empty.
+    /// A transport failure. The other two are then empty.
     std::optional<PlatformError> error;
-    /// The HTTP status code; empty when the response is not HTTP.
+    /// The HTTP status code. Empty if the response is not HTTP.
     std::optional<int> statusCode;
-    /// The body's bytes, whatever they are; empty when there is none. A body of zero bytes counts as none.
+    /// The body's bytes, whatever they are. Empty if there are none, also for a body of zero bytes.
     std::optional<std::string> data;
 };
 
@@ -45,7 +45,7 @@ class URLSession {
 
     /// dataTaskWithRequest:completionHandler:, resumed at once. Any thread; never blocks. The completion is called
     /// exactly once, on the session's own queue, one completion after another, never on the main thread. A URL without
-    /// a scheme, or with one that is not supported, fails here with the platform's text.
+    /// a scheme, or with an unsupported one, fails here with the platform's text.
     virtual void dataTask(URLRequest request, Completion completion) = 0;
 };
 

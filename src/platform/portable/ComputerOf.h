@@ -4,8 +4,8 @@
 
 namespace vantrel {
 
-/// The computer that is made of these parts: an object with a member for each capability, named as `Computer` names it.
-/// The parts outlive whoever is given the computer.
+/// The computer made of these parts: an object with a member for each capability, with the names that `Computer` uses.
+/// The parts outlive every user of the computer.
 template <class Parts>
 Computer computerOf(Parts& parts) {
     return {.application = parts.application,

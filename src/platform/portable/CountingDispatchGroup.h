@@ -9,13 +9,13 @@
 
 namespace vantrel {
 
-/// A dispatch group of a counter and the blocks that wait for it. Any thread. One leave() too many is a programming
-/// error and ends the process, as it does on macOS.
+/// A dispatch group made of a counter and the blocks that wait for it. Any thread. One leave() too many is a
+/// programming error and ends the process, as on macOS.
 class CountingDispatchGroup final : public DispatchGroup {
   public:
     void enter() override;
     void leave() override;
-    /// The queue outlives the group's work.
+    /// The queue must outlive the group's work.
     void notify(DispatchQueue& queue, Block block) override;
 
   private:

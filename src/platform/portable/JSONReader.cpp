@@ -10,7 +10,7 @@ namespace vantrel {
 
 namespace {
 
-/// Builds the value from the parser's events; the parser itself does not recurse. Returning false stops it.
+/// Builds the value from the parser's events; the parser itself does not recurse. Returning false stops the parser.
 class Builder final : public nlohmann::json_sax<nlohmann::json> {
   public:
     Builder(std::size_t maximumDepth, std::size_t maximumValues)
@@ -87,7 +87,7 @@ class Builder final : public nlohmann::json_sax<nlohmann::json> {
 }  // namespace
 
 std::optional<JSONValue> readJSON(std::string_view bytes, std::size_t maximumDepth, std::size_t maximumValues) {
-    // The parser takes a zero byte for the end of its input and would not see what follows.
+    // The parser would take a zero byte for the end of its input and ignore the rest.
     if (bytes.find('\0') != std::string_view::npos) return std::nullopt;
     try {
         Builder builder(maximumDepth, maximumValues);

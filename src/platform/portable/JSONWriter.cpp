@@ -10,7 +10,7 @@ namespace vantrel {
 
 namespace {
 
-// Every whole number up to here is a double.
+// Every whole number up to here can be stored in a double.
 constexpr double largestWhole = 9007199254740992.0;
 
 }  // namespace

@@ -13,7 +13,7 @@ class JSONWriter {
   public:
     explicit JSONWriter(std::size_t maximumDepth) : maximumDepth_(maximumDepth) {}
 
-    /// Empty when the object cannot be written.
+    /// Empty if the object cannot be written.
     std::optional<std::string> write(const JSONObject& object);
 
   private:

@@ -4,17 +4,17 @@
 
 namespace vantrel {
 
-/// JSON through nlohmann-json. Any thread; no state. Of equal keys in one object the last one counts. An object is
-/// written with its keys in byte order; a number that is whole has no decimal point.
+/// JSON through nlohmann-json. Any thread; no state. If an object repeats a key, the last value counts. Objects are
+/// written with their keys in byte order, and whole numbers without a decimal point.
 class PortableJSONSerialization final : public JSONSerialization {
   public:
-    /// Levels of arrays and objects that are read and written.
+    /// The most levels of arrays and objects that are read or written.
     static constexpr std::size_t maximumDepth = 512;
-    /// Values read from one text, arrays and objects included. A value takes far more memory than the two bytes that
-    /// it may have been written with.
+    /// The most values read from one text, arrays and objects included. A value takes far more memory than the two
+    /// bytes that it may have in the text.
     static constexpr std::size_t maximumValues = 1'000'000;
 
-    /// Empty also for a text of more than maximumValues values.
+    /// Also empty for a text of more than maximumValues values.
     std::optional<JSONValue> parse(std::string_view bytes) const override;
 
     /// Empty for a text that is not UTF-8, a number that is not finite, or more than maximumDepth levels.

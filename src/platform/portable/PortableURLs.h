@@ -4,7 +4,7 @@
 
 namespace vantrel {
 
-/// Forming of URLs by the grammar of RFC 3986. Any thread; no state.
+/// Forms URLs by the grammar of RFC 3986. Any thread; no state.
 class PortableURLs final : public URLs {
   public:
     std::optional<URL> form(std::string_view text) const override;

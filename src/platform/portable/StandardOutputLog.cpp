@@ -20,7 +20,7 @@ void StandardOutputLog::print(std::string_view line) {
         if (written >= 0) {
             rest.remove_prefix(static_cast<std::size_t>(written));
         } else if (errno == EAGAIN || errno == EWOULDBLOCK) {
-            // Whoever started the client may have left the stream non-blocking.
+            // The process that started the client may have left the stream non-blocking.
             pollfd stream{descriptor_, POLLOUT, 0};
             if (poll(&stream, 1, -1) < 0 && errno != EINTR) return;
         } else if (errno != EINTR) {

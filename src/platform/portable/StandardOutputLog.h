@@ -6,8 +6,8 @@
 
 namespace vantrel {
 
-/// Lines on a file descriptor, standard output unless told otherwise. A reader that has gone away loses the lines and
-/// nothing else, provided that SIGPIPE is ignored or not sent.
+/// Lines on a file descriptor, by default standard output. If the reader is gone, the lines are lost and nothing else
+/// happens, provided that SIGPIPE is ignored or not sent.
 class StandardOutputLog final : public Log {
   public:
     explicit StandardOutputLog(int descriptor = 1) : descriptor_(descriptor) {}

@@ -8,8 +8,8 @@
 
 namespace vantrel {
 
-/// A URI reference taken apart at its delimiters (RFC 3986, appendix B), without a look at what stands between them. An
-/// absent part and an empty one are different things.
+/// A URI reference split at its delimiters (RFC 3986, appendix B). The parts are not checked. An absent part differs
+/// from an empty one.
 struct URLComponents {
     std::optional<std::string> scheme;
     std::optional<std::string> authority;
@@ -21,10 +21,10 @@ struct URLComponents {
     std::string joined() const;
 };
 
-/// The scheme in lower case; empty optional when there is none.
+/// The scheme in lower case. Empty optional if there is none.
 std::optional<std::string> scheme(const URL& url);
 
-/// The reference as seen from the base (RFC 3986, section 5.2), such as a Location header's.
+/// Resolves a reference, such as a Location header's, against the base (RFC 3986, section 5.2).
 std::string resolved(const URL& base, std::string_view reference);
 
 }  // namespace vantrel

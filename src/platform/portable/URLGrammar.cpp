@@ -9,7 +9,7 @@ namespace vantrel {
 
 namespace {
 
-// The C library's classes of characters depend on a locale.
+// Not the C library's functions: they depend on a locale.
 bool isLetter(char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
@@ -20,7 +20,7 @@ bool isHexDigit(char c) {
     return isDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
 }
 
-/// Unreserved characters, sub-delimiters, percent-encoded triplets and whatever `extra` holds.
+/// Allows unreserved characters, sub-delimiters, percent-encoded triplets and the characters in `extra`.
 bool consistsOf(std::string_view text, std::string_view extra) {
     for (std::size_t index = 0; index < text.size(); ++index) {
         const char c = text[index];
@@ -54,7 +54,8 @@ bool isIPv4Address(std::string_view text) {
     }
 }
 
-/// Counts the 16-bit groups of "a:b:c"; negative when it is not a list of groups. Only the last may be an IPv4 address.
+/// Counts the 16-bit groups of "a:b:c". Negative if it is not a list of groups. Only the last one may be an IPv4
+/// address.
 int groupCount(std::string_view text, bool isLastPart) {
     if (text.empty()) return 0;
     int groups = 0;

@@ -4,7 +4,7 @@
 
 namespace vantrel {
 
-/// Whether the text is a URI-reference as RFC 3986 writes it, and not empty.
+/// Whether the text is a non-empty URI-reference by RFC 3986.
 bool isURIReference(std::string_view text);
 
 /// Letters, digits and -._~ (section 2.3).

@@ -10,7 +10,7 @@ bool isContinuation(unsigned char byte) {
     return (byte & 0xC0) == 0x80;
 }
 
-/// The length of the well-formed sequence at the front; 0 when there is none.
+/// The length of the well-formed sequence at the front. 0 if there is none.
 std::size_t sequenceLength(std::string_view bytes) {
     const auto at = [bytes](std::size_t index) { return static_cast<unsigned char>(bytes[index]); };
     const unsigned char lead = at(0);

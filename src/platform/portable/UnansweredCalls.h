@@ -7,18 +7,18 @@
 
 namespace vantrel {
 
-/// Which applications have kept a caller waiting until the time-out that holds under a keyboard tap. Moments are
+/// Remembers which applications did not answer a call within the timeout that holds under a keyboard tap. Times are
 /// seconds of uptime. Any thread.
 class UnansweredCalls {
   public:
-    /// Whether a call to the process has to fail at once.
+    /// Whether a call to the process must fail at once.
     bool refuses(ProcessIdentifier process, double now) const {
         const std::lock_guard guard(mutex_);
         const auto found = until_.find(process);
         return found != until_.end() && now < found->second;
     }
 
-    /// A call to the process has been given up.
+    /// A call to the process timed out.
     void note(ProcessIdentifier process, double now) {
         const std::lock_guard guard(mutex_);
         until_.insert_or_assign(process, now + accessibilityPauseUnderTap);

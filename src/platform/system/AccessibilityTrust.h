@@ -10,7 +10,7 @@ class AccessibilityTrust {
     /// AXIsProcessTrusted; never shows a prompt.
     virtual bool isProcessTrusted() const = 0;
 
-    /// AXIsProcessTrustedWithOptions with the prompt option: the system asks the user when the answer is no.
+    /// AXIsProcessTrustedWithOptions with the prompt option: if the answer is no, the system asks the user.
     virtual bool isProcessTrustedWithPrompt() = 0;
 };
 

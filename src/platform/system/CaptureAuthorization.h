@@ -7,7 +7,7 @@ namespace vantrel {
 /// AVMediaTypeAudio and AVMediaTypeVideo.
 enum class MediaType { audio, video };
 
-/// AVAuthorizationStatus; the numbers appear in log lines.
+/// AVAuthorizationStatus. The numbers appear in log lines.
 enum class AuthorizationStatus { notDetermined = 0, restricted = 1, denied = 2, authorized = 3 };
 
 /// Access to microphone and camera (AVCaptureDevice). Any thread.
@@ -17,8 +17,8 @@ class CaptureAuthorization {
 
     virtual AuthorizationStatus status(MediaType media) const = 0;
 
-    /// requestAccessForMediaType:completionHandler:. Asks the user when undecided; the handler is called once, on any
-    /// thread.
+    /// requestAccessForMediaType:completionHandler:. Asks the user if nothing has been decided yet. The handler is
+    /// called once, on any thread.
     virtual void requestAccess(MediaType media, std::function<void(bool granted)> completion) = 0;
 };
 

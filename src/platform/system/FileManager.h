@@ -10,7 +10,7 @@ class FileManager {
   public:
     virtual ~FileManager() = default;
 
-    /// fileExistsAtPath:. Follows links, so a broken one does not exist; a directory does.
+    /// fileExistsAtPath:. True for a directory. Follows links, so false for a broken one.
     virtual bool fileExists(std::string_view path) const = 0;
 
     /// The user's home directory, without a trailing slash.

@@ -4,7 +4,7 @@
 
 namespace vantrel {
 
-/// NSISO8601DateFormatter as it is created. Any thread.
+/// NSISO8601DateFormatter with its default options. Any thread.
 class ISO8601DateFormatter {
   public:
     virtual ~ISO8601DateFormatter() = default;

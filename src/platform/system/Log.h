@@ -9,7 +9,7 @@ class Log {
   public:
     virtual ~Log() = default;
 
-    /// Writes the text and a line break as one piece, unmixed with the lines of other threads, and flushes.
+    /// Writes the text and a line break in one piece, not mixed with lines of other threads, and flushes.
     virtual void print(std::string_view line) = 0;
 };
 

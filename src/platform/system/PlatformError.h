@@ -4,7 +4,7 @@
 
 namespace vantrel {
 
-/// What the platform says of a failure (NSError): its text in the user's language, for logs and messages.
+/// The platform's description of a failure (NSError): a text in the user's language, for logs and messages.
 struct PlatformError {
     std::string localizedDescription;
 };

@@ -5,12 +5,12 @@
 
 namespace vantrel {
 
-/// What NSString knows of Unicode. Any thread; texts are UTF-8.
+/// NSString's Unicode operations. Any thread; texts are UTF-8.
 class UnicodeText {
   public:
     virtual ~UnicodeText() = default;
 
-    /// uppercaseString: Unicode's full mapping without regard to a language (ß becomes SS).
+    /// uppercaseString: Unicode's full mapping, independent of language (ß becomes SS).
     virtual std::string uppercased(std::string_view text) const = 0;
 
     /// Whether the bytes are valid UTF-8 (initWithData:encoding: gives a string).

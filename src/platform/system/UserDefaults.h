@@ -11,7 +11,7 @@ class UserDefaults {
   public:
     virtual ~UserDefaults() = default;
 
-    /// stringForKey:; empty when the key is absent or holds something else.
+    /// stringForKey:. Empty if the key is absent or its value is not a string.
     virtual std::optional<std::string> string(std::string_view key) const = 0;
 
     /// setObject:forKey:. Kept across launches.

@@ -4,8 +4,8 @@
 
 namespace vantrel {
 
-/// Work handed to a queue, a timer or an observer. A block captures its owner as a std::weak_ptr and does nothing once
-/// the owner is gone, unless the rules ask for a strong reference.
+/// Work for a queue, a timer or an observer. A block captures its owner as a std::weak_ptr and does nothing once the
+/// owner is gone, unless the rules ask for a strong reference.
 using Block = std::function<void()>;
 
 }  // namespace vantrel

@@ -8,7 +8,7 @@
 
 namespace vantrel {
 
-/// Grand Central Dispatch: the queues and what is made beside them. Any thread.
+/// Grand Central Dispatch: its queues, and the objects that it creates. Any thread.
 class Dispatch {
   public:
     virtual ~Dispatch() = default;

@@ -6,10 +6,10 @@ namespace vantrel {
 
 /// A queue of blocks (dispatch_queue_t). Both operations may be called from any thread and return at once.
 ///
-/// The main queue runs its blocks one at a time on the main thread, first in, first out, and is not re-entrant: while
-/// one of its blocks shows a modal alert, no other block of it runs until the alert is dismissed. Under an alert that
-/// was opened from an event (a menu, a button) it goes on. The global queue runs every block on a thread of its own
-/// choice, several at once.
+/// The main queue runs its blocks one at a time on the main thread, first in, first out. It is not re-entrant: while
+/// one of its blocks shows a modal alert, it runs no other block until the alert is dismissed. Under an alert that was
+/// opened from an event (a menu, a button) it continues. The global queue runs blocks on threads of its choice, several
+/// at once.
 class DispatchQueue {
   public:
     virtual ~DispatchQueue() = default;

@@ -4,8 +4,8 @@
 
 namespace vantrel {
 
-/// The mutex of the rules (NSLock). It guards state for a few instructions and is never held across a wait: each thread
-/// counts the locks it holds, so that a platform whose time is its own can refuse a wait made under one.
+/// The mutex of the rules (NSLock). It guards state for a few instructions and is never held across a wait. Each thread
+/// counts the locks it holds, so that a platform with its own time can refuse a wait under a lock.
 class Lock {
   public:
     void lock() {
@@ -18,7 +18,7 @@ class Lock {
         mutex_.unlock();
     }
 
-    /// How many locks the calling thread holds.
+    /// The number of locks that the calling thread holds.
     static int heldByThisThread() { return held_; }
 
   private:

@@ -2,7 +2,7 @@
 
 namespace vantrel {
 
-/// A registered observer. Destroying it removes the observer; a block already queued for it does nothing.
+/// A registered observer. Destroying it removes the observer. A block already queued for it does nothing.
 class Observation {
   public:
     virtual ~Observation() = default;

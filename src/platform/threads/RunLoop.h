@@ -11,19 +11,19 @@ class Timer {
   public:
     virtual ~Timer() = default;
 
-    /// The block is not called again. Any thread; idempotent. A call of the block that is already running is not waited
-    /// for, and a timer may be invalidated or destroyed from inside its own block.
+    /// The block is not called again. Any thread; idempotent. Does not wait for a call that is already running. A timer
+    /// may be invalidated or destroyed inside its own block.
     virtual void invalidate() = 0;
 };
 
-/// The main run loop (NSRunLoop). Timers are scheduled in its default mode: they stand still while a modal alert is up
-/// or a menu is tracked. A repeating timer that comes late fires once and keeps its grid. Main thread.
+/// The main run loop (NSRunLoop). Timers are scheduled in its default mode: they stop while a modal alert is shown or a
+/// menu is tracked. A repeating timer that is late fires once and keeps its grid. Main thread.
 class RunLoop {
   public:
     virtual ~RunLoop() = default;
 
-    /// +[NSTimer scheduledTimerWithTimeInterval:repeats:block:]; the interval in seconds of uptime. The block runs on
-    /// the main thread.
+    /// +[NSTimer scheduledTimerWithTimeInterval:repeats:block:], with the interval in seconds of uptime. The block runs
+    /// on the main thread.
     [[nodiscard]] virtual std::unique_ptr<Timer> scheduledTimer(double intervalSeconds, bool repeats, Block block) = 0;
 };
 

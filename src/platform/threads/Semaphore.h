@@ -9,7 +9,7 @@ class Semaphore {
 
     virtual void signal() = 0;
 
-    /// Blocks the calling thread until signalled or until `timeoutSeconds` of uptime have passed. False on time-out.
+    /// Blocks the calling thread until signalled or until `timeoutSeconds` of uptime have passed. False on timeout.
     virtual bool wait(double timeoutSeconds) = 0;
 };
 

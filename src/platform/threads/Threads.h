@@ -9,8 +9,8 @@ class Threads {
 
     virtual bool isMainThread() const = 0;
 
-    /// +[NSThread sleepForTimeInterval:]: blocks the calling thread for `seconds` of uptime. On the main thread
-    /// everything that lives there stands still meanwhile.
+    /// +[NSThread sleepForTimeInterval:]: blocks the calling thread for `seconds` of uptime. On the main thread this
+    /// stops everything else there.
     virtual void sleep(double seconds) = 0;
 };
 

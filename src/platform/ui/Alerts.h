@@ -9,7 +9,7 @@ namespace vantrel {
 /// NSAlertStyle.
 enum class AlertStyle { warning = 0, informational = 1, critical = 2 };
 
-/// NSAlert. With no buttons the system gives it one that says OK; the first is the default one.
+/// NSAlert. Without buttons the system adds one that says OK. The first button is the default.
 struct Alert {
     AlertStyle style = AlertStyle::warning;
     std::string messageText;
@@ -23,9 +23,9 @@ class Alerts {
     virtual ~Alerts() = default;
 
     /// runModal: shows the alert and returns once it is dismissed, with the index of the chosen button (0 for the
-    /// first; the system's own values count from 1000). Meanwhile timers of the default mode stand still; see
-    /// DispatchQueue for the main queue. A client that shows no window has its alert shown where the user is, above
-    /// another application's full screen too.
+    /// first; the system's own values count from 1000). Meanwhile timers of the default mode stop; for the main queue
+    /// see DispatchQueue. If the client shows no window, the alert appears where the user is, even above another
+    /// application's full screen.
     virtual std::size_t runModal(const Alert& alert) = 0;
 };
 

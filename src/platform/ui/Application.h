@@ -31,14 +31,14 @@ class Application {
     virtual void setDelegate(std::weak_ptr<ApplicationDelegate> delegate) = 0;
     virtual void setMainMenu(const Menu& menu) = 0;
 
-    /// Runs the event loop; tells the delegate once that launching has finished. Returns when the application has been
-    /// terminated (the macOS one ends the process instead).
+    /// Runs the event loop. Tells the delegate once that launching has finished. Returns when the application has been
+    /// terminated, except on macOS, where the process ends instead.
     virtual void run() = 0;
 
     /// activate: brings the application to the front.
     virtual void activate() = 0;
 
-    /// terminate: asks the delegate, and ends the application when it answers now.
+    /// terminate: asks the delegate, and ends the application if it answers `now`.
     virtual void terminate() = 0;
 };
 

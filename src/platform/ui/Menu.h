@@ -15,19 +15,19 @@ struct Menu {
     std::vector<MenuItem> items;
 };
 
-/// NSMenuItem. An item whose target is empty sends its action to whoever answers it first (the focused field, the
+/// NSMenuItem. An item without a target sends its action to the first responder that handles it (the focused field, the
 /// application).
 struct MenuItem {
     enum class Kind { action, separator, submenu };
 
     Kind kind = Kind::action;
     std::string title;
-    /// The selector, such as "terminate:"; empty when the item does nothing.
+    /// The selector, such as "terminate:". Empty if the item does nothing.
     std::string action;
-    /// Pressed together with Command; an upper-case letter means Shift as well. Empty for none.
+    /// Pressed together with Command. An upper-case letter also needs Shift. Empty for none.
     std::string keyEquivalent;
     bool enabled = true;
-    /// The action's target. Called on the main thread, from an event, after the menu is gone.
+    /// The action's target. Called on the main thread, in an event, after the menu is gone.
     Block target;
     Menu submenu;
 

@@ -14,11 +14,11 @@ struct OverlayLabel {
     double fontSize = 0;
     bool bold = false;
     double whiteLevel = 1;
-    /// The label's bottom left; a label without a fixed size is sized to fit and its left edge is placed at centreX −
-    /// width × 0.5.
+    /// The label's bottom left. A label without a fixed size is sized to fit, and its left edge is at centreX − width ×
+    /// 0.5.
     double centreX = 0;
     double y = 0;
-    /// A wrapping label of this size; zero for one that is sized to fit.
+    /// The size of a wrapping label. Zero for one that is sized to fit.
     Size fixedSize;
 };
 
@@ -42,7 +42,7 @@ class Overlay {
     virtual void close() = 0;
 };
 
-/// Making of overlays. Main thread.
+/// Creates overlays. Main thread.
 class Overlays {
   public:
     virtual ~Overlays() = default;

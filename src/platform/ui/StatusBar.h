@@ -26,7 +26,7 @@ class StatusBar {
 
     [[nodiscard]] virtual std::unique_ptr<StatusItem> statusItem(double length) = 0;
 
-    /// removeStatusItem:. Its menu, if it is open, closes with nothing chosen.
+    /// removeStatusItem:. If its menu is open, the menu closes with nothing chosen.
     virtual void removeStatusItem(StatusItem& item) = 0;
 };
 

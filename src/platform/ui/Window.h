@@ -17,7 +17,7 @@ enum WindowStyle : unsigned { windowTitled = 1, windowClosable = 2, windowMiniat
 /// NSAutoresizingMask bits.
 enum Autoresizing : unsigned { viewWidthSizable = 2, viewHeightSizable = 16 };
 
-/// A system font in points; size 0 is the control's own default.
+/// A system font in points. Size 0 is the control's default.
 struct Font {
     double size = 0;
     bool bold = false;
@@ -34,20 +34,20 @@ struct Control {
     enum class Kind { label, wrappingLabel, textField, separator, button };
 
     Kind kind = Kind::label;
-    /// Unique in its window; empty for a control that is never asked for.
+    /// Unique in its window. Empty for a control that is never looked up.
     std::string id;
     std::string text;
     std::string placeholder;
     Font font;
     TextColor color = TextColor::standard;
     Rect frame;
-    /// A button's key equivalent without modifiers, "\r" for Return; empty for none.
+    /// A button's key equivalent without modifiers, "\r" for Return. Empty for none.
     std::string keyEquivalent;
-    /// A button's selector, for whoever reads the screen.
+    /// A button's selector, for readers of this table. Buttons report their id.
     std::string action;
 };
 
-/// NSView with its controls, in the order in which they are added.
+/// NSView with its controls, in the order in which they were added.
 struct View {
     std::string id;
     Rect frame;
@@ -65,8 +65,8 @@ struct WindowDescription {
     std::vector<View> views;
 };
 
-/// NSWindow. Main thread. Destroying it takes it off the screen. An id that no control or view bears is a programming
-/// error, except where said.
+/// NSWindow. Main thread. Destroying it takes it off the screen. An unknown id is a programming error, except where
+/// noted.
 class Window {
   public:
     virtual ~Window() = default;
@@ -79,19 +79,19 @@ class Window {
     virtual unsigned styleMask() const = 0;
     virtual void setStyleMask(unsigned mask) = 0;
 
-    /// stringValue of a control; empty optional when no control bears the id.
+    /// stringValue of a control. Empty optional if no control has the id.
     virtual std::optional<std::string> text(std::string_view id) const = 0;
     virtual void setText(std::string_view id, std::string_view text) = 0;
     virtual void setEnabled(std::string_view id, bool enabled) = 0;
     virtual void setViewHidden(std::string_view viewId, bool hidden) = 0;
 };
 
-/// Making of windows. Main thread.
+/// Creates windows. Main thread.
 class Windows {
   public:
     virtual ~Windows() = default;
 
-    /// Hears that a button was pressed, by its id. Main thread, from an event.
+    /// Called with the id of a button that was pressed. Main thread, in an event.
     using ActionHandler = std::function<void(std::string_view id)>;
 
     [[nodiscard]] virtual std::unique_ptr<Window> makeWindow(const WindowDescription& description,
