@@ -6,8 +6,8 @@
 
 namespace vantrel::macos {
 
-/// The Mac that the process runs on. Made and destroyed on the main thread, one at a time in a process; the application
-/// object is made with it.
+/// The Mac that the process runs on. Created and destroyed on the main thread, one at a time in a process. It creates
+/// the application object.
 class MacComputer {
   public:
     MacComputer();

@@ -34,7 +34,7 @@
 
 namespace vantrel::macos {
 
-// The application comes first: screens and windows need the connection to the window server that is made with it.
+// The application comes first: screens and windows need its connection to the window server.
 struct MacComputer::Parts {
     MacApplication application;
     MacAlerts alerts;

@@ -17,7 +17,7 @@ ApplicationOpener::Result resultOf(NSRunningApplication* application, NSError* e
     return std::shared_ptr<RunningApplication>(MacRunningApplication::wrap(application));
 }
 
-// Nil when one of them is not a URL.
+// Nil if one of them is not a URL.
 NSArray<NSURL*>* formedURLs(const std::vector<URL>& urls) {
     NSMutableArray<NSURL*>* formed = [NSMutableArray arrayWithCapacity:urls.size()];
     for (const URL& url : urls) {

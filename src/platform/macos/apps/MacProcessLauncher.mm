@@ -7,7 +7,7 @@
 
 namespace vantrel::macos {
 
-// The rules know it by its number.
+// The rules use the number.
 static_assert(SIGKILL == 9);
 
 namespace {
@@ -18,8 +18,8 @@ NSTask* makeTask(std::string_view executablePath, const std::vector<std::string>
     NSTask* task = [[NSTask alloc] init];
     task.executableURL = [NSURL fileURLWithPath:lenientText(executablePath) isDirectory:NO];
     task.arguments = texts;
-    // With a handler the end of the process is seen on a queue of the system's, not on the run loop of this thread,
-    // which may have none: nobody else reaps it.
+    // With a handler, the system sees the process end on a queue of its own. Without one it needs the run loop of this
+    // thread, which may have none, and nobody else reaps the process.
     task.terminationHandler = ^(NSTask*) {
     };
     return task;
@@ -41,7 +41,7 @@ std::variant<ProcessIdentifier, PlatformError> MacProcessLauncher::launch(std::s
     }
 }
 
-// Zero and below would name whole groups of processes.
+// Zero and negative numbers would name process groups.
 bool MacProcessLauncher::sendSignal(ProcessIdentifier process, int signal) {
     return process > 0 && kill(process, signal) == 0;
 }

@@ -10,16 +10,16 @@
 
 namespace vantrel::macos {
 
-/// What the kernel says of processes, now. Any thread.
+/// The kernel's current knowledge of processes. Any thread.
 class KernelProcess {
   public:
-    /// Microseconds since 1970 at which the process started; empty when there is none, or only a zombie. Tells a
-    /// process from a later one with the same identifier.
+    /// When the process started, in microseconds since 1970. Empty if there is no such process or only a zombie.
+    /// Distinguishes a process from a later one with the same identifier.
     static std::optional<std::int64_t> startTime(ProcessIdentifier process);
 };
 
-/// An NSRunningApplication, which is documented as safe on any thread. Its own answers change only on a turn of the
-/// main run loop, so the kernel is asked as well.
+/// An NSRunningApplication, which is documented as thread-safe. Its answers change only when the main run loop turns,
+/// so the kernel is asked too.
 class MacRunningApplication final : public RunningApplication {
   public:
     /// Null for nil and for an application whose process is gone.
@@ -40,7 +40,7 @@ class MacRunningApplication final : public RunningApplication {
 
   private:
     NSRunningApplication* const application_;
-    // The system forgets it when the application has ended.
+    // Kept because the system forgets it when the application ends.
     const ProcessIdentifier process_;
     const std::int64_t startTime_;
 };

@@ -18,7 +18,7 @@ std::optional<std::int64_t> KernelProcess::startTime(ProcessIdentifier process) 
     kinfo_proc facts{};
     std::size_t size = sizeof facts;
     if (sysctl(name.data(), name.size(), &facts, &size, nullptr, 0) != 0) return std::nullopt;
-    // For a process that does not exist the call succeeds and writes nothing.
+    // For a missing process the call succeeds and writes nothing.
     if (size < sizeof facts || facts.kp_proc.p_stat == SZOMB) return std::nullopt;
     const auto& started = facts.kp_proc.p_starttime;
     return started.tv_sec * microsecondsPerSecond + started.tv_usec;
@@ -50,7 +50,7 @@ bool MacRunningApplication::isTerminated() const {
     return application_.terminated || KernelProcess::startTime(process_) != startTime_;
 }
 
-// From macOS 14 on the option has no effect and the system may decline; the call is the same.
+// From macOS 14 on, the option has no effect and the system may decline. The call is the same.
 bool MacRunningApplication::activate(ActivationOptions options) {
     if (isTerminated()) return false;
     return [application_ activateWithOptions:static_cast<NSApplicationActivationOptions>(options)];
@@ -72,7 +72,7 @@ std::vector<std::shared_ptr<RunningApplication>> MacRunningApplications::withBun
         for (NSRunningApplication* application in [NSRunningApplication runningApplicationsWithBundleIdentifier:text]) {
             if (auto wrapped = MacRunningApplication::wrap(application)) found.push_back(std::move(wrapped));
         }
-        // The system names no order.
+        // The system promises no order.
         std::stable_sort(found.begin(), found.end(),
                          [](const auto& a, const auto& b) { return a->startTime() < b->startTime(); });
         return {found.begin(), found.end()};

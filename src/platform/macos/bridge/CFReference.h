@@ -7,8 +7,8 @@
 
 namespace vantrel::macos {
 
-/// A CoreFoundation reference that is released once. Whoever takes one says what the system's call gave: an object that
-/// it created, one that it copied, or one that it only lent. Empty for null. Any thread, as the object allows.
+/// A CoreFoundation reference that is released once. The caller says what the system's function returned: an object
+/// that it created, copied or only lent. Empty for null. Any thread that the object allows.
 template <typename Reference>
 class [[nodiscard]] CFReference {
     static_assert(std::is_pointer_v<Reference>);
@@ -16,9 +16,9 @@ class [[nodiscard]] CFReference {
   public:
     CFReference() = default;
 
-    /// From a function with Create in its name: the reference is the caller's.
+    /// From a function with Create in its name: the caller owns the reference.
     static CFReference created(Reference reference) { return CFReference(reference); }
-    /// From a function with Copy in its name: the reference is the caller's.
+    /// From a function with Copy in its name: the caller owns the reference.
     static CFReference copied(Reference reference) { return CFReference(reference); }
     /// From a function with Get in its name, or a member of a collection: retained here.
     static CFReference borrowed(Reference reference) {

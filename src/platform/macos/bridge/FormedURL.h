@@ -6,11 +6,10 @@
 
 namespace vantrel::macos {
 
-/// URLWithString: without its help: nothing is percent-encoded on the way. Nil when the text is not a URL as it stands.
-/// Any thread.
+/// URLWithString:, but nothing is percent-encoded. Nil if the text is not a URL already. Any thread.
 NSURL* _Nullable formedURL(std::string_view text);
 
-/// The system's text for an address that is no URL.
+/// The system's error for an address that is not a URL.
 NSError* _Nonnull badURLError();
 
 }  // namespace vantrel::macos

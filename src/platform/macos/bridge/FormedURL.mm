@@ -9,7 +9,7 @@ namespace vantrel::macos {
 
 namespace {
 
-// Before macOS 14 nothing says that the system looks at what follows a percent sign.
+// Before macOS 14 the documentation does not say that the system checks what follows a percent sign.
 bool escapesAreWhole(std::string_view text) {
     const auto isHexDigit = [text](std::size_t index) {
         return index < text.size() && std::isxdigit(static_cast<unsigned char>(text[index])) != 0;

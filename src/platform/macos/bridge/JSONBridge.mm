@@ -13,8 +13,8 @@ bool isBoolean(NSNumber* number) {
     return CFGetTypeID((__bridge CFTypeRef)number) == CFBooleanGetTypeID();
 }
 
-// What is still to be read, and where it goes. The places stay where they are: an array has its size before its members
-// are read, and a map moves nothing.
+// An object still to be read, and its destination. Destinations do not move: an array gets its size before its members
+// are read, and a map does not move its values.
 struct Unread {
     id object;
     JSONValue* place;
@@ -85,7 +85,7 @@ NSDictionary* foundationDictionary(const JSONObject& values, std::size_t depth) 
 
 }  // namespace
 
-// A list and no recursion: a queue's thread has a stack of half a megabyte, and the levels are a server's choice.
+// A list instead of recursion: a queue's thread has a stack of half a megabyte, and the server chooses the depth.
 std::optional<JSONValue> jsonValue(id object) {
     JSONValue value;
     std::vector<Unread> unread{{object, &value, 0}};

@@ -9,7 +9,7 @@
 
 namespace vantrel::macos {
 
-/// An observer of a notification center, told on the main operation queue. Main thread.
+/// An observer of a notification center, called on the main operation queue. Main thread.
 class NotificationObservation final : public Observation {
   public:
     NotificationObservation(NSNotificationCenter* center, NSNotificationName name, Block block);
@@ -17,7 +17,7 @@ class NotificationObservation final : public Observation {
 
   private:
     NSNotificationCenter* const center_;
-    // What is already queued holds the block weakly.
+    // Blocks already queued hold it weakly.
     const std::shared_ptr<const Block> block_;
     const id<NSObject> token_;
 };

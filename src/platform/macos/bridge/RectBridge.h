@@ -6,7 +6,7 @@
 
 namespace vantrel::macos {
 
-/// The same numbers in the other type; no coordinates are turned over.
+/// The same numbers in the other type. Coordinates are not converted.
 inline Rect rectOf(const CGRect& rect) {
     return {{rect.origin.x, rect.origin.y}, {rect.size.width, rect.size.height}};
 }

@@ -8,10 +8,10 @@
 
 namespace vantrel::macos {
 
-/// The text as it stands; nil when the bytes are not valid UTF-8. Any thread.
+/// Nil if the bytes are not valid UTF-8. Any thread.
 NSString* _Nullable strictText(std::string_view bytes);
 
-/// Never nil: bytes that are not UTF-8 come out as U+FFFD. Any thread.
+/// Never nil: bytes that are not UTF-8 become U+FFFD. Any thread.
 NSString* _Nonnull lenientText(std::string_view bytes);
 
 /// UTF-8; empty for nil. Half a surrogate pair becomes a question mark. Any thread.

@@ -33,7 +33,7 @@ NSString* lenientText(std::string_view bytes) {
 }
 
 std::string bytesOf(NSString* text) {
-    // Not UTF8String: it ends at a zero character and has no answer for half a surrogate pair.
+    // Not UTF8String: it stops at a zero character and fails for half a surrogate pair.
     NSData* data = [text dataUsingEncoding:NSUTF8StringEncoding allowLossyConversion:YES];
     if (data.length == 0) return {};
     return {static_cast<const char*>(data.bytes), data.length};

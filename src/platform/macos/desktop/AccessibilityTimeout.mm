@@ -18,7 +18,7 @@ UnansweredCalls& unansweredCalls() {
     return calls;
 }
 
-// The time-out of the system-wide element is that of every element which has none of its own; 0 is the system's.
+// The timeout of the system-wide element applies to every element without its own. 0 is the system's default.
 void limitCalls(double seconds) {
     const auto systemWide = CFReference<AXUIElementRef>::created(AXUIElementCreateSystemWide());
     if (systemWide) AXUIElementSetMessagingTimeout(systemWide.get(), static_cast<float>(seconds));

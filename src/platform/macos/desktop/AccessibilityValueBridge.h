@@ -7,11 +7,11 @@
 
 namespace vantrel::macos {
 
-/// What an attribute's object says. An application may answer with an object of any type: those that are not used here,
-/// and null, are std::monostate. Any thread.
+/// Converts an attribute's object. An application may answer with any type: null and types that are not used here
+/// become std::monostate. Any thread.
 AccessibilityValue accessibilityValue(CFTypeRef object);
 
-/// The object to write for a value; empty for a value that no attribute takes. Any thread.
+/// The object to write for a value. Empty for a value that no attribute accepts. Any thread.
 CFReference<CFTypeRef> accessibilityObject(const AccessibilityValue& value);
 
 }  // namespace vantrel::macos

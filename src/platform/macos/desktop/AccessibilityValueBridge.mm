@@ -17,7 +17,7 @@ Element elementOf(CFTypeRef object) {
     return std::make_shared<MacAccessibilityElement>(CFReference<AXUIElementRef>::borrowed(element));
 }
 
-// Members that are no elements are left out.
+// Members that are not elements are left out.
 std::vector<Element> elementsOf(CFArrayRef array) {
     std::vector<Element> elements;
     const CFIndex count = CFArrayGetCount(array);

@@ -10,7 +10,7 @@ namespace vantrel::macos {
 /// An AXUIElement. Any thread.
 class MacAccessibilityElement final : public AccessibilityElement {
   public:
-    /// An empty reference stands for an element that there is not: every call gives an error.
+    /// An empty reference stands for a missing element: every call returns an error.
     explicit MacAccessibilityElement(CFReference<AXUIElementRef> element) : element_(std::move(element)) {}
 
     std::variant<AccessibilityValue, AccessibilityError> attribute(std::string_view name) const override;

@@ -11,7 +11,7 @@ namespace vantrel::macos {
 
 std::unique_ptr<Observation> MacSpaces::observeActiveSpaceDidChange(Block block) {
     requireMainThread("observeActiveSpaceDidChange");
-    // The workspace's own center; the default one never hears of Spaces.
+    // The workspace's own notification center: the default one gets no notifications of Spaces.
     return std::make_unique<NotificationObservation>(NSWorkspace.sharedWorkspace.notificationCenter,
                                                      NSWorkspaceActiveSpaceDidChangeNotification, std::move(block));
 }

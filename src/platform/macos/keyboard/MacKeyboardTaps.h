@@ -13,10 +13,10 @@
 namespace vantrel::macos {
 
 /// An event tap with its source in the main run loop's common modes. Its callback runs there, so decisions and reports
-/// are made on the main thread. Made and destroyed there too, if need be in its own report.
+/// are made on the main thread. Created and destroyed there too; its own report may destroy it.
 class MacKeyboardTap final : public KeyboardTap {
   public:
-    /// Null when the system refuses.
+    /// Null if the system refuses.
     static std::unique_ptr<MacKeyboardTap> create(KeyDecision decision, KeyReport report);
     ~MacKeyboardTap() override;
 
@@ -31,11 +31,11 @@ class MacKeyboardTap final : public KeyboardTap {
     bool install();
     static CGEventRef handle(CGEventTapProxy proxy, CGEventType type, CGEventRef event, void* userInfo);
 
-    // The tap has its address and no share in it.
+    // The tap keeps only its address and does not own it.
     const std::unique_ptr<const Rules> rules_;
     CFReference<CFMachPortRef> eventTap_;
     CFReference<CFRunLoopSourceRef> runLoopSource_;
-    // Calls to a browser that hangs would let the system wait for the tap.
+    // Needed because calls to a browser that hangs would keep the tap from answering the system.
     std::optional<AccessibilityTimeout> accessibilityTimeout_;
 };
 

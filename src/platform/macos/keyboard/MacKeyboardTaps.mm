@@ -14,7 +14,7 @@ constexpr CGEventMask keyDownAndFlagsChanged = CGEventMaskBit(kCGEventKeyDown) |
 static_assert(keyDownAndFlagsChanged == 0x1400);
 static_assert(kCGSessionEventTap == 1 && kCGHeadInsertEventTap == 0 && kCGEventTapOptionDefault == 0);
 static_assert(kCGKeyboardEventKeycode == 9);
-// The rules read the flags by these values.
+// The rules use these values.
 static_assert(kCGEventFlagMaskShift == 0x20000 && kCGEventFlagMaskControl == 0x40000 &&
               kCGEventFlagMaskCommand == 0x100000);
 static_assert(static_cast<CGEventType>(KeyEventType::keyDown) == kCGEventKeyDown);
@@ -22,8 +22,8 @@ static_assert(static_cast<CGEventType>(KeyEventType::flagsChanged) == kCGEventFl
 static_assert(static_cast<CGEventType>(KeyEventType::tapDisabledByTimeout) == kCGEventTapDisabledByTimeout);
 static_assert(static_cast<CGEventType>(KeyEventType::tapDisabledByUserInput) == kCGEventTapDisabledByUserInput);
 
-// Without an allocation: this runs for every key press of the session. A notice that the tap was disabled has no event
-// to read.
+// Must not allocate: this runs for every key press of the session. A notification that the tap was disabled has no
+// event to read.
 KeyEvent keyEvent(CGEventType type, CGEventRef event) {
     KeyEvent key;
     key.type = static_cast<KeyEventType>(type);
@@ -57,7 +57,7 @@ bool MacKeyboardTap::install() {
     return true;
 }
 
-// A tap that is only disabled stays with the system and slows every key press down; it goes with its port.
+// A tap that is only disabled stays in the system and slows down every key press. Invalidating its port removes it.
 MacKeyboardTap::~MacKeyboardTap() {
     requireMainThread("the end of a keyboard tap");
     if (!eventTap_) return;
@@ -71,7 +71,7 @@ CGEventRef MacKeyboardTap::handle(CGEventTapProxy, CGEventType type, CGEventRef 
     if (rules == nullptr) return event;
     const std::string_view name = rules->decision(keyEvent(type, event));
     if (name.empty()) return event;
-    // The tap may be destroyed by the report, and the rules with it.
+    // The report may destroy the tap, and the rules with it.
     const auto report = rules->report;
     @autoreleasepool {
         if (*report) (*report)(name);

@@ -8,7 +8,7 @@
 namespace vantrel::macos {
 
 std::optional<JSONValue> MacJSONSerialization::parse(std::string_view bytes) const {
-    // Foundation would also read UTF-16 and UTF-32, which have zero bytes or are not UTF-8.
+    // Foundation would also read UTF-16 and UTF-32. Those contain zero bytes or are not UTF-8.
     if (bytes.empty() || bytes.find('\0') != std::string_view::npos) return std::nullopt;
     @autoreleasepool {
         if (strictText(bytes) == nil) return std::nullopt;
@@ -29,7 +29,7 @@ std::optional<std::string> MacJSONSerialization::serialise(const JSONObject& obj
         id dictionary = foundationObject(object);
         if (dictionary == nil) return std::nullopt;
         @try {
-            // A number that is not finite cannot be written and would raise an exception below.
+            // A number that is not finite cannot be written and would throw an exception below.
             if (![NSJSONSerialization isValidJSONObject:dictionary]) return std::nullopt;
             NSData* data = [NSJSONSerialization dataWithJSONObject:dictionary options:0 error:nil];
             if (data == nil) return std::nullopt;

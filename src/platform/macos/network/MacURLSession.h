@@ -4,7 +4,7 @@
 
 namespace vantrel::macos {
 
-/// The shared NSURLSession; completions come on its own serial queue.
+/// The shared NSURLSession. Completions run on its own serial queue.
 class MacURLSession final : public URLSession {
   public:
     void dataTask(URLRequest request, Completion completion) override;

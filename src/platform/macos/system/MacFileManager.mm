@@ -7,7 +7,7 @@
 namespace vantrel::macos {
 
 bool MacFileManager::fileExists(std::string_view path) const {
-    // A zero byte would cut the path short for the kernel and so name another file.
+    // The kernel would stop at a zero byte and find another file.
     if (path.find('\0') != std::string_view::npos) return false;
     @autoreleasepool {
         NSString* text = strictText(path);

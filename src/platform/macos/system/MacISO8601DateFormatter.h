@@ -6,7 +6,7 @@ namespace vantrel::macos {
 
 class MacISO8601DateFormatter final : public ISO8601DateFormatter {
   public:
-    /// Fractions are cut towards the past.
+    /// Fractions are rounded towards the past.
     std::string string(double secondsSince1970) const override;
 };
 

@@ -8,7 +8,7 @@
 
 namespace vantrel::macos {
 
-// A formatter for each call: nothing says that one may serve several threads.
+// One formatter for each call: it is not documented as thread-safe.
 std::string MacISO8601DateFormatter::string(double secondsSince1970) const {
     @autoreleasepool {
         NSDate* date = [NSDate dateWithTimeIntervalSince1970:std::floor(secondsSince1970)];

@@ -4,7 +4,7 @@
 
 namespace vantrel::macos {
 
-/// Lines on standard output. A reader that has gone away loses the lines and nothing else.
+/// Lines on standard output. If the reader is gone, the lines are lost and nothing else happens.
 class MacLog final : public Log {
   public:
     MacLog();

@@ -5,7 +5,7 @@
 
 namespace vantrel::macos {
 
-// On the descriptor, not the signal: an ignored SIGPIPE would be handed down to the browser.
+// Set on the descriptor instead of ignoring SIGPIPE, which the browser would inherit.
 MacLog::MacLog() {
     fcntl(STDOUT_FILENO, F_SETNOSIGPIPE, 1);
 }

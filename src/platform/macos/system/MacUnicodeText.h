@@ -6,7 +6,7 @@ namespace vantrel::macos {
 
 class MacUnicodeText final : public UnicodeText {
   public:
-    /// Bytes that are not UTF-8 come out as U+FFFD.
+    /// Bytes that are not UTF-8 become U+FFFD.
     std::string uppercased(std::string_view text) const override;
     bool isValidUTF8(std::string_view bytes) const override;
 };

@@ -6,7 +6,7 @@
 
 namespace vantrel::macos {
 
-// Not stringForKey:, which turns a number into a text.
+// Not stringForKey:, which turns a number into text.
 std::optional<std::string> MacUserDefaults::string(std::string_view key) const {
     @autoreleasepool {
         return bytesOfAny([NSUserDefaults.standardUserDefaults objectForKey:lenientText(key)]);

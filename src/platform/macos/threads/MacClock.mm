@@ -10,7 +10,7 @@ constexpr double nanosecond = 1e-9;
 
 }  // namespace
 
-// mach_absolute_time in nanoseconds. CLOCK_MONOTONIC would go on while the Mac sleeps.
+// mach_absolute_time in nanoseconds. CLOCK_MONOTONIC would continue while the Mac sleeps.
 double MacClock::uptime() const {
     return static_cast<double>(clock_gettime_nsec_np(CLOCK_UPTIME_RAW)) * nanosecond;
 }

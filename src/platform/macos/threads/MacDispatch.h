@@ -26,15 +26,15 @@ class MacDispatchQueue final : public DispatchQueue {
     const dispatch_queue_t queue_;
 };
 
-/// A dispatch_group_t. The system ends the process when a group dies with work under way, so whoever has entered it
-/// holds it.
+/// A dispatch_group_t. The system ends the process if a group is destroyed with work under way, so everyone who enters
+/// it keeps it alive.
 class MacDispatchGroup final : public DispatchGroup {
   public:
     MacDispatchGroup() : group_(dispatch_group_create()) {}
 
     void enter() override;
     void leave() override;
-    /// The queue is one of this computer.
+    /// The queue must be one of this computer.
     void notify(DispatchQueue& queue, Block block) override;
 
   private:

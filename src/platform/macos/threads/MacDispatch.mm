@@ -18,7 +18,7 @@ dispatch_time_t timeFromNow(double seconds) {
     return dispatch_time(DISPATCH_TIME_NOW, static_cast<std::int64_t>(std::ceil(seconds * nanosecondsPerSecond)));
 }
 
-// The pools are for blocks that keep a thread of the global queue for many seconds.
+// The autorelease pools are for blocks that keep a thread of the global queue for many seconds.
 
 void MacDispatchQueue::async(Block block) {
     dispatch_async(queue_, ^{
@@ -52,8 +52,8 @@ void MacDispatchGroup::notify(DispatchQueue& queue, Block block) {
     });
 }
 
-// The system ends the process when a semaphore dies with a value below the one that it was created with. Created with
-// zero it never does.
+// The system ends the process if a semaphore is destroyed with a lower value than it was created with. Created with
+// zero, that cannot happen.
 MacSemaphore::MacSemaphore(int value) : semaphore_(dispatch_semaphore_create(0)) {
     for (int count = 0; count < value; ++count) signal();
 }

@@ -9,9 +9,8 @@
 
 namespace vantrel::macos {
 
-/// Tells the system, for as long as it lives, that the process works for the user although none of its windows may be
-/// visible. Without it timers are napped: they come late, by minutes in the end. The Mac may still go to sleep. Any
-/// thread.
+/// While one exists, it tells the system that the process works for the user even if none of its windows is visible.
+/// Otherwise App Nap delays timers, in the end by minutes. The Mac may still go to sleep. Any thread.
 class TimelyActivity {
   public:
     TimelyActivity();
@@ -23,7 +22,7 @@ class TimelyActivity {
     id<NSObject> token_;
 };
 
-/// An NSTimer of the main run loop. The block belongs to the NSTimer alone and is let go of on the main thread. Made on
+/// An NSTimer of the main run loop. Only the NSTimer owns the block, which is destroyed on the main thread. Created on
 /// the main thread.
 class MacTimer final : public Timer {
   public:

@@ -18,8 +18,8 @@ namespace {
 
 using Validity = std::shared_ptr<std::atomic<bool>>;
 
-// What repeats here stands for as long as a lockdown does, with the client's own window hidden; so the activity is
-// held where it is needed and nowhere else.
+// Repeating timers last as long as a lockdown, while the client's own window is hidden. So the activity is held exactly
+// when it is needed.
 NSTimer* scheduled(double intervalSeconds, bool repeats, Block block, const Validity& validity) {
     const Validity valid = validity;
     const auto shared = std::make_shared<const Block>(std::move(block));
@@ -28,7 +28,7 @@ NSTimer* scheduled(double intervalSeconds, bool repeats, Block block, const Vali
                                            repeats:repeats
                                              block:^(NSTimer*) {
                                                (void)activity;
-                                               // The timer may be destroyed by its own block, and this one with it.
+                                               // The block may destroy its own timer, and this block with it.
                                                const auto running = shared;
                                                @autoreleasepool {
                                                    if (*valid) (*running)();
@@ -52,7 +52,7 @@ void MacTimer::invalidate() {
     if (NSThread.isMainThread) {
         [timer invalidate];
     } else {
-        // Only the thread whose run loop has it can take it out.
+        // Only the thread of its run loop can remove it.
         dispatch_async(dispatch_get_main_queue(), ^{
           [timer invalidate];
         });

@@ -2,7 +2,8 @@
 
 namespace vantrel::macos {
 
-/// Ends the process when the caller is not on the main thread: AppKit would go wrong later and elsewhere. Any thread.
+/// Ends the process if the caller is not on the main thread. Otherwise AppKit would fail later and elsewhere. Any
+/// thread.
 void requireMainThread(const char* operation);
 
 }  // namespace vantrel::macos

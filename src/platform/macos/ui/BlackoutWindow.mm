@@ -11,7 +11,8 @@
     return YES;
 }
 
-// The system then waits with the activation until the mouse is up, and leaves it out when it was prevented by then.
+// The system then delays the activation until the mouse button is released, and skips it if it has been prevented by
+// then.
 - (BOOL)shouldDelayWindowOrderingForEvent:(NSEvent*)event {
     (void)event;
     return YES;

@@ -11,7 +11,7 @@ NSFont* fontOf(const Font& font) {
     return font.bold ? [NSFont boldSystemFontOfSize:font.size] : [NSFont systemFontOfSize:font.size];
 }
 
-// Nil for the control's own.
+// Nil means the control's default.
 NSColor* colorOf(TextColor color) {
     switch (color) {
         case TextColor::standard:
@@ -38,7 +38,7 @@ NSTextField* textField(const Control& control) {
     NSTextField* field = [[NSTextField alloc] initWithFrame:cgRect(control.frame)];
     field.stringValue = lenientText(control.text);
     field.placeholderString = lenientText(control.placeholder);
-    // A field that is made in code wraps a long entry, into a second line that nobody sees.
+    // A field created in code would wrap a long entry into a second line that nobody sees.
     NSCell* cell = field.cell;
     cell.wraps = NO;
     cell.scrollable = YES;

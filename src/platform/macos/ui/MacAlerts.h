@@ -6,7 +6,7 @@ namespace vantrel::macos {
 
 class MacAlerts final : public Alerts {
   public:
-    /// An alert that the system ends without an answer counts as answered with its last button.
+    /// If the system ends an alert without an answer, the last button counts as chosen.
     std::size_t runModal(const Alert& alert) override;
 };
 

@@ -23,7 +23,7 @@ bool hasAWindow(NSApplication* application) {
     return false;
 }
 
-// Into the Space that a full-screen application fills the system lets no other one's window by itself, and above the
+// By itself, the system shows no other application's window in the Space of a full-screen one, and none above the
 // client's own covers.
 void showEverywhere(NSApplication* application, NSWindow* panel) {
     NSWindowLevel level = NSModalPanelWindowLevel;
@@ -38,16 +38,16 @@ void showEverywhere(NSApplication* application, NSWindow* panel) {
     if (application.hidden) [application unhideWithoutActivation];
 }
 
-// In a lockdown the client has no window and the browser is in front, on a Space of its own. A question that came up
-// elsewhere would be seen by nobody and hold up everything else; to go there would be to leave the meeting.
+// In a lockdown the client has no window, and the browser is in front on a Space of its own. Nobody would see a
+// question on another Space, and it would hold up everything else. Going there would mean leaving the meeting.
 NSModalResponse runWhereTheUserIs(NSAlert* alert) {
     NSApplication* application = NSApplication.sharedApplication;
     if (hasAWindow(application)) return [alert runModal];
     NSRunningApplication* before = application.active ? nil : NSWorkspace.sharedWorkspace.frontmostApplication;
     showEverywhere(application, alert.window);
     const NSModalResponse response = [alert runModal];
-    // The click on its button has brought the client to the front, where nothing takes keys. Unless the answer has put
-    // a window there by then.
+    // The click on the alert's button has brought the client to the front, where nothing takes keys. So give the front
+    // back, unless the answer has shown a window meanwhile.
     dispatch_async(dispatch_get_main_queue(), ^{
       if (application.active && !hasAWindow(application)) [before activateWithOptions:0];
     });
@@ -65,7 +65,7 @@ std::size_t MacAlerts::runModal(const Alert& alert) {
     for (const std::string& button : alert.buttons) [shown addButtonWithTitle:lenientText(button)];
 
     const NSModalResponse response = runWhereTheUserIs(shown);
-    // With no buttons there is still the system's own OK.
+    // Without buttons there is still the system's own OK.
     const std::size_t last = std::max<std::size_t>(alert.buttons.size(), 1) - 1;
     if (response < NSAlertFirstButtonReturn) return last;
     return std::min(static_cast<std::size_t>(response - NSAlertFirstButtonReturn), last);

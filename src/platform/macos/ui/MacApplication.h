@@ -6,7 +6,7 @@
 
 #include "platform/ui/Application.h"
 
-/// The delegate that AppKit knows; it hands on to the client's. Main thread.
+/// AppKit's delegate. It forwards to the client's. Main thread.
 @interface VantrelApplicationDelegate : NSObject <NSApplicationDelegate>
 
 - (void)setReceiver:(std::weak_ptr<vantrel::ApplicationDelegate>)receiver;
@@ -15,7 +15,7 @@
 
 namespace vantrel::macos {
 
-/// The shared NSApplication, which is made with this object. Main thread.
+/// The shared NSApplication, which this object creates. Main thread.
 class MacApplication final : public Application {
   public:
     MacApplication();

@@ -5,7 +5,7 @@
 
 namespace vantrel::macos {
 
-/// One BlackoutWindow; nothing happens any more once it is closed. Main thread.
+/// One BlackoutWindow. Calls do nothing once it is closed. Main thread.
 class MacOverlay final : public Overlay {
   public:
     explicit MacOverlay(const OverlayDescription& description);

@@ -23,11 +23,11 @@ MacOverlay::MacOverlay(const OverlayDescription& description) {
     window_.releasedWhenClosed = NO;
     window_.hidesOnDeactivate = NO;
     window_.movable = NO;
-    // Another application's "Hide Others" would uncover the display.
+    // Otherwise another application's "Hide Others" would uncover the display.
     window_.canHide = NO;
     window_.ignoresMouseEvents = NO;
     [window_ setUpContentWithSize:frame.size labels:description.labels];
-    // Once more: a window may be made on another display than the one that its frame lies on.
+    // Set again: a window may be created on a display other than that of its frame.
     [window_ setFrame:frame display:NO];
 }
 

@@ -6,7 +6,7 @@
 
 namespace vantrel::macos {
 
-/// An NSStatusItem; nothing happens any more once it is removed. Main thread.
+/// An NSStatusItem. Calls do nothing once it is removed. Main thread.
 class MacStatusItem final : public StatusItem {
   public:
     explicit MacStatusItem(double length);
@@ -24,7 +24,7 @@ class MacStatusItem final : public StatusItem {
 class MacStatusBar final : public StatusBar {
   public:
     [[nodiscard]] std::unique_ptr<StatusItem> statusItem(double length) override;
-    /// The item is one of this status bar; a second removal does nothing.
+    /// The item must be one of this status bar. A second removal does nothing.
     void removeStatusItem(StatusItem& item) override;
 };
 

@@ -25,7 +25,7 @@ void MacStatusItem::setMenu(const Menu& menu) {
 void MacStatusItem::remove() {
     requireMainThread("remove");
     if (item_ == nil) return;
-    // An open menu would stay on the screen, with items that nobody answers for.
+    // Otherwise an open menu would stay on the screen with items that do nothing.
     [item_.menu cancelTracking];
     [NSStatusBar.systemStatusBar removeStatusItem:item_];
     item_ = nil;

@@ -7,12 +7,12 @@
 
 #include "platform/ui/Window.h"
 
-/// The target of a window's buttons; it tells the handler which one was pressed. Main thread.
+/// The target of a window's buttons. It tells the handler which one was pressed. Main thread.
 @interface VantrelButtonTarget : NSObject
 
 - (instancetype)initWithHandler:(vantrel::Windows::ActionHandler)handler;
 - (void)buttonPressed:(NSView*)sender;
-/// Nothing is told any more.
+/// From here on the handler is no longer called.
 - (void)forget;
 
 @end

@@ -21,7 +21,7 @@
 }
 
 - (void)buttonPressed:(NSView*)sender {
-    // Copies: the handler may destroy the window, and with it all that is here.
+    // Copies: the handler may destroy the window, and everything here with it.
     const vantrel::Windows::ActionHandler handler = _handler;
     const std::string pressed = vantrel::macos::bytesOf(sender.identifier);
     if (handler) handler(pressed);
@@ -52,7 +52,7 @@ MacWindow::MacWindow(const WindowDescription& description, Windows::ActionHandle
     for (const View& view : description.views) addView(view);
 }
 
-// AppKit may still be in the middle of an event of this window, such as the press that led here.
+// AppKit may still be handling an event of this window, such as the press that led here.
 MacWindow::~MacWindow() {
     requireMainThread("the end of a window");
     [target_ forget];
@@ -115,7 +115,7 @@ void MacWindow::setStyleMask(unsigned mask) {
     window_.styleMask = static_cast<NSWindowStyleMask>(mask);
 }
 
-// A button's string value is its state; its text is the title.
+// A button's string value is its state. Its text is the title.
 std::optional<std::string> MacWindow::text(std::string_view id) const {
     requireMainThread("text");
     const auto found = controls_.find(id);

@@ -15,8 +15,8 @@
 
 namespace vantrel::macos {
 
-/// AppKit's menu for the client's. Items enable themselves as AppKit has it: one without an action is disabled, one
-/// without a target is enabled when somebody answers its action. Main thread.
+/// AppKit's menu for the client's. AppKit enables the items: one without an action is disabled, one without a target is
+/// enabled if some responder handles its action. Main thread.
 NSMenu* appKitMenu(const Menu& menu);
 
 }  // namespace vantrel::macos

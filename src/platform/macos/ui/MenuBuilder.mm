@@ -16,7 +16,7 @@
 
 - (void)perform:(id)sender {
     (void)sender;
-    // A copy: the block may take its own menu away.
+    // A copy: the block may destroy its own menu.
     const vantrel::Block block = _block;
     block();
 }
