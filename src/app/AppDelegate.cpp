@@ -20,7 +20,7 @@ void AppDelegate::applicationDidFinishLaunching() {
 TerminateReply AppDelegate::applicationShouldTerminate() {
     if (!mainWindowController_) return TerminateReply::now;
     if (mainWindowController_->isInLockdown()) return TerminateReply::cancel;
-    // Without a lockdown this does nothing; it stays so that a session is always torn down through the one routine.
+    // Does nothing without a lockdown. Called anyway, so that every session ends through the same routine.
     mainWindowController_->endSession(SessionEndReason::userRequest);
     return TerminateReply::now;
 }

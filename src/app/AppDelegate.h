@@ -8,7 +8,7 @@
 
 namespace vantrel {
 
-/// Lets one instance run, and lets it quit when no lockdown is active. Main thread.
+/// Allows one instance only, and allows quitting when no lockdown is active. Main thread.
 class AppDelegate : public ApplicationDelegate {
   public:
     explicit AppDelegate(const Computer& computer) : computer_(computer) {}

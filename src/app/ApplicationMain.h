@@ -4,7 +4,7 @@
 
 namespace vantrel {
 
-/// The client from its start to its end, on the given computer. Main thread, asserted: a call on any other ends the
+/// Runs the client from start to end on the given computer. Main thread, asserted: a call on any other thread ends the
 /// process. Returns when the application has been terminated.
 void applicationMain(const Computer& computer);
 

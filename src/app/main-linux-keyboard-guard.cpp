@@ -1,5 +1,5 @@
-// Lets the keyboard go when the client that filters it stops answering. The client starts it, with the identifier of
-// one of its X resources as its only argument and a socket to the client as its standard input.
+// Releases the keyboard when the client that filters it stops answering. The client starts it with the identifier of
+// one of its X resources as the only argument and a socket to the client as standard input.
 #include <unistd.h>
 
 #include <charconv>

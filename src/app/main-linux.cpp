@@ -21,8 +21,8 @@ void explain(vantrel::linuxdesktop::NoComputer reason) {
     }
 }
 
-// On macOS the process is gone as soon as it may terminate, with whatever was still sleeping in the background. Going
-// through the destructors would wait for it.
+// On macOS the process is gone as soon as it may terminate, including everything that sleeps in the background.
+// Destructors would wait for that.
 [[noreturn]] void endProcess() {
     std::fflush(nullptr);
     std::_Exit(EXIT_SUCCESS);

@@ -69,7 +69,7 @@ void BrowserLauncher::launchProcess(const std::string& meetURL, SupportedBrowser
     const auto preExisting = firstRunning(browser);
     change([&preExisting](State& state) { state.wasPreExisting = preExisting != nullptr; });
     if (preExisting) {
-        // The words name Chrome for every browser of this route.
+        // The text names Chrome for every browser that is launched this way.
         print("[BROWSER] Chrome già in esecuzione, PID pre-launch: " +
               std::to_string(preExisting->processIdentifier()));
     }
@@ -190,7 +190,7 @@ void BrowserLauncher::attemptFullscreen() {
         process = state.browserPID;
     });
     print("[FULLSCREEN] Tentativo " + std::to_string(attempt) + "/" + std::to_string(maxFullscreenRetries) + "...");
-    // A browser that is not known by now ends the series for good.
+    // If the browser is still unknown, the series ends for good.
     if (!process) return;
 
     const auto windows = accessibilityWindows(platform_.accessibility, *process);
@@ -225,7 +225,7 @@ void BrowserLauncher::confirmFullscreen() {
 }
 
 void BrowserLauncher::maximise(AccessibilityElement& window) {
-    // The screen's frame as it is: its origin counts from another corner than a position, and is not converted.
+    // The screen's frame as it is. Its origin is at another corner than that of a position, but it is not converted.
     const auto screen = platform_.screens.mainScreen();
     setFrame(window, screen ? screen->frame : frameWithoutMainScreen);
 }
@@ -244,7 +244,7 @@ void BrowserLauncher::scheduleFullscreenRetry() {
 }
 
 void BrowserLauncher::replaceRetryTimer(std::unique_ptr<Timer> timer) {
-    // The old one is invalidated without the lock held.
+    // The old timer is invalidated after the lock is released.
     const std::lock_guard guard(lock_);
     fullscreenRetryTimer_.swap(timer);
 }

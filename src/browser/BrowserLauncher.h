@@ -28,15 +28,14 @@
 
 namespace vantrel {
 
-/// Owns the participant's browser for one session: starts it on the meeting, drives its window to full screen, gives it
-/// back at the end. Always shared, and its last reference is dropped on the main thread.
+/// Owns the participant's browser for one session: starts it with the meeting, brings its window to full screen, and
+/// closes it at the end. Always shared. The last reference is dropped on the main thread.
 ///
-/// Its state is written by the launch's thread, the main thread and the browser kill's, and read on any thread. A
-/// closure that it leaves with a queue or a timer holds it weakly, but for the delayed attempt after a launch through
-/// the workspace.
+/// The launch's thread, the main thread and the browser kill's thread write its state; any thread reads it. Blocks that
+/// it leaves with a queue or a timer hold it weakly, except the delayed attempt after a launch through the workspace.
 class BrowserLauncher : public std::enable_shared_from_this<BrowserLauncher> {
   public:
-    /// What it touches of the computer.
+    /// The parts of the computer that it uses.
     struct Platform {
         FileManager& files;
         ProcessLauncher& processes;
@@ -58,43 +57,45 @@ class BrowserLauncher : public std::enable_shared_from_this<BrowserLauncher> {
 
     explicit BrowserLauncher(const Platform& platform, Detection detect = detectSupportedBrowser);
 
-    /// Hears, in words for the participant, that the browser could not be started. Main thread; set before the launch.
+    /// Called when the browser could not be started, with a reason for the participant. Main thread; set before the
+    /// launch.
     std::function<void(const std::string& reason)> onSessionEnded;
 
-    /// Told when full screen is confirmed. Main thread.
+    /// Called when full screen is confirmed. Main thread.
     std::weak_ptr<FullscreenObserver> windowMonitor;
 
-    /// The process that owns the meeting window.
+    /// The process with the meeting window.
     std::optional<ProcessIdentifier> browserPID() const { return locked(&State::browserPID); }
-    /// The handle of that process; null when there is none.
+    /// The handle of that process. Null if there is none.
     std::shared_ptr<RunningApplication> browserApp() const { return locked(&State::browserApp); }
-    /// The meeting window, where it was looked for and found.
+    /// The number of the meeting window, if it was looked for and found.
     std::optional<std::int64_t> windowNumber() const { return locked(&State::windowNumber); }
     std::optional<SupportedBrowser> detectedBrowser() const { return locked(&State::detectedBrowser); }
-    /// Whether the browser was running already; never true where it was opened through the workspace.
+    /// Whether the browser was running already. Always false if it was opened through the workspace.
     bool wasPreExisting() const { return locked(&State::wasPreExisting); }
     /// Whether the meeting window is known to be in full screen, or the attempts have run out.
     bool isConfirmedFullscreen() const { return locked(&State::isConfirmedFullscreen); }
     /// Attempts in this series.
     int fullscreenRetryCount() const { return locked(&State::fullscreenRetryCount); }
 
-    /// Opens the meeting, a link or a bare code. Never on the main thread, for it blocks its own: 3 seconds where the
-    /// browser is started as a process, about 3.4 to 15.4 seconds where it is opened through the workspace, and no time
-    /// where there is no browser, its process does not start or an address forms no URL. Once for each launcher.
+    /// Opens the meeting, given as a link or a bare code. It blocks, so it must not run on the main thread: 3 seconds
+    /// if the browser is started as a process, about 3.4 to 15.4 seconds if it is opened through the workspace. It
+    /// returns at once if there is no browser, its process does not start or an address forms no URL. Once for each
+    /// launcher.
     void launch(const std::string& meetURL);
 
     /// One attempt at full screen. Main thread.
     void attemptFullscreen();
-    /// Any thread. An attempt whose timer has fired already still comes.
+    /// Any thread. An attempt whose timer has already fired still runs.
     void cancelFullscreenRetry();
 
     /// Main thread.
     void bringToFront();
-    /// Takes over the browser's new process. Main thread.
+    /// Follows the browser to its new process. Main thread.
     void adoptRunningApplication(const std::shared_ptr<RunningApplication>& application);
 
-    /// Gives the browser back at the end of a session: closes the windows of one that was running already, ends one
-    /// that was started. Main thread; blocks for at most about 2.2 seconds, or 0.5 seconds for each full-screen window.
+    /// Closes the browser at the end of a session: only its windows if it was running before, the whole browser if it
+    /// was started here. Main thread; blocks for at most about 2.2 seconds, or 0.5 seconds for each full-screen window.
     void closeBrowser();
 
   private:

@@ -9,18 +9,19 @@
 
 namespace vantrel {
 
-/// The two ways of giving a browser back. Main thread, which they block. Nothing is reported: what cannot be closed
+/// The two ways of closing a browser. Main thread, which they block. Failures are not reported: what cannot be closed
 /// stays open.
 class BrowserShutdown {
   public:
     BrowserShutdown(const Accessibility& accessibility, const Clock& clock, Threads& threads)
         : accessibility_(accessibility), clock_(clock), threads_(threads) {}
 
-    /// Closes every window that the application shows to Accessibility, full-screen ones after half a second outside
-    /// of full screen. The process goes on.
+    /// Closes every window that Accessibility shows. A full-screen window first leaves full screen and is closed half a
+    /// second later. The process continues.
     void closeWindows(ProcessIdentifier process) const;
 
-    /// Asks the application to end, and forces it after about 2 seconds of uptime. Without one it waits all the same.
+    /// Asks the application to end, and forces it after about 2 seconds of uptime. Waits even if there is no
+    /// application.
     void terminate(const std::shared_ptr<RunningApplication>& application) const;
 
   private:

@@ -2,7 +2,7 @@
 
 namespace vantrel {
 
-/// What the launcher tells of a meeting window in full screen. Main thread.
+/// Told by the launcher about the meeting window's full screen. Main thread.
 class FullscreenObserver {
   public:
     virtual ~FullscreenObserver() = default;

@@ -4,8 +4,8 @@
 
 namespace vantrel {
 
-/// The address to open for what the server calls the meeting link: a text that begins with "http" (lower case) is one
-/// already, anything else is a bare meeting code.
+/// The address to open for the server's meeting link. A text that begins with "http" (lower case) is an address
+/// already; anything else is a bare meeting code.
 inline std::string meetingAddress(const std::string& linkOrCode) {
     return linkOrCode.starts_with("http") ? linkOrCode : "https://meet.google.com/" + linkOrCode;
 }

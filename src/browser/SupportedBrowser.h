@@ -10,14 +10,14 @@
 
 namespace vantrel {
 
-/// The browsers that the client knows how to drive.
+/// The browsers that the client can control.
 enum class SupportedBrowser { chrome, firefox, edge, safari };
 
 inline constexpr std::array allSupportedBrowsers = {SupportedBrowser::chrome, SupportedBrowser::firefox,
                                                     SupportedBrowser::edge, SupportedBrowser::safari};
 
-/// Which one is taken where several are installed. Safari goes before Firefox on purpose: a meeting that Firefox was
-/// picked for is opened in Safari all the same.
+/// The order of choice if several are installed. Safari comes before Firefox on purpose: a meeting meant for Firefox
+/// still opens in Safari.
 inline constexpr std::array browserDetectionOrder = {SupportedBrowser::chrome, SupportedBrowser::edge,
                                                      SupportedBrowser::safari, SupportedBrowser::firefox};
 
@@ -26,16 +26,16 @@ std::string_view rawValue(SupportedBrowser browser);
 /// The browser with exactly that bundle identifier; empty for any other text.
 std::optional<SupportedBrowser> supportedBrowser(std::string_view rawValue);
 
-/// The name in log lines, and in the owner names of windows.
+/// The name in log lines and in the owner names of windows.
 std::string_view displayName(SupportedBrowser browser);
 
-/// Where its executable may lie, in the order in which the places are looked at. The home folder is read on each call.
+/// The possible paths of its executable, in the order in which they are tried. The home folder is read on each call.
 std::vector<std::string> executableCandidates(SupportedBrowser browser, const FileManager& files);
 
-/// What starts it as a bare window on the meeting; empty for those that are not started by their executable.
+/// The arguments that open the meeting in a bare window. Empty for browsers that are not started by their executable.
 std::vector<std::string> launchArguments(SupportedBrowser browser, const std::string& meetURL);
 
-/// The first of the detection order with a candidate that exists, whatever lies there; Safari where none does, because
+/// The first browser in detection order with a candidate path that exists, whatever is there. Otherwise Safari, because
 /// it is part of the system. Any thread.
 SupportedBrowser detectSupportedBrowser(const FileManager& files);
 

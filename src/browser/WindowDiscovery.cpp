@@ -19,7 +19,7 @@ std::optional<WindowDiscovery::Found> WindowDiscovery::waitForNewWindow(
     const Numbers known = numbers(before);
     while (clock_.uptime() < deadline) {
         threads_.sleep(pollingInterval);
-        // The list first: the process may become known while it is being made.
+        // Read the list first: the process may become known meanwhile.
         const auto windows = onScreen();
         if (auto found = newWindow(windows, known, browserPID(), ownerName)) return found;
     }

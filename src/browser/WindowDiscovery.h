@@ -14,7 +14,7 @@
 
 namespace vantrel {
 
-/// Waits for the window that a browser opens on the meeting. On the thread of the browser's launch.
+/// Waits for the window that a browser opens for the meeting. On the launch's thread.
 class WindowDiscovery {
   public:
     using Windows = std::vector<WindowEntry>;
@@ -22,7 +22,7 @@ class WindowDiscovery {
 
     struct Found {
         std::int64_t number = 0;
-        /// 0 when the list does not tell.
+        /// 0 if the list does not say.
         ProcessIdentifier owner = 0;
         std::string title;
     };
@@ -30,17 +30,16 @@ class WindowDiscovery {
     WindowDiscovery(const WindowList& list, const Clock& clock, Threads& threads)
         : list_(list), clock_(clock), threads_(threads) {}
 
-    /// The windows on the screen; none when the system gives no list.
+    /// The windows on the screen. None if the system gives no list.
     Windows onScreen() const;
 
-    /// The first window that was not there before and belongs to the process that `browserPID` names by then, or whose
-    /// owner's name contains `ownerName`. Looks every 0.4 seconds for 12 seconds of uptime: setting the computer's
-    /// calendar neither shortens nor prolongs it.
+    /// The first new window that belongs to the process that `browserPID` names by then, or whose owner's name contains
+    /// `ownerName`. Looks every 0.4 seconds for 12 seconds of uptime; setting the calendar does not change that.
     std::optional<Found> waitForNewWindow(const Windows& before,
                                           const std::function<std::optional<ProcessIdentifier>()>& browserPID,
                                           std::string_view ownerName) const;
 
-    /// The numbers of those that have one.
+    /// The numbers of the windows that have one.
     static Numbers numbers(const Windows& windows);
 
     /// One look at the list.

@@ -6,11 +6,11 @@
 
 namespace vantrel {
 
-/// What a covered display shows: a lock, the product's name and a notice, around the middle. The pointer over it is the
-/// operation-not-allowed cursor.
+/// The content of a covered display: a lock, the product's name and a notice, around the middle. The pointer over it is
+/// the operation-not-allowed cursor.
 class BlackoutContentView {
   public:
-    /// The labels for content of that size, from its bottom left.
+    /// The labels for content of that size. Positions count from its bottom left.
     static std::vector<OverlayLabel> labels(const Size& size);
 };
 

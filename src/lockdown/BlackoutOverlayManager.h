@@ -18,19 +18,19 @@ namespace vantrel {
 /// Covers every display but one during a lockdown. Main thread; always shared.
 class BlackoutOverlayManager : public std::enable_shared_from_this<BlackoutOverlayManager> {
   public:
-    /// Seconds after which the covers are put on top again.
+    /// Seconds between two times that the covers are put on top again.
     static constexpr double enforceInterval = 3.0;
 
     BlackoutOverlayManager(Screens& screens, Overlays& overlays, RunLoop& mainRunLoop, Log& log)
         : screens_(screens), overlays_(overlays), mainRunLoop_(mainRunLoop), log_(log) {}
 
-    /// Covers every screen but `excludedScreen`. Where all displays share one Space nothing is covered: a full-screen
-    /// application blanks the others there.
+    /// Covers every screen but `excludedScreen`. Covers nothing if all displays share one Space: a full-screen
+    /// application then blanks the others.
     void activate(const std::optional<Screen>& excludedScreen);
     void deactivate();
 
     bool isActive() const { return isActive_; }
-    /// How many covers are shown.
+    /// The number of covers shown.
     std::size_t windowCount() const { return windows_.size(); }
 
   private:

@@ -7,12 +7,13 @@
 
 namespace vantrel {
 
-/// Covers one display. It takes neither the keyboard focus nor lets a click through. Main thread; its end closes it.
+/// Covers one display. It never takes the keyboard focus and lets no click through. Main thread. The destructor closes
+/// it.
 class BlackoutWindow {
   public:
     BlackoutWindow(Overlays& overlays, const Screen& screen);
 
-    /// Puts it above everything, where other windows may have come in between.
+    /// Puts it on top again, in case other windows have come in front.
     void enforce();
     void close();
 

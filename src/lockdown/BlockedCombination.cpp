@@ -29,7 +29,7 @@ enum Key : std::int64_t {
     keyUpArrow = 126
 };
 
-/// The row of digits: the codes of 5 and 6, and of 7 to 9, do not follow each other.
+/// The row of digits. The codes of 5 and 6 are not in order, nor are those of 7 to 9.
 constexpr std::array<std::pair<std::int64_t, std::string_view>, 9> digits{{{18, "Cmd+1"},
                                                                            {19, "Cmd+2"},
                                                                            {20, "Cmd+3"},
@@ -98,8 +98,8 @@ constexpr std::string_view withCommandAndControl(std::int64_t keyCode, bool shif
     }
 }
 
-/// In this order: the digits come before the screenshots, whose names are therefore never given, and Tab is taken
-/// before Control is looked at.
+/// The order matters: digits come before the screenshots, whose names are therefore never returned, and Tab comes
+/// before Control is checked.
 constexpr std::string_view withCommand(std::int64_t keyCode, bool shift, bool control) {
     if (const auto name = letterWithCommand(keyCode); !name.empty()) return name;
     if (keyCode == keyTab) return shift ? "Cmd+Shift+Tab" : "Cmd+Tab";

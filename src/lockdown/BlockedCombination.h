@@ -6,8 +6,8 @@
 
 namespace vantrel {
 
-/// The name of the key combination, where it would leave, hide or double the meeting; empty where the key may pass.
-/// Option is not looked at. Any thread; allocates nothing.
+/// The name of the key combination if it would leave, hide or duplicate the meeting. Empty if the key may pass. Option
+/// is ignored. Any thread; allocates nothing.
 std::string_view blockedCombination(const KeyEvent& event) noexcept;
 
 }  // namespace vantrel

@@ -10,11 +10,11 @@ constexpr double confirmationTimeout = 1.5;
 constexpr double pollingInterval = 0.1;
 constexpr int killSignal = 9;
 
-/// The launcher is held only here: the kill must not keep it alive while it waits.
+/// Holds the launcher only here: the kill must not keep it alive while it waits.
 std::optional<ProcessIdentifier> takeProcess(const std::weak_ptr<BrowserLauncher>& weak) {
     const auto launcher = weak.lock();
     const auto process = launcher ? launcher->browserPID() : std::nullopt;
-    // So that it does not bring the dying window back.
+    // So that no attempt brings the dying window back.
     if (process) launcher->cancelFullscreenRetry();
     return process;
 }
@@ -29,7 +29,7 @@ void BrowserKill::run(const std::weak_ptr<BrowserLauncher>& launcher) const {
     }
     kill(*process);
     waitForEnd(*process);
-    // Whatever came of it.
+    // Printed whatever the result.
     log_.print("[MONITOR] Kill browser: processo " + std::to_string(*process) + " confermato terminato");
 }
 

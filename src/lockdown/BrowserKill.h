@@ -9,7 +9,7 @@
 
 namespace vantrel {
 
-/// Ends the browser of a participant who has left the meeting. On a background queue, whose thread it blocks for at
+/// Ends the browser of a participant who has left the meeting. Runs on a background queue and blocks its thread for at
 /// most about 1.6 seconds.
 class BrowserKill {
   public:

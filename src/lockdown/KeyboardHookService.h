@@ -12,19 +12,19 @@
 namespace vantrel {
 
 /// Swallows the key combinations that would leave the meeting. Main thread; always shared. A tap that the system has
-/// disabled stays so.
+/// disabled stays disabled.
 class KeyboardHookService : public std::enable_shared_from_this<KeyboardHookService> {
   public:
     KeyboardHookService(AccessibilityTrust& trust, KeyboardTaps& taps, Log& log)
         : trust_(trust), taps_(taps), log_(log) {}
 
-    /// Hears the name of every blocked combination. Main thread.
+    /// Called with the name of every blocked combination. Main thread.
     std::function<void(const std::string& name)> onKeyBlocked;
 
     bool isActive() const { return isActive_; }
 
-    /// Without the Accessibility permission, or when the system refuses the tap, it stays inactive and says so in the
-    /// log.
+    /// Without the Accessibility permission, or if the system refuses the tap, the service stays inactive and logs
+    /// that.
     void start();
     void stop();
 

@@ -6,8 +6,8 @@
 
 namespace vantrel {
 
-/// "(x, y, width, height)" for log lines: each number in the shortest way that reads back the same, with at least one
-/// decimal.
+/// "(x, y, width, height)" for log lines. Each number is the shortest text that reads back as the same value, with at
+/// least one decimal.
 std::string rectangleText(const Rect& rectangle);
 
 }  // namespace vantrel

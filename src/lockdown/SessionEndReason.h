@@ -6,7 +6,7 @@
 
 namespace vantrel {
 
-/// Why a session ended. No rule raises browserKilledMinimize and browserKilledFocus; they are carried and shown.
+/// Why a session ended. No rule uses browserKilledMinimize and browserKilledFocus, but they can be passed on and shown.
 enum class SessionEndReason {
     meetWindowClosed,
     browserKilledMinimize,
@@ -19,7 +19,7 @@ inline constexpr std::array allSessionEndReasons = {
     SessionEndReason::meetWindowClosed, SessionEndReason::browserKilledMinimize, SessionEndReason::browserKilledFocus,
     SessionEndReason::browserCrashed, SessionEndReason::userRequest};
 
-/// The reason's raw value: what the participant reads.
+/// The reason's raw value: the text for the participant.
 constexpr std::string_view message(SessionEndReason reason) {
     switch (reason) {
         case SessionEndReason::meetWindowClosed:

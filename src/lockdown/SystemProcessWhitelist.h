@@ -6,7 +6,7 @@
 
 namespace vantrel {
 
-/// Names or bundle identifiers of applications whose coming to the front is no violation.
+/// Names or bundle identifiers of applications that may come to the front without a violation.
 inline constexpr std::array<std::string_view, 17> systemProcessWhitelist = {"loginwindow",
                                                                             "WindowServer",
                                                                             "Dock",

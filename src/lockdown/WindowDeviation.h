@@ -6,7 +6,7 @@ namespace vantrel {
 
 /// How a window differs from one that fills the screen.
 struct WindowDeviation {
-    /// Off the screen's origin by more than 1 % of the screen in either direction.
+    /// Away from the screen's origin by more than 1 % of the screen in either direction.
     bool moved = false;
     /// At least 0.9 of the screen's width and 0.8 of its height.
     bool sizeCorrect = true;
@@ -16,8 +16,8 @@ struct WindowDeviation {
     bool isNone() const { return !moved && sizeCorrect; }
 };
 
-/// The window's position counts from the top left and the screen's from the bottom left; they are compared as they
-/// stand.
+/// The window's position counts from the top left, the screen's from the bottom left. They are compared without
+/// conversion.
 WindowDeviation windowDeviation(const Rect& window, const Rect& screen);
 
 }  // namespace vantrel

@@ -17,7 +17,7 @@ constexpr double pauseAfterSpaceChange = 0.3;
 constexpr Size sizeWithoutMainScreen{1440, 900};
 constexpr std::string_view bundleIdWithoutBundle = "biz.quorrin.vantrel";
 
-/// The name of the detected browser, or what stands for it where there is none.
+/// The name of the detected browser, or `substitute` if there is none.
 std::string nameOr(const BrowserLauncher& launcher, std::string_view substitute) {
     const auto browser = launcher.detectedBrowser();
     return std::string(browser ? displayName(*browser) : substitute);
@@ -176,7 +176,7 @@ void WindowMonitorService::observeSpaces() {
 
 void WindowMonitorService::handleSpaceChange() {
     if (!isActive_ || !fullscreenConfirmed_) return;
-    // The notice comes while the window flags still tell the old state.
+    // The notification arrives while window flags still show the old state.
     platform_.dispatch.mainQueue().asyncAfter(pauseAfterSpaceChange, [weak = weak_from_this()] {
         if (const auto self = weak.lock()) self->checkSpace();
     });
@@ -186,7 +186,7 @@ void WindowMonitorService::checkSpace() {
     if (!isActive_ || !fullscreenConfirmed_) return;
     const auto launcher = browserLauncher_.lock();
     const auto known = launcher ? launcher->browserPID() : std::nullopt;
-    // A window that is gone, and a browser that nobody knows, are the next tick's.
+    // The next tick handles a window that is gone or a browser that is not known.
     if (!known) return;
     const auto windows = allWindows();
     if (runningBrowser(*launcher) && hasLargeWindowOnScreen(windows, *known, screenSize())) {
@@ -197,7 +197,7 @@ void WindowMonitorService::checkSpace() {
     print("[MONITOR] ⚠️ Utente cambiato a Space diverso da Meet — kill browser e fine sessione");
     stopMonitoring();
     platform_.dispatch.userInitiatedQueue().async([weak = weak_from_this(), browser = browserLauncher_] {
-        // A copy: the monitor is not kept alive for as long as the kill waits.
+        // A copy, so that the waiting kill does not keep the monitor alive.
         std::optional<BrowserKill> kill;
         if (const auto self = weak.lock()) kill.emplace(self->kill_);
         if (kill) kill->run(browser);
@@ -213,7 +213,7 @@ std::optional<ProcessIdentifier> WindowMonitorService::runningBrowser(const Brow
 
 bool WindowMonitorService::isBrowserWindowVisible(ProcessIdentifier process) const {
     const auto windows = allWindows();
-    // A full-screen window lives on a Space of its own, where it is not on the screen while another one shows.
+    // A full-screen window has its own Space, and is not on the screen while another Space is shown.
     return fullscreenConfirmed_ ? hasLargeWindow(windows, process, screenSize())
                                 : hasLargeWindowOnScreen(windows, process, screenSize());
 }

@@ -24,8 +24,8 @@
 
 namespace vantrel {
 
-/// Watches the browser that carries the meeting: repairs small faults, reports a focus taken by another application,
-/// and ends the session when the window or the browser is gone or the participant has left the meeting's Space. Main
+/// Watches the browser with the meeting. It repairs small faults, reports when another application takes the focus, and
+/// ends the session when the window or the browser is gone or the participant has left the meeting's Space. Main
 /// thread; always shared.
 class WindowMonitorService : public FullscreenObserver, public std::enable_shared_from_this<WindowMonitorService> {
   public:
@@ -44,19 +44,19 @@ class WindowMonitorService : public FullscreenObserver, public std::enable_share
 
     /// Seconds between two ticks.
     static constexpr double checkInterval = 1.5;
-    /// Only printed: the decision falls at a count of 2.
+    /// Appears only in the log: the decision is made at a count of 2.
     static constexpr int notVisibleThreshold = 6;
-    /// Ticks on which a browser that has never been seen is waited for.
+    /// For how many ticks it waits for a browser that has never been seen.
     static constexpr int startupGraceTicks = 8;
 
     WindowMonitorService(const Platform& platform, const BrowserKill& kill);
 
-    /// The meeting link, for whoever looks at the monitor.
+    /// The meeting link, for readers of the monitor's state.
     std::string authorizedMeetURL;
 
-    /// Hears of a focus taken by another application. Main thread; set before the start.
+    /// Called when another application has taken the focus. Main thread; set before the start.
     std::function<void(const std::string& detail)> onViolation;
-    /// Hears that the session is over, at most once for each start; the monitor has stopped by then. Main thread; set
+    /// Called when the session is over, at most once for each start. The monitor has stopped by then. Main thread; set
     /// before the start.
     std::function<void(SessionEndReason)> onSessionEnded;
 
@@ -82,7 +82,7 @@ class WindowMonitorService : public FullscreenObserver, public std::enable_share
     void handleSpaceChange();
     void checkSpace();
 
-    /// The browser's process, if it runs.
+    /// The browser's process if it runs.
     std::optional<ProcessIdentifier> runningBrowser(const BrowserLauncher& launcher) const;
     bool isBrowserWindowVisible(ProcessIdentifier process) const;
     Windows allWindows() const;

@@ -108,7 +108,7 @@ JSONObject HeartbeatService::body(bool lockdown, bool meet, JSONArray violations
                       {"lockdownActive", lockdown},
                       {"meetConnected", meet},
                       {"disconnecting", disconnecting}};
-    // Apart from the list above, which would copy them.
+    // Not in the list above, which would copy them.
     object.emplace("violations", std::move(violations));
     return object;
 }

@@ -19,10 +19,10 @@
 namespace vantrel {
 
 /// Keeps the server informed while a lockdown is active: one heartbeat every 15 seconds with the violations since the
-/// last one, and a last notice at the end. Belongs to the main thread, but for addViolation.
+/// last one, and a last message at the end. Main thread, except addViolation.
 class HeartbeatService : public std::enable_shared_from_this<HeartbeatService> {
   public:
-    /// Whose heartbeats these are.
+    /// The participant that the heartbeats are for.
     struct Identity {
         std::string apiBaseUrl;
         /// As the participant typed it.
@@ -38,21 +38,21 @@ class HeartbeatService : public std::enable_shared_from_this<HeartbeatService> {
     bool lockdownActive = false;
     bool meetConnected = false;
 
-    /// The server, or too many failures in a row, ended the session. Called on the main queue, perhaps more than once;
-    /// the service goes on until it is stopped. Set before start.
+    /// Called when the server, or too many failures in a row, ended the session. Runs on the main queue, perhaps more
+    /// than once. The service continues until it is stopped. Set before start.
     std::function<void()> onSessionEnded;
 
     bool isRunning() const { return isRunning_; }
 
-    /// Sends a heartbeat at once and then every 15 seconds. Nothing while running.
+    /// Sends a heartbeat at once and then every 15 seconds. Does nothing while running.
     void start();
-    /// Nothing while stopped.
+    /// Does nothing while stopped.
     void stop();
 
-    /// Queues a violation for the next heartbeat. Each is sent once, whatever becomes of that heartbeat. Any thread.
+    /// Queues a violation for the next heartbeat. Each is sent once, even if that heartbeat fails. Any thread.
     void addViolation(const std::string& type, const std::string& detail);
 
-    /// Tells the server that the participant leaves; the reason goes to the log only. Blocks for at most 5 seconds.
+    /// Tells the server that the participant leaves. The reason appears in the log only. Blocks for at most 5 seconds.
     void sendDisconnect(SessionEndReason reason);
 
   private:
@@ -80,7 +80,7 @@ class HeartbeatService : public std::enable_shared_from_this<HeartbeatService> {
 
     std::unique_ptr<Timer> timer_;
     bool isRunning_ = false;
-    /// Counted on the URL session's queue, reset on the main thread.
+    /// Incremented on the URL session's queue, reset on the main thread.
     std::atomic<std::int64_t> consecutiveErrors_ = 0;
     Lock violationsLock_;
     std::vector<Violation> pendingViolations_;

@@ -7,7 +7,7 @@
 
 namespace vantrel {
 
-/// What the server gives a participant who has joined.
+/// What the server returns to a participant who has joined.
 struct JoinResult {
     std::string meetLink;
     std::string userToken;

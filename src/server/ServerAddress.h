@@ -7,17 +7,17 @@
 
 namespace vantrel {
 
-/// Where the server is when nobody has said otherwise: the placeholder and the first value of the server field.
+/// The server's address by default: the placeholder and the first value of the server field.
 inline constexpr std::string_view defaultServerAddress = "https://server.vantrel.example";
 
-/// The user default that holds the server address as typed.
+/// The user default with the server address as typed.
 inline constexpr std::string_view serverURLKey = "vt_serverURL";
 
-/// The saved server address or the default one, one trailing slash removed. Not validated: a bad address shows when it
+/// The saved or else the default server address, without one trailing slash. Not validated: a bad address fails when it
 /// is used.
 std::string serverBaseAddress(const UserDefaults& defaults);
 
-/// The text with one trailing slash removed, if it has any.
+/// The text without one trailing slash, if it has one.
 std::string withoutTrailingSlash(std::string_view address);
 
 }  // namespace vantrel

@@ -8,7 +8,7 @@
 
 namespace vantrel {
 
-/// Reading of values by key with a type check: a key that is absent or holds another type is empty.
+/// These read a value by key and check its type. Empty if the key is absent or its value has another type.
 std::optional<std::string> stringValue(const JSONObject& object, std::string_view key);
 std::optional<bool> booleanValue(const JSONObject& object, std::string_view key);
 

@@ -11,26 +11,26 @@
 
 namespace vantrel {
 
-/// How every exchange with the server is made. Any thread; holds only references to the platform.
+/// Makes the exchanges with the server. Any thread; holds only references to the platform.
 class ServerRequests {
   public:
     ServerRequests(Dispatch& dispatch, URLs& urls, JSONSerialization& json, URLSession& session)
         : dispatch_(dispatch), urls_(urls), json_(json), session_(session) {}
 
-    /// A request without a body; empty when the address does not form a URL.
+    /// A request without a body. Empty if the address does not form a URL.
     std::optional<URLRequest> request(const std::string& address, const std::string& method,
                                       double timeoutSeconds) const;
 
-    /// Gives the request a JSON body and its content type. False when the object cannot be written.
+    /// Gives the request a JSON body and its content type. False if the object cannot be written.
     bool attach(URLRequest& request, const JSONObject& body) const;
 
     void send(URLRequest request, URLSession::Completion completion) const;
 
-    /// Sends and blocks until `completion` has run or `waitSeconds` have passed; which of the two is not told. A late
+    /// Sends and blocks until `completion` has run or `waitSeconds` have passed, without saying which. A late
     /// completion still runs.
     void sendAndWait(URLRequest request, double waitSeconds, URLSession::Completion completion) const;
 
-    /// The body as a JSON object; empty when there is no body or it is anything else.
+    /// The body as a JSON object. Empty if there is no body or it is anything else.
     std::optional<JSONObject> object(const URLReply& reply) const;
 
   private:

@@ -15,8 +15,8 @@ namespace {
 constexpr double timeoutSeconds = 8;
 constexpr double waitSeconds = 10;
 
-/// What a completion handler leaves for the waiting caller. A reply that comes after the wait writes here too, unread:
-/// hence the lock.
+/// What a completion handler leaves for the waiting caller. A reply that comes after the wait still writes here,
+/// unread, so it needs the lock.
 template <typename Value>
 class Box {
   public:

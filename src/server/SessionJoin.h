@@ -15,8 +15,8 @@ namespace vantrel {
 /// Registers a participant for a session: asks whether the session is open, then joins it.
 class SessionJoin {
   public:
-    /// Hears that the server refused the client as too old: its message and the download address, either may be empty.
-    /// Called on the URL session's queue.
+    /// Called when the server refused the client as too old, with its message and the download address; either may be
+    /// empty. Runs on the URL session's queue.
     using ClientOutdated = std::function<void(std::string message, std::string downloadUrl)>;
 
     SessionJoin(ServerRequests requests, UserDefaults& defaults, UnicodeText& unicode, Log& log,
@@ -30,8 +30,8 @@ class SessionJoin {
     /// Set before the first join.
     ClientOutdated onClientOutdated;
 
-    /// Blocks the calling thread for at most about 20 seconds: never on the main thread. The arguments are sent as they
-    /// are, the code in upper case. Nothing is retried.
+    /// Blocks the calling thread for at most about 20 seconds, so never call it on the main thread. The arguments are
+    /// sent unchanged, except that the code becomes upper case. Nothing is retried.
     JoinOutcome join(const std::string& sessionCode, const std::string& fullName, const std::string& email) const;
 
   private:

@@ -4,7 +4,7 @@
 
 namespace vantrel {
 
-/// Why a join failed, in words for the participant.
+/// Why a join failed, as text for the participant.
 struct VantrelError {
     std::string message;
     bool operator==(const VantrelError&) const = default;

@@ -8,7 +8,7 @@
 
 namespace vantrel {
 
-/// A newer client that the server tells of. Texts that it left out are empty, the severity "info".
+/// A newer client that the server offers. Texts missing in the reply are empty; the default severity is "info".
 struct UpdateOffer {
     std::string severity;
     std::string latestVersion;
@@ -17,16 +17,16 @@ struct UpdateOffer {
     bool operator==(const UpdateOffer&) const = default;
 };
 
-/// Asks the server once whether a newer client exists, and reads the reply. Any thread; every failure is only logged.
+/// Asks the server once whether a newer client exists, and reads the reply. Any thread. Failures are only logged.
 class VersionCheck {
   public:
     VersionCheck(ServerRequests requests, const URLs& urls, Log& log) : requests_(requests), urls_(urls), log_(log) {}
 
-    /// Returns at once; the completion is called on the URL session's queue.
+    /// Returns at once. The completion runs on the URL session's queue.
     void send(const std::string& baseAddress, const std::string& clientVersion,
               URLSession::Completion completion) const;
 
-    /// The newer version, if the reply tells of one.
+    /// The newer version, if the reply offers one.
     std::optional<UpdateOffer> read(const URLReply& reply) const;
 
   private:

@@ -6,8 +6,8 @@
 
 namespace vantrel {
 
-/// Explains how to grant the Accessibility permission and, if asked to, opens the pane where it is granted. Main
-/// thread; returns after the alert has been dismissed.
+/// Explains how to grant the Accessibility permission, and opens the pane for it if the user chooses so. Main thread;
+/// returns after the alert has been dismissed.
 void showAccessibilityAlert(Alerts& alerts, const URLs& urls, Workspace& workspace);
 
 }  // namespace vantrel

@@ -7,8 +7,8 @@
 
 namespace vantrel {
 
-/// Has microphone and camera decided by the participant, in this order, then runs the continuation once on the main
-/// queue. The answers are only logged. Main thread; returns at once.
+/// Asks the participant for the microphone and then the camera, unless decided already, and then runs the continuation
+/// once on the main queue. The answers are only logged. Main thread; returns at once.
 void settleCapturePermissions(CaptureAuthorization& capture, Dispatch& dispatch, Log& log, Block continuation);
 
 }  // namespace vantrel

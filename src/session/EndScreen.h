@@ -13,7 +13,7 @@ class EndScreen {
     static constexpr std::string_view endMessageLabel = "endMessageLabel";
     static constexpr std::string_view newSessionButton = "newSessionButton";
 
-    /// Hidden at first.
+    /// Initially hidden.
     static View view(const Rect& frame);
 
     explicit EndScreen(Window& window) : window_(window) {}

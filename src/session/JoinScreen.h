@@ -10,7 +10,7 @@
 
 namespace vantrel {
 
-/// The screen where the participant enters what the trainer gave out. Main thread.
+/// The screen where the participant enters what the trainer has handed out. Main thread.
 class JoinScreen {
   public:
     static constexpr std::string_view viewId = "joinView";
@@ -39,13 +39,13 @@ class JoinScreen {
     /// Puts the saved values into the fields and empties the session code.
     void fill();
 
-    /// What was typed, or what the participant is told is missing.
+    /// The input, or the text that tells the participant what is missing.
     std::variant<Input, std::string> read() const;
 
-    /// Keeps everything but the session code for the next time.
+    /// Saves everything but the session code for the next time.
     void save(const Input& input);
 
-    /// The server field as it stands, saved or not.
+    /// The current text of the server field, saved or not.
     std::string serverFieldText() const;
 
     void showStatus(std::string_view text);

@@ -8,14 +8,15 @@
 
 namespace vantrel {
 
-/// A shared object that dies on the main thread: a last reference dropped elsewhere is handed to the main queue.
+/// A shared object that is always destroyed on the main thread: if the last reference is dropped elsewhere, it goes to
+/// the main queue.
 template <typename Object, typename... Arguments>
 std::shared_ptr<Object> makeMainThreadOwned(Dispatch& dispatch, Threads& threads, Arguments&&... arguments) {
     auto object = std::make_unique<Object>(std::forward<Arguments>(arguments)...);
     return std::shared_ptr<Object>(object.release(), [&dispatch, &threads](Object* last) {
         std::unique_ptr<Object> owned(last);
         if (threads.isMainThread()) return;
-        // A queue's block has to be copyable, which a unique_ptr is not.
+        // A block must be copyable; a unique_ptr is not.
         auto shared = std::make_shared<std::unique_ptr<Object>>(std::move(owned));
         dispatch.mainQueue().async([shared = std::move(shared)] { shared->reset(); });
     });

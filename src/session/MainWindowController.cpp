@@ -101,7 +101,7 @@ void MainWindowController::activateLockdown(const std::string& sessionCode, cons
     enterLockdown();
     setClosable(false);
     if (!verifyAccessibility()) {
-        // Back to what was before: a lockdown that stands from an earlier press keeps every way of ending it.
+        // Restores what was before. A lockdown that stands from an earlier press keeps every way of ending it.
         if (!anotherStands) {
             isInLockdown_ = false;
             setClosable(true);

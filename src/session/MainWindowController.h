@@ -22,14 +22,14 @@
 
 namespace vantrel {
 
-/// The session controller: owns the main window, turns a join into a lockdown and ends it through one routine. Main
-/// thread, but for joinSession.
+/// The session controller. Owns the main window, turns a join into a lockdown and ends it through one routine. Main
+/// thread, except joinSession.
 class MainWindowController : public std::enable_shared_from_this<MainWindowController> {
   public:
-    /// Builds the window with its screens and has the version checked one second later.
+    /// Builds the window with its screens and checks the version one second later.
     static std::shared_ptr<MainWindowController> create(const Computer& computer);
 
-    /// For create only: a controller made without it has no window.
+    /// For create only: the constructor makes no window.
     explicit MainWindowController(const Computer& computer);
 
     Window& window() { return *window_; }
@@ -42,10 +42,10 @@ class MainWindowController : public std::enable_shared_from_this<MainWindowContr
     /// Action of the status menu's end item.
     void menuEndSession();
 
-    /// Ends the session for whatever cause; a request without a lockdown does nothing.
+    /// Ends the session, whatever the cause. Does nothing without a lockdown.
     void endSession(SessionEndReason reason);
 
-    /// Asks the server whether a newer client exists; returns at once.
+    /// Asks the server whether a newer client exists. Returns at once.
     void checkForUpdates();
 
   private:
@@ -56,7 +56,7 @@ class MainWindowController : public std::enable_shared_from_this<MainWindowContr
         updatePrompts_.showRequiredUpdate(message, downloadUrl);
     }
 
-    /// Blocks for at most about 20 seconds; on a background queue only.
+    /// Blocks for at most about 20 seconds. Call it on a background queue only.
     JoinOutcome joinSession(const JoinScreen::Input& input) const;
     void handleJoinOutcome(const std::string& sessionCode, const JoinOutcome& outcome);
 
@@ -64,13 +64,13 @@ class MainWindowController : public std::enable_shared_from_this<MainWindowContr
     bool verifyAccessibility();
     void createServices(const std::string& sessionCode, const JoinResult& result);
     void wireServices();
-    /// Numbers the lockdown that is being activated: a new number when none stands, else the one that stands, which
-    /// presses of the join button share.
+    /// Gives the activated lockdown its number: a new one if none stands, otherwise the number of the one that stands,
+    /// which further presses of the join button share.
     void enterLockdown();
-    /// What an activation left pending (prompts, the browser's launch) goes on only in the lockdown that it was begun
-    /// in: a second press must not keep the first from locking, and an end must leave nothing that comes back.
+    /// What an activation left pending (prompts, the browser's launch) continues only in the lockdown in which it
+    /// began: a second press must not keep the first from locking, and after an end nothing may come back.
     bool stands(std::uint64_t lockdown) const { return isInLockdown_ && lockdown == lockdownNumber_; }
-    /// `launcher` is the activation's own: one that was replaced meanwhile opens no browser.
+    /// `launcher` is this activation's own. If it was replaced meanwhile, it opens no browser.
     void launchBrowser(const std::weak_ptr<BrowserLauncher>& launcher, const std::string& sessionCode,
                        const JoinResult& result);
     void completeLockdown(const std::string& sessionCode, const JoinResult& result);

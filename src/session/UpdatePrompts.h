@@ -9,20 +9,20 @@
 
 namespace vantrel {
 
-/// The alerts that lead to a newer client. Main thread; each returns after it has been dismissed.
+/// The alerts that lead to a newer client. Main thread; each call returns after the alert has been dismissed.
 class UpdatePrompts {
   public:
     UpdatePrompts(Alerts& alerts, const URLs& urls, Workspace& workspace)
         : alerts_(alerts), urls_(urls), workspace_(workspace) {}
 
-    /// Recommends a newer version or announces a mandatory one, by severity; "info" shows nothing.
+    /// Recommends a newer version or announces a mandatory one, depending on the severity. "info" shows nothing.
     void showUpdate(const UpdateOffer& offer, const std::string& clientVersion);
 
-    /// After a join that was refused because the client is too old. An empty address offers no download.
+    /// Shown after a join that was refused because the client is too old. Without an address it offers no download.
     void showRequiredUpdate(const std::string& message, const std::string& downloadUrl);
 
   private:
-    /// Opens the page in the default browser; an address that is empty or no URL is ignored.
+    /// Opens the page in the default browser. Ignores an address that is empty or not a URL.
     void openDownloadPage(const std::string& downloadUrl);
 
     Alerts& alerts_;
