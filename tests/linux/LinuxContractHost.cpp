@@ -15,14 +15,6 @@
 #include <thread>
 #include <utility>
 
-#include "DesktopStage.h"
-#include "KeyWindow.h"
-#include "MonitorLayout.h"
-#include "PeerBundle.h"
-#include "ServerView.h"
-#include "TemporaryFolder.h"
-#include "TestKeyboard.h"
-#include "TestPointer.h"
 #include "platform/linux/keyboard/KeyPositions.h"
 #include "platform/linux/system/FileDescriptor.h"
 #include "platform/linux/x11/X11Desktops.h"
@@ -31,6 +23,14 @@
 #include "tests/contracts/DisplayHost.h"
 #include "tests/contracts/KeyboardHost.h"
 #include "tests/contracts/SpacesHost.h"
+#include "tests/linux/support/DesktopStage.h"
+#include "tests/linux/support/PeerBundle.h"
+#include "tests/linux/support/TemporaryFolder.h"
+#include "tests/linux/x11/KeyWindow.h"
+#include "tests/linux/x11/MonitorLayout.h"
+#include "tests/linux/x11/ServerView.h"
+#include "tests/linux/x11/TestKeyboard.h"
+#include "tests/linux/x11/TestPointer.h"
 
 namespace vantrel::linuxdesktop {
 namespace {

@@ -3,7 +3,7 @@
 #include <QCoreApplication>
 #include <csignal>
 
-#include "ProxyVariables.h"
+#include "tests/linux/network/ProxyVariables.h"
 
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);

@@ -1,0 +1,291 @@
+#include <signal.h>
+#include <stdlib.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <string>
+
+#include "platform/linux/apps/ProcessTable.h"
+#include "tests/linux/support/DesktopTest.h"
+
+namespace vantrel::linuxdesktop {
+namespace {
+
+class RunningApplicationsTest : public DesktopTest {
+  protected:
+    void TearDown() override {
+        for (const pid_t child : children) {
+            kill(child, SIGKILL);
+            waitpid(child, nullptr, 0);
+        }
+        for (const ProcessIdentifier process : started) {
+            computer->processLauncher.sendSignal(process, SIGKILL);
+            EXPECT_TRUE(waitUntil([process] { return !ProcessTable::startTime(process); }));
+        }
+        DesktopTest::TearDown();
+    }
+
+    // A process that runs under another executable's name.
+    pid_t start(const std::string& name, const char* display) {
+        const std::filesystem::path program = folder.path() / name;
+        std::filesystem::create_directories(program.parent_path());
+        std::filesystem::copy_file("/bin/sleep", program, std::filesystem::copy_options::skip_existing);
+        const pid_t child = fork();
+        if (child == 0) {
+            setenv("DISPLAY", display, 1);
+            execl(program.c_str(), program.c_str(), "60", nullptr);
+            _exit(1);
+        }
+        children.push_back(child);
+        // Until the new program stands in the child's place with all that the kernel tells of it.
+        for (int attempt = 0; attempt < 1000; ++attempt) {
+            const auto entry = ProcessTable::find(child);
+            if (entry && entry->executablePath == program && !entry->display.empty()) break;
+            usleep(1000);
+        }
+        return child;
+    }
+
+    // The tests' own application under another name.
+    ProcessIdentifier startPeer(const std::string& name, const std::vector<std::string>& arguments) {
+        const std::filesystem::path program = folder.path() / name;
+        std::filesystem::create_directories(program.parent_path());
+        std::filesystem::copy_file(VANTREL_PEER, program, std::filesystem::copy_options::skip_existing);
+        const auto result = computer->processLauncher.launch(program.string(), arguments);
+        EXPECT_TRUE(std::holds_alternative<ProcessIdentifier>(result));
+        started.push_back(std::get<ProcessIdentifier>(result));
+        return started.back();
+    }
+
+    std::vector<WindowEntry> windowsOf(ProcessIdentifier process) const {
+        auto windows = computer->windowList.copy(WindowListOption::all).value_or(std::vector<WindowEntry>());
+        std::erase_if(windows, [process](const WindowEntry& window) { return window.ownerPID != process; });
+        return windows;
+    }
+
+    std::vector<ProcessIdentifier> processes(std::string_view identifier) const {
+        std::vector<ProcessIdentifier> found;
+        for (const auto& application : computer->runningApplications.withBundleIdentifier(identifier)) {
+            found.push_back(application->processIdentifier());
+        }
+        return found;
+    }
+
+    bool lists(std::string_view identifier, pid_t process) const {
+        const auto found = processes(identifier);
+        return std::find(found.begin(), found.end(), process) != found.end();
+    }
+
+    std::string thisDisplay() const { return getenv("DISPLAY"); }
+
+    std::vector<pid_t> children;
+    std::vector<ProcessIdentifier> started;
+};
+
+TEST_F(RunningApplicationsTest, CountsThisProcessUnderTheBundlesIdentifier) {
+    EXPECT_TRUE(lists("biz.quorrin.vantrel", getpid()));
+    EXPECT_EQ(computer->mainBundle.identifier(), "biz.quorrin.vantrel");
+}
+
+TEST_F(RunningApplicationsTest, CountsASecondCopyOnThisDisplayOnly) {
+    const pid_t same = start("vantrel", thisDisplay().c_str());
+    const pid_t sameWrittenOtherwise = start("copy/vantrel", ("unix" + thisDisplay()).c_str());
+    const pid_t other = start("other/vantrel", ":9999");
+    EXPECT_TRUE(lists("biz.quorrin.vantrel", same));
+    EXPECT_TRUE(lists("biz.quorrin.vantrel", sameWrittenOtherwise));
+    EXPECT_FALSE(lists("biz.quorrin.vantrel", other));
+}
+
+TEST_F(RunningApplicationsTest, KnowsABrowserByItsBundleFolder) {
+    const pid_t browser = start("Google Chrome.app/Contents/MacOS/Google Chrome", thisDisplay().c_str());
+    EXPECT_TRUE(lists("com.google.Chrome", browser));
+    const auto application = computer->runningApplications.withProcessIdentifier(browser);
+    ASSERT_TRUE(application);
+    EXPECT_EQ(application->bundleIdentifier(), "com.google.Chrome");
+    EXPECT_EQ(application->localizedName(), "Google Chrome");
+}
+
+TEST_F(RunningApplicationsTest, AnswersFreshWhenAProcessHasGoneEvenAsAZombie) {
+    const pid_t browser = start("chromium", thisDisplay().c_str());
+    const auto application = computer->runningApplications.withProcessIdentifier(browser);
+    ASSERT_TRUE(application);
+    EXPECT_FALSE(application->isTerminated());
+    EXPECT_TRUE(application->terminate());
+    siginfo_t info{};
+    ASSERT_EQ(waitid(P_PID, static_cast<id_t>(browser), &info, WEXITED | WNOWAIT), 0);
+    EXPECT_EQ(info.si_status, SIGTERM);
+    EXPECT_TRUE(application->isTerminated());
+    EXPECT_FALSE(application->terminate());
+    EXPECT_FALSE(application->forceTerminate());
+    EXPECT_FALSE(application->activate(ActivationOptions::none));
+    EXPECT_FALSE(computer->runningApplications.withProcessIdentifier(browser));
+    EXPECT_FALSE(lists("com.google.Chrome", browser));
+}
+
+TEST_F(RunningApplicationsTest, KillsWhatIsForced) {
+    const pid_t browser = start("firefox-esr", thisDisplay().c_str());
+    EXPECT_TRUE(computer->runningApplications.withProcessIdentifier(browser)->forceTerminate());
+    siginfo_t info{};
+    ASSERT_EQ(waitid(P_PID, static_cast<id_t>(browser), &info, WEXITED | WNOWAIT), 0);
+    EXPECT_EQ(info.si_status, SIGKILL);
+}
+
+TEST_F(RunningApplicationsTest, KnowsAWrapperScriptBeforeAndAfterItBecomesTheBrowser) {
+    const auto browser = folder.path() / "usr/lib/chromium/chromium";
+    std::filesystem::create_directories(browser.parent_path());
+    std::filesystem::copy_file("/bin/sleep", browser);
+    const auto wrapper = folder.path() / "Applications/Google Chrome.app/Contents/MacOS/Google Chrome";
+    std::filesystem::create_directories(wrapper.parent_path());
+    writeContents(wrapper, "#!/bin/sh\nsleep 0.3\nexec " + browser.string() + " \"$@\"\n");
+    std::filesystem::permissions(wrapper, std::filesystem::perms::owner_all);
+    const auto result = computer->processLauncher.launch(wrapper.string(), {"60"});
+    ASSERT_TRUE(std::holds_alternative<ProcessIdentifier>(result));
+    const auto process = std::get<ProcessIdentifier>(result);
+    const auto executable = [process] {
+        std::error_code error;
+        return std::filesystem::read_symlink("/proc/" + std::to_string(process) + "/exe", error);
+    };
+    const auto before = computer->runningApplications.withProcessIdentifier(process);
+    EXPECT_NE(executable(), browser);
+    ASSERT_TRUE(before);
+    EXPECT_EQ(before->bundleIdentifier(), "com.google.Chrome");
+    EXPECT_TRUE(waitUntil([&] { return executable() == browser; }));
+    EXPECT_FALSE(before->isTerminated());
+    const auto after = computer->runningApplications.withProcessIdentifier(process);
+    ASSERT_TRUE(after);
+    EXPECT_EQ(after->bundleIdentifier(), "com.google.Chrome");
+    EXPECT_EQ(after->localizedName(), "Google Chrome");
+    EXPECT_EQ(processes("com.google.Chrome"), std::vector{process});
+    EXPECT_TRUE(after->forceTerminate());
+    EXPECT_TRUE(waitUntil([&] { return after->isTerminated(); }));
+}
+
+TEST_F(RunningApplicationsTest, ARealBrowserBehindAWrapperIsOneApplicationUntilItIsAskedToEnd) {
+    ASSERT_TRUE(computer->files.fileExists("/usr/bin/chromium")) << "this test needs Debian's chromium";
+    const std::string profile = (folder.path() / "profile").string();
+    const auto wrapper = folder.path() / "Applications/Google Chrome.app/Contents/MacOS/Google Chrome";
+    std::filesystem::create_directories(wrapper.parent_path());
+    writeContents(wrapper,
+                  "#!/bin/sh\nexec /usr/bin/chromium --no-sandbox --test-type --log-level=3 --disable-gpu "
+                  "--disable-background-networking --disable-sync --disable-component-update --password-store=basic "
+                  "--user-data-dir=" +
+                      profile + " \"$@\"\n");
+    std::filesystem::permissions(wrapper, std::filesystem::perms::owner_all);
+    const auto result = computer->processLauncher.launch(
+        wrapper.string(), {"--app=data:text/html,<title>Lezione</title>", "--new-window", "--no-first-run"});
+    started.push_back(std::get<ProcessIdentifier>(result));
+    const ProcessIdentifier process = started.back();
+    constexpr double patience = 30;
+    ASSERT_TRUE(waitUntil([&] { return !windowsOf(process).empty(); }, patience));
+    const auto ofThisProfile = [&profile] {
+        std::vector<ProcessEntry> entries = ProcessTable::all();
+        std::erase_if(entries, [&profile](const ProcessEntry& entry) {
+            return std::none_of(
+                entry.arguments.begin(), entry.arguments.end(),
+                [&profile](const std::string& argument) { return argument.find(profile) != std::string::npos; });
+        });
+        return entries.size();
+    };
+    EXPECT_GT(ofThisProfile(), 1U) << "the browser's helpers run beside it";
+    EXPECT_EQ(processes("com.google.Chrome"), std::vector{process});
+    const auto application = computer->runningApplications.withProcessIdentifier(process);
+    ASSERT_TRUE(application);
+    EXPECT_EQ(application->localizedName(), "Google Chrome");
+    const auto lock = std::filesystem::symlink_status(profile + "/SingletonLock");
+    EXPECT_TRUE(std::filesystem::exists(lock)) << "the browser holds its profile";
+    EXPECT_TRUE(application->terminate());
+    EXPECT_TRUE(waitUntil([&] { return application->isTerminated(); }, patience));
+    EXPECT_FALSE(std::filesystem::exists(std::filesystem::symlink_status(profile + "/SingletonLock")))
+        << "it had the time to tidy up";
+    EXPECT_TRUE(waitUntil([&] { return ofThisProfile() == 0; }, patience));
+}
+
+TEST_F(RunningApplicationsTest, KnowsABrowserByTheClassOfItsWindow) {
+    const ProcessIdentifier browser = startPeer("contenuto", {"--window=Lezione,100,100,300,200", "--class=Chromium"});
+    EXPECT_TRUE(waitUntil([&] { return lists("com.google.Chrome", browser); }));
+    const auto application = computer->runningApplications.withProcessIdentifier(browser);
+    ASSERT_TRUE(application);
+    EXPECT_EQ(application->bundleIdentifier(), "com.google.Chrome");
+    EXPECT_EQ(application->localizedName(), "Google Chrome");
+    EXPECT_FALSE(lists("org.mozilla.firefox", browser));
+}
+
+TEST_F(RunningApplicationsTest, TakesTheExecutableBeforeTheClassOfTheWindow) {
+    const ProcessIdentifier browser =
+        startPeer("firefox-esr", {"--window=Lezione,100,100,300,200", "--class=Chromium"});
+    EXPECT_TRUE(waitUntil([&] { return !windowsOf(browser).empty(); }));
+    EXPECT_TRUE(lists("org.mozilla.firefox", browser));
+    EXPECT_FALSE(lists("com.google.Chrome", browser));
+}
+
+TEST_F(RunningApplicationsTest, APlainProcessIsAnApplicationOnceItHasAWindow) {
+    const ProcessIdentifier without = startPeer("calcolo", {});
+    const ProcessIdentifier with = startPeer("calcolo", {"--window=Calcolo,100,100,300,200"});
+    EXPECT_TRUE(waitUntil([&] { return computer->runningApplications.withProcessIdentifier(with) != nullptr; }));
+    EXPECT_FALSE(computer->runningApplications.withProcessIdentifier(without));
+    const auto application = computer->runningApplications.withProcessIdentifier(with);
+    EXPECT_EQ(application->bundleIdentifier(), std::nullopt);
+    EXPECT_EQ(application->localizedName(), "calcolo");
+}
+
+TEST_F(RunningApplicationsTest, AnUnknownBundleIsAnApplicationCalledAfterItsFolder) {
+    const ProcessIdentifier process = startPeer("Calcolo.app/Contents/MacOS/calc", {});
+    EXPECT_TRUE(waitUntil([&] { return computer->runningApplications.withProcessIdentifier(process) != nullptr; }));
+    const auto application = computer->runningApplications.withProcessIdentifier(process);
+    EXPECT_EQ(application->bundleIdentifier(), std::nullopt);
+    EXPECT_EQ(application->localizedName(), "Calcolo");
+}
+
+TEST_F(RunningApplicationsTest, AProcessThatABrowserStartsBesideItsOwnIsNoApplication) {
+    const ProcessIdentifier helper = startPeer("chromium", {"--type=renderer"});
+    turnFor(0.2);
+    EXPECT_FALSE(computer->runningApplications.withProcessIdentifier(helper));
+    EXPECT_FALSE(lists("com.google.Chrome", helper));
+}
+
+TEST_F(RunningApplicationsTest, ListsTheOldestFirst) {
+    const pid_t first = start("chromium", thisDisplay().c_str());
+    usleep(20000);
+    const pid_t second = start("Google Chrome.app/Contents/MacOS/Google Chrome", thisDisplay().c_str());
+    EXPECT_EQ(processes("com.google.Chrome"), (std::vector<ProcessIdentifier>{first, second}));
+}
+
+TEST_F(RunningApplicationsTest, AsksTheWindowsToCloseWhenItAsksAnApplicationToEnd) {
+    const ProcessIdentifier process = startPeer("calcolo", {"--window=Calcolo,100,100,300,200", "--ignores-terminate"});
+    EXPECT_TRUE(waitUntil([&] { return !windowsOf(process).empty(); }));
+    const auto application = computer->runningApplications.withProcessIdentifier(process);
+    ASSERT_TRUE(application);
+    EXPECT_TRUE(application->terminate());
+    EXPECT_TRUE(waitUntil([&] { return windowsOf(process).empty(); }));
+    EXPECT_FALSE(application->isTerminated());
+    EXPECT_TRUE(application->forceTerminate());
+    EXPECT_TRUE(waitUntil([&] { return application->isTerminated(); }));
+}
+
+TEST_F(RunningApplicationsTest, SignalsAnApplicationThatIsStillThereAWhileAfterItsWindows) {
+    const ProcessIdentifier process = startPeer("calcolo", {"--window=Calcolo,100,100,300,200"});
+    EXPECT_TRUE(waitUntil([&] { return !windowsOf(process).empty(); }));
+    const auto application = computer->runningApplications.withProcessIdentifier(process);
+    ASSERT_TRUE(application);
+    EXPECT_TRUE(application->terminate());
+    EXPECT_TRUE(waitUntil([&] { return windowsOf(process).empty(); }));
+    EXPECT_FALSE(application->isTerminated()) << "it gets the time to leave by itself";
+    EXPECT_TRUE(waitUntil([&] { return application->isTerminated(); }));
+}
+
+TEST_F(RunningApplicationsTest, BringsAWindowOfTheApplicationToTheFront) {
+    WindowDescription description;
+    description.contentRect = {{100, 100}, {200, 150}};
+    description.styleMask = windowTitled;
+    const auto own = computer->runningApplications.withProcessIdentifier(getpid());
+    ASSERT_TRUE(own);
+    EXPECT_FALSE(own->activate(ActivationOptions::none)) << "there is no window yet";
+    const auto window = computer->windows.makeWindow(description, [](std::string_view) {});
+    window->makeKeyAndOrderFront();
+    EXPECT_TRUE(waitUntil([&own] { return own->activate(ActivationOptions::none); }));
+}
+
+}  // namespace
+}  // namespace vantrel::linuxdesktop

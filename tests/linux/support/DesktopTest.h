@@ -1,0 +1,40 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "platform/linux/LinuxComputer.h"
+#include "tests/linux/support/TemporaryFolder.h"
+
+class QWidget;
+
+namespace vantrel::linuxdesktop {
+
+/// A test on a real X11 desktop: the display that DISPLAY names, with a window manager. The test runs on the main
+/// thread and turns its event loop by waiting. Fails, and does not skip, without a display.
+class DesktopTest : public testing::Test {
+  protected:
+    void SetUp() override;
+    void TearDown() override;
+
+    /// Turns the event loop until the condition holds; false after `seconds`.
+    static bool waitUntil(const std::function<bool()>& condition, double seconds = 10);
+    /// Turns the event loop for a while.
+    static void turnFor(double seconds);
+
+    /// The alert on the screen; null when there is none.
+    static QWidget* alert();
+    /// Once an alert is up: runs the block, then presses a key in the alert if it still stands. Call before runModal.
+    void answerAlertLater(int key, Block whileShown = {});
+
+    void postEvent(Block event) { desktop->postEvent(std::move(event)); }
+
+    TemporaryFolder folder;
+    std::unique_ptr<LinuxComputer> desktop;
+    std::unique_ptr<Computer> computer;
+};
+
+}  // namespace vantrel::linuxdesktop

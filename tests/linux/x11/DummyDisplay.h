@@ -1,0 +1,32 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <string>
+
+#include "tests/linux/support/TemporaryFolder.h"
+
+namespace vantrel::linuxdesktop {
+
+/// An X server of the tests' own whose displays can really be plugged in: one of 1440 × 900 to begin with. It ends with
+/// this object. Its outputs are named DUMMY0, DUMMY1 and so on.
+class DummyDisplay {
+  public:
+    DummyDisplay();
+    ~DummyDisplay();
+    DummyDisplay(const DummyDisplay&) = delete;
+    DummyDisplay& operator=(const DummyDisplay&) = delete;
+
+    /// What DISPLAY has to be; empty when the server did not start.
+    const std::string& name() const { return name_; }
+
+    /// Why it did not.
+    std::string log() const;
+
+  private:
+    TemporaryFolder folder_;
+    std::string name_;
+    pid_t server_ = 0;
+};
+
+}  // namespace vantrel::linuxdesktop
