@@ -3,7 +3,7 @@ import base64
 
 from server_api import Request
 
-# What URL loading adds by itself, whatever the client says.
+# The headers that URL loading adds by itself.
 TRANSPORT_HEADERS = {
     "host", "connection", "content-length", "user-agent", "accept", "accept-encoding", "accept-language", "priority",
 }

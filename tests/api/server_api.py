@@ -8,7 +8,7 @@ from typing import NamedTuple
 import jsonschema
 import yaml
 
-# The words of JSON Schema that the page uses. Another one may be a slip, which a validator passes over in silence.
+# The JSON Schema keywords that the page uses. Any other may be a slip, which a validator ignores silently.
 SCHEMA_WORDS = {
     "$ref", "type", "required", "properties", "additionalProperties", "description", "default", "examples", "const",
     "enum", "pattern", "minLength", "items", "maxItems", "if", "then",
@@ -19,7 +19,7 @@ class Request(NamedTuple):
     method: str
     # Path and query, without the base address.
     target: str
-    # Those that the client set itself, as pairs.
+    # The headers that the client itself has set, as pairs.
     headers: list
     body: bytes
 
@@ -34,7 +34,7 @@ class Operation(NamedTuple):
     name: str
     # The values of the path's parameters.
     path_values: dict
-    # The parameters of path and query by place and name.
+    # The parameters of path and query, by place and name.
     parameters: dict
     content: dict
     responses: dict

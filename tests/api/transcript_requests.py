@@ -8,7 +8,7 @@ ENTRY = re.compile(r" *\d+\.\d{3}  (.{11})  (.*)")
 FURTHER = re.compile(r" {24}\|(?: (.*))?")
 HEADER = re.compile(r"([A-Za-z0-9-]+): (.*)")
 CUT = re.compile(r"… \(\d+ bytes\)$")
-# Where the version check goes while nobody has given an address.
+# The version check's server while no address has been entered.
 DEFAULT_SERVER = "https://server.vantrel.example"
 
 
@@ -16,9 +16,9 @@ class Found(NamedTuple):
     # Counted from 1.
     line: int
     address: str
-    # Without its base address; none when the address is under no server that the client was given.
+    # Without its base address. None if the address belongs to no server that the client knows.
     request: Request | None
-    # The transcript holds only the beginning of a body.
+    # The transcript contains only the beginning of a body.
     is_cut: bool
 
 

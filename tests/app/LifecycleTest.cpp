@@ -60,7 +60,7 @@ TEST_F(LifecycleTest, RefusesToQuitInALockdownByWhateverRoute) {
     mac().runFor(1);
     EXPECT_THAT(logLines(), IsEmpty());
     EXPECT_EQ(texts("terminate-refused").size(), 2u);
-    // The key does not even get there.
+    // The key does not even arrive there.
     participant().pressCommand("q");
     mac().runFor(1);
     EXPECT_EQ(texts("terminate-refused").size(), 2u);

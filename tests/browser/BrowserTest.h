@@ -11,7 +11,7 @@
 
 namespace vantrel {
 
-/// What a window monitor hears of the launcher.
+/// What the launcher tells a window monitor.
 class ConfirmationListener final : public FullscreenObserver {
   public:
     void setFullscreenConfirmed(bool confirmed) override { this->confirmed = confirmed; }
@@ -19,7 +19,7 @@ class ConfirmationListener final : public FullscreenObserver {
     bool confirmed = false;
 };
 
-/// A launcher on a virtual Mac of its own, on which no browser but Safari is installed at first.
+/// A launcher on its own virtual Mac, on which at first no browser but Safari is installed.
 class BrowserTest : public virtualmac::MacTest {
   protected:
     static constexpr const char* meeting = "https://meet.example/abc";
@@ -27,34 +27,34 @@ class BrowserTest : public virtualmac::MacTest {
     void TearDown() override;
 
     void install(const char* path, virtualmac::InstalledApplication application);
-    /// A Chrome as it comes, unless it is changed.
+    /// Chrome with its default behaviour, unless `change` changes it.
     void installChrome(const std::function<void(virtualmac::InstalledApplication&)>& change = {});
-    /// Chrome runs already, with one window; its process.
+    /// Starts Chrome with one window, before the launch. Returns its process.
     ProcessIdentifier startChrome();
 
-    /// Makes the launcher, with a window monitor attached if it is asked for.
+    /// Creates the launcher, with a window monitor attached if requested.
     void make(bool withMonitor = false, BrowserLauncher::Detection detect = detectSupportedBrowser);
-    /// Makes it unless there is one and starts the launch on a background thread; returns at once.
+    /// Creates the launcher if there is none and starts the launch on a background thread. Returns at once.
     void launch(const std::string& meetURL = meeting);
     /// On the main thread.
     void attempt();
     void close();
     /// Drops the test's reference, on the main thread.
     void release();
-    /// From now on the main thread is busy for so many seconds; returns at once.
+    /// Makes the main thread busy for `seconds` from now on. Returns at once.
     void keepMainBusy(double seconds);
-    /// The same, and then it drops the test's reference before it does anything else.
+    /// The same; then, before anything else runs, it drops the test's reference.
     void keepMainBusyAndRelease(double seconds);
     BrowserLauncher& launcher() { return *launcher_; }
     const std::shared_ptr<BrowserLauncher>& sharedLauncher() { return launcher_; }
     bool isAlive() const { return !weak_.expired(); }
     const ConfirmationListener& monitor() const { return *monitor_; }
 
-    /// When the line was logged for the first time; negative when it was not.
+    /// When the line was first logged. Negative if it was not.
     double timeOf(std::string_view line) const;
-    /// When something of that kind happened, each time.
+    /// The times of all events of that kind.
     std::vector<double> timesOf(std::string_view kind) const;
-    /// With which options applications were asked to come to the front, each time.
+    /// The options of all requests to activate an application.
     std::vector<std::string> activationOptions() const;
     std::size_t count(std::string_view line) const;
     bool logged(std::string_view line) const { return count(line) > 0; }

@@ -8,8 +8,8 @@ namespace {
 using testing::IsEmpty;
 using testing::SizeIs;
 
-/// The main thread does something else at the moment at which the launch hands over to it: at 3 seconds on the process
-/// route, and at 3.8 seconds, 3 after the window was found, on the workspace route; or when the workspace answers.
+/// The main thread is busy when the launch hands over to it: at 3 seconds on the process route; at 3.8 seconds on the
+/// workspace route, 3 after the window was found; or when the workspace answers.
 class BusyMainThread : public BrowserTest {
   protected:
     void expectNothingLeft() {
@@ -97,7 +97,7 @@ TEST_F(BusyMainThread, MakesNoAttemptForALauncherThatOnlyItsLaunchKeptAlive) {
         release();
         EXPECT_TRUE(isAlive());
         mac().runFor(2.9 - moment);
-        // The launch has long ended when the main thread comes to what it has left.
+        // The launch has long ended when the main thread gets to its last block.
         keepMainBusy(0.7);
         mac().runFor(30);
         EXPECT_THAT(events("process-started"), SizeIs(1));

@@ -8,11 +8,11 @@ namespace {
 using testing::IsEmpty;
 using testing::SizeIs;
 
-/// Which window the launch through the workspace takes. Safari opens one 0.6 seconds after it was asked unless a test
-/// says otherwise; it is looked for every 0.4 seconds.
+/// Which window the launch through the workspace takes. By default Safari opens one 0.6 seconds after the request. The
+/// launch looks every 0.4 seconds.
 class Discovery : public BrowserTest {
   protected:
-    /// Firefox is looked for and Safari opens: only its process tells that the window is the meeting's.
+    /// The launch looks for Firefox but Safari opens: only its process shows that the window is the meeting's.
     void makeForFirefox() {
         make(false, [](const FileManager&) { return SupportedBrowser::firefox; });
     }

@@ -8,8 +8,8 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// The browser is closed while its launch still runs: it knows the process from 2 seconds on, and asks for the first
-/// attempt at 3.
+/// The browser is closed while its launch still runs. The launch knows the process from 2 seconds on, and requests the
+/// first attempt at 3.
 class EarlyShutdown : public BrowserTest {};
 
 TEST_F(EarlyShutdown, BeforeTheProcessIsKnownDoesNothingAndTheLaunchGoesOn) {

@@ -14,7 +14,7 @@ using Operation = virtualmac::AccessibilityFaults::Operation;
 
 class Fullscreen : public BrowserTest {
   protected:
-    /// Chrome has been started, and the first attempt comes at once.
+    /// Chrome has been started, and the first attempt is next.
     void launchToFirstAttempt() {
         if (!mac().files().kind(virtualmac::chromePath)) installChrome();
         make(true);
@@ -23,7 +23,7 @@ class Fullscreen : public BrowserTest {
     }
     AccessibilityFaults& faults() { return mac().accessibility().faults(); }
     void refuseFullScreen() { faults().fail(Operation::write, "AXFullScreen", accessibilityFailure); }
-    /// What was written, "ATTRIBUTE=VALUE", without what was refused.
+    /// The attributes written, as "ATTRIBUTE=VALUE", without refused writes.
     std::vector<std::string> writes() {
         std::vector<std::string> all;
         for (const auto& event : events("accessibility-set")) {
@@ -97,7 +97,7 @@ TEST_F(Fullscreen, IsTriedEveryTwoAndAHalfSecondsForTwenty) {
     ASSERT_THAT(times, SizeIs(8));
     for (std::size_t each = 1; each < times.size(); ++each) EXPECT_NEAR(times[each] - times[each - 1], 2.5, 1e-6);
     EXPECT_NEAR(timeOf("[FULLSCREEN] Max retry raggiunti — rimango massimizzato") - times.front(), 20.0, 1e-6);
-    // The browser is asked to the front half a second before each attempt but the first.
+    // The browser is activated half a second before each attempt but the first.
     const auto activations = timesOf("application-activate");
     ASSERT_THAT(activations, SizeIs(8));
     EXPECT_NEAR(activations.front() - times.front(), 2.0, 1e-6);
@@ -302,7 +302,7 @@ TEST_F(Fullscreen, CancelledLogsThoughNothingIsPending) {
 TEST_F(Fullscreen, CancelledAfterTheTimerHasFiredIsTriedOnceMoreAndRetriedAgain) {
     refuseFullScreen();
     launchToFirstAttempt();
-    // The timer fires 2 seconds after the first attempt, the next attempt follows half a second later.
+    // The timer fires 2 seconds after the first attempt, and the next attempt follows half a second later.
     mac().runFor(2.2);
     mac().onMain([this] { launcher().cancelFullscreenRetry(); });
     mac().runFor(0.5);

@@ -9,11 +9,10 @@ namespace {
 
 using Operation = virtualmac::AccessibilityFaults::Operation;
 
-/// A launcher that has a session behind it when it is launched again.
+/// A launcher that has already had a session when it is launched again.
 class NextLaunch : public BrowserTest {
   protected:
-    /// The first launch finds that browser. The next one finds none, so that nothing takes the place of what it
-    /// forgets.
+    /// The first launch detects that browser. The next one detects none, so that nothing replaces what it forgets.
     void makeForOneLaunchOf(SupportedBrowser browser) {
         make(false, [this, browser](const FileManager&) -> std::optional<SupportedBrowser> {
             detectedBefore_ = launcher().detectedBrowser();
@@ -21,7 +20,7 @@ class NextLaunch : public BrowserTest {
             return browser;
         });
     }
-    /// What the launcher knew when it was about to look for a browser.
+    /// What the launcher knew just before it looked for a browser.
     std::optional<SupportedBrowser> detectedBefore() const { return detectedBefore_; }
     void launchAgain() {
         launch();

@@ -126,7 +126,7 @@ TEST_F(ProcessRoute, KeepsTheBrowserThatRunsAlready) {
     EXPECT_EQ(launcher().browserPID(), before);
     EXPECT_EQ(launcher().browserApp()->processIdentifier(), before);
     EXPECT_TRUE(launcher().wasPreExisting());
-    // The second one was started all the same.
+    // The second one was started anyway.
     EXPECT_THAT(events("process-started"), SizeIs(2));
 }
 
@@ -237,7 +237,7 @@ TEST_F(ProcessRoute, EndsTheLaunchWhenTheProcessCannotBeStarted) {
     mac().processes().failLaunches("Risorsa temporaneamente non disponibile.");
     launch();
     mac().runFor(0);
-    // At once: the launch's thread waits for nothing.
+    // At once: the launch's thread does not wait.
     EXPECT_EQ(mac().leftovers().workers, 0u);
     mac().runFor(30);
     EXPECT_EQ(logLines().back(), "[BROWSER] ❌ Errore lancio: Risorsa temporaneamente non disponibile.");
@@ -272,7 +272,7 @@ TEST_F(ProcessRoute, StartsTheSeriesOfAttemptsAnew) {
     make();
     launch();
     mac().runFor(0);
-    // Somebody asks for full screen while the browser is still being started.
+    // Full screen is requested while the browser is still being started.
     attempt();
     EXPECT_EQ(launcher().fullscreenRetryCount(), 1);
     mac().runFor(4);

@@ -12,11 +12,11 @@ using testing::ElementsAre;
 using testing::SizeIs;
 using Operation = virtualmac::AccessibilityFaults::Operation;
 
-/// What several threads touch at once. The platform's own locks order whoever calls it, so a missing guard shows only
-/// without the baton, under ThreadSanitizer, and where the threads hardly call it meanwhile.
+/// State that several threads use at once. The platform's own locks order its callers, so a missing guard shows only
+/// without the baton, under ThreadSanitizer, and while the threads hardly call the platform.
 class SharedState : public BrowserTest {
   protected:
-    /// Full screen is refused, so that the attempts go on.
+    /// Full screen is refused, so the attempts continue.
     void makeForARefusingChrome() {
         installChrome();
         mac().accessibility().faults().fail(Operation::write, "AXFullScreen", accessibilityFailure);
@@ -33,13 +33,13 @@ TEST_F(SharedState, IsReadOnAnotherThreadWhileTheBrowserIsLaunchedAndDriven) {
         while (!stop) {
             const auto application = launcher.browserApp();
             const auto process = launcher.browserPID();
-            // Both come together, and both stay.
+            // Both are set together and do not change.
             if (application && process != application->processIdentifier()) contradicted = true;
             if (launcher.isConfirmedFullscreen()) contradicted = true;
             reads.fetch_add(1, std::memory_order_relaxed);
         }
     });
-    // Relaxed, so that it waits for the reader and yet is not ordered after it.
+    // Relaxed, so that it waits for the reader without being ordered after it.
     const auto waitForARead = [&reads] {
         const int before = reads.load(std::memory_order_relaxed);
         while (reads.load(std::memory_order_relaxed) < before + 2) std::this_thread::yield();
@@ -64,7 +64,7 @@ TEST_F(SharedState, LosesItsRetryByCancelsOnAnotherThreadWhileTheMainThreadClose
     launch();
     mac().runFor(4);
     ASSERT_EQ(mac().leftovers().timers, 1u);
-    // The first close waits for the browser's end. All the others, which find no process, call nothing of the platform.
+    // The first close waits for the browser's end. All others find no process and do not call the platform.
     close();
     mac().onMain([this, &launcher = launcher()] {
         mac().inBackground([&launcher] {

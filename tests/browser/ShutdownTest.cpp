@@ -19,7 +19,7 @@ class Shutdown : public BrowserTest {
         mac().runFor(6);
         forgetEvents();
     }
-    /// Chrome was running before, with so many windows, one of them in full screen beside the meeting's.
+    /// Chrome was running before with this many windows, one of them in full screen, in addition to the meeting's.
     ProcessIdentifier openMeetingInOwnChrome(int windows) {
         installChrome();
         const auto process = startChrome();
@@ -47,7 +47,7 @@ TEST_F(Shutdown, EndsTheBrowserThatTheClientStarted) {
     EXPECT_FALSE(isRunning(process));
     EXPECT_THAT(events("application-terminate"), SizeIs(1));
     EXPECT_THAT(events("application-force-terminate"), IsEmpty());
-    // It takes 0.3 seconds to end; it is looked at every 0.2.
+    // The browser takes 0.3 seconds to end and is checked every 0.2.
     EXPECT_NEAR(mac().now() - start, 0.4, 1e-6);
     expectForgotten();
 }
@@ -172,7 +172,7 @@ TEST_F(Shutdown, TakesWindowsOutOfFullScreenFirstWithAPauseEach) {
     forgetEvents();
     const double start = mac().now();
     close();
-    // Two in full screen, half a second each.
+    // Two windows in full screen, half a second each.
     EXPECT_NEAR(mac().now() - start, 1.0, 1e-6);
     const auto left = events("accessibility-set");
     ASSERT_THAT(left, SizeIs(2));
@@ -305,7 +305,7 @@ TEST_F(Shutdown, LetsAnAttemptThatIsQueuedAlreadyFindNoProcess) {
     mac().accessibility().faults().fail(Operation::write, "AXFullScreen", accessibilityFailure);
     make();
     launch();
-    // The first attempt comes at 3 seconds, the timer fires at 5, the second attempt is due at 5.5.
+    // The first attempt is at 3 seconds, the timer fires at 5, the second attempt is due at 5.5.
     mac().runFor(5.2);
     forgetEvents();
     close();

@@ -15,7 +15,7 @@ class WorkspaceRoute : public BrowserTest {
         const auto process = mac().processes().running("com.apple.Safari");
         return process ? process->processIdentifier() : 0;
     }
-    /// Safari opens its window so many seconds after it was asked.
+    /// Safari opens its window this many seconds after the request.
     void openWindowAfter(double seconds) {
         auto safari = virtualmac::safari();
         for (auto& window : safari.windows) window.after = seconds;
@@ -131,7 +131,7 @@ TEST_F(WorkspaceRoute, KeepsTheAnswersProcessWhenTheWindowComesLater) {
     const auto impostor = mac().applications().add({"Safari Helper", "com.example.helper"});
     mac().applications().openWindow(impostor, {});
     mac().runFor(5);
-    // Its owner's name contains Safari's, so its window is taken; the process stays.
+    // Its owner's name contains Safari's, so its window is taken. The process does not change.
     EXPECT_TRUE(windowLine().ends_with("pid=" + std::to_string(impostor)));
     EXPECT_EQ(launcher().browserPID(), known);
 }
@@ -141,7 +141,7 @@ TEST_F(WorkspaceRoute, TakesAnAnswerThatComesAfterTheDiscovery) {
     launch();
     mac().runFor(30);
     EXPECT_TRUE(logged("[BROWSER] Safari PID: " + std::to_string(safari())));
-    // Nothing to activate when the pause was over: the window's process was known, its application was not.
+    // There was nothing to activate after the pause: the window's process was known, but not its application.
     EXPECT_THAT(events("application-activate"), IsEmpty());
     EXPECT_TRUE(launcher().isConfirmedFullscreen());
 }
@@ -325,7 +325,7 @@ TEST_F(WorkspaceRoute, IgnoresAnAnswerForALauncherThatIsGone) {
 TEST_F(WorkspaceRoute, KeepsItsLauncherForTheDelayedAttemptOnly) {
     openWindowAfter(1);
     launch();
-    // The activation comes at 4.2 seconds, the attempt at 4.7.
+    // The activation is at 4.2 seconds, the attempt at 4.7.
     mac().runFor(4.4);
     release();
     EXPECT_TRUE(isAlive());

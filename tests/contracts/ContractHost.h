@@ -24,7 +24,7 @@ struct ServedRequest {
 struct ServedAnswer {
     int status = 200;
     std::vector<std::pair<std::string, std::string>> headers;
-    /// Pieces of the body, each sent so many seconds after what came before it.
+    /// Pieces of the body, each with its delay in seconds after the previous part.
     std::vector<std::pair<double, std::string>> body;
     /// Seconds before the headers are sent.
     double delay = 0;
@@ -34,16 +34,15 @@ struct ServedAnswer {
 
 using Server = std::function<ServedAnswer(const ServedRequest&)>;
 
-/// A computer on trial, seen from the test's own thread, which is not its main thread. Every test has a new one; its
-/// end leaves nothing running that could call back.
+/// A computer under test, seen from the test's thread, which is not its main thread. Every test gets a new one. Its
+/// destructor leaves nothing running that could call back.
 class ContractHost {
   public:
     virtual ~ContractHost() = default;
 
     virtual Computer& computer() = 0;
 
-    /// Why the suite of that name cannot be held here as things stand, such as a permission that nobody has granted;
-    /// without a value it can.
+    /// Why that suite cannot run here, such as a missing permission. Empty if it can run.
     virtual std::optional<std::string> obstacle(const std::string& suite) {
         (void)suite;
         return std::nullopt;
@@ -54,31 +53,31 @@ class ContractHost {
     /// The same without waiting.
     virtual void postToMain(Block block) = 0;
 
-    /// At least that much uptime passes.
+    /// Lets at least that much uptime pass.
     virtual void letTimePass(double seconds) = 0;
 
-    /// Presses that button of the alert in front, which is up or comes up soon.
+    /// Presses that button of the front alert, which is shown or will be soon.
     virtual void pressAlertButton(const std::string& title) = 0;
 
-    /// Starts a server, which may be asked on any thread; the address without a slash at its end.
+    /// Starts a server, which may be called on any thread. Returns its address without a trailing slash.
     virtual std::string serve(Server server) = 0;
     /// An address where connections are refused.
     virtual std::string refusingAddress() = 0;
 
-    /// The executable of an application of the tests' own: "Google Chrome", with the bundle identifier
-    /// com.google.Chrome. It takes these arguments, any number of times and in any order:
+    /// The executable of the tests' own application: "Google Chrome", with the bundle identifier com.google.Chrome. It
+    /// accepts these arguments, any number of times and in any order:
     ///
     ///   --window=TITLE,X,Y,WIDTH,HEIGHT  opens a normal window there, in points from the top left of the primary
-    ///                                    display; it closes when it is asked to
-    ///   --exits-without-windows          the application ends with its last window (else it goes on without one)
-    ///   --ignores-terminate              a polite request to end is ignored
+    ///                                    display; it closes when asked to
+    ///   --exits-without-windows          the application ends with its last window (otherwise it continues without
+    ///   one)
+    ///   --ignores-terminate              ignores a polite request to end
     ///   --exits-at-once                  ends as soon as it has started
     ///
-    /// It leaves any other argument alone, and ends by itself with the host.
+    /// It ignores other arguments, and ends with the host.
     virtual std::string peerExecutable() = 0;
 
-    /// The arguments that a process of the peer executable received, in order; without a value as long as it has not
-    /// read them.
+    /// The arguments that a process of the peer executable has received, in order. Empty until it has read them.
     virtual std::optional<std::vector<std::string>> argumentsReceived(ProcessIdentifier peer) = 0;
 
     virtual std::string existingFile() = 0;

@@ -13,7 +13,7 @@ namespace vantrel::contracts {
 namespace {
 
 constexpr auto step = std::chrono::milliseconds(5);
-// Not compressed by the server, which would hold pieces of the body back.
+// A type that the server does not compress: compression would hold pieces of the body back.
 constexpr auto contentType = "application/octet-stream";
 
 std::string lowerCased(std::string text) {

@@ -12,7 +12,7 @@
 
 namespace vantrel::contracts {
 
-/// A test that holds on every computer: it asserts order and lower bounds of time, never an upper bound.
+/// A test that must pass on every computer. It asserts order and lower bounds of time, never an upper bound.
 class ContractTest : public testing::Test {
   protected:
     using Notes = std::vector<std::string>;
@@ -20,10 +20,10 @@ class ContractTest : public testing::Test {
     ContractTest();
     ~ContractTest() override;
 
-    /// Skips the test where there is an obstacle to its suite.
+    /// Skips the test if its suite cannot run here.
     void SetUp() override;
 
-    /// Ends the computer while the test's own members still live. Who overrides it calls it last.
+    /// Ends the computer while the test's own members still exist. An override must call it last.
     void TearDown() override;
 
     Computer& computer() { return host_->computer(); }
@@ -33,15 +33,15 @@ class ContractTest : public testing::Test {
     void note(std::string text);
     Notes notes() const;
 
-    /// Lets time pass until the condition holds; false when it does not after half a minute.
+    /// Lets time pass until the condition holds. False if it does not within half a minute.
     bool eventually(const std::function<bool()>& condition);
-    /// Lets time pass until there are so many notes.
+    /// Lets time pass until there are `count` notes.
     bool noted(std::size_t count);
 
     /// Seconds of uptime.
     double now() { return computer().clock.uptime(); }
 
-    /// Clocks of real computers are read a moment before or after what they measure.
+    /// A real computer's clock is read a moment before or after what it measures.
     static constexpr double tolerance = 0.002;
 
   private:

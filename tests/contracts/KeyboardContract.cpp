@@ -22,7 +22,7 @@ std::string_view commandQorW(const KeyEvent& event) noexcept {
     return event.keyCode == keyW ? "Cmd+W" : std::string_view();
 }
 
-// Names every letter that comes with exactly all four modifiers.
+// Names every letter pressed with exactly all four modifiers.
 std::string_view allFour(const KeyEvent& event) noexcept {
     constexpr std::uint64_t all = shift | control | option | command;
     return event.type == KeyEventType::keyDown && (event.flags & all) == all ? "all four" : std::string_view();
@@ -167,7 +167,7 @@ TEST_F(KeyboardContract, TheTapGoesOnUnderAnAlertThatAMainQueueBlockOpened) {
 
 TEST_F(KeyboardContract, ATapWhoseMainThreadHangsIsDisabledAndStaysSo) {
     ASSERT_TRUE(start());
-    // The first key of a test may take its time on the way to a window that comes up for it.
+    // The first key of a test may be slow, because a window is opened for it.
     keyboard().pressKey(keyS, 0);
     ASSERT_TRUE(received({keyS}));
     host().postToMain([this] {

@@ -20,7 +20,7 @@ class OverlayContract : public ContractTest {
 
     DisplayHost& displays() { return dynamic_cast<DisplayHost&>(host()); }
 
-    /// The left one is the primary one; the right one is lower and stands on the same line.
+    /// The left one is the primary display. The right one is lower; their bottom edges are level.
     void haveTwoDisplays() {
         displays().setDisplays({{"Sinistro", {{0, 0}, {640, 600}}}, {"Destro", {{640, 0}, {500, 480}}}});
     }
@@ -47,7 +47,7 @@ class OverlayContract : public ContractTest {
         host().onMain([&] { overlays.back()->orderFrontRegardless(); });
     }
 
-    /// Left edge of each overlay and whether it is shown, from left to right.
+    /// The left edge of each overlay and whether it is shown, from left to right.
     Overlaid seen() {
         Overlaid found;
         for (const auto& overlay : displays().overlays()) found.emplace_back(overlay.frame.origin.x, overlay.shown);
@@ -67,9 +67,9 @@ class OverlayContract : public ContractTest {
         return eventually([&] { return !displays().overlayIsInFrontAt({x, y}); });
     }
 
-    /// A window of another application with its middle on the right display, as soon as it has the focus.
+    /// Opens another application's window with its middle on the right display, and waits until it has the focus.
     ProcessIdentifier openWindowOnTheRight() {
-        // The primary display is 600 high: points from its top left.
+        // The primary display is 600 points high; window positions count from its top left.
         const auto launched =
             computer().processLauncher.launch(host().peerExecutable(), {"--window=Appunti,700,200,300,250"});
         const auto* started = std::get_if<ProcessIdentifier>(&launched);

@@ -8,7 +8,7 @@ namespace vantrel::peer {
 
 namespace {
 
-// The title may hold commas itself: the four numbers are the last ones.
+// The title may itself contain commas: the four numbers come last.
 std::optional<PeerWindowOption> windowOption(std::string_view text) {
     PeerWindowOption option;
     for (int* number : std::array{&option.height, &option.width, &option.y, &option.x}) {

@@ -14,16 +14,16 @@ struct PeerWindowOption {
     int height = 0;
 };
 
-/// What the peer's arguments ask for; ContractHost::peerExecutable() lists them. Other arguments are left alone.
+/// The options in the peer's arguments; ContractHost::peerExecutable() lists them. Other arguments are ignored.
 struct PeerOptions {
     std::vector<PeerWindowOption> windows;
-    /// Of the windows, in WM_CLASS; --class=NAME, on Linux alone.
+    /// The WM_CLASS of its windows; --class=NAME, on Linux only.
     std::string windowClass = "Vantrel-peer";
     bool exitsWithoutWindows = false;
     bool ignoresTerminate = false;
     bool exitsAtOnce = false;
 
-    /// Empty when a window is described wrongly.
+    /// Empty if a window is described wrongly.
     static std::optional<PeerOptions> read(const std::vector<std::string>& arguments);
 };
 

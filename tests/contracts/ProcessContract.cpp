@@ -24,7 +24,7 @@ class ProcessContract : public ContractTest {
         return std::get<ProcessIdentifier>(result);
     }
 
-    // The application of a new process, once the process has read its arguments.
+    // The application of a new process that has read its arguments.
     std::shared_ptr<RunningApplication> launched(std::vector<std::string> arguments) {
         arguments.push_back("--launched");
         const ProcessIdentifier process = launch(arguments);
@@ -232,7 +232,7 @@ class OpenerContract : public ProcessContract {
         return formed("file://" + computer().urls.addingPercentEncodingForQuery(path).value_or(""));
     }
 
-    // The folder that the peer's executable lies in.
+    // The application folder of the peer's executable.
     URL peerApplication() {
         constexpr std::string_view extension = ".app";
         const std::string path = host().peerExecutable();

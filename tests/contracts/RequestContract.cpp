@@ -23,7 +23,7 @@ class RequestContract : public ContractTest {
         return made;
     }
 
-    /// Sends it and lets time pass until it has ended.
+    /// Sends the request and lets time pass until it has ended.
     Ended send(URLRequest sent) {
         const auto ended = std::make_shared<Ended>();
         const auto done = std::make_shared<std::atomic<int>>(0);

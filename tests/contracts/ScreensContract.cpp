@@ -34,7 +34,7 @@ class ScreensContract : public ContractTest {
         });
     }
 
-    /// A notice of a change before may still be on its way.
+    /// A notification of an earlier change may still be on its way.
     void settle() { host().letTimePass(1); }
 
     static const Screen left;

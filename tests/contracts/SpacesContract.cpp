@@ -31,7 +31,7 @@ class SpacesContract : public ContractTest {
         });
     }
 
-    // Whoever was to be told has been told by then.
+    // By then every observer has been told.
     void settle() { host().letTimePass(0.3); }
 
     std::vector<std::unique_ptr<Observation>> observations;

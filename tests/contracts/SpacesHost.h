@@ -2,13 +2,13 @@
 
 namespace vantrel::contracts {
 
-/// A computer on trial that has Spaces: two at least, of which the first is shown. Test thread.
+/// A computer under test that has at least two Spaces, of which the first is shown. Test thread.
 class SpacesHost {
   public:
     virtual ~SpacesHost() = default;
 
-    /// Shows the Space at that place, counted from 0, as the participant would. Returns when it is shown; whoever
-    /// observes the Spaces may be told later. That a Space is shown already is no change.
+    /// Shows the Space at that place, counted from 0, as the participant would. Returns when it is shown; observers may
+    /// be told later. Showing the current Space is not a change.
     virtual void showSpace(int place) = 0;
 };
 

@@ -37,7 +37,7 @@ TEST_F(JSONContract, RefusesDeepNesting) {
     EXPECT_FALSE(computer().json.parse(std::string(1'000'000, '[')));
 }
 
-// Its threads have small stacks, and the levels are a server's choice.
+// The queue's threads have small stacks, and the server chooses the depth.
 TEST_F(JSONContract, ReadsTheDeepestNestingOnAQueueOfTheBackground) {
     for (const auto& [open, close] : {std::pair("[", "]"), std::pair("{\"a\":", "}")}) {
         std::string text;

@@ -61,7 +61,7 @@ TEST_F(TimerContract, AnInvalidatedTimerDoesNotComeAgain) {
     schedule(0.05, true, [this] { note("tick"); });
     timer_->invalidate();
     timer_->invalidate();
-    // A call that had begun when the timer was invalidated is over after the next event.
+    // A call that had begun when the timer was invalidated has ended after the next event.
     host().onMain([] {});
     const auto before = notes();
     host().letTimePass(0.2);

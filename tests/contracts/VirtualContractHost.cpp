@@ -39,7 +39,7 @@ NetworkAnswer networkAnswer(const ServedAnswer& answer) {
     return {answer.delay, std::move(http)};
 }
 
-/// "TITLE,X,Y,WIDTH,HEIGHT".
+/// Reads "TITLE,X,Y,WIDTH,HEIGHT".
 virtualmac::NewWindow windowOf(const std::string& text) {
     virtualmac::NewWindow window;
     std::istringstream numbers(text.substr(text.find(',') + 1));

@@ -20,7 +20,7 @@ constexpr AccessibilityError invalidElement = -25202;
 constexpr AccessibilityError cannotComplete = -25204;
 constexpr AccessibilityError attributeUnsupported = -25205;
 
-/// Decorations and a menu bar may add so many points to where a window was put.
+/// Decorations and a menu bar may move a window by this many points.
 constexpr double looseness = 60;
 
 class WindowContract : public ContractTest {
@@ -62,7 +62,7 @@ class WindowContract : public ContractTest {
         return std::get<Value>(*value);
     }
 
-    /// 0 when the read succeeds.
+    /// 0 if the read succeeds.
     static AccessibilityError errorOf(const AccessibilityElement& element, std::string_view name) {
         const auto answer = element.attribute(name);
         const auto* error = std::get_if<AccessibilityError>(&answer);
@@ -144,7 +144,7 @@ TEST_F(WindowContract, WindowsAreListedFrontToBackForBothWhoAsk) {
         }
         return found;
     };
-    // The one opened last lies in front.
+    // The window opened last is in front.
     EXPECT_TRUE(eventually([&] { return titles() == Notes{"Seconda", "Prima"}; }));
     const Elements elements = windows(process);
     ASSERT_EQ(2U, elements.size());

@@ -21,7 +21,7 @@
 
 namespace vantrel::singlethread {
 
-/// Keeps what is queued until it is asked to run it.
+/// Keeps blocks until told to run them.
 class Queue final : public DispatchQueue {
   public:
     void async(Block block) override { blocks_.push_back(std::move(block)); }
@@ -90,7 +90,7 @@ class FixedDefaults final : public UserDefaults {
     void set(std::string_view, std::string_view) override {}
 };
 
-/// Completes every request before it returns, with the next of the replies; the last one serves for all that follow.
+/// Completes every request before dataTask() returns, with the next reply. The last reply is repeated.
 class ScriptedSession final : public URLSession {
   public:
     void dataTask(URLRequest request, Completion completion) override {
@@ -106,8 +106,7 @@ class ScriptedSession final : public URLSession {
     std::size_t sentBytes = 0;
 };
 
-/// A computer on which everything happens at once and on one thread: for the fuzzers and the benchmarks, which want
-/// nothing but the rules.
+/// A computer that does everything at once on one thread, for fuzzers and benchmarks, which need only the rules.
 struct SingleThreadComputer {
     SingleThreadDispatch dispatch;
     StillRunLoop runLoop;

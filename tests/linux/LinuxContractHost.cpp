@@ -83,7 +83,7 @@ class LinuxContractHost final : public contracts::ContractHost,
     }
 
     std::string refusingAddress() override {
-        // Bound and not listening: the port cannot be anybody else's meanwhile.
+        // Bound and not listening, so that nobody else can get the port meanwhile.
         refusing_ = FileDescriptor(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
         sockaddr_in place{};
         place.sin_family = AF_INET;
@@ -240,7 +240,7 @@ class LinuxContractHost final : public contracts::ContractHost,
         EXPECT_TRUE(focused) << "the window manager does not give the focus";
     }
 
-    // From an event of its own, as a click is: the alert's end may go on to other things.
+    // In its own event, like a click, because more may follow when the alert ends.
     bool press(const std::string& title) {
         QWidget* alert = QApplication::activeModalWidget();
         if (alert == nullptr || !alert->isVisible()) return false;

@@ -9,7 +9,7 @@ int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
     const QCoreApplication application(argc, argv);
     std::signal(SIGPIPE, SIG_IGN);
-    // No request of a test goes to the proxy of whoever runs it.
+    // Tests must not send requests to the proxy of the user who runs them.
     vantrel::linuxdesktop::ProxyVariables::clear();
     return RUN_ALL_TESTS();
 }

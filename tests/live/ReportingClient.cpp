@@ -1,5 +1,5 @@
-// reporting-client: the client's join and heartbeat on the Linux desktop, with two violations to report, until it is
-// ended. The saved settings name the server. Nothing on this desktop raises violations by itself yet.
+// reporting-client: runs the client's join and heartbeat on the Linux desktop, with two violations to report, until it
+// is ended. The saved settings name the server. Nothing on this desktop causes violations by itself yet.
 
 #include <cstdlib>
 #include <memory>

@@ -278,7 +278,7 @@ TEST_F(BlackoutOverlay, FallsBackToTheMainDisplayWhenTheExcludedOneIsUnplugged) 
     activate();
     change({beside, above}, 1);
     EXPECT_THAT(frames(), ElementsAre(beside.frame));
-    // And keeps to it.
+    // That display stays uncovered when the excluded one returns.
     change({builtIn, beside, above}, 0);
     EXPECT_THAT(frames(), ElementsAre(builtIn.frame, beside.frame));
 }
@@ -289,7 +289,7 @@ TEST_F(BlackoutOverlay, WithNoDisplayLeftExcludesNone) {
     change({}, 0);
     EXPECT_THAT(overlays(), IsEmpty());
     EXPECT_EQ(logLines().back(), none);
-    // The first one that comes back has the focus.
+    // The first display that comes back has the focus.
     change({beside});
     EXPECT_THAT(overlays(), IsEmpty());
     change({beside, builtIn});

@@ -18,8 +18,8 @@ KeyEvent press(std::int64_t keyCode, std::uint64_t flags) {
     return {KeyEventType::keyDown, keyCode, flags};
 }
 
-/// What a person reads in the table of keys, key by key: the names with Command alone, with Command and Shift, with
-/// Command and Control, with all three, and with Control, and Control and Shift, without Command. "" passes.
+/// The table of keys as a person reads it, key by key: the names with Command alone, with Command and Shift, with
+/// Command and Control, with all three, with Control, and with Control and Shift. "" passes.
 struct Row {
     const char* command;
     const char* commandShift;
@@ -82,7 +82,7 @@ TEST_P(EveryKey, IsNamedAsTheTableOfKeysSays) {
     const auto [keyCode, modifiers] = GetParam();
     const std::uint64_t flags = static_cast<std::uint64_t>(modifiers) << 17;
     EXPECT_EQ(blockedCombination(press(keyCode, flags)), expected(keyCode, flags));
-    // Bits that are no modifiers of the table: Caps Lock, the function and the keypad flag, the left-hand Command key.
+    // Bits that are not modifiers in the table: Caps Lock, the function and the keypad flag, the left Command key.
     EXPECT_EQ(blockedCombination(press(keyCode, flags | 0x10000 | 0x200000 | 0x800000 | 0x8)),
               expected(keyCode, flags));
 }

@@ -32,7 +32,7 @@ class BrowserKillTest : public BrowserTest {
     std::string confirmed() {
         return "[MONITOR] Kill browser: processo " + std::to_string(process_) + " confermato terminato";
     }
-    /// Seconds from its begin to its last line.
+    /// Seconds from its start to its last line.
     double duration() { return timeOf(confirmed()) - begin_; }
     ProcessIdentifier process() const { return process_; }
 
@@ -84,7 +84,7 @@ TEST_F(BrowserKillTest, SaysSoEvenOfAProcessThatWithstandsItAll) {
     EXPECT_THAT(lines("[MONITOR]"), ElementsAre(line("✅ OK"), confirmed()));
     EXPECT_TRUE(isRunning(process()));
     EXPECT_NEAR(duration(), 1.5, 1e-6);
-    // forceTerminate said that it worked, so nothing else is tried.
+    // forceTerminate reported success, so nothing else is tried.
     EXPECT_THAT(texts("signal"), IsEmpty());
 }
 

@@ -16,8 +16,7 @@ using Operation = virtualmac::AccessibilityFaults::Operation;
 
 class Focus : public MonitorTest {
   protected:
-    /// In confirmed full screen with its full-screen window on the current Space all along, whatever comes to the
-    /// front.
+    /// The meeting is in confirmed full screen, and its window stays on the current Space whatever comes to the front.
     void watch() {
         openInFullScreen();
         startMonitor();
@@ -205,7 +204,7 @@ class WrongWindow : public Focus {
 
 TEST_F(WrongWindow, OfTheBrowserInFrontIsPutRightWithoutAViolation) {
     watch();
-    // The meeting stays in full screen; another window of the browser has the focus.
+    // The meeting stays in full screen, but another window of the browser has the focus.
     const auto app = computer().accessibility.application(chrome());
     std::shared_ptr<AccessibilityElement> other;
     const auto number = mac().processes().openWindow(chrome(), {"Altra", {{100, 100}, {400, 300}}});
@@ -229,7 +228,7 @@ TEST_F(WrongWindow, ThatDoesNotTellItsStateIsWrong) {
 }
 
 TEST_F(WrongWindow, IsFollowedByAnAttemptHalfASecondLater) {
-    // The launcher, for its part, does not take it for confirmed, or it would not attempt anything.
+    // The launcher itself does not count it as confirmed. Otherwise it would make no attempt.
     openInWindow();
     startMonitor();
     mac().onMain([this] { monitor().setFullscreenConfirmed(true); });

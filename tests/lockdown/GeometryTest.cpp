@@ -11,11 +11,11 @@ using testing::IsEmpty;
 using testing::SizeIs;
 using Operation = virtualmac::AccessibilityFaults::Operation;
 
-/// The window is where it has to be, as large as it has to be, or it is put back. What the launcher's attempt, half a
-/// second later, does is seen in its lines.
+/// The window has the right place and size, or is put back. The launcher's attempt half a second later shows in its log
+/// lines.
 class GeometryTest : public MonitorTest {
   protected:
-    /// The window lies there and is that large for Accessibility, whatever the desktop makes of it.
+    /// Gives the window this place and size for Accessibility, whatever the desktop shows.
     void place(const Point& position, const Size& size) {
         faults().clear();
         faults().answer("AXPosition", position);
@@ -235,8 +235,8 @@ TEST_F(Geometry, OfAConfirmedFullScreenIsNotCheckedWhereNoWindowSaysSo) {
     EXPECT_THAT(monitorLines(), IsEmpty());
 }
 
-/// The position counts from the top left of the primary display and the screen's origin from its bottom left; they are
-/// compared and written as they stand.
+/// The position counts from the top left of the primary display, the screen's origin from its bottom left. They are
+/// compared and written without conversion.
 class GeometryOnAnotherDisplay : public GeometryTest {};
 
 TEST_F(GeometryOnAnotherDisplay, TakesTheDisplaysOriginAsItStands) {
@@ -253,7 +253,7 @@ TEST_F(GeometryOnAnotherDisplay, TakesTheDisplaysOriginAsItStands) {
     EXPECT_THAT(writes(), ElementsAre("AXPosition=-200 900", "AXSize=1920 1080"));
 }
 
-/// The launcher knows the process only, which was listed too late for it.
+/// The launcher knows only the process: its application was listed too late.
 class GeometryWithoutAnApplication : public GeometryTest {};
 
 TEST_F(GeometryWithoutAnApplication, ActivatesNothingAndIsTriedToMakeFullScreenAllTheSame) {

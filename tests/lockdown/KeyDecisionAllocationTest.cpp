@@ -7,7 +7,7 @@
 
 namespace {
 
-/// Counts what is allocated on the calling thread.
+/// Counts the calling thread's allocations.
 thread_local std::size_t allocations = 0;
 
 }  // namespace

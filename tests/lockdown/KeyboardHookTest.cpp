@@ -35,12 +35,12 @@ class KeyboardHook : public virtualmac::MacTest {
         mac().onMain([this] { hook_->stop(); });
     }
     KeyboardHookService& hook() { return *hook_; }
-    /// "cmd+q"; the decision has been made when it returns.
+    /// Presses a combination such as "cmd+q". The decision has been made when it returns.
     void press(std::string_view key) {
         participant().pressKey(*virtualmac::KeyStroke::parse(key));
         mac().runFor(0.1);
     }
-    /// Another application is in front, and gets what nobody swallows.
+    /// Another application is in front and gets the keys that are not swallowed.
     void bringNotesForward() {
         virtualmac::ApplicationDescription description;
         description.name = "Note";

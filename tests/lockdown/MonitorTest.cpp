@@ -26,7 +26,8 @@ void MonitorTest::openInWindow() {
     mac().runFor(1);
     ASSERT_FALSE(launcher().isConfirmedFullscreen());
     ASSERT_TRUE(launcher().browserPID());
-    // The menu bar keeps every window 24 points below the origin, which the monitor would not have.
+    // The menu bar keeps every window 24 points below the origin. The monitor would correct that, so Accessibility
+    // reports the origin here.
     faults().answer("AXPosition", Point{0, 0});
     forgetEvents();
 }
@@ -53,7 +54,7 @@ void MonitorTest::startMonitor() {
         launcher().windowMonitor = service_;
         service_->startMonitoring(sharedLauncher());
     });
-    // Between the ticks, so that what a test does next comes before one of them.
+    // Between the ticks, so that the test's next action comes before one.
     mac().runFor(0.1);
 }
 

@@ -10,7 +10,7 @@
 
 namespace vantrel {
 
-/// A monitor on a virtual Mac with a display of 1440 × 900 points, and what it tells.
+/// A monitor on a virtual Mac with a display of 1440 × 900 points. Records what the monitor reports.
 class MonitorTest : public BrowserTest {
   protected:
     static constexpr const char* started = "[MONITOR] Monitoraggio avviato";
@@ -18,28 +18,28 @@ class MonitorTest : public BrowserTest {
 
     void TearDown() override;
 
-    /// Chrome is open on the meeting in confirmed full screen; nothing monitors it yet.
+    /// Opens the meeting in Chrome in confirmed full screen. No monitor runs yet.
     void openInFullScreen();
-    /// Chrome is open on the meeting in a window that fills the display below the menu bar; no attempt at full screen
-    /// is pending.
+    /// Opens the meeting in Chrome in a window that fills the display below the menu bar. No attempt at full screen is
+    /// pending.
     void openInWindow();
     /// The launcher knows no browser and no process.
     void openNothing();
 
-    /// One that is not started and has nobody to tell.
+    /// A monitor that is not started and has no callbacks.
     std::shared_ptr<WindowMonitorService> makeMonitor(Bundle& mainBundle);
     std::shared_ptr<WindowMonitorService> makeMonitor() { return makeMonitor(computer().mainBundle); }
-    /// Makes the monitor and starts it: a tick comes 1.5 seconds later and every 1.5 seconds from then on.
+    /// Creates the monitor and starts it. Ticks follow every 1.5 seconds.
     void startMonitor();
     void stopMonitor();
     void releaseMonitor();
-    /// Time passes until just after the next tick, and the one after, …
+    /// Lets time pass until just after the next `count` ticks.
     void runTicks(int count = 1);
 
     WindowMonitorService& monitor() { return *service_; }
     /// Without the two lines of its start.
     std::vector<std::string> monitorLines() const;
-    /// The details it was told.
+    /// The details of the reported violations.
     const std::vector<std::string>& violations() const { return violations_; }
     const std::vector<SessionEndReason>& ends() const { return ends_; }
 
@@ -48,7 +48,7 @@ class MonitorTest : public BrowserTest {
     virtualmac::AccessibilityFaults& faults() { return mac().accessibility().faults(); }
     /// Another application, with a window, comes to the front.
     ProcessIdentifier bringForward(const std::string& name, const std::string& bundleIdentifier);
-    /// "ATTRIBUTE=VALUE" of what was written.
+    /// The attributes written, as "ATTRIBUTE=VALUE".
     std::vector<std::string> writes() const;
 
   private:

@@ -68,7 +68,7 @@ TEST_F(Monitoring, ForgetsAConfirmedFullScreenAtEachStart) {
         monitor().stopMonitoring();
         monitor().startMonitoring(sharedLauncher());
     });
-    // A focused window out of full screen would be the wrong one.
+    // A focused window outside full screen would be the wrong one.
     runTicks(2);
     EXPECT_THAT(monitorLines(), ElementsAre(stopped));
 }
@@ -180,7 +180,7 @@ TEST_F(Monitoring, TakesOverTheBrowsersNewProcessDuringTheGracePeriod) {
     EXPECT_EQ(launcher().browserApp()->processIdentifier(), after);
     mac().processes().exit(after);
     runTicks(1);
-    // The process was taken over, but no tick has seen it alive: the grace goes on.
+    // The process was taken over, but no tick has seen it alive yet: the grace period continues.
     EXPECT_THAT(ends(), IsEmpty());
 }
 

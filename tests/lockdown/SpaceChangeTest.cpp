@@ -23,7 +23,7 @@ class SpaceChange : public MonitorTest {
     std::string confirmed(ProcessIdentifier process) {
         return "[MONITOR] Kill browser: processo " + std::to_string(process) + " confermato terminato";
     }
-    /// The flags already tell the new state when the notice is looked into.
+    /// The flags already show the new state when the notification is handled.
     void leave() {
         mac().windowList().withhold(virtualmac::WindowKey::isOnscreen);
         mac().spaces().swipe(Direction::left);
@@ -52,7 +52,7 @@ TEST_F(SpaceChange, IsLookedIntoWhileTheFlagsTellTheOldSpace) {
     startMonitor();
     mac().spaces().swipe(Direction::left);
     mac().runFor(0.4);
-    // The window is no longer in sight, but the system still says so.
+    // The window is no longer visible, but the system still lists it so.
     EXPECT_THAT(monitorLines(), ElementsAre(here));
     mac().runFor(10);
     EXPECT_THAT(ends(), IsEmpty());
@@ -83,7 +83,7 @@ TEST_F(SpaceChange, ToConfirmedFullScreenIsIgnoredUntilItIsConfirmed) {
     startMonitor();
     mac().desktop().setFullScreen(window(), true);
     mac().runFor(0.2);
-    // Confirmed only after the notice has been ignored.
+    // Confirmed only after the notification has been ignored.
     mac().onMain([this] { monitor().setFullscreenConfirmed(true); });
     mac().runFor(0.5);
     EXPECT_THAT(monitorLines(), Not(Contains(here)));
@@ -124,7 +124,7 @@ TEST_F(SpaceChange, WithAWindowThatIsGoneIsTheTicksMatter) {
     openInFullScreen();
     const auto process = chrome();
     startMonitor();
-    // Closing a full-screen window brings the display back to a desktop, with the notice.
+    // Closing a full-screen window returns the display to a desktop, with the notification.
     mac().desktop().close(window());
     mac().runFor(1);
     EXPECT_THAT(monitorLines(), IsEmpty());
@@ -306,7 +306,7 @@ TEST_F(SpaceChangeInTime, BackToTheMeetingAfterTheDelayIsTooLate) {
     EXPECT_THAT(ends(), ElementsAre(SessionEndReason::meetWindowClosed));
 }
 
-/// The change of Space that comes with the launcher's own full screen, however long the flags take to follow.
+/// The Space change of the launcher's own full screen, however long the flags take to follow.
 class OwnSpaceChange : public SpaceChange {
   protected:
     std::vector<std::string> linesWithFlagDelay(double seconds) {

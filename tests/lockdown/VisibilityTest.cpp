@@ -88,7 +88,7 @@ TEST_F(Visibility, OfAnUnconfirmedWindowOnAnotherSpaceIsAFalseNegative) {
 TEST_F(Visibility, OfAFullScreenWindowOnAnotherSpaceIsGiven) {
     openInFullScreen();
     startMonitor();
-    // Without the notice of the change, which has a rule of its own.
+    // Without the notification of the change, which has a rule of its own.
     mac().windowList().withhold(virtualmac::WindowKey::isOnscreen);
     runTicks(4);
     EXPECT_THAT(monitorLines(), IsEmpty());
@@ -97,7 +97,7 @@ TEST_F(Visibility, OfAFullScreenWindowOnAnotherSpaceIsGiven) {
 TEST_F(Visibility, OfAWindowThatIsNotLargeIsNotGiven) {
     openInWindow();
     startMonitor();
-    // 0.6 of the display exactly.
+    // Exactly 0.6 of the display.
     mac().desktop().resize(window(), {864, 876});
     runTicks(2);
     EXPECT_THAT(monitorLines(), ElementsAre(invisibleOnce, invisibleTwice, elsewhere));
@@ -165,10 +165,10 @@ TEST_F(Visibility, IsMeasuredAgainstTheMainScreen) {
     EXPECT_THAT(monitorLines(), ElementsAre(invisibleOnce, invisibleTwice, elsewhere));
 }
 
-/// Without a display it is measured against one of 1440 × 900 points.
+/// Without a display, windows are compared with one of 1440 × 900 points.
 class VisibilityWithoutADisplay : public Visibility {
   protected:
-    /// The lines of two ticks over a window of that size.
+    /// The lines of two ticks with a window of that size.
     std::vector<std::string> linesOver(const Size& size) {
         openInWindow();
         startMonitor();

@@ -6,18 +6,18 @@ import tempfile
 from checks import ANALYZER, PREFIX, clang, prepare
 
 HEAD = "#import <AppKit/AppKit.h>\n#import <ApplicationServices/ApplicationServices.h>\n"
-# Code and the complaint about it.
+# Code, and the complaint expected for it.
 MISTAKES = {
     # Created and never released.
     "void f(CFStringRef s) { AXUIElementRef e = AXUIElementCreateApplication(1); AXUIElementPerformAction(e, s); }":
         "Potential leak",
-    # Released though it was only borrowed.
+    # Released although only borrowed.
     "void f(CFArrayRef a) { CFRelease(CFArrayGetValueAtIndex(a, 0)); }": "not owned at this point",
     # Released twice.
     "void f() { CFTypeRef e = AXUIElementCreateApplication(1); CFRelease(e); CFRelease(e); }": "after it is released",
-    # A null reference where the header wants one that is not.
+    # A null reference where the header requires a non-null one.
     "NSString *_Nonnull f() { NSString *_Nullable s = nil; return s; }": "nil returned from a function that is expected",
-    # An error written without asking whether anybody wants it.
+    # An error written without checking whether the caller wants it.
     "@interface A : NSObject\n@end\n@implementation A\n- (BOOL)f:(NSError *__autoreleasing _Nullable *_Nullable)error {"
     " *error = nil; return NO; }\n@end": "Potential null dereference",
 }

@@ -131,7 +131,7 @@ def other_identifier(data):
 
 
 def writable_code(data, protection):
-    # Of the first segment that holds code.
+    # Of the first segment that contains code.
     offset, size = slice_at(data, "x86_64")
     at = data.index(b"__TEXT\0", offset, offset + size)
     struct.pack_into("<2I", data, at - 8 + 56, 7, protection)
@@ -167,9 +167,9 @@ def exchanged_bindings(data):
     replace(data, "x86_64", b"@_CGEventTap??????\0", b"@_CGEventTapEnable\0")
 
 
-# What is done to a copy of the bundle, and the complaint.
+# A change to a copy of the bundle, and the complaint expected.
 MISTAKES = [
-    # What else may be wrong with it is in files_test.py.
+    # files_test.py tests the other mistakes in this file.
     (lambda b: edit_plist(b, lambda p: p.pop("NSCameraUsageDescription")), "NSCameraUsageDescription is missing"),
     (lambda b: edit_plist(b, lambda p: p.update(CFBundleVersion="9.9")), "CFBundleVersion is '9.9', not '2.0'"),
     (lambda b: (b / "Contents/Info.plist").write_text("no property list"), "Info.plist cannot be read"),
@@ -199,7 +199,7 @@ MISTAKES = [
     (lambda b: edit_executable(b, other_identifier), "arm64: signature: of 'vantrel', not of 'Vantrel'"),
     (lambda b: edit_executable(b, weak_library), "in an unusual way (weak)"),
     (lambda b: edit_executable(b, weak_symbol), "x86_64: _CGEventTapCreate may be missing when the application starts"),
-    # Right in the symbol table, wrong in what the loader reads.
+    # Right in the symbol table, wrong in the loader's table.
     (lambda b: edit_executable(b, lambda d: replace(d, "x86_64", b"@_CGEventTapCreate\0", b"@_CGEventTapCraete\0")),
      "x86_64: the loader looks for _CGEventTapCraete in"),
     (lambda b: edit_executable(b, no_bindings), "x86_64: the loader does not look for _OBJC_CLASS_$_NSAlert"),
@@ -215,7 +215,7 @@ MISTAKES = [
      "_CGEventTapCraete is not known in"),
     (lambda b: edit_executable(b, lambda d: replace(d, "x86_64", b"/CFNetwork\0", b"/CFNetwrok\0")),
      "does not load /System/Library/Frameworks/CFNetwork.framework/Versions/A/CFNetwork"),
-    # Bound to a framework that does not have it.
+    # Bound to a framework that lacks it.
     (lambda b: edit_executable(b, lambda d: replace(d, "x86_64", b"/CFNetwork.framework/Versions/A/CFNetwork\0",
                                                     b"/AppKit.framework/Versions/C/AppKit".ljust(42, b"\0"))),
      "_OBJC_CLASS_$_NSURLSession is not known in /System/Library/Frameworks/AppKit.framework"),

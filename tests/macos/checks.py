@@ -8,7 +8,7 @@ ROOT = pathlib.Path(__file__).resolve().parents[2]
 WORK = ROOT / "build/macos"
 PACKAGING = ROOT / "packaging/macos"
 CLANG = "clang++-22"
-# As script/check-macos reads them.
+# The same header as in script/check-macos.
 PREFIX = ["-include-pch", str(WORK / "mm.pch")]
 ANALYZER = [f"@{PACKAGING}/cross/analyzer.txt"]
 

@@ -30,7 +30,7 @@ def information():
 
     values = variables(r"^\s+(MACOSX_BUNDLE_\w+) (\S+?)\)?$", "CMakeLists.txt")
     values |= variables(r'^set\((VANTREL_MAC_MINIMUM) "([\d.]+)"', ROOT / "CMakeLists.txt")
-    # What CMake knows without being told.
+    # The values that CMake knows by itself.
     values |= {"MACOSX_BUNDLE_EXECUTABLE_NAME": "Vantrel", "PROJECT_VERSION": check_bundle.VERSION}
     text = (PACKAGING / "Info.plist.in").read_text(encoding="utf-8")
     while "${" in text:
@@ -51,7 +51,7 @@ def profile_problems(found):
     texts = [value for value in re.findall(r"@\w+@", repr(found))]
     if set(texts) != MARKS or texts.count("@UUID_PAYLOAD@") != 1 or texts.count("@UUID_PROFILE@") != 1:
         problems.append(f"the marks are {sorted(texts)}")
-    # It is for all users of the Mac, which is what a permission of this kind asks for.
+    # The profile applies to all users of the Mac, as this kind of permission requires.
     if (found["PayloadType"], found["PayloadScope"]) != ("Configuration", "System"):
         problems.append(f"a profile of type {found['PayloadType']} for {found['PayloadScope']}")
     payloads = [payload["PayloadType"] for payload in found["PayloadContent"]]
@@ -74,7 +74,7 @@ def service(profile, name, replaces):
     services[name] = services.pop("Accessibility") if replaces else services["Accessibility"]
 
 
-# What is done to a copy, and the complaint.
+# A change to a copy, and the complaint expected.
 INFORMATION_MISTAKES = [
     (lambda p: p.update(LSUIElement=True), "LSUIElement is True, which does not belong there"),
     (lambda p: p.update(LSBackgroundOnly=True), "LSBackgroundOnly"),

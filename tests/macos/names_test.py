@@ -10,9 +10,9 @@ import check_names
 import declared
 from listing import Listing
 
-# Header, what stands there, the mistake, and the complaint.
+# Header, its text, the mistake, and the complaint expected.
 MISTAKES = [
-    # A selector with a letter too many, and one with its colon elsewhere: both are one word in the typings.
+    # A selector with one letter too many, and one with its colon elsewhere: the typings write both as one word.
     ("AppKit", "NSWindow.h", "makeKeyAndOrderFront:(nullable id)", "makeKeyAndOrderFronts:(nullable id)",
      "-[NSWindow makeKeyAndOrderFronts:] is not listed"),
     ("AppKit", "NSWindow.h", "- (void)setFrame:(NSRect)frame display:(BOOL)display;",
@@ -25,10 +25,10 @@ MISTAKES = [
      "NSWindowStyleMaskMiniaturizable is 8, the listing says 4"),
     ("ApplicationServices", "ApplicationServices.h", "IllegalArgument = -25201", "IllegalArgument = -25202",
      "kAXErrorIllegalArgument is -25202, the listing says -25201"),
-    # An enumerator that there is not.
+    # An enumerator that does not exist.
     ("CoreGraphics", "CoreGraphics.h", "kCGHeadInsertEventTap", "kCGFrontInsertEventTap",
      "kCGFrontInsertEventTap is not listed in CGEventTapPlacement"),
-    # The class's own and the instance's.
+    # Class methods and instance methods.
     ("Foundation", "NSTimer.h", "+ (NSTimer*)scheduledTimer", "- (NSTimer*)scheduledTimer",
      "-[NSTimer scheduledTimerWithTimeInterval:repeats:block:] is listed as a class method"),
     ("AppKit", "NSWorkspace.h", "- (BOOL)openURL:", "+ (BOOL)openURL:",

@@ -10,7 +10,7 @@ from checks import ROOT
 
 LABEL = re.compile(r"CFReference<\w+>::(created|copied|borrowed)\(")
 LABELS = ("created", "copied", "borrowed")
-# A call whose result is the caller's, by the rule of the frameworks' names.
+# A call whose result the caller owns, by the frameworks' naming rule.
 OWNING = re.compile(r"\b(?:AX|CF|CG)\w*?(Create|Copy)\w*\(")
 
 

@@ -6,7 +6,7 @@ import tempfile
 from checks import PREFIX, clang, prepare
 
 HEAD = "#import <AppKit/AppKit.h>\n#include <charconv>\n"
-# Code and the complaint about it.
+# Code, and the complaint expected for it.
 MISTAKES = {
     "void f() { [NSApp activate]; }": "'activate' is only available on macOS 14.0 or newer",
     "void f(NSWindow *w) { [w makeKeyAndOrderToFront:nil]; }": "declares the selector 'makeKeyAndOrderToFront:'",
@@ -29,15 +29,15 @@ void f() {
     }
 }
 """
-# What is deprecated from a later system on than the oldest that is served; told when that one is raised.
+# What becomes deprecated after the oldest supported system: reported once that system is raised.
 LATER = {
     "void f(NSRunningApplication *a) { [a activateWithOptions:NSApplicationActivateIgnoringOtherApps]; }": "14.0",
     "void f() { [NSApp activateIgnoringOtherApps:YES]; }": "27.0",
     "NSBezelStyle f() { return NSBezelStyleRounded; }": "27.0",
 }
-# BOOL is a number of its own on Intel.
+# On Intel, BOOL is a separate number type.
 INTEL = "bool *f(BOOL *b) { return b; }"
-# An option set takes combinations, in every language that may import it.
+# An option set accepts combinations, in every language that may import it.
 PLAIN = """
 int f(CGEventFlags flags) {
     switch (flags) {
@@ -61,7 +61,7 @@ def main():
     with tempfile.TemporaryDirectory() as folder:
         for code, complaint in MISTAKES.items():
             result = check(folder, code)
-            # Apple's compiler words some of it otherwise; this one is pinned.
+            # Apple's compiler words some complaints differently; this one is pinned.
             assert result.returncode and complaint in result.stderr, (code, result.stderr)
         result = check(folder, ALLOWED)
         assert result.returncode == 0, result.stderr

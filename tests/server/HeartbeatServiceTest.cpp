@@ -287,10 +287,10 @@ TEST_F(HeartbeatServiceTest, LogsNothingOfANoticeThatCannotBeMade) {
     EXPECT_THAT(logLines(), IsEmpty());
 }
 
-/// Violations from eight threads while the main thread drains: none is lost, none is sent twice, each thread's keep
-/// their order.
+/// Eight threads add violations while the main thread drains: none is lost, none is sent twice, and each thread's stay
+/// in order.
 TEST(HeartbeatService, TakesViolationsFromManyThreadsWhileTheyAreDrained) {
-    // Fewer without the baton: there ThreadSanitizer looks on.
+    // Fewer without the baton, for ThreadSanitizer.
     const int each = (virtualmac::isFreeRunning() ? 100'000 : 1'000'000) / 8;
     constexpr int threads = 8;
     singlethread::SingleThreadComputer computer;

@@ -26,7 +26,7 @@ class SessionJoinTest : public virtualmac::MacTest {
         });
     }
 
-    /// Joins on a background thread and lets it end.
+    /// Joins on a background thread and waits for its end.
     JoinOutcome join(const std::string& code = "NQRP5D") {
         std::optional<JoinOutcome> outcome;
         const auto& computer = this->computer();
@@ -237,7 +237,7 @@ TEST_F(SessionJoinTest, FindsNoSessionWhenTheProbeTakesLongerThanTenSeconds) {
     probeAnswer = NetworkAnswer{0, slow};
     EXPECT_EQ(failure(), "Codice sessione non trovato");
     EXPECT_NEAR(took, 10, 0.001);
-    // What came too late is still logged.
+    // A late reply is still logged.
     EXPECT_EQ(logLines().back(), "[SESSION] Status parsed: ACTIVE");
 }
 

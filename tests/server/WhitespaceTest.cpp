@@ -23,7 +23,8 @@ TEST(Whitespace, TrimsEverySpaceSeparatorOfUnicode) {
 }
 
 TEST(Whitespace, KeepsWhatOnlyLooksLikeASpace) {
-    // Zero-width space, word joiner, byte order mark, next line, line and paragraph separators: other categories.
+    // Zero-width space, word joiner, byte order mark, next line, line and paragraph separators: these have other
+    // categories.
     for (const std::string other : {"\u200B", "\u2060", "\uFEFF", "\u0085", "\u2028", "\u2029", "\u180E"}) {
         EXPECT_EQ(trimmed(other + "x" + other), other + "x" + other);
     }

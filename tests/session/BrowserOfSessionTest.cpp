@@ -14,7 +14,7 @@ using testing::IsEmpty;
 using testing::Not;
 using testing::SizeIs;
 
-/// What becomes of the browser in a whole session.
+/// What happens to the browser in a whole session.
 class BrowserOfSessionTest : public ClientTest {
   protected:
     ProcessIdentifier chrome() {
@@ -113,10 +113,10 @@ TEST_F(BrowserOfSessionTest, HoldsTheLockdownUpWhileItIsLaunched) {
     EXPECT_EQ(screen(), "none");
 }
 
-/// A lockdown that ends while its browser is launched.
+/// A lockdown that ends while its browser is being launched.
 class EndDuringTheLaunch : public BrowserOfSessionTest {
   protected:
-    /// Presses the join button; the launch begins at that moment.
+    /// Presses the join button. The launch begins at that moment.
     void startLaunch() {
         mac().onMain([this] {
             controller_ = MainWindowController::create(computer());
@@ -128,15 +128,14 @@ class EndDuringTheLaunch : public BrowserOfSessionTest {
         ASSERT_THAT(logLines(), Contains("[BROWSER] Reset stato per nuova sessione"));
         start_ = timeOf("[BROWSER] Reset stato per nuova sessione");
     }
-    /// So many seconds into the launch.
+    /// At this many seconds after the launch began.
     void endAt(double moment) {
         mac().runUntil(start_ + moment);
         mac().onMain([this] { controller_->endSession(SessionEndReason::userRequest); });
         ASSERT_EQ(screen(), "endView");
         forgetEvents();
     }
-    /// The main thread does something else then. What the launch hands over to it while it ends finds the launcher
-    /// gone.
+    /// Makes the main thread busy then. When it runs what the launch has left for it, the launcher is gone.
     void keepMainBusyAt(double moment) {
         mac().runUntil(start_ + moment);
         mac().postToMain([this] { computer().threads.sleep(0.7); });
@@ -210,7 +209,7 @@ TEST_F(EndDuringTheLaunch, LeavesSafariItsWindowThatIsStillLookedFor) {
     ASSERT_TRUE(safari);
     const auto process = safari->processIdentifier();
     ASSERT_THAT(mac().desktop().windowsOf(process), IsEmpty());
-    // The look at 5.2 seconds finds the window, and 3 seconds later the launch is over.
+    // The look at 5.2 seconds finds the window, and the launch ends 3 seconds later.
     keepMainBusyAt(8.1);
     EXPECT_FALSE(safari->isTerminated());
     const auto windows = mac().desktop().windowsOf(process);
@@ -257,7 +256,7 @@ TEST_F(BrowserOfSessionTest, LaunchedTwiceByTwoPressesLeavesOneLauncher) {
     participant().press("joinButton");
     mac().runFor(60);
     EXPECT_EQ(screen(), "none");
-    // The first launcher's series ends with it: one series of eight is told to its end.
+    // The first launcher's series ends with it: only one series of eight runs to its end.
     const auto lines = logLines();
     EXPECT_EQ(std::count(lines.begin(), lines.end(), "[FULLSCREEN] Max retry raggiunti — rimango massimizzato"), 1);
     end();

@@ -10,41 +10,40 @@
 
 namespace vantrel {
 
-/// The whole client, launched on a virtual Mac of its own with Chrome, with a server that the test scripts.
+/// The whole client on its own virtual Mac with Chrome, and a server that the test scripts.
 class ClientTest : public virtualmac::MacTest {
   protected:
     static constexpr const char* server = "https://server.example";
 
-    /// The saved settings of somebody who has been here before.
+    /// The saved settings of a returning participant.
     static virtualmac::Options returningParticipant();
 
     explicit ClientTest(virtualmac::Options options = returningParticipant());
 
-    /// What the server answers from now on to requests whose "METHOD ADDRESS" begins with `request`; the longest match
-    /// counts.
+    /// Sets the server's answer to requests whose "METHOD ADDRESS" begins with `request`. The longest match counts.
     void answer(const std::string& request, virtualmac::NetworkAnswer answer);
 
-    /// Starts the client and lets the version check pass.
+    /// Starts the client and waits for the version check.
     void launch();
     /// Types the session code and presses the join button.
     void join(const std::string& code = "NQRP5D");
     /// Joins, and waits until the lockdown is complete.
     void enterLockdown();
-    /// Chooses the end item of the status menu; its question is then up.
+    /// Chooses the end item of the status menu. Its question is then shown.
     void askToEnd();
 
     std::string text(std::string_view controlId);
     bool isEnabled(std::string_view controlId);
-    /// The view that is shown in the client's window; "none" when the window is hidden.
+    /// The view shown in the client's window, or "none" if the window is hidden.
     std::string screen();
     bool isClosable();
-    /// The texts of the alerts that are up.
+    /// The texts of the alerts shown.
     std::vector<std::string> alerts();
-    /// "METHOD ADDRESS" of what was sent.
+    /// The requests sent, as "METHOD ADDRESS".
     std::vector<std::string> requests();
     /// The bodies sent to addresses that end in `path`.
     std::vector<std::string> bodies(std::string_view path);
-    /// Fails unless nothing of a lockdown is left.
+    /// Fails if anything of a lockdown is left.
     void expectNothingLeft();
 
   private:

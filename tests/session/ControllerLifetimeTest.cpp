@@ -10,7 +10,7 @@ using testing::IsEmpty;
 using testing::SizeIs;
 using virtualmac::NetworkAnswer;
 
-/// A controller that goes away while something of it is pending: nothing keeps it, and nothing happens for it.
+/// A controller that is destroyed while something of it is pending: nothing keeps it alive, and nothing happens for it.
 class ControllerLifetimeTest : public ClientTest {
   protected:
     std::weak_ptr<MainWindowController> make() {
@@ -58,7 +58,7 @@ TEST_F(ControllerLifetimeTest, DiesOnTheMainThreadAfterAJoinThatOutlivesIt) {
     join();
     mac().runFor(1);
     drop();
-    // The join's thread still holds it; its last reference goes to the main queue, or the window would complain.
+    // The join's thread still holds it. Its last reference must go to the main queue, or the window would complain.
     mac().runFor(10);
     EXPECT_TRUE(controller.expired());
     EXPECT_THAT(mac().windows().all(), IsEmpty());

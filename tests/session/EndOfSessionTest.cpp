@@ -85,7 +85,7 @@ TEST_F(EndOfSessionTest, ComesWithTheServersWord) {
 TEST_F(EndOfSessionTest, GivesOneEndScreenAndOneNoticeForTwoCauses) {
     launch();
     enterLockdown();
-    // A heartbeat leaves at 35 s; its answer comes while the question is up.
+    // A heartbeat is sent at 35 s; its answer arrives while the question is shown.
     answer(heartbeat(), NetworkAnswer::reply(200, R"({"sessionEnded":true})", 5));
     mac().runUntil(36);
     askToEnd();
@@ -137,7 +137,7 @@ TEST_F(EndOfSessionTest, LeavesTheJoinButtonAsItIs) {
     launch();
     join();
     mac().runFor(3);
-    // A second join is under way, and the button disabled, when the first session ends.
+    // A second join is under way, with the button disabled, when the first session ends.
     answer(std::string("GET ") + server + "/api/sessions/NQRP5D",
            NetworkAnswer{0, virtualmac::HTTPAnswer{200, {}, {{7, " "}, {7, " "}}, {}}});
     participant().press("joinButton");

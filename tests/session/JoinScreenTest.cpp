@@ -36,7 +36,7 @@ class FreshJoinScreenTest : public ClientTest {
     }
 };
 
-/// What the layout of the join screen fixes of a control.
+/// What the join screen's layout says about a control.
 struct Row {
     Kind kind;
     std::string id;
@@ -179,7 +179,7 @@ TEST_F(FreshJoinScreenTest, KeepsLineBreaksInAField) {
     launch();
     fill(server, "\n", "Ada Neri", "ada@example.com");
     mac().runFor(1);
-    // Not empty, so it is sent; but a line break forms no URL.
+    // It is not empty, so it is sent; but a line break forms no URL.
     EXPECT_EQ(text("errorLabel"), "❌ URL non valido");
 }
 

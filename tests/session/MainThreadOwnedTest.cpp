@@ -8,7 +8,7 @@ namespace {
 
 class MainThreadOwnedTest : public virtualmac::MacTest {};
 
-/// Notes on which thread it dies.
+/// Records the thread of its destruction.
 struct Mortal {
     Mortal(Threads& theThreads, int& theOnMain, int& theElsewhere)
         : threads(theThreads), onMain(theOnMain), elsewhere(theElsewhere) {}

@@ -13,7 +13,7 @@ using virtualmac::NetworkAnswer;
 
 constexpr const char* fullscreenDone = "✅ Step 1/4: Fullscreen completato";
 
-/// The join button pressed again before a lockdown is complete. A launch of Chrome takes 3 seconds.
+/// The join button is pressed again before a lockdown is complete. A launch of Chrome takes 3 seconds.
 class SecondPressTest : public ClientTest {
   protected:
     SecondPressTest() {
@@ -24,7 +24,7 @@ class SecondPressTest : public ClientTest {
     void setMicrophone(AuthorizationStatus status) { mac().capture().setStatus(MediaType::audio, status); }
     void makeMicrophoneUndecided() { setMicrophone(AuthorizationStatus::notDetermined); }
 
-    /// The code of another session, whose reply comes later.
+    /// Another session's code, whose reply arrives after `latency`.
     void openSession(const std::string& code, double latency) {
         const auto address = std::string(server) + "/api/sessions/" + code;
         answer("GET " + address, NetworkAnswer::reply(200, R"({"status":"ACTIVE"})", latency));
@@ -45,8 +45,8 @@ class SecondPressTest : public ClientTest {
         mac().runFor(3);
     }
 
-    /// The browser of the first activation is being launched when the button is pressed again; the second activation
-    /// waits for the microphone.
+    /// The first activation's browser is being launched when the button is pressed again. The second activation waits
+    /// for the microphone.
     void pressAgainInTheLaunch() {
         launch();
         join();
@@ -57,7 +57,7 @@ class SecondPressTest : public ClientTest {
         ASSERT_EQ(mac().capture().prompts(), 1u);
     }
 
-    /// A lockdown in which the second activation waits for the microphone.
+    /// A lockdown stands while the second activation waits for the microphone.
     void waitInAStandingLockdown() {
         launch();
         openSession("ALTRA", 5);
@@ -92,16 +92,16 @@ class SecondPressTest : public ClientTest {
         ASSERT_EQ(screen(), "endView");
     }
 
-    /// A lockdown is complete, with one of each.
+    /// Exactly one lockdown is complete.
     void expectOneLockdown() {
         EXPECT_EQ(screen(), "none");
         const auto held = mac().leftovers();
         EXPECT_EQ(held.statusItems, 1u);
         EXPECT_EQ(held.overlays, 1u);
         EXPECT_EQ(held.keyboardTaps, 1u);
-        // Of the monitor, the covers and the heartbeat.
+        // Those of the monitor, the covers and the heartbeat.
         EXPECT_EQ(held.timers, 3u);
-        // Of the active Space and the displays.
+        // Those of the active Space and the displays.
         EXPECT_EQ(held.observers, 2u);
     }
     void expectOneHeartbeatIn15Seconds() {
@@ -179,7 +179,7 @@ TEST_F(SecondPressTest, ThatNeverComesToItsLaunchEndsTheSessionOnTheNinthTick) {
     EXPECT_EQ(screen(), "endView");
     EXPECT_EQ(text("endMessageLabel"), "Il browser si è chiuso inaspettatamente");
     EXPECT_EQ(count("[MONITOR] Browser non in esecuzione — fine sessione"), 1);
-    // The first browser belonged to a launcher that was replaced: nobody closes it.
+    // The first browser belonged to a replaced launcher, so nobody closes it.
     EXPECT_EQ(running("com.google.Chrome"), 1u);
 
     forgetEvents();
@@ -305,7 +305,7 @@ TEST_F(SecondPressTest, WhoseBrowserIsLaunchedIsNoStepOfTheNextLockdown) {
     forgetEvents();
     join();
     mac().runFor(2.9);
-    // The old launch has come to its end.
+    // The old launch has ended.
     EXPECT_EQ(mac().leftovers().workers, 1u);
     EXPECT_EQ(count(fullscreenDone), 0);
     EXPECT_EQ(count("[HEARTBEAT] Avviato (ogni 15s) → https://server.example"), 0);

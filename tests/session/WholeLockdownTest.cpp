@@ -19,7 +19,7 @@ using virtualmac::NetworkAnswer;
 const Screen builtIn{"Display integrato", {{0, 0}, {1440, 900}}};
 const Screen beside{"Monitor A", {{1440, 0}, {1920, 1080}}};
 
-/// A lockdown in a whole session, with every guard at work.
+/// A lockdown in a whole session, with all of its services running.
 class WholeLockdown : public ClientTest {
   protected:
     explicit WholeLockdown(virtualmac::Options options = returningParticipant()) : ClientTest(std::move(options)) {}
@@ -56,7 +56,7 @@ class WholeLockdown : public ClientTest {
         answer(std::string("POST ") + server + "/api/heartbeat",
                NetworkAnswer::reply(200, R"({"sessionEnded":true})", latency));
     }
-    /// One end screen, one notice, nothing left.
+    /// One end screen, one notice to the server, nothing left.
     void expectOneEnd(const std::string& message) {
         expectOneEnd();
         EXPECT_EQ(text("endMessageLabel"), message);
@@ -219,7 +219,7 @@ TEST_F(WholeLockdown, EndsOnceForABrowserThatEndsWhileTheEndIsAskedFor) {
     expectOneEnd("Sessione terminata dall'utente");
 }
 
-/// The server's word and a cause of the monitor's at the same moment.
+/// The server and the monitor end the session at the same time.
 class TwoCauses : public WholeLockdown {
   protected:
     static constexpr const char* serversWord = "[HEARTBEAT] Sessione terminata dal backend";
@@ -235,8 +235,8 @@ class TwoCauses : public WholeLockdown {
         return options;
     }
 
-    /// Heartbeats leave every 15 seconds and ticks come every 1.5 from the same start; the reply to the second
-    /// heartbeat comes with the eleventh tick.
+    /// Heartbeats are sent every 15 seconds and ticks run every 1.5, from the same start. The reply to the second
+    /// heartbeat arrives with the eleventh tick.
     void beginTogether() {
         launch();
         join();
@@ -250,18 +250,18 @@ class TwoCauses : public WholeLockdown {
         forgetEvents();
     }
     double together() const { return together_; }
-    /// What is due in between waits, and comes in the order in which it was due.
+    /// What becomes due in between waits, and then runs in the order in which it was due.
     void keepMainBusy(double from, double until) {
         mac().at(from, [this, from, until] {
             mac().postToMain([this, from, until] { computer().threads.sleep(until - from); });
         });
     }
     void leaveTheSpaceAt(double time) {
-        // The flags already tell the new state when the notice is looked into.
+        // The flags already show the new state when the notification is handled.
         mac().windowList().withhold(virtualmac::WindowKey::isOnscreen);
         mac().at(time, [this] { mac().spaces().swipe(virtualmac::VirtualSpaces::Direction::left); });
     }
-    /// The reply and the tick that misses the browser wait for the main thread, and go in the order of the seed.
+    /// The reply and the tick that misses the browser wait for the main thread. The seed decides their order.
     void loseTheBrowserTogether() {
         keepMainBusy(together() - 0.1, together() + 0.1);
         mac().at(together() - 0.5, [this] { mac().processes().exit(chrome()); });
@@ -276,8 +276,8 @@ class TwoCauses : public WholeLockdown {
 
 TEST_F(TwoCauses, InOneTurnEndTheSessionWithTheFirst) {
     beginTogether();
-    // The server's word is handed on to the main queue, and by then the look at the Space is there already: the end
-    // comes after both.
+    // The server's message is passed to the main queue, where the check of the Space already waits: the end comes after
+    // both.
     keepMainBusy(together() + 0.4, together() + 0.8);
     endWithTheServersWord(2);
     leaveTheSpaceAt(together() + 0.3);

@@ -120,7 +120,7 @@ TEST_F(ApplicationOpenerTest, SaysInItalianWhyNothingWasOpened) {
 
 TEST_F(ApplicationOpenerTest, HasAnsweredOnceWhenTheComputerHasGone) {
     install();
-    // Without a window: the opener would give it a while.
+    // It has no window, so the opener waits for a while.
     open(peers->folder().string());
     EXPECT_TRUE(
         waitUntil([this] { return !computer->runningApplications.withBundleIdentifier("com.google.Chrome").empty(); }));

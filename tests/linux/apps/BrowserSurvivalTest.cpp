@@ -10,7 +10,7 @@
 namespace vantrel::linuxdesktop {
 namespace {
 
-/// The launcher with a browser that, unlike Chromium here, outlives its windows: the tests' own application.
+/// The launcher with a browser that outlives its windows, unlike Chromium here: the tests' own application.
 class BrowserSurvivalTest : public DesktopTest {
   protected:
     void SetUp() override {
@@ -38,7 +38,7 @@ class BrowserSurvivalTest : public DesktopTest {
         return std::get<ProcessIdentifier>(started);
     }
 
-    // As the session's queue does it, while the main thread's event loop turns.
+    // On another thread, like the session's queue, while the main thread's event loop turns.
     void launch() {
         std::atomic<bool> done = false;
         std::thread thread([&] {
@@ -74,7 +74,7 @@ TEST_F(BrowserSurvivalTest, ABrowserThatWasThereBeforeLosesItsWindowsAndLivesOn)
     launcher->closeBrowser();
     EXPECT_EQ(launcher->browserPID(), std::nullopt);
     EXPECT_TRUE(waitUntil([&] { return windowsOf(browser) == 0; }));
-    // Longer than a signal would be held back after the windows were asked to close.
+    // Longer than the delay between asking the windows to close and sending a signal.
     turnFor(2);
     const auto application = computer->runningApplications.withProcessIdentifier(browser);
     ASSERT_TRUE(application) << "it was signalled";

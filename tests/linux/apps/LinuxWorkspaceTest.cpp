@@ -12,7 +12,7 @@
 namespace vantrel::linuxdesktop {
 namespace {
 
-// Openers of the test's own, alone on PATH, that write down what they were asked to open.
+// The test's own openers, alone on PATH, which write down what they were asked to open.
 class LinuxWorkspaceTest : public DesktopTest {
   protected:
     void SetUp() override {
@@ -28,7 +28,7 @@ class LinuxWorkspaceTest : public DesktopTest {
 
     void install(const std::string& name) const {
         const auto program = folder.path() / name;
-        // Written under another name first: the file appears with all of its contents.
+        // Written under another name first, so that the file appears complete.
         writeContents(program, "#!/bin/sh\necho \"$$ " + name + " $*\" >" + record().string() + ".new\n/bin/mv " +
                                    record().string() + ".new " + record().string() + "\n");
         std::filesystem::permissions(program, std::filesystem::perms::owner_all);
@@ -36,7 +36,7 @@ class LinuxWorkspaceTest : public DesktopTest {
 
     std::filesystem::path record() const { return folder.path() / "record"; }
 
-    // What the opener was called with; the process identifier apart.
+    // The opener's arguments, without the process identifier.
     std::string opened(pid_t& process) const {
         if (!waitUntil([this] { return std::filesystem::exists(record()); })) return "(nothing)";
         std::ifstream stream(record());

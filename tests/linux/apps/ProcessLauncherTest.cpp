@@ -40,7 +40,7 @@ class ProcessLauncherTest : public testing::Test {
         return folder.path() / name;
     }
 
-    // What the script writes to the path in its first argument, when it has ended.
+    // What the script writes to the path in its first argument, read after it has ended.
     std::string outputOf(const std::string& text) {
         const auto result = launcher.launch(script("script", text).string(), {(folder.path() / "output").string()});
         const auto* process = std::get_if<ProcessIdentifier>(&result);
@@ -67,7 +67,7 @@ TEST_F(ProcessLauncherTest, HandsOverTheEnvironmentAndTheFolder) {
 }
 
 TEST_F(ProcessLauncherTest, HandsOverTheStandardStreamsAndNoOtherFile) {
-    // Without the close-on-exec flag, as a library may leave one open.
+    // Without the close-on-exec flag, as a library may do it.
     const FileDescriptor leaked(open("/dev/null", O_RDONLY));
     ASSERT_TRUE(leaked.isOpen());
     const auto own = [](int number) {
@@ -95,7 +95,7 @@ TEST_F(ProcessLauncherTest, GivesTheSignalsBackTheirUsualMeaning) {
     const auto process = std::get<ProcessIdentifier>(result);
     const std::string status = readProcFile("/proc/" + std::to_string(process) + "/status");
     EXPECT_NE(status.find("SigBlk:\t0000000000000000"), std::string::npos) << status;
-    // The two signals above 31 that the C library keeps for itself apart.
+    // Without the two signals above 31 that the C library reserves.
     constexpr unsigned long usualSignals = 0x7fffffff;
     constexpr std::string_view ignored = "SigIgn:\t";
     const std::size_t at = status.find(ignored);
@@ -163,7 +163,7 @@ TEST_F(ProcessLauncherTest, ABrokenLinkDoesNotExistForTheFileManagerEither) {
 }
 
 TEST_F(ProcessLauncherTest, SignalsNoGroupOfProcesses) {
-    // Signal 0 only asks whether there is somebody to signal.
+    // Signal 0 only checks whether there is a process to signal.
     EXPECT_FALSE(launcher.sendSignal(0, 0));
     EXPECT_FALSE(launcher.sendSignal(-1, 0));
     EXPECT_FALSE(launcher.sendSignal(-getpgrp(), 0));

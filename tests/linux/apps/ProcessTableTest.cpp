@@ -52,7 +52,7 @@ TEST(ProcessTable, ReadsTheDisplayThatAProcessWasStartedFor) {
     std::optional<ProcessEntry> entry;
     for (int attempt = 0; attempt < 200; ++attempt) {
         entry = ProcessTable::find(child);
-        // What is read while the child turns into the other program is half of the one and half of the other.
+        // While the child becomes the other program, a reading may mix both.
         if (entry && entry->display == ":77" && entry->arguments == sleeping) break;
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }

@@ -39,7 +39,7 @@ class RunningApplicationsTest : public DesktopTest {
             _exit(1);
         }
         children.push_back(child);
-        // Until the new program stands in the child's place with all that the kernel tells of it.
+        // Until the new program has replaced the child and all of its facts can be read.
         for (int attempt = 0; attempt < 1000; ++attempt) {
             const auto entry = ProcessTable::find(child);
             if (entry && entry->executablePath == program && !entry->display.empty()) break;

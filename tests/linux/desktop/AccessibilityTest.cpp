@@ -33,7 +33,7 @@ class AccessibilityTest : public DesktopTest {
         return read<Elements>(*computer->accessibility.application(getpid()), "AXWindows").value_or(Elements());
     }
 
-    // Of the only window, once it is there.
+    // The only window, once it exists.
     Element element() {
         EXPECT_TRUE(waitUntil([this] { return windows().size() == 1; }));
         return windows().front();
@@ -65,7 +65,7 @@ TEST_F(AccessibilityTest, MovesAndSizesAMaximisedWindow) {
     EXPECT_EQ(element->setAttribute("AXPosition", Point{60, 70}), accessibilitySuccess);
     EXPECT_EQ(element->setAttribute("AXSize", Size{640, 480}), accessibilitySuccess);
     EXPECT_TRUE(waitUntil([&] { return read<Point>(*element, "AXPosition") == Point{60, 70}; }));
-    // A maximised window has no handle below it. A busy window manager may be late in giving it back.
+    // A maximised window has no handle below it. A busy window manager may restore the handle late.
     constexpr double handle = 10;
     EXPECT_TRUE(waitUntil([&] {
         const auto size = read<Size>(*element, "AXSize");
@@ -83,7 +83,7 @@ TEST_F(AccessibilityTest, RefusesNumbersThatAreNone) {
     EXPECT_EQ(element->setAttribute("AXSize", Size{infinite, 10}), accessibilityIllegalArgument);
     EXPECT_EQ(element->setAttribute("AXSize", Size{10, -1}), accessibilityIllegalArgument);
     EXPECT_EQ(element->setAttribute("AXPosition", Size{10, 10}), accessibilityIllegalArgument);
-    // Further than the protocol can say, and no harm done.
+    // More than the protocol can express. It must do no harm.
     EXPECT_EQ(element->setAttribute("AXSize", Size{1e9, 1e9}), accessibilitySuccess);
     EXPECT_EQ(element->setAttribute("AXPosition", Point{-1e9, 1e9}), accessibilitySuccess);
     EXPECT_TRUE(computer->windowList.copy(WindowListOption::all));
@@ -143,7 +143,7 @@ TEST_F(AccessibilityTest, TellsWhatIsGone) {
 }
 
 TEST_F(AccessibilityTest, NeverWaitsForTheApplication) {
-    // This process is the application, and answers nothing while it is here.
+    // The window belongs to this process, which answers nothing while the test runs.
     ForeignWindow window("finestra", {300, 200, 500, 400});
     const Element element = shown(window);
     const auto before = std::chrono::steady_clock::now();

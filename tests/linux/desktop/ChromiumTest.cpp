@@ -10,7 +10,7 @@ namespace {
 
 using Element = std::shared_ptr<AccessibilityElement>;
 
-/// A real browser with a page of its own, as the client sees it.
+/// A real browser with a page of its own, seen through the client's platform.
 class ChromiumTest : public DesktopTest {
   protected:
     static constexpr double patience = 30;

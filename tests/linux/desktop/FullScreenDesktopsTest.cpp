@@ -74,7 +74,7 @@ class FullScreenDesktopsTest : public DesktopTest {
         return all.at(*index())->setAttribute("AXFullScreen", fullScreen);
     }
 
-    // For the event loop to find the window gone when it turns again, as after the wait for a browser's end.
+    // The event loop then finds the window gone when it next turns, as after the wait for a browser's end.
     void waitUntilManagedNoLonger(xcb_window_t window) const {
         X11Windows windows(*server);
         for (int waited = 0; waited < 1000; ++waited) {
@@ -92,7 +92,7 @@ class FullScreenDesktopsTest : public DesktopTest {
         return focus && focus->focus == window && X11Windows(*server).active() == window;
     }
 
-    // In milliseconds; the servers of this system take it from the kernel's clock.
+    // In milliseconds. On this system the servers take it from the kernel's clock.
     static std::uint32_t serverTime() {
         const auto now = std::chrono::steady_clock::now().time_since_epoch();
         return static_cast<std::uint32_t>(std::chrono::duration_cast<std::chrono::milliseconds>(now).count());
@@ -227,7 +227,7 @@ TEST_F(FullScreenDesktopsTest, GivesTheKeyboardToOurWindowThatComesUpAsTheMeetin
         EXPECT_EQ(setFullScreen(meeting, true), accessibilitySuccess);
         ASSERT_TRUE(waitUntil([&] { return fullScreenOn(meeting.id(), countBefore) && hasKeyboard(meeting.id()); }));
         own->orderOut();
-        // The person has typed there since: the window manager guards what they are at against other windows.
+        // The person has typed there since, so the window manager protects that window against others.
         meeting.setProperty("_NET_WM_USER_TIME", XCB_ATOM_CARDINAL, {serverTime()});
         turnFor(0.3);
         meeting.destroy();
@@ -262,7 +262,7 @@ TEST_F(FullScreenDesktopsTest, GivesTheKeyboardToOurWindowThatComesUpLongAfterTh
         own->orderOut();
         meeting.destroy();
         ASSERT_TRUE(waitUntil([&] { return backOn(1) && hasKeyboard(others.id()); }));
-        // The person types there: the window manager guards what they are at against windows that come up.
+        // The person types there, so the window manager protects that window against new ones.
         others.setProperty("_NET_WM_USER_TIME", XCB_ATOM_CARDINAL, {serverTime()});
         turnFor(0.3);
 
@@ -315,7 +315,7 @@ TEST_F(FullScreenDesktopsTest, PutsEverythingBackWhenTheClientEnds) {
 }
 
 TEST_F(FullScreenDesktopsTest, PutsBackWhatAKilledClientHasLeft) {
-    // The record that a client leaves whose process is gone.
+    // The record of a client whose process is gone.
     const pid_t gone = fork();
     if (gone == 0) _exit(0);
     ASSERT_EQ(waitpid(gone, nullptr, 0), gone);
@@ -368,7 +368,7 @@ TEST_F(FullScreenDesktopsTest, LetsTheStatusStripComeInFront) {
     ASSERT_TRUE(waitUntil([&] { return fullScreenOn(window.id(), countBefore); }));
     TestPointer pointer;
     pointer.moveTo(strip->geometry().left(), strip->geometry().top());
-    // The window that the pointer would touch in the strip's middle.
+    // The window that the pointer would touch in the middle of the strip.
     const QPoint middle = strip->geometry().center();
     const auto onTop = [&] {
         const auto cookie = xcb_query_tree(server->get(), server->root());

@@ -9,7 +9,7 @@
 namespace vantrel::linuxdesktop {
 namespace {
 
-/// On an X server of its own, where displays come and go as they do with a plug. A window manager is not needed.
+/// On its own X server, where displays come and go as if they were plugged in and out. Needs no window manager.
 class HotPlugTest : public DesktopTest {
   protected:
     void SetUp() override {
@@ -38,7 +38,7 @@ class HotPlugTest : public DesktopTest {
     void plug() { run("--output DUMMY1 --mode 1280x720 --right-of DUMMY0"); }
     void unplug() { run("--output DUMMY1 --off"); }
 
-    /// One change was told and no more come.
+    /// Exactly one change was reported.
     void expectToldOnce() {
         EXPECT_TRUE(waitUntil([this] { return told > 0; }));
         turnFor(0.8);
@@ -140,7 +140,7 @@ TEST_F(HotPlugTest, LetsTheBlackoutFollow) {
     EXPECT_TRUE(covers().empty());
     plug();
     EXPECT_TRUE(waitUntil([&] { return covers() == Covers{{1440, 0, 1280, 720}}; }));
-    // The display that was left uncovered goes.
+    // The display that was not covered is removed.
     run("--output DUMMY0 --off");
     EXPECT_TRUE(waitUntil([&] { return covers().empty(); }));
     EXPECT_EQ(computer->screens.screens().size(), 1U);

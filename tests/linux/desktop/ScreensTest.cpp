@@ -28,7 +28,7 @@ TEST_F(ScreensTest, CountsFromTheBottomLeftOfThePrimaryDisplay) {
     ASSERT_TRUE(first && second);
     EXPECT_EQ(computer->screens.screens().front(), *first);
     EXPECT_EQ(first->frame, (Rect{{0, 0}, {800, 600}}));
-    // Both hang from the same top edge, so the lower one begins a hundred points higher.
+    // Both have the same top edge, so the lower one begins a hundred points higher.
     EXPECT_EQ(second->frame, (Rect{{800, 100}, {400, 500}}));
     EXPECT_TRUE(computer->screens.screensHaveSeparateSpaces());
 }
@@ -43,7 +43,7 @@ TEST_F(ScreensTest, HasThePrimaryAsMainScreenWithoutAFocusedWindow) {
 TEST_F(ScreensTest, HasTheScreenOfTheFocusedWindowAsMainScreen) {
     split();
     WindowDescription description;
-    // Points from the bottom left of the primary: within the right display.
+    // In points from the bottom left of the primary: within the right display.
     description.contentRect = {{850, 200}, {200, 150}};
     description.styleMask = windowTitled;
     const auto window = computer->windows.makeWindow(description, [](std::string_view) {});

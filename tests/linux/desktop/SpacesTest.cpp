@@ -49,7 +49,7 @@ TEST_F(SpacesTest, TellsOfGoingAndComingBackAlsoWhenTheMainThreadWasBusy) {
     int told = 0;
     const auto observation = computer->spaces.observeActiveSpaceDidChange([&told] { ++told; });
     X11Desktops desktops(*server);
-    // No turn of the event loop in between.
+    // The event loop does not turn in between.
     for (const std::uint32_t desktop : {1U, 0U}) {
         desktops.switchTo(desktop);
         while (desktops.current() != desktop) std::this_thread::yield();
@@ -63,7 +63,7 @@ TEST_F(SpacesTest, TellsNobodyWhoHasStoppedObservingEvenWhenTheNoticeIsQueued) {
     int told = 0;
     int toldOther = 0;
     std::unique_ptr<Observation> observation;
-    // The other one is told first and ends it.
+    // The other observer is called first and removes it.
     const auto other = computer->spaces.observeActiveSpaceDidChange([&] {
         ++toldOther;
         observation.reset();

@@ -25,7 +25,7 @@ class WindowListTest : public DesktopTest {
         return std::nullopt;
     }
 
-    // Without the event loop: on any thread.
+    // Without the event loop, so it works on any thread.
     static bool waitUntilManaged(ForeignWindow& window) {
         X11Windows windows(window.connection());
         for (int waited = 0; waited < 5000; ++waited) {
@@ -117,7 +117,7 @@ TEST_F(WindowListTest, LeavesOutWindowsThatDieMeanwhile) {
         while (!done) {
             ForeignWindow one("uno", {10, 10, 50, 50});
             ForeignWindow two("due", {80, 10, 50, 50});
-            // One that dies before openbox has taken it in stays on its list for ever.
+            // A window that dies before openbox manages it would stay on openbox's list for ever.
             if (waitUntilManaged(one) && waitUntilManaged(two)) deaths += 2;
         }
     });

@@ -14,8 +14,8 @@ struct Key {
     int macKeyCode;
 };
 
-// Written down on its own, key by key: the X keycodes as the keymaps of evdev keyboards name them, the macOS codes as
-// the constants of Carbon do.
+// An independent list, key by key: X keycodes by the names in the keymaps of evdev keyboards, macOS codes by Carbon's
+// constants.
 const std::vector<Key>& keys() {
     static const std::vector<Key> list{
         {"AD01 Q", 24, 0x0C},    {"AD02 W", 25, 0x0D}, {"AD03 E", 26, 0x0E},  {"AD04 R", 27, 0x0F},

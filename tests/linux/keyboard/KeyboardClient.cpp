@@ -1,5 +1,5 @@
-// A client with a keyboard tap and nothing else, which swallows Command-Q. Says "ready" once it has its tap, and on its
-// standard input answers each byte with one. Ends with its standard input.
+// A client with a keyboard tap and nothing else, which swallows Command-Q. Prints "ready" once it has its tap, and
+// answers each byte on its standard input with one byte. Ends when its standard input ends.
 #include <unistd.h>
 
 #include <QCoreApplication>

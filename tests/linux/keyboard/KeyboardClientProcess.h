@@ -16,13 +16,13 @@ class KeyboardClientProcess {
     KeyboardClientProcess(const KeyboardClientProcess&) = delete;
     KeyboardClientProcess& operator=(const KeyboardClientProcess&) = delete;
 
-    /// The next line that it says, within ten seconds.
+    /// The next line of its output, within ten seconds.
     std::string line();
     /// Whether its main thread still answers.
     bool isThere();
 
     void signal(int number) const;
-    /// Waits until it has gone; its exit code, or minus the signal that ended it.
+    /// Waits until it is gone. Returns its exit code, or minus the signal that ended it.
     int end();
 
     pid_t process() const { return process_; }

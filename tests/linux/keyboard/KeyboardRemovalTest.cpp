@@ -25,10 +25,9 @@ constexpr xcb_keycode_t positionOfW = 25;
 
 using Positions = std::vector<xcb_keycode_t>;
 
-/// A filter that swallows Q and W, on an X server of its own that lives through a keyboard being taken away while it is
-/// in use, which Xvfb does not. Only once for each server: after some more rounds what is passed on from a new keyboard
-/// reaches no window any more until the filter is opened anew. Keys are typed on the second keyboard while there is
-/// one.
+/// A filter that swallows Q and W. It runs on its own X server, which, unlike Xvfb, survives the removal of a keyboard
+/// in use. Only once for each server: after a few more rounds, keys passed on from a new keyboard reach no window until
+/// the filter is opened again. Keys are typed on the second keyboard while there is one.
 class KeyboardRemovalTest : public testing::Test {
   protected:
     void SetUp() override {
@@ -68,7 +67,7 @@ class KeyboardRemovalTest : public testing::Test {
         answerAll();
     }
 
-    // Lets the filter answer until nothing more comes for a while.
+    // Lets the filter answer until nothing has come for a while.
     void answerAll() {
         constexpr int milliseconds = 100;
         pollfd waited{filter->descriptor(), POLLIN, 0};
@@ -78,7 +77,7 @@ class KeyboardRemovalTest : public testing::Test {
         } while (poll(&waited, 1, milliseconds) == 1);
     }
 
-    // What reaches the window of keys that are all typed before the filter answers the first.
+    // What reaches the window if all keys are typed before the filter answers the first.
     Positions typedTogether(const Positions& positions) {
         window->forget();
         for (const xcb_keycode_t position : positions) keyboard->type(position);

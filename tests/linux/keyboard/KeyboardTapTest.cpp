@@ -37,7 +37,7 @@ constexpr xcb_keycode_t positionOfQ = 24;
 constexpr xcb_keycode_t positionOfW = 25;
 constexpr xcb_keycode_t superKey = 133;
 
-// What the decision was asked, for the test that runs.
+// The events that the decision has seen in the current test.
 class Asked {
   public:
     static Asked& all() {
@@ -81,7 +81,7 @@ std::string_view everyQ(const KeyEvent& event) noexcept {
     return event.type == KeyEventType::keyDown && event.keyCode == 12 ? "Q" : std::string_view();
 }
 
-// Another client that has every key grabbed in the way of a filter.
+// Another client that grabs every key as a filter does.
 class OtherFilter {
   public:
     OtherFilter() : connection_(X11Connection::open()) {
@@ -141,7 +141,7 @@ std::set<pid_t> childrenOf(pid_t parent) {
     return found;
 }
 
-// As the process table has it; X when the process is not there.
+// The state in the process table; X if there is no such process.
 char stateOf(pid_t process) {
     std::ifstream file("/proc/" + std::to_string(process) + "/stat");
     std::string text;
@@ -150,7 +150,7 @@ char stateOf(pid_t process) {
     return state != std::string::npos ? text[state + 2] : 'X';
 }
 
-// A zombie that nobody has collected yet is gone.
+// A zombie that nobody has reaped yet counts as gone.
 bool exists(pid_t process) {
     const char state = stateOf(process);
     return state != 'X' && state != 'Z';
@@ -184,7 +184,7 @@ class KeyboardTapTest : public DesktopTest {
         ASSERT_TRUE(tap);
     }
 
-    // Whether the window receives exactly these keys, and no other soon after.
+    // Whether the window receives exactly these keys, and no other one soon after.
     testing::AssertionResult received(const std::vector<xcb_keycode_t>& expected) {
         if (!waitUntil([&] { return window->pressed().size() >= expected.size(); })) {
             return testing::AssertionFailure() << window->pressed().size() << " keys instead of " << expected.size();
@@ -194,7 +194,7 @@ class KeyboardTapTest : public DesktopTest {
         return testing::AssertionFailure() << "other keys: " << testing::PrintToString(window->positions());
     }
 
-    // Whether a key that is typed now or soon reaches the window.
+    // Whether a key typed now or soon reaches the window.
     bool keysPass(double seconds) {
         window->forget();
         return waitUntil(
@@ -206,7 +206,7 @@ class KeyboardTapTest : public DesktopTest {
             seconds);
     }
 
-    // A tap whose swallowing shows that its filter is in force.
+    // Whether a typed key is swallowed, which shows that the tap's filter works.
     bool swallows() {
         window->forget();
         const std::size_t before = reports.size();
@@ -330,12 +330,12 @@ TEST_F(KeyboardTapTest, GivesTheSameCodesUnderEveryLayout) {
             << layout;
         EXPECT_EQ(Asked::all().codes(KeyEventType::keyDown), codes) << layout;
         EXPECT_TRUE(swallows()) << layout;
-        // The lock of the numeric keypad is on after one press.
+        // One press turns on the lock of the numeric keypad.
         keyboard.type(TestKeyboard::position(71));
     }
 }
 
-// Options of the keymap, while this object lives.
+// Sets options of the keymap while this object exists.
 class KeymapOption {
   public:
     explicit KeymapOption(const QString& option) { run({"-option", option}); }
@@ -347,7 +347,7 @@ class KeymapOption {
     static void run(const QStringList& arguments) { EXPECT_EQ(QProcess::execute("setxkbmap", arguments), 0); }
 };
 
-// Takes Super from the key that no keyboard has and most keymaps have.
+// Removes Super from the key that most keymaps have and no keyboard has.
 bool removeSuper() {
     return QProcess::execute("xmodmap", {"-e", "keycode 206 = NoSymbol"}) == 0;
 }
@@ -380,7 +380,7 @@ TEST_F(KeyboardTapTest, LetsFiveHundredKeysThroughThatAreTypedWithoutDelay) {
         const auto position = static_cast<xcb_keycode_t>(letters[any(random)]);
         if (i % 10 == 9) {
             keyboard.press(shift);
-            // A key that was held up arrives with the state of after.
+            // A delayed key arrives with the later state.
             expected.push_back({shift, XCB_MOD_MASK_SHIFT});
         }
         keyboard.type(position);
@@ -501,7 +501,7 @@ TEST_F(KeyboardTapTest, ReportsNothingAfterItsEnd) {
     start();
     keyboard.type(positionOfQ, commandFlag);
     keyboard.type(positionOfW, commandFlag);
-    // Without a turn of the event loop.
+    // Without turning the event loop.
     while (Asked::all().codes(KeyEventType::keyDown).size() < 2) usleep(1000);
     tap.reset();
     turnFor(0.2);
@@ -595,7 +595,7 @@ TEST_F(KeyboardTapTest, StaysInForceThroughAStormOfKeymapChanges) {
     storm.join();
     EXPECT_TRUE(received(expected));
     EXPECT_EQ(reports.size(), 20U);
-    // Until the window manager has recovered from it.
+    // Until the window manager has recovered.
     KeyWindow next;
     EXPECT_TRUE(waitUntil([&] { return next.hasFocus(); }, 30));
 }
@@ -673,7 +673,7 @@ TEST_F(KeyboardTapTest, GetsAnotherGuardForOneThatIsStopped) {
 TEST_F(KeyboardTapTest, KeepsAGuardThatAnswersWhateverIsTyped) {
     start();
     const auto before = childrenOf(getpid());
-    // A key that is held down: the guard hears of its first press only.
+    // A key that is held down: the guard sees only its first press.
     keyboard.press(positionOfA);
     turnFor(3);
     keyboard.release(positionOfA);
@@ -686,7 +686,7 @@ TEST_F(KeyboardTapTest, KeepsAGuardThatAnswersWhateverIsTyped) {
     EXPECT_TRUE(swallows());
 }
 
-// A guard that works once and then only stands there.
+// A guard that works once and then does nothing.
 TEST_F(KeyboardTapTest, LetsTheKeyboardGoWithoutHoldingKeysUpWhenNoGuardComesToWatch) {
     const auto marker = folder.path() / "started";
     const auto script = folder.path() / "guard";
@@ -805,14 +805,15 @@ TEST_F(TappingClient, KeepsItsTapThroughAShortStop) {
     EXPECT_TRUE(received({superKey, positionOfA, positionOfB, superKey}));
 }
 
-// What the filter asks the server for is not answered meanwhile. Nor is what this process asks: it must not.
+// Meanwhile the server does not answer the filter's requests. It would not answer this process's either, so the test
+// must make none.
 TEST_F(TappingClient, KeepsItsTapThoughAnotherClientKeptTheServerForItself) {
     const auto other = X11Connection::open();
     const auto cookie = xcb_get_keyboard_mapping(other->get(), positionOfA, 1);
     const X11Reply<xcb_get_keyboard_mapping_reply_t> mapping(
         xcb_get_keyboard_mapping_reply(other->get(), cookie, nullptr));
     xcb_grab_server(other->get());
-    // So that the filter has something to ask the server for.
+    // So that the filter has to ask the server something.
     xcb_change_keyboard_mapping(other->get(), 1, positionOfA, mapping->keysyms_per_keycode,
                                 xcb_get_keyboard_mapping_keysyms(mapping.get()));
     xcb_test_fake_input(other->get(), XCB_KEY_PRESS, positionOfB, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);

@@ -48,7 +48,7 @@ TEST_F(LinuxURLSessionFailure, TimesOutWhenNothingComesAndNotBefore) {
 
 TEST_F(LinuxURLSessionFailure, CountsIdleTimeOnly) {
     server.Get("/drops", [](const httplib::Request&, httplib::Response& response) {
-        // A type that the server does not compress, and so does not hold back.
+        // A type that the server does not compress, so it does not hold it back.
         response.set_chunked_content_provider("application/octet-stream", [](std::size_t, httplib::DataSink& sink) {
             for (int piece = 0; piece < 6; ++piece) {
                 std::this_thread::sleep_for(200ms);
@@ -91,7 +91,7 @@ TEST_F(LinuxURLSessionFailure, ServesOthersWhileAServersHeadersNeverEnd) {
         bad.timeoutInterval = 0.5;
         EXPECT_EQ(errorOf(reply(bad)), "La richiesta è scaduta.");
         EXPECT_EQ(reply(request(address("/healthy"))).data, "well");
-        // One that fails takes along none that is under way.
+        // A failing request does not affect the others under way.
         auto late = send(request(address("/later")));
         URLRequest stalled = request(address("/later"));
         stalled.timeoutInterval = 0.1;
@@ -169,7 +169,7 @@ TEST(LinuxURLSessionShutDown, FailsWhatIsUnderWayExactlyOnce) {
     {
         LinuxURLSession session;
         URLRequest request;
-        // A test network address (RFC 5737): nothing answers there.
+        // A test network address (RFC 5737) that never answers.
         request.url = URL{"http://192.0.2.1/"};
         session.dataTask(request, [&](const URLReply& reply) {
             ++completions;

@@ -8,7 +8,7 @@
 namespace vantrel::linuxdesktop {
 namespace {
 
-// The name is one that no name server knows (RFC 2606): only a proxy can do anything with it.
+// No name server knows this name (RFC 2606), so only a proxy can use it.
 constexpr const char* unknownHost = "http://server.invalid/api/join?code=1";
 const std::string closed = "://127.0.0.1:1";
 const std::string nowhere = "://proxy.invalid:3128";
@@ -24,7 +24,7 @@ class LinuxURLSessionProxy : public URLSessionTest {
         });
     }
 
-    // This computer, by an address that is not the loopback's.
+    // This computer, by an address that is not a loopback address.
     std::string proxiedAddress() const { return "http://0.0.0.0:" + std::to_string(port) + "/"; }
 
     static bool begins(const std::string& text, const std::string& beginning) { return text.rfind(beginning, 0) == 0; }

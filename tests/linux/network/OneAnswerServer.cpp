@@ -59,7 +59,7 @@ void OneAnswerServer::serve() {
         send(connection, answer_.data(), answer_.size(), MSG_NOSIGNAL);
         if (!endless_.empty()) sendEndless(connection);
         shutdown(connection, SHUT_WR);
-        // Until the client has hung up too: a reset would take the answer along.
+        // Until the client has hung up too: a reset would also discard the answer.
         while (!stopping_ && recv(connection, buffer.data(), buffer.size(), 0) > 0) {
         }
         close(connection);
@@ -67,7 +67,7 @@ void OneAnswerServer::serve() {
 }
 
 void OneAnswerServer::sendEndless(int connection) {
-    // So that the server can end also while the client reads nothing.
+    // So that the server can stop even if the client reads nothing.
     const timeval patience{0, 100'000};
     setsockopt(connection, SOL_SOCKET, SO_SNDTIMEO, &patience, sizeof patience);
     while (!stopping_) {

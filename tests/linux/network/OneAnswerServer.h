@@ -7,8 +7,8 @@
 
 namespace vantrel::linuxdesktop {
 
-/// Answers every connection's request with the same bytes and hangs up; a server that misbehaves to the byte. With an
-/// endless part it goes on with that for as long as the client is there, and serves nobody else.
+/// A misbehaving server: answers each connection's request with exactly these bytes and hangs up. If there is an
+/// endless part, it repeats that as long as the client is connected, and serves nobody else.
 class OneAnswerServer {
   public:
     explicit OneAnswerServer(std::string answer, std::string endless = {});
@@ -16,7 +16,7 @@ class OneAnswerServer {
 
     std::string address() const { return "http://127.0.0.1:" + std::to_string(port_); }
     int requestCount() const { return requests_; }
-    /// What the newest request began with, at least its headers; empty before there was one.
+    /// The beginning of the newest request, with at least its headers. Empty before the first one.
     std::string newestRequest() const;
 
   private:

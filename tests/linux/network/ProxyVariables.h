@@ -4,7 +4,8 @@
 
 namespace vantrel::linuxdesktop {
 
-/// The environment in which a user names proxies: empty to begin with and at the end. While no request is under way.
+/// The environment variables for proxies, cleared by constructor and destructor. Use it only while no request is under
+/// way.
 class ProxyVariables {
   public:
     ProxyVariables() { clear(); }
@@ -12,7 +13,7 @@ class ProxyVariables {
     ProxyVariables(const ProxyVariables&) = delete;
     ProxyVariables& operator=(const ProxyVariables&) = delete;
 
-    /// Also what would have the proxies read from the desktop's settings.
+    /// Also clears what would make the desktop's settings name the proxies.
     static void clear();
 
     void set(const std::string& name, const std::string& value);

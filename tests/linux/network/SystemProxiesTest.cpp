@@ -14,7 +14,7 @@ constexpr const char* secure = "https://server.example/api/join";
 
 class SystemProxiesTest : public testing::Test {
   protected:
-    // What is asked first for the address, such as "http proxy.example:3128"; "none" for the server itself.
+    // The first proxy for the address, such as "http proxy.example:3128"; "none" for the server itself.
     static std::string proxy(const std::string& address) {
         const auto found = SystemProxies().queryProxy(QNetworkProxyQuery(QUrl(QString::fromStdString(address))));
         if (found.isEmpty()) return "nothing at all";
@@ -26,7 +26,7 @@ class SystemProxiesTest : public testing::Test {
         return std::string(scheme) + " " + first.hostName().toStdString() + ":" + std::to_string(first.port());
     }
 
-    // The same with one variable set for as long as that takes.
+    // The same while one variable is set.
     static std::string proxyWith(const std::string& name, const std::string& value, const std::string& address) {
         ProxyVariables alone;
         alone.set(name, value);

@@ -41,7 +41,7 @@ class URLSessionTest : public testing::Test {
 
     std::future<URLReply> send(const URLRequest& request) {
         auto promise = std::make_shared<std::promise<URLReply>>();
-        // A second completion would end the process: a promise is kept once.
+        // A second completion would end the process: a promise accepts one value only.
         session.dataTask(request, [promise](URLReply reply) { promise->set_value(std::move(reply)); });
         return promise->get_future();
     }

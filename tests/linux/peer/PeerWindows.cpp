@@ -21,7 +21,7 @@ using Reply = std::unique_ptr<T, FreeMemory>;
 
 constexpr int numbersApart = 100000;
 
-// WM_NORMAL_HINTS of ICCCM: the place and the size are the user's, and so the window manager keeps to them.
+// ICCCM's WM_NORMAL_HINTS with place and size chosen by the user, so that the window manager respects them.
 std::array<std::uint32_t, 18> sizeHints(const PeerWindowOption& option) {
     constexpr std::uint32_t userPosition = 1;
     constexpr std::uint32_t userSize = 2;
@@ -49,8 +49,8 @@ PeerWindows::PeerWindows(std::unique_ptr<xcb_connection_t, Disconnect> connectio
       screen_(screen),
       protocols_(atom("WM_PROTOCOLS")),
       deleteWindow_(atom("WM_DELETE_WINDOW")) {
-    // The server gives every client that comes and goes the same numbers, and a window manager that has missed the end
-    // of a window ignores the next one of its number: each peer begins at another.
+    // The server gives the same numbers to each client that comes and goes, and a window manager that missed a window's
+    // end ignores the next one with its number. So each peer begins with a different number.
     for (int skipped = getpid() % numbersApart; skipped > 0; --skipped) xcb_generate_id(connection_.get());
 }
 

@@ -10,17 +10,17 @@
 
 namespace vantrel::peer {
 
-/// The peer's windows, on a connection of their own.
+/// The peer's windows, on their own connection.
 class PeerWindows {
   public:
-    /// Null when the X server cannot be reached.
+    /// Null if the X server cannot be reached.
     static std::unique_ptr<PeerWindows> open();
 
     void add(const PeerWindowOption& option, const std::string& windowClass);
     bool empty() const { return windows_.empty(); }
 
     int descriptor() const { return xcb_get_file_descriptor(connection_.get()); }
-    /// Takes in what the server has sent; closes the windows that were asked to. False when the server has gone.
+    /// Reads what the server has sent, and closes the windows that were asked to close. False if the server is gone.
     bool takeEvents();
 
   private:

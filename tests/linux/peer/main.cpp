@@ -1,5 +1,6 @@
-// An application of the tests' own on an X11 desktop; ContractHost::peerExecutable() lists its arguments. It leaves the
-// arguments it received beside its executable and ends with the X server, with its parent or with its executable.
+// The tests' own application on an X11 desktop. ContractHost::peerExecutable() lists its arguments. It leaves a file
+// with the arguments it received beside its executable. It ends with the X server, with its parent or with its
+// executable.
 #include <poll.h>
 #include <signal.h>
 #include <unistd.h>
@@ -16,7 +17,7 @@
 
 namespace {
 
-// Each argument ends with a zero byte. Under another name first: the file appears with all of its contents.
+// Each argument ends with a zero byte. Written under another name first, so that the file appears complete.
 void leaveArguments(const std::filesystem::path& executable, const std::vector<std::string>& arguments) {
     const std::filesystem::path file = executable.parent_path() / ("arguments-" + std::to_string(getpid()));
     const std::filesystem::path unfinished = file.string() + ".new";

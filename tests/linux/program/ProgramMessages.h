@@ -4,7 +4,7 @@
 
 namespace vantrel::linuxdesktop {
 
-/// What the program says on standard error where it cannot run.
+/// The program's messages on standard error when it cannot run.
 constexpr std::string_view noX11Message =
     "Vantrel richiede una sessione X11: nessun display X11 raggiungibile (variabile DISPLAY).\n"
     "Vantrel needs an X11 session: no X11 display can be reached (DISPLAY variable).\n";

@@ -29,7 +29,7 @@ struct Pipe {
     FileDescriptor writing;
 };
 
-// False when nothing more came for a long while and it is not the end either.
+// False if nothing has come for a long time but the streams are still open.
 bool readBoth(int first, std::string& toFirst, int second, std::string& toSecond) {
     std::array<pollfd, 2> sources{pollfd{first, POLLIN, 0}, pollfd{second, POLLIN, 0}};
     const std::array<std::string*, 2> texts{&toFirst, &toSecond};
@@ -42,7 +42,7 @@ bool readBoth(int first, std::string& toFirst, int second, std::string& toSecond
             if (count > 0) {
                 texts[index]->append(bytes.data(), static_cast<std::size_t>(count));
             } else {
-                // One that is negative is passed over.
+                // poll() skips negative descriptors.
                 sources[index].fd = -1;
             }
         }

@@ -11,7 +11,7 @@
 namespace vantrel::linuxdesktop {
 namespace {
 
-// A compositor's X server can be reached and still serves for nothing.
+// A compositor's X server can be reached but is of no use.
 TEST(ProgramUnderWayland, SaysThatItCannotRunThereThoughThereIsAnX11Display) {
     ASSERT_TRUE(X11Connection::open()) << "this test needs an X11 display: set DISPLAY";
     const char* display = std::getenv("DISPLAY");

@@ -13,7 +13,7 @@ namespace {
 
 class ProgramWithoutDisplay : public testing::Test {
   protected:
-    // The client in an environment with nothing but these variables and a home of its own.
+    // The client in an environment with only these variables and a home of its own.
     ProgramRun run(std::vector<std::string> environment) const {
         environment.push_back("HOME=" + home.path().string());
         environment.push_back("XDG_CONFIG_HOME=" + home.path().string());
@@ -50,7 +50,7 @@ TEST_F(ProgramWithoutDisplay, SaysInAWaylandSessionThatItCannotRunThere) {
     expectRefusal({"WAYLAND_DISPLAY=wayland-0", "DISPLAY=:64321"}, waylandMessage);
 }
 
-// Whatever the environment asks of Qt: it has not come to that.
+// Whatever the environment asks of Qt, because Qt has not been started yet.
 TEST_F(ProgramWithoutDisplay, DoesNotRunOnAnythingElseThanX11) {
     expectRefusal({"QT_QPA_PLATFORM=offscreen"}, noX11Message);
     expectRefusal({"QT_QPA_PLATFORM=wayland", "WAYLAND_DISPLAY=wayland-0"}, waylandMessage);

@@ -6,8 +6,8 @@
 
 namespace vantrel::linuxdesktop {
 
-/// A tray on a desktop that has none: whoever owns the selection is one. Goes with this object, as with a panel that
-/// crashes.
+/// A tray on a desktop that has none: the owner of the selection is the tray. Removed with this object, as if a panel
+/// crashed.
 class DesktopTray {
   public:
     DesktopTray();

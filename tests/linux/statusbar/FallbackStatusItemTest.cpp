@@ -133,7 +133,7 @@ class TrayTest : public FallbackStatusItemTest {
         return waitUntil([&] { return X11Windows(view.connection()).active() == window.id(); });
     }
 
-    // Whether the strip is what is seen where it is, and its menu ends the session.
+    // Whether the strip is the topmost window at its place, and its menu ends the session.
     bool endsTheSession(double secondsToChoose = 0.2) {
         QRect place;
         for (const QWidget* widget : QApplication::topLevelWidgets()) {
@@ -197,12 +197,12 @@ TEST_F(TrayTest, ShowsTheStripWhenTheTrayIsGone) {
     EXPECT_FALSE(stripIsShown());
 }
 
-// The meeting has the second display, so the covers lie over the primary one and over the panel there.
+// The meeting is on the second display, so the covers lie over the primary one and the panel there.
 TEST_F(TrayTest, ShowsTheStripOverTheCoverOfThePrimaryDisplay) {
     MonitorLayout layout;
     layout.set({{"VTEST-A", {0, 0, 800, 700}}, {"VTEST-B", {800, 0, 700, 600}}});
     pointer.moveTo(400, 400);
-    // Covers that are made anew close an open menu: not in the middle of the test.
+    // Replaced covers close an open menu. That must not happen in the middle of the test.
     turnFor(0.5);
     ForeignWindow browser("Lezione", {900, 100, 400, 300});
     ASSERT_TRUE(isManaged(browser));
@@ -218,7 +218,7 @@ TEST_F(TrayTest, ShowsTheStripOverTheCoverOfThePrimaryDisplay) {
         }));
         EXPECT_TRUE(waitUntil([] { return stripIsShown(); }));
         EXPECT_TRUE(endsTheSession());
-        // In front also after the covers have been put on top again, and that closes no menu.
+        // Still in front after the covers have been put on top again, which closes no menu.
         EXPECT_TRUE(endsTheSession(3.3));
         EXPECT_TRUE(endsTheSession());
         blackout->deactivate();
@@ -232,7 +232,7 @@ TEST_F(TrayTest, ShowsTheStripWhileAnotherDisplayIsCovered) {
     MonitorLayout layout;
     layout.set({{"VTEST-A", {0, 0, 800, 700}}, {"VTEST-B", {800, 0, 700, 600}}});
     pointer.moveTo(400, 400);
-    // Covers that are made anew close an open menu: not in the middle of the test.
+    // Replaced covers close an open menu. That must not happen in the middle of the test.
     turnFor(0.5);
     ForeignWindow browser("Lezione", {100, 100, 400, 300});
     ASSERT_TRUE(isManaged(browser));
@@ -243,7 +243,7 @@ TEST_F(TrayTest, ShowsTheStripWhileAnotherDisplayIsCovered) {
     overlay->orderFrontRegardless();
     EXPECT_TRUE(waitUntil([] { return stripIsShown(); }));
     EXPECT_TRUE(endsTheSession());
-    // Over the full-screen window it waits at the edge.
+    // Over the full-screen window the strip waits at the edge.
     pointer.moveTo(400, 400);
     browser.changeState(true, "_NET_WM_STATE_FULLSCREEN");
     EXPECT_TRUE(waitUntil([] { return !stripIsShown(); }));

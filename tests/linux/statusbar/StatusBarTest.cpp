@@ -161,7 +161,7 @@ TEST_F(StatusBarTest, HidesOverAFullScreenWindowUntilThePointerTouchesTheTopEdge
     ASSERT_TRUE(waitUntil([] { return strip() != nullptr; }));
     const QPoint middle = strip()->geometry().center();
     EXPECT_TRUE(waitUntil([&] { return inFrontAt(middle); }));
-    // On the way to the strip and over it.
+    // On the way to the strip, and over it.
     pointer.moveTo(600, 10);
     turnFor(0.6);
     EXPECT_TRUE(strip());
@@ -170,7 +170,6 @@ TEST_F(StatusBarTest, HidesOverAFullScreenWindowUntilThePointerTouchesTheTopEdge
     EXPECT_TRUE(strip());
     pointer.moveTo(300, 400);
     EXPECT_TRUE(waitUntil([] { return strip() == nullptr; }));
-    // Again.
     pointer.moveTo(800, 0);
     EXPECT_TRUE(waitUntil([] { return strip() != nullptr; }));
 }
@@ -197,7 +196,7 @@ TEST_F(StatusBarTest, EndsTheSessionOverAFullScreenWindow) {
     ASSERT_TRUE(waitUntil([] { return openMenu() != nullptr; }));
     const QPoint entry = openMenu()->mapToGlobal(openMenu()->actionGeometry(openMenu()->actions().at(2)).center());
     pointer.moveTo(entry.x(), entry.y());
-    // The strip stays out for as long as its menu is open.
+    // The strip stays visible as long as its menu is open.
     turnFor(1);
     ASSERT_TRUE(openMenu());
     EXPECT_TRUE(strip());

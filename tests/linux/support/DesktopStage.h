@@ -8,18 +8,18 @@
 
 namespace vantrel::linuxdesktop {
 
-/// Qt insists on the process's first thread. That thread runs one desktop after another here, for tests that live on a
-/// second one.
+/// Qt needs the process's first thread. So that thread runs one desktop after another, and the tests run on a second
+/// one.
 class DesktopStage {
   public:
     static DesktopStage& shared();
 
-    /// First thread: serves until the tests, run on a thread of their own, have ended; their result.
+    /// First thread: serves until the tests, run on their own thread, have ended. Returns their result.
     int serve(const std::function<int()>& tests);
 
-    /// Test thread: a new desktop with its event loop running; null without a display.
+    /// Test thread: a new desktop with its event loop running. Null without a display.
     LinuxComputer* raise();
-    /// Test thread: ends the desktop and waits until it has gone.
+    /// Test thread: ends the desktop and waits until it is gone.
     void lower();
 
   private:

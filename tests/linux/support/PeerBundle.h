@@ -9,7 +9,7 @@
 
 namespace vantrel::linuxdesktop {
 
-/// The tests' own application, installed under a folder as "Google Chrome.app".
+/// The tests' own application, installed in a folder as "Google Chrome.app".
 class PeerBundle {
   public:
     explicit PeerBundle(const std::filesystem::path& parent);
@@ -17,10 +17,10 @@ class PeerBundle {
     const std::filesystem::path& folder() const { return folder_; }
     std::filesystem::path executable() const { return folder_ / "Contents/MacOS/Google Chrome"; }
 
-    /// Without a value as long as it has not read them.
+    /// Empty until it has read them.
     std::optional<std::vector<std::string>> argumentsReceived(ProcessIdentifier peer) const;
 
-    /// Kills the processes that run from here and waits until they have gone.
+    /// Kills the processes that run from here and waits until they are gone.
     void endAll() const;
 
   private:

@@ -5,7 +5,7 @@
 
 namespace vantrel::linuxdesktop {
 
-/// A folder that goes with the object.
+/// A folder that is removed with the object.
 class TemporaryFolder {
   public:
     TemporaryFolder();

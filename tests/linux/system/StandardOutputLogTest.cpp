@@ -17,7 +17,7 @@ namespace {
 TEST(StandardOutputLog, WritesWholeLinesFromManyThreadsIntoASlowPipe) {
     std::array<int, 2> pipeEnds{};
     ASSERT_EQ(pipe(pipeEnds.data()), 0);
-    // A full pipe then refuses instead of waiting, and takes lines in pieces.
+    // A full pipe then refuses instead of waiting, and accepts lines in pieces.
     fcntl(pipeEnds[1], F_SETFL, O_NONBLOCK);
     StandardOutputLog log(pipeEnds[1]);
     std::vector<std::thread> writers;

@@ -18,8 +18,8 @@ bool isNull(int descriptor) {
            S_ISCHR(found.st_mode);
 }
 
-// The exit status of a child that starts with a pipe on each standard stream but the closed ones: a bit for each stream
-// that then is /dev/null, and 8 when the next file does not come after them.
+// The exit status of a child that starts with a pipe on each standard stream except the closed ones. It has a bit for
+// each stream that is /dev/null then, plus 8 if the next file does not get the number after them.
 int outcomeWithClosed(const std::vector<int>& closed) {
     const pid_t child = fork();
     if (child == 0) {

@@ -37,7 +37,7 @@ TEST_F(LinuxRunLoopTest, FiresOnceWhenLateAndKeepsItsGrid) {
     ASSERT_TRUE(waitUntil([&] { return moments.size() == 1; }));
     computer->threads.sleep(0.75 - (now() - start));
     ASSERT_TRUE(waitUntil([&] { return moments.size() == 3; }));
-    // One late call for the moments 0.4 and 0.6 that were slept through, the next on the grid again.
+    // One late call for the times 0.4 and 0.6, which passed during the sleep; the next one is on the grid again.
     EXPECT_GE(moments[0], 0.2);
     EXPECT_GE(moments[1], 0.75);
     EXPECT_GE(moments[2], 0.8);
@@ -84,7 +84,7 @@ TEST_F(LinuxRunLoopTest, StandsStillWhileAMenuIsOpen) {
     shown->hide();
     EXPECT_TRUE(waitUntil([&] { return fired > before; }));
 
-    // A menu that goes while it is open lets the timers go on too.
+    // A menu that is destroyed while open lets the timers continue too.
     shown->popup(QPoint(10, 10));
     const int again = fired;
     item.reset();

@@ -14,7 +14,7 @@ class MainQueueTest : public DesktopTest {
   protected:
     DispatchQueue& queue() { return computer->dispatch.mainQueue(); }
 
-    // Runs the block from an event once the alert with this text is in front.
+    // Runs the block in an event once the alert with this text is in front.
     void whenShown(const char* text, Block block) {
         postEvent([this, text, block = std::move(block)] {
             const QLabel* message = alert() != nullptr ? alert()->findChild<QLabel*>("messageText") : nullptr;
@@ -101,7 +101,7 @@ TEST_F(MainQueueTest, HoldsBlocksBackUnderASecondAlertThatABlockOpensOverTheFirs
         computer->alerts.runModal({AlertStyle::warning, "Primo", "", {}});
         order.push_back("first alert ends");
     });
-    // The wait is served by the alerts' own loops until the first one is answered.
+    // The alerts' own loops serve the wait until the first alert is answered.
     std::thread participant([&] {
         computer->threads.sleep(1);
         postEvent([] {

@@ -14,7 +14,7 @@ namespace {
 
 constexpr QRect frame(24, 460 - 122 - 18, 392, 18);
 
-/// The join screen's line for errors and progress as the window shows it, read off what is painted.
+/// The join screen's line for errors and progress. The tests check what the window paints.
 class ErrorLabel : public DesktopTest {
   protected:
     void SetUp() override {
@@ -26,7 +26,7 @@ class ErrorLabel : public DesktopTest {
         control = *found;
     }
 
-    // All of the join screen with nothing on it but the line.
+    // The whole join screen with nothing on it but the line.
     QImage screen(const std::string& text) const { return screen(text, control.frame.size); }
 
     QImage screen(const std::string& text, const Size& size) const {
@@ -38,7 +38,7 @@ class ErrorLabel : public DesktopTest {
         return painted(screen, {2000, 600});
     }
 
-    // What the text would take up if there were room for all of it.
+    // The size of the text if there were room for all of it.
     QSize whole(const std::string& text) const { return ink(screen(text, {1900, 100})).size(); }
 
     Control control;
@@ -73,7 +73,7 @@ TEST_F(ErrorLabel, StaysOnItsLineAndEndsInAnEllipsisWhenTheTextIsLonger) {
     EXPECT_TRUE(frame.contains(drawn));
     EXPECT_GT(drawn.width(), frame.width() - 20);
     EXPECT_EQ(drawn.height(), ink(screen(longest, {1900, 18})).height());
-    // The dots stand low: at the end of the line there is nothing above them.
+    // The dots are low: there is nothing above them at the end of the line.
     const QRect end = ink(screen(longest).copy(drawn.right() - 6, frame.top(), 7, frame.height()));
     EXPECT_LE(end.height(), 3);
     EXPECT_GT(end.top(), frame.height() / 2);

@@ -22,7 +22,7 @@ namespace {
 
 constexpr int level = 1000;
 
-/// Two displays of unequal size; the right one, which is to be covered, hangs 100 pixels below the left one's top.
+/// Two displays of unequal size. The right one, which is to be covered, begins 100 pixels below the left one's top.
 class OverlaysTest : public DesktopTest {
   protected:
     void SetUp() override {
@@ -65,7 +65,7 @@ class OverlaysTest : public DesktopTest {
         return managed;
     }
 
-    /// Where something brighter than black is drawn, in the rows given.
+    /// The area within `place` where something brighter than black is drawn.
     X11Rectangle drawnWithin(const X11Rectangle& place) {
         const auto pixels = view.pixels(place);
         X11Rectangle found{place.width, place.height, 0, 0};
@@ -145,7 +145,7 @@ TEST_F(OverlaysTest, DrawsItsLabelsWhereTheyBelong) {
     const X11Rectangle lock = drawnWithin({800, 400 - 80 - 80, 700, 80});
     EXPECT_GT(lock.width, 30);
     EXPECT_NEAR(lock.x + lock.width / 2.0, 1150, 4);
-    // And nothing else.
+    // Nothing above and nothing below.
     EXPECT_EQ(brightestWithin({800, 100, 700, 100}), 0U);
     EXPECT_EQ(brightestWithin({800, 490, 700, 210}), 0U);
 }
@@ -186,7 +186,7 @@ TEST_F(OverlaysTest, ShowsTheNotAllowedCursor) {
     cover();
     ASSERT_TRUE(coversSoon(1000, 300));
     EXPECT_TRUE(waitUntil([&] { return cursor().second != before.second; }));
-    // The theme's, or the one that Qt draws itself where the theme has none.
+    // The theme's cursor, or Qt's own if the theme has none.
     const auto [name, image] = cursor();
     EXPECT_TRUE(name.empty() || name == "crossed_circle" || name == "forbidden" || name == "not-allowed" ||
                 name == "circle" || name == "03b6e0fcb3499374a867c041f52298f0")

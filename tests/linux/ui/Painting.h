@@ -15,7 +15,7 @@ inline QImage painted(QWidget& widget, const QSize& size) {
     return image;
 }
 
-/// Where the image is not white; empty when it is nowhere.
+/// The bounds of everything that is not white. Empty if all is white.
 inline QRect ink(const QImage& image) {
     QRect found;
     for (int y = 0; y < image.height(); ++y) {

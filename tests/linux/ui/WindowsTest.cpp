@@ -211,7 +211,7 @@ TEST_F(WindowsTest, TellsTheWindowManagerOfItsButtons) {
     EXPECT_TRUE(waitUntil([&] { return hints() == Hints{3, move | minimize, border | title | minimizeButton, 0, 0}; }));
     window->setStyleMask(windowTitled);
     EXPECT_TRUE(waitUntil([&] { return hints() == Hints{3, move, border | title, 0, 0}; }));
-    // Also when it is shown again.
+    // Still so when it is shown again.
     window->orderOut();
     window->setStyleMask(windowTitled | windowClosable | windowMiniaturizable);
     window->makeKeyAndOrderFront();
@@ -224,7 +224,7 @@ TEST_F(WindowsTest, IsActiveAgainWhenItComesBackAtOnce) {
     const auto server = X11Connection::open();
     ASSERT_TRUE(server);
     X11Windows windows(*server);
-    // Nothing of this reaches the event loop before the window is back.
+    // The event loop sees nothing of this before the window is back.
     const ForeignWindow other("Appunti", {600, 100, 300, 200});
     for (int waited = 0; waited < 1000 && windows.active() != other.id(); ++waited) QThread::msleep(1);
     ASSERT_EQ(windows.active(), other.id());

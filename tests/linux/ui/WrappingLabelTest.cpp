@@ -27,7 +27,7 @@ const QString text =
     "finisce.";
 const QString longWord = "precipitevolissimevolmenteprecipitevolissimevolmenteprecipitevolissimevolmente";
 
-/// Everything is read off what is painted.
+/// The tests check what is painted.
 class WrappingLabelTest : public DesktopTest {
   protected:
     static std::unique_ptr<WrappingLabel> makeLabel(const QString& text) {
@@ -43,7 +43,7 @@ class WrappingLabelTest : public DesktopTest {
 
     static int lineHeight() { return makeLabel("Mg")->heightForWidth(plenty); }
 
-    // Where the words have to go when each line takes as many of them as fit.
+    // The lines if each takes as many words as fit.
     static QStringList linesOfWords(const QString& text, int width) {
         const QFontMetricsF metrics(Appearance::font(font));
         QStringList lines{{}};
@@ -58,7 +58,7 @@ class WrappingLabelTest : public DesktopTest {
         return lines;
     }
 
-    // The lines one below the other, each painted on its own.
+    // The lines one below the other, each painted separately.
     static QImage paintedOneByOne(const QStringList& lines, int width) {
         QImage image(width, plenty, QImage::Format_RGB32);
         image.fill(Qt::white);
@@ -106,7 +106,7 @@ TEST_F(WrappingLabelTest, BreaksAWordThatIsLongerThanTheLineAndNoOther) {
 }
 
 TEST_F(WrappingLabelTest, NeedsTheHeightThatItPaintsAndNotMore) {
-    // Also of the font itself: an empty line below would be one too many.
+    // The font's own height counts too: an empty line below would be one too many.
     const int fontHeight = QFontMetrics(Appearance::font(font)).height();
     for (const QString& each : {text, longWord, QString("❌ Errore 🔒 del server"), QString("Àgj"), QString("a\nb"),
                                 QString("🔒🔒🔒🔒🔒🔒🔒🔒🔒🔒🔒🔒🔒🔒🔒🔒🔒🔒🔒🔒🔒🔒🔒🔒")}) {
@@ -173,7 +173,7 @@ class EndMessage : public WrappingLabelTest {
         control = *found;
     }
 
-    // All of the end screen with nothing on it but the message.
+    // The whole end screen with nothing on it but the message.
     QImage screen(const std::string& message) const {
         QWidget screen;
         ControlWidget widget(control, 460, &screen);

@@ -44,7 +44,7 @@ Section "Screen"
 EndSection
 )";
 
-// The server writes its number there once it is up.
+// The server writes its display number there once it is ready.
 constexpr int numberDescriptor = 3;
 constexpr int startMilliseconds = 20000;
 
@@ -69,7 +69,7 @@ DummyDisplay::DummyDisplay() {
         _exit(127);
     }
     close(ends[1]);
-    // A number and then a line feed, not always at once.
+    // A number and a line feed, which may arrive separately.
     pollfd waited{ends[0], POLLIN, 0};
     std::string number;
     char character = 0;

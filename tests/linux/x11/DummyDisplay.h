@@ -8,8 +8,8 @@
 
 namespace vantrel::linuxdesktop {
 
-/// An X server of the tests' own whose displays can really be plugged in: one of 1440 × 900 to begin with. It ends with
-/// this object. Its outputs are named DUMMY0, DUMMY1 and so on.
+/// The tests' own X server, whose displays can really be plugged in and out. It starts with one of 1440 × 900 and ends
+/// with this object. Its outputs are named DUMMY0, DUMMY1 and so on.
 class DummyDisplay {
   public:
     DummyDisplay();
@@ -17,10 +17,10 @@ class DummyDisplay {
     DummyDisplay(const DummyDisplay&) = delete;
     DummyDisplay& operator=(const DummyDisplay&) = delete;
 
-    /// What DISPLAY has to be; empty when the server did not start.
+    /// The value for DISPLAY. Empty if the server did not start.
     const std::string& name() const { return name_; }
 
-    /// Why it did not.
+    /// Why it did not start.
     std::string log() const;
 
   private:

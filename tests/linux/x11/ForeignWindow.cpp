@@ -6,8 +6,8 @@ namespace vantrel::linuxdesktop {
 
 namespace {
 
-// A new client begins where one that has gone began to count, and a window manager still busy with the old window would
-// take the new one for it.
+// A new client gets the same first number as one that is gone. A window manager still busy with the old window would
+// confuse the two.
 xcb_window_t freshNumber(xcb_connection_t* connection) {
     static std::atomic<int> used = 0;
     for (int skipped = used++; skipped > 0; --skipped) xcb_generate_id(connection);
@@ -27,7 +27,7 @@ ForeignWindow::ForeignWindow(const std::string& title, const X11Rectangle& place
                         connection_->atom("UTF8_STRING"), 8, static_cast<std::uint32_t>(title.size()), title.data());
     setProperty("WM_PROTOCOLS", XCB_ATOM_ATOM, {connection_->atom("WM_DELETE_WINDOW")});
     setProperty("_NET_WM_WINDOW_TYPE", XCB_ATOM_ATOM, {connection_->atom("_NET_WM_WINDOW_TYPE_" + type)});
-    // WM_NORMAL_HINTS with the user's own position, which window managers keep to.
+    // WM_NORMAL_HINTS with a position chosen by the user, which window managers respect.
     constexpr std::uint32_t userPosition = 1;
     std::vector<std::uint32_t> hints(18, 0);
     hints[0] = userPosition;

@@ -10,7 +10,7 @@
 
 namespace vantrel::linuxdesktop {
 
-/// A window of another X client, on a connection of its own. It stays until it is closed or destroyed.
+/// A window of another X client, on its own connection. It stays until it is closed or destroyed.
 class ForeignWindow {
   public:
     ForeignWindow(const std::string& title, const X11Rectangle& place, const std::string& type = "NORMAL");
@@ -21,11 +21,11 @@ class ForeignWindow {
     xcb_window_t id() const { return window_; }
     X11Connection& connection() { return *connection_; }
 
-    /// Whether it was asked to close since the last call.
+    /// Whether it has been asked to close since the last call.
     bool wasAskedToClose();
 
     void setProperty(const std::string& name, xcb_atom_t type, const std::vector<std::uint32_t>& values);
-    /// As a program does that changes its window by itself.
+    /// Like a program that changes its own window.
     void changeState(bool add, const std::string& state);
     void minimize();
     void unmap();

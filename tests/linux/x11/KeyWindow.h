@@ -9,23 +9,23 @@
 
 namespace vantrel::linuxdesktop {
 
-/// A window of another X client that keeps what is typed into it. One thread.
+/// A window of another X client that records the keys typed into it. One thread.
 class KeyWindow {
   public:
     struct Key {
         xcb_keycode_t position = 0;
-        /// The modifiers of X before the key.
+        /// X's modifiers before the key.
         std::uint16_t state = 0;
         bool operator==(const Key&) const = default;
     };
 
-    /// Opens it without waiting; see hasFocus().
+    /// Opens the window without waiting; see hasFocus().
     explicit KeyWindow(const X11Rectangle& place = {200, 200, 400, 300});
 
-    /// Whether the keyboard is its own; asks the window manager for it else.
+    /// Whether it has the keyboard. If not, asks the window manager for it.
     bool hasFocus();
 
-    /// Takes in what has come since; all so far.
+    /// Reads what has arrived. Returns all keys so far.
     const std::vector<Key>& pressed();
     const std::vector<Key>& released();
     /// The positions pressed so far.

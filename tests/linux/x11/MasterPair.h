@@ -8,8 +8,8 @@
 
 namespace vantrel::linuxdesktop {
 
-/// A second keyboard with a pointer of its own, for as long as the object is there: what the keyboard's number is may
-/// not be taken for granted. The connection has to speak XInput 2.
+/// A second keyboard with its own pointer, as long as the object exists. It shows that no code assumes a fixed keyboard
+/// number. The connection must speak XInput 2.
 class MasterPair {
   public:
     explicit MasterPair(xcb_connection_t* connection);
@@ -17,7 +17,7 @@ class MasterPair {
     MasterPair(const MasterPair&) = delete;
     MasterPair& operator=(const MasterPair&) = delete;
 
-    /// Zero when the server made none.
+    /// Zero if the server created none.
     std::uint16_t keyboard() const { return keyboard_; }
     std::uint16_t pointer() const { return pointer_; }
 

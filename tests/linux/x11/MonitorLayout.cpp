@@ -50,7 +50,7 @@ std::vector<X11Monitor> MonitorLayout::now() {
     return found;
 }
 
-// Only one can have the display's output; the others have none. A name that is there is not taken again.
+// Only one monitor can have the display's output; the others have none. An existing name cannot be used again.
 void MonitorLayout::set(const std::vector<X11Monitor>& monitors) {
     const auto before = now();
     if (before == monitors) return;

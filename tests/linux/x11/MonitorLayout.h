@@ -8,7 +8,7 @@
 
 namespace vantrel::linuxdesktop {
 
-/// The display's monitors, which may be any parts of it. They are as they were again at its end.
+/// The display's monitors, which may be any parts of it. The destructor restores them.
 class MonitorLayout {
   public:
     MonitorLayout();
@@ -18,11 +18,11 @@ class MonitorLayout {
 
     /// The primary one first, in pixels from the top left.
     void set(const std::vector<X11Monitor>& monitors);
-    /// The same in points from the bottom left of the primary one. They move to where all of them have room.
+    /// The same in points from the bottom left of the primary one. All of them are shifted together so that they fit.
     void setScreens(const std::vector<Screen>& screens);
 
   private:
-    /// Mirrors as well.
+    /// Including mirrors.
     std::vector<X11Monitor> now();
 
     std::unique_ptr<X11Connection> connection_;

@@ -11,7 +11,7 @@
 
 namespace vantrel::linuxdesktop {
 
-/// What the X server itself knows of what is on the screen, whatever the client believes. One thread.
+/// The X server's own view of the screen, independent of the client. One thread.
 class ServerView {
   public:
     struct Child {
@@ -23,15 +23,15 @@ class ServerView {
 
     ServerView() : connection_(X11Connection::open()) {}
 
-    /// The root's children that can be seen when they are mapped, back to front.
+    /// The root's children that are visible when mapped, back to front.
     std::vector<Child> children();
-    /// Those of that name.
+    /// The children with that name.
     std::vector<Child> named(const std::string& name);
 
-    /// The window that is seen at that pixel; its name is empty where a window manager's frame is.
+    /// The window visible at that pixel. Its name is empty if it is a window manager's frame.
     std::optional<Child> topmostAt(int x, int y);
 
-    /// Red, green and blue in the lower bits, as the screen shows them; row by row.
+    /// Red, green and blue in the lower bits, as the screen shows them, row by row.
     std::vector<std::uint32_t> pixels(const X11Rectangle& place);
     std::uint32_t pixel(int x, int y);
 

@@ -9,8 +9,8 @@
 
 namespace vantrel::linuxdesktop {
 
-/// Presses keys as a person would, through the server's test extension, on a connection of its own. Returns once the
-/// server has taken the keys.
+/// Presses keys as a person would, through the server's test extension on its own connection. Returns once the server
+/// has received the keys.
 class TestKeyboard {
   public:
     TestKeyboard();
@@ -19,10 +19,10 @@ class TestKeyboard {
     void release(xcb_keycode_t position);
     /// Presses and releases.
     void type(xcb_keycode_t position);
-    /// The same while modifier keys are held, by their CGEventFlags.
+    /// The same while modifier keys are held, given as CGEventFlags.
     void type(xcb_keycode_t position, std::uint64_t flags);
 
-    /// The position of a key of a Mac; zero where there is none.
+    /// The position of a Mac's key. Zero if there is none.
     static xcb_keycode_t position(std::int64_t macKeyCode);
 
     xcb_connection_t* connection() { return connection_->get(); }

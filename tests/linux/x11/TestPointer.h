@@ -8,7 +8,7 @@
 namespace vantrel::linuxdesktop {
 
 /// Moves the pointer and clicks as a person would, through the server's test extension. In pixels of the root window.
-/// Returns once the server has taken it.
+/// Returns once the server has received it.
 class TestPointer {
   public:
     TestPointer();

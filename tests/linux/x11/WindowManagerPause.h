@@ -8,12 +8,12 @@
 
 namespace vantrel::linuxdesktop {
 
-/// Holds the display's window manager still for a while, as a busy computer does: what is asked of it meanwhile it
-/// finds all at once.
+/// Stops the display's window manager for a while, as on a busy computer. It then finds all requests of that time at
+/// once.
 class WindowManagerPause {
   public:
     WindowManagerPause(X11Connection& connection, double seconds);
-    /// Waits until it goes on.
+    /// Waits until it continues.
     ~WindowManagerPause();
     WindowManagerPause(const WindowManagerPause&) = delete;
     WindowManagerPause& operator=(const WindowManagerPause&) = delete;

@@ -4,7 +4,7 @@
 
 namespace vantrel::macos {
 
-/// An event that means nothing to anybody. Main thread.
+/// An event without meaning. Main thread.
 NSEvent* emptyEvent();
 
 }  // namespace vantrel::macos

@@ -41,7 +41,7 @@ NSButton* buttonNamed(NSView* view, const std::string& title) {
     return nil;
 }
 
-// The loop of an alert looks whether it has been answered when an event has come.
+// An alert's loop checks after each event whether it has been answered.
 void wakeAlert() {
     NSEvent* event = emptyEvent();
     if (event != nil) [NSApplication.sharedApplication postEvent:event atStart:NO];
@@ -93,7 +93,7 @@ class MacContractHost final : public contracts::ContractHost, public contracts::
     }
 
     std::string refusingAddress() override {
-        // Bound and not listening: the port cannot be anybody else's meanwhile.
+        // Bound and not listening, so that nobody else can get the port meanwhile.
         refusing_ = socket(AF_INET, SOCK_STREAM, 0);
         if (refusing_ < 0) {
             ADD_FAILURE() << "there is no socket";

@@ -21,7 +21,7 @@ CFReference<AXUIElementRef> element() {
     return CFReference<AXUIElementRef>::created(AXUIElementCreateApplication(getpid()));
 }
 
-// An application answers with whatever it likes.
+// An application may answer with any type.
 TEST(MacElements, TakeAValueOfATypeThatIsNotUsedForNone) {
     @autoreleasepool {
         const CGRect rect = CGRectMake(1, 2, 3, 4);

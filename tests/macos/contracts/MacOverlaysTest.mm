@@ -10,10 +10,10 @@ namespace {
 
 constexpr int coverLevel = 1000;
 
-/// A cover over the display that is there; what needs a second one is a person's work.
+/// A cover over the existing display. A second display needs a person.
 class MacOverlays : public contracts::ContractTest {
   protected:
-    /// Sizes of this process's windows on the level of covers, those that are not shown included.
+    /// The sizes of this process's windows on the level of covers, including those that are not shown.
     std::vector<Size> covers(WindowListOption option = WindowListOption::all) {
         std::vector<Size> sizes;
         for (const WindowEntry& window : computer().windowList.copy(option).value_or(std::vector<WindowEntry>())) {

@@ -12,7 +12,7 @@ namespace {
 
 constexpr int coverLevel = 1000;
 
-/// What only AppKit's own objects tell: where an alert is let in, where a click on a cover goes, how a field takes a
+/// What only AppKit's own objects show: where an alert may appear, where a click on a cover goes, how a field takes a
 /// long text.
 class MacPanels : public contracts::ContractTest {
   protected:

@@ -12,17 +12,17 @@
 
 namespace vantrel::macos {
 
-/// The tests' own application, "Google Chrome.app", which stands beside the tests'. Test thread.
+/// The tests' own application, "Google Chrome.app", which is beside the tests'. Test thread.
 class MacPeers {
   public:
     MacPeers();
 
     std::filesystem::path executable() const;
 
-    /// Whether the application that the peer stands for runs on this Mac: it would be taken for a peer.
+    /// Whether the real application runs on this Mac: it would be taken for a peer.
     static bool realOneRuns();
 
-    /// Without a value as long as it has not read them.
+    /// Empty until it has read them.
     std::optional<std::vector<std::string>> argumentsReceived(ProcessIdentifier peer) const;
 
     /// Whether a peer with --records-keys has come to the front.
@@ -30,7 +30,7 @@ class MacPeers {
     /// The key codes of the presses that a peer with --records-keys has received so far, in order.
     std::vector<std::int64_t> keysReceived(ProcessIdentifier peer) const;
 
-    /// Kills the peers that run and waits until they have gone.
+    /// Kills the running peers and waits until they are gone.
     void endAll() const;
 
   private:

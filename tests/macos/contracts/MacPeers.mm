@@ -61,7 +61,7 @@ bool MacPeers::recordsKeys(ProcessIdentifier peer) const {
 std::vector<std::int64_t> MacPeers::keysReceived(ProcessIdentifier peer) const {
     std::ifstream stream(keyFile(peer));
     std::vector<std::int64_t> codes;
-    // A line that is still being written has no end yet.
+    // A line that is still being written has no line break yet.
     for (std::string line; std::getline(stream, line) && !stream.eof();) codes.push_back(std::stoll(line));
     return codes;
 }
@@ -79,7 +79,7 @@ void MacPeers::endAll() const {
             }
         }
     }
-    // Identifiers of processes come again.
+    // Process identifiers are reused.
     for (const auto& entry : std::filesystem::directory_iterator(bundle_.parent_path())) {
         const std::string name = entry.path().filename();
         if (name.starts_with("arguments-") || name.starts_with("keys-")) std::filesystem::remove(entry.path());

@@ -5,14 +5,14 @@
 
 namespace vantrel::macos {
 
-/// What a person has to grant before some suites can be held. The system counts it for the application that the tests
-/// are started from, such as Terminal.
+/// The permissions that some suites need from a person. The system grants them to the application that started the
+/// tests, such as Terminal.
 class MacPermissions {
   public:
-    /// Has the system ask for what is missing, and says on standard output what that is. Does not wait for an answer.
+    /// Makes the system ask for the missing permissions, and prints their names. Does not wait for an answer.
     static void ask();
 
-    /// What the suite of that name still lacks; without a value it can be held.
+    /// What that suite still lacks. Empty if it can run.
     static std::optional<std::string> missingFor(const std::string& suite);
 };
 

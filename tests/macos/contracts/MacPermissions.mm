@@ -18,7 +18,7 @@ constexpr auto screenRecording = "the screen recording permission, which a perso
 void MacPermissions::ask() {
     if (!MacAccessibilityTrust().isProcessTrustedWithPrompt())
         std::printf("contracts-macos: lacks %s\n", accessibility);
-    // Titles of other applications' windows are told only with it.
+    // Needed for the titles of other applications' windows.
     if (!CGRequestScreenCaptureAccess()) std::printf("contracts-macos: lacks %s\n", screenRecording);
 }
 

@@ -26,8 +26,8 @@ void wakeForOne() {
     CFRunLoopWakeUp(CFRunLoopGetMain());
 }
 
-// A run loop takes all of its blocks at once and performs them in a row; where the first of them opens an alert, the
-// others would wait for its end. So each one hands the next to the run loop anew.
+// A run loop takes all of its blocks at once and runs them in a row. If the first one opened an alert, the others would
+// wait for its end. So each block passes the next one to the run loop.
 void performOne() {
     Block block;
     {
@@ -50,7 +50,7 @@ void MacStage::serve(const std::function<int()>& tests) {
     std::thread([tests] {
         const int result = tests();
         std::fflush(nullptr);
-        // Without the destructors of what the first thread and the system's own still use.
+        // Without destructors: the first thread and the system's threads still use these objects.
         std::_Exit(result);
     }).detach();
     [application run];

@@ -14,7 +14,7 @@ namespace {
 
 using MacTaps = contracts::ContractTest;
 
-// As the system lists them, disabled ones included: those too slow every key down.
+// As the system lists them, including disabled ones: those too slow down every key press.
 std::vector<CGEventTapInformation> tapsOfThisProcess() {
     std::uint32_t count = 0;
     EXPECT_EQ(CGGetEventTapList(0, nullptr, &count), kCGErrorSuccess);

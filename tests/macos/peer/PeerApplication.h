@@ -4,7 +4,7 @@
 
 #include <filesystem>
 
-/// Writes the key code of each press that reaches the application into a file, one a line. Main thread.
+/// Writes the key code of each press that the application receives into a file, one per line. Main thread.
 @interface PeerApplication : NSApplication
 
 /// From now on.

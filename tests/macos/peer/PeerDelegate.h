@@ -6,10 +6,10 @@
 
 #include "tests/contracts/PeerOptions.h"
 
-/// Opens the windows and decides about the end. Main thread.
+/// Opens the windows and decides when to end. Main thread.
 @interface PeerDelegate : NSObject <NSApplicationDelegate>
 
-/// The keys are recorded into that file from the moment on that the application is in front.
+/// Records the keys into that file as soon as the application is in front.
 - (void)recordKeysInto:(const std::filesystem::path&)file;
 - (void)setOptions:(const vantrel::peer::PeerOptions&)options;
 

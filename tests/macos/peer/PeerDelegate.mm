@@ -18,7 +18,7 @@
 }
 
 - (NSWindow*)windowOf:(const vantrel::peer::PeerWindowOption&)option {
-    // Points from the top left of the primary display, which is the first.
+    // Points count from the top left of the primary display, which is the first.
     const double top = NSScreen.screens[0].frame.size.height;
     const double width = option.width;
     const double height = option.height;

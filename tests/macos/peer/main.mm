@@ -1,6 +1,6 @@
-// An application of the tests' own on a Mac; ContractHost::peerExecutable() lists its arguments, and --records-keys has
-// it write down the keys that it gets. It leaves what it received beside its bundle and ends with its parent, or after
-// two minutes.
+// The tests' own application on a Mac; ContractHost::peerExecutable() lists its arguments, and --records-keys makes it
+// record the keys it receives. It leaves a file with what it received beside its bundle. It ends with its parent, or
+// after two minutes.
 #include <signal.h>
 #include <unistd.h>
 
@@ -17,7 +17,7 @@
 
 namespace {
 
-// Each argument ends with a zero byte. Under another name first: the file appears with all of its contents.
+// Each argument ends with a zero byte. Written under another name first, so that the file appears complete.
 void leaveArguments(const std::filesystem::path& folder, const std::vector<std::string>& arguments) {
     const std::filesystem::path file = folder / ("arguments-" + std::to_string(getpid()));
     const std::filesystem::path unfinished = file.string() + ".new";
@@ -45,7 +45,7 @@ void endWithParent(pid_t parent) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    // Before anybody can see that this one has started, and go.
+    // Read before anybody can see that this process has started, and end.
     const pid_t parent = getppid();
     // .../Google Chrome.app/Contents/MacOS/Google Chrome
     const std::filesystem::path bundle = std::filesystem::path(argv[0]).parent_path().parent_path().parent_path();
@@ -61,7 +61,7 @@ int main(int argc, char** argv) {
     if (options->exitsAtOnce) return 0;
 
     @autoreleasepool {
-        // The first to ask decides of which class the shared application is.
+        // The first caller decides the class of the shared application.
         PeerApplication* application = [PeerApplication sharedApplication];
         PeerDelegate* delegate = [[PeerDelegate alloc] init];
         [delegate setOptions:*options];
