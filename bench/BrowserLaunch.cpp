@@ -1,6 +1,6 @@
-// How long the Linux client takes from the launch of a browser to its confirmed full screen, beside the waits that the
-// rules demand. One line for each run, in milliseconds. bench/browser_launch.py gives it a desktop, a browser and a
-// page.
+// Measures how long the Linux client takes from a browser's launch to its confirmed full screen, without the waits that
+// the rules require. Prints one line for each run, in milliseconds. bench/browser_launch.py provides desktop, browser
+// and page.
 #include <atomic>
 #include <chrono>
 #include <cstdio>
@@ -28,7 +28,7 @@ double milliseconds(Stopwatch::duration duration) {
     return std::chrono::duration<double, std::milli>(duration).count();
 }
 
-/// Sleeps as the computer does and adds up what it was asked for.
+/// Sleeps like the computer and adds up the requested times.
 class CountedSleeps final : public Threads {
   public:
     explicit CountedSleeps(Threads& threads) : threads_(threads) {}
@@ -50,7 +50,7 @@ class CountedSleeps final : public Threads {
     std::atomic<double> slept_ = 0;
 };
 
-/// Keeps the lines to itself: a run is one line.
+/// Prints nothing: a run's output is one line.
 class Silence final : public Log {
   public:
     void print(std::string_view) override {}
@@ -73,7 +73,7 @@ bool fills(const Size& screen, Computer& computer, ProcessIdentifier process) {
     return size != nullptr && *size == screen;
 }
 
-/// Ends the browser on the main thread, as the end of a session does.
+/// Ends the browser on the main thread, like the end of a session.
 void close(LinuxComputer& desktop, const std::shared_ptr<BrowserLauncher>& launcher) {
     std::promise<void> closed;
     desktop.postEvent([&] {
@@ -83,7 +83,7 @@ void close(LinuxComputer& desktop, const std::shared_ptr<BrowserLauncher>& launc
     closed.get_future().wait();
 }
 
-/// Beside the main thread, which turns the event loop. False when the browser did not come to full screen.
+/// Runs on a second thread while the main thread turns the event loop. False if the browser did not reach full screen.
 bool measure(LinuxComputer& desktop, const Size& screen, const std::string& address, int runs) {
     constexpr auto longest = std::chrono::seconds(30);
     Computer computer = desktop.computer();

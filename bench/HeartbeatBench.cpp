@@ -15,7 +15,7 @@ std::shared_ptr<HeartbeatService> makeService(singlethread::SingleThreadComputer
         computer.dispatch, computer.runLoop, computer.clock, computer.dates, computer.log);
 }
 
-/// Draining, building and serialising one heartbeat, up to the hand-over to the URL session.
+/// Draining, building and serialising one heartbeat, until it is passed to the URL session.
 void buildHeartbeat(benchmark::State& state) {
     singlethread::SingleThreadComputer computer;
     const auto service = makeService(computer);
@@ -32,7 +32,7 @@ void buildHeartbeat(benchmark::State& state) {
 }
 BENCHMARK(buildHeartbeat)->Arg(0)->Arg(10)->Arg(1000);
 
-/// Reading one reply of about so many bytes.
+/// Reading one reply of about this many bytes.
 void readReply(benchmark::State& state) {
     singlethread::SingleThreadComputer computer;
     std::string body = R"({"updateAvailable":false,"more":[)";

@@ -1,6 +1,6 @@
-// What the keyboard tap of the Linux client adds to a key press: the time from the server's taking the key to its
-// arrival in the focused window, with no filter, with a plain grab that passes every key on, and with the tap. The
-// three take turns in short blocks. Needs an X11 display of its own: it takes the focus and types.
+// Measures what the Linux client's keyboard tap adds to a key press: the time from the server's receipt of the key to
+// its arrival in the focused window, without a filter, with a plain grab that passes every key on, and with the tap.
+// The three alternate in short blocks. Needs its own X11 display: it takes the focus and types.
 #include <sys/socket.h>
 #include <xcb/xcb.h>
 #include <xcb/xinput.h>
@@ -51,7 +51,7 @@ class Typist {
 
     bool isThere() const { return connection_ != nullptr; }
 
-    /// Microseconds from the press to its arrival; negative when the server has gone.
+    /// Microseconds from the press to its arrival. Negative if the server is gone.
     double type() {
         const auto start = std::chrono::steady_clock::now();
         send(XCB_KEY_PRESS);
@@ -78,7 +78,7 @@ class Typist {
     xcb_window_t window_ = 0;
 };
 
-// As little as a filter can do: every key is passed on.
+// The least that a filter can do: it passes every key on.
 class PlainGrab {
   public:
     PlainGrab() : connection_(X11Connection::open()) {

@@ -16,7 +16,7 @@ namespace {
 constexpr std::uint64_t shift = 0x20000;
 constexpr std::uint64_t command = 0x100000;
 
-/// What somebody types: letters, some of them capital, Return, arrows. Nothing of it is swallowed.
+/// Ordinary typing: letters, some of them capital, Return, arrows. Nothing is swallowed.
 void decideOnTyping(benchmark::State& state) {
     std::array<KeyEvent, 256> keys;
     for (std::size_t i = 0; i < keys.size(); ++i) {
@@ -27,7 +27,7 @@ void decideOnTyping(benchmark::State& state) {
 }
 BENCHMARK(decideOnTyping);
 
-/// Every rule is gone through and none fits: Command with a key that may pass.
+/// Command with a key that may pass: every rule is checked and none applies.
 void decideOnAPassingCommand(benchmark::State& state) {
     KeyEvent key{KeyEventType::keyDown, 43, command | shift};
     for (auto _ : state) {
@@ -46,7 +46,7 @@ void decideOnASwallowedKey(benchmark::State& state) {
 }
 BENCHMARK(decideOnASwallowedKey);
 
-/// A list that does not change; what the system needs to make one is not the client's.
+/// A list that does not change. The system's time for making one is not the client's cost.
 class StillWindowList final : public WindowList {
   public:
     explicit StillWindowList(std::vector<WindowEntry> windows) : windows_(std::move(windows)) {}
@@ -56,7 +56,7 @@ class StillWindowList final : public WindowList {
     const std::vector<WindowEntry> windows_;
 };
 
-/// Hands its timer's block out, to be run at will.
+/// Hands out its timer's block, to be run at will.
 class HandRunLoop final : public RunLoop {
   public:
     std::unique_ptr<Timer> scheduledTimer(double, bool, Block block) override {
@@ -72,7 +72,7 @@ class HandRunLoop final : public RunLoop {
     };
 };
 
-/// The meeting in full screen is the last of the list, as when every other window lies above it.
+/// The meeting in full screen is last in the list, as if every other window were above it.
 std::vector<WindowEntry> windowsAbove(std::int64_t count, ProcessIdentifier browser) {
     std::vector<WindowEntry> windows;
     for (std::int64_t number = 1; number <= count; ++number) {
@@ -89,7 +89,7 @@ std::vector<WindowEntry> windowsAbove(std::int64_t count, ProcessIdentifier brow
     return windows;
 }
 
-/// One tick of a faultless meeting. The rest of the Mac is a virtual one: its calls cost a constant a tick.
+/// One tick of a faultless meeting. The rest of the Mac is virtual; its calls add a constant to each tick.
 void tick(benchmark::State& state) {
     virtualmac::VirtualMac mac;
     virtualmac::ApplicationDescription chrome;

@@ -23,7 +23,7 @@ WindowDiscovery::Windows windowsOfOthers(std::int64_t count) {
     return windows;
 }
 
-/// One look at a list in which nothing is new: the number of every window is looked up.
+/// One look at a list with nothing new: the number of every window is looked up.
 void lookWhenNothingIsNew(benchmark::State& state) {
     const auto windows = windowsOfOthers(state.range(0));
     const auto known = WindowDiscovery::numbers(windows);
@@ -32,7 +32,7 @@ void lookWhenNothingIsNew(benchmark::State& state) {
 }
 BENCHMARK(lookWhenNothingIsNew)->Arg(10)->Arg(300)->Arg(3000);
 
-/// One look at a list in which everything is new and nothing belongs to the browser: every owner is compared.
+/// One look at a list in which every window is new and none belongs to the browser: every owner is compared.
 void lookWhenEverythingIsNew(benchmark::State& state) {
     const auto windows = windowsOfOthers(state.range(0));
     for (auto _ : state) benchmark::DoNotOptimize(WindowDiscovery::newWindow(windows, {}, 9999, "Google Chrome"));
@@ -40,7 +40,7 @@ void lookWhenEverythingIsNew(benchmark::State& state) {
 }
 BENCHMARK(lookWhenEverythingIsNew)->Arg(10)->Arg(300)->Arg(3000);
 
-/// The windows before the launch, once a session.
+/// The windows before the launch, once per session.
 void collectKnownNumbers(benchmark::State& state) {
     const auto windows = windowsOfOthers(state.range(0));
     for (auto _ : state) benchmark::DoNotOptimize(WindowDiscovery::numbers(windows));

@@ -1,4 +1,5 @@
-"""The time from the launch of a real Chromium to its confirmed full screen: ten runs on a desktop of their own.
+"""Measures the time from the launch of a real Chromium to its confirmed full screen, in ten runs on a desktop of
+their own.
 
 Build first: script/build bench browser-launch vantrel-practice
 """

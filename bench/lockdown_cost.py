@@ -1,6 +1,8 @@
-"""What a lockdown costs the Linux client: CPU time, wake-ups and memory while it stands, and memory over ten of them.
+"""What a lockdown costs the Linux client: CPU time, wake-ups and memory while it stands, and memory over ten of
+them.
 
-lockdown_cost.py [MINUTES] builds nothing: script/build debug vantrel vantrel-practice before it. Prints two tables.
+lockdown_cost.py [MINUTES] prints two tables. It builds nothing; first run: script/build debug vantrel
+vantrel-practice
 """
 
 import pathlib
@@ -23,7 +25,7 @@ TICKS = 100
 
 
 def descendants(process):
-    """The process and its keyboard guard; the browser is not the client's cost."""
+    """The process and its keyboard guard. The browser is not the client's cost."""
     found = [process]
     for folder in pathlib.Path("/proc").iterdir():
         try:
@@ -36,7 +38,7 @@ def descendants(process):
 
 
 def cost(process):
-    """(CPU seconds, times woken, KiB of memory, shared memory divided by those who share it)."""
+    """(CPU seconds, wake-ups, KiB of memory). Shared memory is divided by the number of its users."""
     cpu = woken = memory = 0
     for each in descendants(process):
         fields = pathlib.Path(f"/proc/{each}/stat").read_text().rpartition(")")[2].split()

@@ -30,7 +30,7 @@ void require(bool held, const char* property) {
 
 namespace {
 
-/// A NUL byte ends the text for this parser; in JSON it stands nowhere.
+/// This parser ends the text at a NUL byte, which valid JSON never contains.
 nlohmann::json parsed(const std::string& body) {
     if (body.find('\0') != std::string::npos) return nlohmann::json(nlohmann::json::value_t::discarded);
     return nlohmann::json::parse(body, nullptr, false);

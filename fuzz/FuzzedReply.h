@@ -8,17 +8,17 @@
 
 namespace vantrel::fuzz {
 
-/// A reply out of any bytes: the first one chooses between a failure, a response that is not HTTP, and a status; the
-/// rest is the body.
+/// A reply made from any bytes. The first byte chooses between a failure, a response that is not HTTP, and a status;
+/// the rest is the body.
 URLReply fuzzedReply(const std::uint8_t* data, std::size_t size);
 
-/// Ends the process loudly when a property does not hold.
+/// Ends the process with a message if a property does not hold.
 void require(bool held, const char* property);
 
-/// What the body holds, read by a parser in another way than the client's; see the properties.
+/// The body's contents, read by a different parser from the client's, to compare.
 struct Reference {
     bool isObject = false;
-    /// Nested so little that both parsers take it.
+    /// Nested so little that both parsers accept it.
     bool isShallow = false;
 
     explicit Reference(const URLReply& reply);

@@ -4,7 +4,7 @@
 
 using namespace vantrel;
 
-/// Any bytes as a heartbeat's reply: the session ends for the boolean true, and for nothing else.
+/// Any bytes as a heartbeat's reply: only the boolean true ends the session.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     singlethread::SingleThreadComputer computer;
     const auto reply = fuzz::fuzzedReply(data, size);

@@ -4,7 +4,7 @@
 
 using namespace vantrel;
 
-/// Any bytes as the join's reply: the three strings, or a message of the table.
+/// Any bytes as the join's reply: the result is the three strings, or a message of the table.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     singlethread::SingleThreadComputer computer;
     const auto reply = fuzz::fuzzedReply(data, size);

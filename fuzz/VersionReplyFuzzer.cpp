@@ -4,7 +4,7 @@
 
 using namespace vantrel;
 
-/// Any bytes as the version check's reply: an offer for the boolean true, and for nothing else.
+/// Any bytes as the version check's reply: only the boolean true gives an offer.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     singlethread::SingleThreadComputer computer;
     const auto reply = fuzz::fuzzedReply(data, size);

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""check_page.py PAGE: whether the page is a well-formed description."""
+"""check_page.py PAGE: checks that the page is a well-formed description."""
 import sys
 
 import server_api

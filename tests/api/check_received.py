@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""check_received.py PAGE SOURCE: whether every request that a practice server received is allowed by the page.
+"""check_received.py PAGE SOURCE: checks that the page allows every request that a practice server received.
 
-SOURCE is a file with the reply of GET /control/received, or the address of a server that still runs, http://HOST:PORT.
+SOURCE is a file with the reply of GET /control/received, or the address of a running server, http://HOST:PORT.
 """
 import json
 import pathlib

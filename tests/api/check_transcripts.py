@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""check_transcripts.py PAGE FOLDER: whether every request in the folder's transcripts is allowed by the page."""
+"""check_transcripts.py PAGE FOLDER: checks that the page allows every request in the folder's transcripts."""
 import collections
 import pathlib
 import sys

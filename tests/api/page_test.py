@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""page_test.py PAGE: that the judge objects. What is right passes; each of many slips is refused."""
+"""page_test.py PAGE: tests the checks themselves. Correct messages pass; each of many mistakes is refused."""
 import contextlib
 import copy
 import io

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""practice_test.py PROGRAM PAGE: the practice server's replies, refusals included, held against the page."""
+"""practice_test.py PROGRAM PAGE: checks the practice server's replies, including refusals, against the page."""
 import http.client
 import json
 import pathlib
@@ -62,7 +62,7 @@ class PracticeServer(unittest.TestCase):
         return Reply(reply.status, reply.getheader("Content-Type"), reply.read())
 
     def hold(self, status, method, target, value=None):
-        """The reply's value, once its status is that one and the page allows it."""
+        """Checks the reply's status, and the reply against the page. Returns its value."""
         reply = self.ask(method, target, value)
         self.assertEqual(reply.status, status, reply)
         self.assertEqual(self.api.reply_problems(method, target, reply, listed=True), [], reply)

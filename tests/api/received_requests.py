@@ -1,4 +1,4 @@
-"""What the practice server received, as requests for the page to judge."""
+"""The requests that the practice server received, to be checked against the page."""
 import base64
 
 from server_api import Request
@@ -10,7 +10,7 @@ TRANSPORT_HEADERS = {
 
 
 def is_the_browsers(exchange):
-    """The meeting's page is opened by a browser, not by the client."""
+    """A browser, not the client, opens the meeting's page."""
     return exchange["method"] == "GET" and exchange["path"].startswith("/meet/")
 
 

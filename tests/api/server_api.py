@@ -1,4 +1,4 @@
-"""docs/server-api.yaml as a judge of requests and replies. Needs python3-yaml and python3-jsonschema."""
+"""Checks requests and replies against docs/server-api.yaml. Needs python3-yaml and python3-jsonschema."""
 import json
 import pathlib
 import re
@@ -50,7 +50,7 @@ _Validator = jsonschema.validators.extend(jsonschema.Draft202012Validator, {"pat
 
 
 def read_json(text):
-    """The value of strict JSON; ValueError otherwise, also for a key that stands twice and for NaN."""
+    """The value of strict JSON. Otherwise ValueError, also for a repeated key and for NaN."""
 
     def object_of(pairs):
         if len({key for key, _ in pairs}) != len(pairs):
@@ -73,17 +73,17 @@ class ServerApi:
         return ServerApi(yaml.safe_load(pathlib.Path(path).read_text(encoding="utf-8")))
 
     def operations(self):
-        """(template, method, operationId) of each."""
+        """(template, method, operationId) of each operation."""
         return [(template, method, item[method]["operationId"])
                 for template, item in self.page["paths"].items() for method in item if method != "parameters"]
 
     def operation_name(self, request):
-        """The operationId of what is asked; none when it is not on the page."""
+        """The operationId of a request. None if it is not on the page."""
         operation = self._operation(request.method, request.target.partition("?")[0])
         return operation and operation.name
 
     def request_problems(self, request):
-        """What is wrong with a request, as a list of texts; empty when the page allows it."""
+        """The mistakes in a request, as a list of texts. Empty if the page allows it."""
         path, _, query = request.target.partition("?")
         operation = self._operation(request.method, path)
         if operation is None:
@@ -103,8 +103,8 @@ class ServerApi:
         return problems
 
     def reply_problems(self, method, target, reply, listed=False):
-        """What is wrong with the reply to a request. `listed`: its status has to stand on the page, "default" will not
-        do."""
+        """The mistakes in the reply to a request. `listed`: its status must be on the page itself; "default" is not
+        enough."""
         operation = self._operation(method, target.partition("?")[0])
         if operation is None:
             return [f"{method} {target} is not on the page"]
@@ -121,7 +121,7 @@ class ServerApi:
         return self._body_problems(reply.body, response["content"]["application/json"]["schema"])
 
     def page_problems(self):
-        """What is wrong with the page itself."""
+        """The mistakes in the page itself."""
         schema = json.loads(pathlib.Path(__file__).with_name("openapi.schema.json").read_text(encoding="utf-8"))
         jsonschema.Draft202012Validator.check_schema(schema)
         found = [f"{error.json_path}: {error.message}" for error in _Validator(schema).iter_errors(self.page)]
@@ -186,7 +186,7 @@ class ServerApi:
         return problems
 
     def _schemas(self):
-        """Every schema, also those within schemas, with its place."""
+        """Every schema, including nested ones, with its place."""
         for place, node in _nodes(self.page["paths"], "$.paths"):
             if isinstance(node, dict) and "schema" in node:
                 yield from _schemas_within(f"{place}.schema", node["schema"])

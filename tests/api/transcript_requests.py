@@ -1,4 +1,4 @@
-"""The requests of a rehearsal's transcript, for the page to judge. docs/rehearsals.md tells the form."""
+"""The requests in a rehearsal's transcript, to be checked against the page. docs/rehearsals.md describes the format."""
 import re
 from typing import NamedTuple
 
@@ -23,7 +23,7 @@ class Found(NamedTuple):
 
 
 def requests(text):
-    """Every request of the client, in order. What follows a redirect is the platform's and not among them."""
+    """Every request of the client, in order. Requests that follow a redirect are the platform's and left out."""
     found, bases = [], set()
     for line, kind, lines in _entries(text):
         typed = re.fullmatch(r'(?:serverUrlField: |types into serverUrlField: |vt_serverURL = )"(.*)"', lines[0])

@@ -1,4 +1,5 @@
-"""reported_violation_test.py SERVER CLIENT PICTURE: a violation that the client reports over real HTTP is on the trainer's page."""
+"""reported_violation_test.py SERVER CLIENT PICTURE: a violation that the client reports over real HTTP is on the
+trainer's page."""
 
 import json
 import os

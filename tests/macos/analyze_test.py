@@ -1,4 +1,4 @@
-"""The static analyzer finds what it is there to find."""
+"""The static analyzer finds the mistakes that it must find."""
 
 import pathlib
 import tempfile

@@ -1,4 +1,4 @@
-"""The check of the cross-built bundle finds what it is there to find."""
+"""The check of the cross-built bundle finds the mistakes that it must find."""
 
 import pathlib
 import plistlib
@@ -26,7 +26,7 @@ def edit_plist(bundle, change):
 
 
 def edit_icon(bundle, kind, change):
-    """Puts what `change` makes of the kind and its picture in their place."""
+    """Replaces each kind and its picture with the result of `change`."""
     path = bundle / ICON
     data = path.read_bytes()
     at = data.index(kind)
@@ -37,7 +37,7 @@ def edit_icon(bundle, kind, change):
 
 
 def empty(picture):
-    """A whole one of the same size in which nothing is to be seen."""
+    """A valid picture of the same size that shows nothing."""
     def chunk(kind, body):
         return struct.pack(">I", len(body)) + kind + body + struct.pack(">I", zlib.crc32(kind + body))
 
@@ -47,14 +47,14 @@ def empty(picture):
 
 
 def link(bundle, name):
-    """The same file by way of a link."""
+    """The same file, but through a link."""
     path = bundle / name
     path.rename(bundle.parent / path.name)
     path.symlink_to(bundle.parent / path.name)
 
 
 def slice_at(data, architecture):
-    """Where the slice begins in the universal file, and how long it is."""
+    """The slice's offset in the universal file, and its length."""
     for index in range(struct.unpack_from(">I", data, 4)[0]):
         cpu, _, offset, size, _ = struct.unpack_from(">5I", data, 8 + 20 * index)
         if macho.CPU[cpu] == architecture:
@@ -70,7 +70,7 @@ def edit_executable(bundle, change):
 
 
 def replace(data, architecture, old, new):
-    """In one slice, the first time."""
+    """In one slice, the first occurrence only."""
     assert len(old) == len(new)
     offset, size = slice_at(data, architecture)
     at = data.index(old, offset, offset + size)
@@ -88,7 +88,7 @@ def command(data, architecture, kind):
 
 
 def symbol_at(data, architecture, name):
-    """Where the symbol's entry begins."""
+    """The offset of the symbol's entry."""
     offset, _ = slice_at(data, architecture)
     table, count, strings, size = struct.unpack_from("<4I", data, command(data, architecture, macho.LC_SYMTAB) + 8)
     text = data.index(b"\0" + name + b"\0", offset + strings, offset + strings + size) + 1 - offset - strings

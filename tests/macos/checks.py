@@ -1,4 +1,4 @@
-"""What the tests of the macOS checks share."""
+"""Shared by the tests of the macOS checks."""
 
 import pathlib
 import subprocess
@@ -16,7 +16,7 @@ sys.path.insert(0, str(PACKAGING / "tools"))
 
 
 def prepare():
-    """The tools, or the exit code of a skipped test."""
+    """The tools, or exits with the code of a skipped test."""
     code = subprocess.run([ROOT / "script/macos-tools"], check=False).returncode
     if code:
         sys.exit(code)

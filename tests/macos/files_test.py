@@ -1,6 +1,6 @@
-"""The files that say what the client is to the system and what it may do, held against what they are to say.
+"""Checks the files that tell the system what the client is and what it may do.
 
-Needs neither the tools nor a build. Each check is shown to find mistakes first.
+Needs neither the tools nor a build. Each check is first shown to find mistakes.
 """
 
 import copy

@@ -1,4 +1,4 @@
-"""The check of the framework headers' names finds what it is there to find."""
+"""The check of the framework headers' names finds the mistakes that it must find."""
 
 import pathlib
 import shutil
@@ -58,14 +58,14 @@ MISTAKES = [
     ("AppKit", "NSCursor.h", "@interface NSCursor", "@interface NSPointer", "NSPointer is not listed"),
     ("AppKit", "NSStatusItem.h", "@interface NSStatusItem : NSObject", "@interface NSStatusItem : NSView",
      "NSStatusItem inherits from NSView, the listing says NSObject"),
-    # One of the class's ancestors, but not the next.
+    # An ancestor of the class, but not its superclass.
     ("AppKit", "NSButton.h", "@interface NSButton : NSControl", "@interface NSButton : NSObject",
      "NSButton inherits from NSObject, the listing says NSControl"),
 ]
 
 
 def complaints(frameworks, listing, folder):
-    """Reads the headers of `frameworks` in place of the tree's own."""
+    """Reads the headers of `frameworks` instead of the tree's own."""
     result = clang("-Wno-everything", "-F", str(frameworks), "-fsyntax-only", "-Xclang", "-ast-dump=json",
                    str(WORK / "every-framework.mm"))
     tree = folder / "tree.json"

@@ -1,7 +1,7 @@
-"""What the sources say of CoreFoundation objects that they are given, held against the names of the calls that give them.
+"""Compares how the sources label CoreFoundation objects with the names of the calls that return them.
 
-The analyzer does not look through CFReference: by its labels it would believe anything. Needs neither the tools nor a
-build. Every label is exchanged for each of the others first, which has to be found.
+The analyzer does not look through CFReference, so it would believe any label. Needs neither the tools nor a build.
+Every label is first replaced by each of the others, which the check must find.
 """
 
 import re
@@ -15,7 +15,7 @@ OWNING = re.compile(r"\b(?:AX|CF|CG)\w*?(Create|Copy)\w*\(")
 
 
 def argument(text, start):
-    """What stands between the bracket before `start` and the one that closes it."""
+    """The text between the bracket before `start` and its closing bracket."""
     depth, at = 1, start
     while depth:
         depth += {"(": 1, ")": -1}.get(text[at], 0)

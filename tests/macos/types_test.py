@@ -1,4 +1,4 @@
-"""The type check finds what it is there to find."""
+"""The type check finds the mistakes that it must find."""
 
 import pathlib
 import tempfile

@@ -1,5 +1,5 @@
-// What nearly every source reads, read once for all of them by script/macos-tools. That each file includes what it uses
-// is what the builds show; what none of them compiles is checked without this.
+// Headers that nearly every source reads, precompiled once for all of them by script/macos-tools. The builds show that
+// each file includes what it uses; files that no build compiles are checked without this header.
 #include <gtest/gtest.h>
 
 #include <algorithm>

@@ -1,5 +1,5 @@
-# Builds for macOS on Linux, without Apple's SDK: a pinned compiler with Darwin's C headers, the framework headers of
-# packaging/macos/declarations and link stubs made from them. script/package-macos sets what is asked for here.
+# Builds for macOS on Linux without Apple's SDK, with a pinned compiler that has Darwin's C headers, the framework
+# headers of packaging/macos/declarations, and link stubs made from them. script/package-macos sets these variables:
 #
 #   VANTREL_MAC_ARCH      aarch64 or x86_64
 #   VANTREL_MAC_COMPILER  the compiler's driver
@@ -23,13 +23,13 @@ foreach(language CXX OBJCXX)
 endforeach()
 foreach(language C CXX OBJC OBJCXX)
   set(CMAKE_${language}_COMPILER_TARGET ${VANTREL_MAC_ARCH}-macos.${VANTREL_MAC_MINIMUM})
-  # The driver turns its undefined-behaviour traps on by itself in debug builds; they need a runtime of its own.
+  # In debug builds the driver turns on undefined-behaviour traps, which need its own runtime.
   set(CMAKE_${language}_FLAGS_INIT
     "-fno-sanitize=undefined -Wno-unused-command-line-argument -F ${VANTREL_MAC_SDK}/System/Library/Frameworks")
 endforeach()
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-L ${VANTREL_MAC_SDK}/usr/lib -Wl,-headerpad_max_install_names")
 
-# The driver takes architecture, system and version from the target; CMake's own flags for Apple's compiler stay away.
+# The driver takes architecture, system and version from the target, so clear CMake's own flags for Apple's compiler.
 set(CMAKE_OSX_SYSROOT "" CACHE STRING "" FORCE)
 set(CMAKE_OSX_ARCHITECTURES "" CACHE STRING "" FORCE)
 set(CMAKE_OSX_DEPLOYMENT_TARGET "" CACHE STRING "" FORCE)

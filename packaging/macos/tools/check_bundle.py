@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """check_bundle.py BUNDLE TREE COMPILER-SYMBOLS SYSTEM-SYMBOLS: checks that a cross-built Vantrel.app is whole.
 
-TREE is Clang's syntax tree of the framework headers; SYSTEM-SYMBOLS lists what may be asked of libSystem.
+TREE is Clang's syntax tree of the framework headers; SYSTEM-SYMBOLS lists the symbols that libSystem may be asked
+for.
 """
 
 import pathlib
@@ -17,12 +18,12 @@ from make_stubs import libraries
 ROOT = pathlib.Path(__file__).resolve().parents[3]
 VERSION = re.search(r"^project\(vantrel VERSION ([\d.]+) ", (ROOT / "CMakeLists.txt").read_text("utf-8"), re.M)[1]
 MINIMUM = "13.3"
-# What the linker takes it from when it signs ad hoc.
+# The linker takes the identifier of an ad hoc signature from this name.
 SIGNED_AS = "Vantrel"
 LIB_SYSTEM = "/usr/lib/libSystem.B.dylib"
 FRAMEWORKS = {"AppKit", "ApplicationServices", "AVFoundation", "CFNetwork", "CoreFoundation", "CoreGraphics",
               "Foundation"}
-# All of it: a key too many changes how the system treats the application.
+# The complete contents: one key too many changes how the system treats the application.
 PLIST = {
     "CFBundleDevelopmentRegion": "it",
     "CFBundleDisplayName": "Vantrel",
@@ -52,15 +53,15 @@ PLIST = {
 }
 FOLDERS = {"Contents", "Contents/MacOS", "Contents/Resources"}
 FILES = {"Contents/Info.plist", "Contents/MacOS/Vantrel", "Contents/Resources/Vantrel.icns"}
-# Classes of the client's own that the system finds by name or that stand for a rule.
+# The client's own classes that the system finds by name or that a rule requires.
 CLASSES = {"BlackoutWindow", "BlackoutContentView"}
-# The kinds of pictures that the system takes from an icon, and their width in pixels.
+# The kinds of pictures that the system takes from an icon, and their widths in pixels.
 ICON = {b"ic07": 128, b"ic08": 256, b"ic09": 512, b"ic10": 1024, b"ic11": 32, b"ic12": 64, b"ic13": 256, b"ic14": 512}
 SUBTYPES = {"arm64": 0, "x86_64": 3}
 
 
 def alike(one, other):
-    """Whether both would be written alike, which tells True from 1."""
+    """Whether both would be written alike. Distinguishes True from 1."""
     return plistlib.dumps([one]) == plistlib.dumps([other])
 
 
@@ -75,7 +76,7 @@ def property_list_problems(found):
 
 
 def picture_width(picture):
-    """The width of a square PNG picture that is whole and shows something."""
+    """The width of a square PNG picture that is complete and shows something."""
     if picture[:8] != b"\x89PNG\r\n\x1a\n":
         raise ValueError("no PNG picture")
     chunks, at = [], 8
@@ -92,7 +93,7 @@ def picture_width(picture):
     pixels = zlib.decompress(b"".join(data for kind, data in chunks if kind == b"IDAT"))
     if len(pixels) != height * (1 + 4 * width):
         raise ValueError("a picture that is not whole")
-    # Each row begins with the number of its filter; with an empty picture there is nothing else.
+    # Each row begins with its filter's number. An empty picture contains nothing else.
     if not pixels.translate(None, bytes(range(5))):
         raise ValueError("an empty picture")
     return width
@@ -136,7 +137,7 @@ class Check:
         with open(self.bundle / "Contents/Info.plist", "rb") as file:
             try:
                 found = plistlib.load(file)
-            except Exception as error:  # The library names no class for all that it throws.
+            except Exception as error:  # The library does not document all the classes that it throws.
                 self.say(f"Info.plist cannot be read: {error}")
                 return
         for problem in property_list_problems(found):
@@ -213,13 +214,13 @@ class Check:
                     say(f"{symbol.name} of libSystem is not in the list: add it if macOS {MINIMUM} has it")
             elif symbol.library not in self.known or symbol.name not in self.known[symbol.library].all():
                 say(f"{symbol.name} is not known in {symbol.library}")
-        # The loader goes by the bindings alone.
+        # The loader uses only the bindings.
         for symbol in sorted(set(found.bound.values()) - set(found.undefined)):
             say(f"the loader looks for {symbol.name} in {symbol.library}, of which the symbol table knows nothing")
         for address, symbol in sorted(found.expected.items()):
             if found.bound.get(address) != symbol:
                 say(f"the loader does not put {symbol.name} where the code looks for it")
-        # The linker leaves names of C functions behind with whose callers it did away, but of no classes.
+        # The linker leaves names of C functions whose callers it has removed, but none of classes.
         for symbol in sorted(set(found.undefined) - set(found.bound.values())):
             if symbol.name.startswith("_OBJC_"):
                 say(f"the loader does not look for {symbol.name}")
@@ -242,7 +243,7 @@ class Check:
 
 def system_symbols(path):
     lines = path.read_text(encoding="utf-8").splitlines()
-    # What binds functions at their first call is no C function and has no underscore.
+    # The function that binds others at their first call is not a C function and has no underscore.
     return {"_" + line.strip() for line in lines if line.strip() and not line.startswith("#")} | {"dyld_stub_binder"}
 
 

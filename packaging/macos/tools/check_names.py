@@ -1,12 +1,12 @@
 #!/usr/bin/env python3
-"""check_names.py TREE LISTING: holds the hand-written framework headers against the public listing of the real ones.
+"""check_names.py TREE LISTING: compares the hand-written framework headers with the public listing of the real ones.
 
-TREE is Clang's syntax tree of a file that imports every header, LISTING the unpacked package. Compared are the names of
-classes, selectors, properties, functions and constants, what is a class's own and what an instance's, what is
-read-only, superclasses, the number and the coarse kind of parameters and results, and the values of enumerators.
+TREE is Clang's syntax tree of a file that imports every header, LISTING the unpacked package. Compares the names of
+classes, selectors, properties, functions and constants, class and instance members, read-only properties,
+superclasses, the number and the coarse kind of parameters and results, and the values of enumerators.
 
-Not seen, since the listing does not tell: widths of numbers, nullability, ownership, availability, the values of
-constants that belong to no enumeration, and macros. Those are held against the public documentation by reading.
+The listing does not contain, so this cannot check: widths of numbers, nullability, ownership, availability, the
+values of constants outside enumerations, and macros. A reader compares those with the public documentation.
 """
 
 import re
@@ -15,10 +15,10 @@ import sys
 import declared
 from listing import Listing
 
-# Enumerators whose names do not begin like their type.
+# Enumerators whose names do not begin with their type's name.
 PREFIXES = {"NSAutoresizingMaskOptions": "NSView", "CGEventFlags": "kCGEventFlagMask"}
 GENERICS = ("ObjectType", "KeyType", "KeyType<NSCopying>")
-# Declared without a name of their own in the listing, each for a reason.
+# Names that the listing lacks, each for a reason.
 ELSEWHERE = {
     # Inline or macros in the real headers.
     "CFBridgingRelease", "CFBridgingRetain", "NSMakeRange", "NSMakePoint", "NSMakeSize", "NSMakeRect", "CGPointMake",
@@ -27,7 +27,7 @@ ELSEWHERE = {
 
 
 def plain(text):
-    """A type without what the listing does not know: nullability, ownership, availability, qualifiers."""
+    """A type without what the listing does not contain: nullability, ownership, availability, qualifiers."""
     text = re.sub(r"API_AVAILABLE\(macos\([\d.]+\)\)", "", text)
     text = re.sub(r"NS_RETURNS_INNER_POINTER|NS_DESIGNATED_INITIALIZER", "", text)
     text = re.sub(r"\b_(Nonnull|Nullable|Null_unspecified)\b", "", text)
@@ -37,7 +37,7 @@ def plain(text):
 
 
 class Kinds:
-    """What the listing may say for a type of the headers."""
+    """What the listing may show for a type of the headers."""
 
     NUMBERS = {"int", "unsigned int", "long", "unsigned long", "long long", "unsigned long long", "double", "float",
                "short", "unsigned short", "unsigned char", "signed char", "char"}
@@ -53,7 +53,7 @@ class Kinds:
             return {"function"}
         if text in parameters:
             return {"interop.Object", *re.findall(r"\w+", text)}
-        # A typedef with an enumeration of the same name in the listing is known by that name.
+        # If the listing has an enumeration with the typedef's name, it uses that name.
         if text in self.listing.enumerations:
             return {f"interop.Enum<typeof {text}>"}
         if text in ("BOOL", "bool"):
@@ -91,7 +91,7 @@ class Kinds:
 
     @staticmethod
     def listed(text):
-        """One kind for what the listing says."""
+        """The kind of a type in the listing."""
         text = text.strip()
         if re.match(r"^\(.*\) => ", text) or re.match(r"^\(\) => ", text):
             return "function"
@@ -105,7 +105,7 @@ class Kinds:
 
 
 def split_parameters(text):
-    """'<T>(a: A, b: (p1: B) => void): R' into [A, (p1: B) => void] and R."""
+    """Splits '<T>(a: A, b: (p1: B) => void): R' into [A, (p1: B) => void] and R."""
     start = depth = 0
     while text[start] != "(" or depth:
         depth += {"<": 1, ">": -1 if text[start - 1] != "=" else 0}.get(text[start], 0)
@@ -144,7 +144,7 @@ class Check:
             return True
         if kinds & {"this", "InstanceType<This>"} and listed == owner:
             return True
-        # A class of a result may be declared more loosely or more strictly than it is listed.
+        # A class as a result may be declared more loosely or more strictly than in the listing.
         return listed == "this" and owner in kinds
 
     def signature(self, place, what, result, parameters, listed, generics=(), owner=""):
@@ -174,7 +174,7 @@ class Check:
             self.say(type_.place, f"{type_.name} is not listed")
             return
         if type_.kind == "ObjCInterfaceDecl":
-            # What a class extends is listed before what it adopts.
+            # The listing puts the superclass before the protocols.
             superclass = next(iter(self.listing.bases[name]), "")
             if type_.superclass != superclass:
                 self.say(type_.place, f"{type_.name} inherits from {type_.superclass or 'nothing'}, "
@@ -198,7 +198,7 @@ class Check:
             return f"{what} is listed as {'an instance' if member.is_class else 'a class'} method"
         problems = []
         for entry in mine:
-            # Some methods without parameters are listed as properties.
+            # The listing shows some methods without parameters as properties.
             text = entry.text if entry.is_method else "()" + entry.text
             problems.append(self.signature(member.place, what, member.result, member.parameters, text, GENERICS,
                                            owner))
@@ -233,7 +233,7 @@ class Check:
             self.say(function.place, f"{function.name}() is not listed")
             return
         problem = self.signature(function.place, f"{function.name}()", function.result, function.parameters, listed)
-        # A variadic function's further values are not listed.
+        # The listing omits a variadic function's further arguments.
         if problem:
             self.say(function.place, problem)
 
@@ -274,7 +274,7 @@ class Check:
 
     @staticmethod
     def belongs(before, after, type_name):
-        """Whether what stands around a listed name is a piece of the type's name."""
+        """Whether the text around a listed name is part of the type's name."""
         if PREFIXES.get(type_name) == before:
             return after == ""
         before = re.sub(r"^k(?=[A-Z])", "", before)

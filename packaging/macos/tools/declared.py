@@ -64,7 +64,7 @@ class Declarations:
     functions: list = dataclasses.field(default_factory=list)
     variables: list = dataclasses.field(default_factory=list)
     enumerations: list = dataclasses.field(default_factory=list)
-    # What each typedef name stands for, of the headers themselves and of the system's C headers.
+    # The meaning of each typedef name, in the headers themselves and in the system's C headers.
     typedefs: dict = dataclasses.field(default_factory=dict)
 
     def count(self):
@@ -91,7 +91,7 @@ def _value(node):
 class _Reader:
     def __init__(self):
         self.declarations = Declarations()
-        # The tree names a file and a line only where they differ from the last ones named, wherever that was.
+        # The tree names a file or a line only if it differs from the last one named anywhere before.
         self.file = ""
         self.line = 0
         self.last_typedef = None
@@ -110,11 +110,11 @@ class _Reader:
                 self._follow(value)
 
     def _place(self, node):
-        """Reads the node's own location and says where it is: the framework and file:line."""
+        """Reads the node's own location and returns it as framework and file:line."""
         location = node.get("loc", {})
         self._follow(location)
         file, line = self.file, self.line
-        # A declaration that a macro opens stands where the macro was used.
+        # A declaration that begins in a macro has the location where the macro was used.
         if "expansionLoc" in location:
             file = location["expansionLoc"].get("file", file)
         framework = re.search(r"/(\w+)\.framework/Headers/", file)
@@ -141,7 +141,7 @@ class _Reader:
         inner = node.get("inner", [])
         if kind in ("ObjCInterfaceDecl", "ObjCProtocolDecl", "ObjCCategoryDecl"):
             if node["range"]["end"].get("tokLen") != len("end"):
-                return  # A forward declaration: a whole one closes with @end.
+                return  # A forward declaration: a complete one closes with @end.
             name = node["interface"]["name"] if kind == "ObjCCategoryDecl" else node["name"]
             superclass = node.get("super", {}).get("name", "")
             members = [self._member(child, place) for child in inner if not child.get("isImplicit")]
@@ -166,7 +166,7 @@ class _Reader:
                     last = last + 1 if value is None else value
                     values[child["name"]] = last
             if values:
-                # An option set is a typedef with an unnamed enumeration right behind it.
+                # An option set is a typedef followed directly by an unnamed enumeration.
                 self.declarations.enumerations.append(
                     Enumeration(node.get("name") or self.last_typedef or "", values, framework, place))
 

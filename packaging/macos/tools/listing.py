@@ -1,7 +1,7 @@
-"""The public listing of Apple's frameworks that the names are held against: typings, and the selectors beside them.
+"""The public listing of Apple's frameworks for the comparison of names: typings, with the selectors beside them.
 
-The typings (*.d.ts) join a selector into one word (setFrame:display: is setFrameDisplay) and tell types only coarsely;
-the library that comes with them holds every selector to the letter.
+The typings (*.d.ts) join a selector into one word (setFrame:display: is setFrameDisplay) and know types only
+coarsely. The library beside them contains every selector exactly.
 """
 
 import dataclasses
@@ -11,7 +11,7 @@ import re
 
 @dataclasses.dataclass
 class Entry:
-    """A member of a class: how it is typed, and whether it is the class's own and may be written."""
+    """A member of a class: its type, whether it belongs to the class or the instance, and whether it may be written."""
 
     text: str
     is_class: bool
@@ -72,7 +72,7 @@ class Listing:
         members.setdefault(name, []).append(Entry(rest, bool(static), rest[0] in "<(", bool(readonly)))
 
     def members(self, type_name, name, seen=()):
-        """The entries of that name, of the type itself, what it extends and what it adopts."""
+        """The entries with that name, of the type itself, its superclasses and its protocols."""
         if type_name in seen:
             return []
         found = list(self.classes.get(type_name, {}).get(name, []))

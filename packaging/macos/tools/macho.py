@@ -1,4 +1,4 @@
-"""Reads what the checks ask of a Mach-O executable: slices, load commands, symbols, bindings, the code signature."""
+"""Reads what the checks need from a Mach-O executable: slices, load commands, symbols, bindings, the code signature."""
 
 import dataclasses
 import hashlib
@@ -27,7 +27,7 @@ PLATFORM_MACOS = 1
 
 WRITE, EXECUTE = 2, 4
 N_WEAK_REF = 0x40
-# Sections of pointers to symbols, those that are bound at the first call included.
+# Sections of pointers to symbols, including symbols bound at their first call.
 POINTERS = {6, 7}
 
 
@@ -48,7 +48,7 @@ class Section:
 
 @dataclasses.dataclass
 class Segment:
-    """With the protection that it has, and the most that it may be given."""
+    """With its protection, and the most that it may be given."""
 
     address: int
     span: int
@@ -60,7 +60,7 @@ class Segment:
 
 @dataclasses.dataclass(frozen=True, order=True)
 class Undefined:
-    """What another library has to have. If it is weak, the loader goes on without it."""
+    """What another library must provide. If it is weak, the loader continues without it."""
 
     name: str
     library: str
@@ -71,7 +71,7 @@ class Undefined:
 class Slice:
     architecture: str
     data: bytes
-    # Of the processor: as the universal file says, and as the slice does.
+    # The processor's subtype in the universal file, and in the slice.
     subtypes: tuple = ()
     file_type: int = 0
     flags: int = 0
@@ -83,11 +83,11 @@ class Slice:
     segments: dict = dataclasses.field(default_factory=dict)
     sections: list = dataclasses.field(default_factory=list)
     entry: int = -1
-    # The symbol table's.
+    # From the symbol table.
     undefined: list = dataclasses.field(default_factory=list)
     defined: set = dataclasses.field(default_factory=set)
-    # By the pointer's address: what the code takes to be there, and what the loader puts there, either of one library
-    # or of the first that has it.
+    # By the pointer's address: what the code expects there, and what the loader puts there, from one library or from
+    # the first that has it.
     expected: dict = dataclasses.field(default_factory=dict)
     bound: dict = dataclasses.field(default_factory=dict)
     coalesced: dict = dataclasses.field(default_factory=dict)
@@ -114,7 +114,7 @@ def _version(number):
 
 
 def slices(data):
-    """The slices of a universal file, in its order."""
+    """The slices of a universal file, in order."""
     if len(data) < 8 or struct.unpack_from(">I", data)[0] != FAT_MAGIC:
         raise Malformed("not a universal file")
     found = []
@@ -181,7 +181,7 @@ def _read_symbols(found, offset, count, strings, _, indirect):
     for index in range(count):
         name, kind, _, description, _ = struct.unpack_from("<IBBHQ", found.data, offset + 16 * index)
         if kind & 0xE0:
-            continue  # A debugger's entry.
+            continue  # An entry for debuggers.
         text = _text(found.data[strings + name:strings + name + 1024])
         if kind & 0x0E:
             found.defined.add(text)
@@ -201,7 +201,7 @@ def _library(found, ordinal):
 
 
 def _number(data, at):
-    """A number of seven bits a byte, the lowest first, and where the next thing is."""
+    """A number stored as seven bits per byte, lowest first, and the position after it."""
     number = shift = 0
     while True:
         number |= (data[at] & 0x7F) << shift
@@ -212,7 +212,8 @@ def _number(data, at):
 
 
 def _read_bindings(found, data, bound, at_first_call):
-    """Runs the loader's little program, which says what is looked up where and into which pointer its address goes."""
+    """Runs the loader's small program, which says which symbol is looked up where and which pointer gets its
+    address."""
     segments = list(found.segments.values())
     ordinal, name, weak, segment, place, at = 0, "", False, 0, 0, 0
 
@@ -258,7 +259,7 @@ def _read_bindings(found, data, bound, at_first_call):
                 times, at = _number(data, at)
                 step, at = _number(data, at)
                 bind(8 + step, times)
-            # The end of one of those that are bound at their first call, and the kind of pointer.
+            # The end of a symbol that is bound at its first call, and the kind of pointer.
             elif code not in (0x00, 0x50):
                 raise Malformed(f"{found.architecture}: a binding that is not understood ({code:#x})")
     except (IndexError, ValueError) as error:
@@ -278,7 +279,7 @@ class CodeDirectory:
 
 
 def code_directory(slice_):
-    """Reads the signature's code directory and holds the hash of every page against the page. None without one."""
+    """Reads the signature's code directory and compares the hash of every page with the page. None without one."""
     blob = slice_.signature
     if len(blob) < 12 or struct.unpack_from(">I", blob)[0] != 0xFADE0CC0:
         return None
@@ -299,7 +300,7 @@ def _code_directory(slice_, directory):
     page = 1 << page_shift
     if limit > signed_from or count != (limit + page - 1) // page:
         return CodeDirectory(name, flags, count, "the hashes do not cover the code")
-    # Everything up to the signature itself has to be covered, but for the padding before it.
+    # Everything before the signature must be covered, except the padding.
     if signed_from - limit >= 16:
         return CodeDirectory(name, flags, count, "some of the file is not covered")
     for index in range(count):

@@ -5,8 +5,8 @@ import struct
 import subprocess
 import sys
 
-# The four letters of each size in pixels. The smallest are 16 and 32 points at double resolution, from which the system
-# makes those for displays of single resolution: their own kinds hold no PNG.
+# The kinds (four letters) of each size in pixels. The smallest are 16 and 32 points at double resolution. From these
+# the system makes the pictures for displays of single resolution, whose own kinds cannot hold PNG.
 KINDS = {32: ["ic11"], 64: ["ic12"], 128: ["ic07"], 256: ["ic08", "ic13"], 512: ["ic09", "ic14"], 1024: ["ic10"]}
 
 

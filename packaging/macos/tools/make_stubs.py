@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """make_stubs.py TREE COMPILER-SYMBOLS FOLDER: writes the link stubs (.tbd) of what the framework headers declare.
 
-A stub says which symbols a library of the system has; it holds no code. A symbol belongs to the framework whose headers
-declare it, except for those that Apple's linker binds elsewhere. Classes that live in CoreFoundation are found through
+A stub lists the symbols of a system library and contains no code. A symbol belongs to the framework whose headers
+declare it, except those that Apple's linker binds elsewhere. Classes that live in CoreFoundation are found through
 Foundation too, which re-exports it.
 """
 
@@ -12,8 +12,8 @@ import sys
 import declared
 
 VERSIONS = {"AppKit": "C", "Foundation": "C"}
-# Declared by Foundation and exported by CFNetwork, which Foundation re-exports: Apple's linker has a program that uses
-# them load CFNetwork and binds them there.
+# Declared by Foundation and exported by CFNetwork, which Foundation re-exports. Apple's linker makes a program that
+# uses them load CFNetwork and binds them there.
 ELSEWHERE = {name: "CFNetwork" for name in (
     "NSURLRequest", "NSMutableURLRequest", "NSURLResponse", "NSHTTPURLResponse", "NSURLSession", "NSURLSessionTask",
     "NSURLSessionDataTask")}
@@ -50,7 +50,7 @@ class Library:
 
 
 def libraries(tree, compiler_symbols):
-    """Every library that may be linked, by the name that it is loaded by."""
+    """Every library that may be linked, by its load name."""
     found = {}
     library = None
     for line in pathlib.Path(compiler_symbols).read_text(encoding="utf-8").splitlines():

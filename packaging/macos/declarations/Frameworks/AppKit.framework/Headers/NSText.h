@@ -3,7 +3,7 @@
 
 #import <Foundation/Foundation.h>
 
-// On Intel, Rosetta included, the two are the other way round than on Apple silicon, whose values are those of iOS.
+// On Intel, including Rosetta, these two are swapped compared with Apple silicon, which has the values of iOS.
 typedef NS_ENUM(NSInteger, NSTextAlignment) {
     NSTextAlignmentLeft = 0,
 #if defined(__x86_64__)

@@ -13,11 +13,11 @@
 #else
 #define CF_EXPORT extern
 #endif
-// The analyzer knows by itself what creates a CF or CG type; of the others it has to be told.
+// The analyzer knows which functions create a CF or CG type. For other types it must be told.
 #define CF_RETURNS_RETAINED __attribute__((cf_returns_retained))
 
-// CF_ENUM(type, name) or, for constants of a type that is there already, CF_ENUM(type). Both kinds are open: a value
-// may come that has no enumerator, and only an option set takes combinations.
+// CF_ENUM(type, name) or, for constants of an existing type, CF_ENUM(type). Both kinds are open: a value may have no
+// enumerator. Only an option set accepts combinations.
 #define CF_OPEN_ENUM_ATTRIBUTES __attribute__((enum_extensibility(open)))
 #define CF_OPTIONS_ATTRIBUTES __attribute__((flag_enum, enum_extensibility(open)))
 #define CF_NAMED_ENUM(type, name)                  \
@@ -46,7 +46,7 @@ typedef const struct __attribute__((objc_bridge(id))) __CFAllocator* CFAllocator
 typedef const struct __attribute__((objc_bridge(NSString))) __CFString* CFStringRef;
 typedef const struct __attribute__((objc_bridge(NSArray))) __CFArray* CFArrayRef;
 typedef const struct __attribute__((objc_bridge(NSDictionary))) __CFDictionary* CFDictionaryRef;
-// Bridged to a class of the system's own that no header declares: a cast to id passes, one to NSNumber does not.
+// Bridged to a system class that no header declares: a cast to id compiles, one to NSNumber does not.
 typedef const struct __attribute__((objc_bridge(__NSCFBoolean))) __CFBoolean* CFBooleanRef;
 typedef struct __attribute__((objc_bridge_mutable(id))) __CFRunLoop* CFRunLoopRef;
 typedef struct __attribute__((objc_bridge_mutable(id))) __CFRunLoopSource* CFRunLoopSourceRef;

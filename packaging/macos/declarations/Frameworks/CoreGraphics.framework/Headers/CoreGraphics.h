@@ -122,7 +122,7 @@ typedef struct __CGEventTapInformation {
     float maxUsecLatency;
 } CGEventTapInformation;
 
-// CGError, of which the success, 0, is all that is looked at.
+// CGError. Only success, 0, is ever checked.
 typedef CF_ENUM(int32_t, CGError) { kCGErrorSuccess = 0 };
 CG_EXTERN CGError CGGetEventTapList(uint32_t maxNumberOfTaps, CGEventTapInformation* _Nullable tapList,
                                     uint32_t* _Nullable eventTapCount) API_AVAILABLE(macos(10.4));
