@@ -91,7 +91,7 @@ bool measure(LinuxComputer& desktop, const Size& screen, const std::string& addr
     for (int run = 1; run <= runs; ++run) {
         CountedSleeps sleeps(computer.threads);
         Silence silence;
-        const auto launcher = std::make_shared<BrowserLauncher>(BrowserLauncher::Platform{
+        const auto launcher = std::make_shared<BrowserLauncher>(BrowserLauncher::Dependencies{
             computer.files, computer.processLauncher, computer.runningApplications, computer.applicationOpener,
             computer.windowList, computer.accessibility, computer.screens, computer.urls, computer.dispatch,
             computer.mainRunLoop, sleeps, computer.clock, silence});

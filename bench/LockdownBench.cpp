@@ -100,15 +100,15 @@ void tick(benchmark::State& state) {
     HandRunLoop runLoop;
     mac.onMain([&] {
         auto& computer = mac.computer();
-        const auto launcher = std::make_shared<BrowserLauncher>(BrowserLauncher::Platform{
+        const auto launcher = std::make_shared<BrowserLauncher>(BrowserLauncher::Dependencies{
             computer.files, computer.processLauncher, computer.runningApplications, computer.applicationOpener,
             computer.windowList, computer.accessibility, computer.screens, computer.urls, computer.dispatch,
             computer.mainRunLoop, computer.threads, computer.clock, computer.log});
         launcher->adoptRunningApplication(computer.runningApplications.withProcessIdentifier(process));
         const auto monitor = std::make_shared<WindowMonitorService>(
-            WindowMonitorService::Platform{computer.runningApplications, windows, computer.accessibility,
-                                           computer.screens, computer.spaces, computer.frontmostApplication,
-                                           computer.mainBundle, computer.dispatch, runLoop, computer.log},
+            WindowMonitorService::Dependencies{computer.runningApplications, windows, computer.accessibility,
+                                               computer.screens, computer.spaces, computer.frontmostApplication,
+                                               computer.mainBundle, computer.dispatch, runLoop, computer.log},
             BrowserKill(computer.runningApplications, computer.processLauncher, computer.threads, computer.clock,
                         computer.log));
         monitor->startMonitoring(launcher);

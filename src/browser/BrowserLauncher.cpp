@@ -22,11 +22,11 @@ constexpr std::string_view safariAddress = "file:///Applications/Safari.app";
 
 }  // namespace
 
-BrowserLauncher::BrowserLauncher(const Platform& platform, Detection detect)
-    : platform_(platform),
+BrowserLauncher::BrowserLauncher(const Dependencies& dependencies, Detection detect)
+    : dependencies_(dependencies),
       detect_(std::move(detect)),
-      discovery_(platform.windows, platform.clock, platform.threads),
-      shutdown_(platform.accessibility, platform.clock, platform.threads) {}
+      discovery_(dependencies.windows, dependencies.clock, dependencies.threads),
+      shutdown_(dependencies.accessibility, dependencies.clock, dependencies.threads) {}
 
 void BrowserLauncher::resetState() {
     replaceRetryTimer(nullptr);
@@ -39,7 +39,7 @@ void BrowserLauncher::launch(const std::string& meetURL) {
     const auto address = meetingAddress(meetURL);
     print("[BROWSER] URL Meet: " + address);
 
-    const auto browser = detect_(platform_.files);
+    const auto browser = detect_(dependencies_.files);
     change([&browser](State& state) { state.detectedBrowser = browser; });
     if (!browser) {
         print("[BROWSER] ❌ Nessun browser trovato");
@@ -58,9 +58,10 @@ void BrowserLauncher::launch(const std::string& meetURL) {
 
 void BrowserLauncher::launchProcess(const std::string& meetURL, SupportedBrowser browser) {
     const auto name = std::string(displayName(browser));
-    const auto candidates = executableCandidates(browser, platform_.files);
-    const auto executable = std::find_if(candidates.begin(), candidates.end(),
-                                         [this](const std::string& path) { return platform_.files.fileExists(path); });
+    const auto candidates = executableCandidates(browser, dependencies_.files);
+    const auto executable = std::find_if(candidates.begin(), candidates.end(), [this](const std::string& path) {
+        return dependencies_.files.fileExists(path);
+    });
     if (executable == candidates.end()) {
         print("[BROWSER] ❌ Eseguibile non trovato per " + name);
         return;
@@ -76,16 +77,16 @@ void BrowserLauncher::launchProcess(const std::string& meetURL, SupportedBrowser
 
     const auto arguments = launchArguments(browser, meetURL);
     print("[BROWSER] Lancio " + name + " con args: " + arguments[0] + " " + arguments[1]);
-    const auto started = platform_.processes.launch(*executable, arguments);
+    const auto started = dependencies_.processes.launch(*executable, arguments);
     if (const auto* error = std::get_if<PlatformError>(&started)) {
         print("[BROWSER] ❌ Errore lancio: " + error->localizedDescription);
         return;
     }
 
-    platform_.threads.sleep(processSettlingTime);
+    dependencies_.threads.sleep(processSettlingTime);
     settleProcess(browser, std::get<ProcessIdentifier>(started), preExisting);
-    platform_.threads.sleep(pauseBeforeFirstAttempt);
-    platform_.dispatch.mainQueue().async([weak = weak_from_this()] {
+    dependencies_.threads.sleep(pauseBeforeFirstAttempt);
+    dependencies_.dispatch.mainQueue().async([weak = weak_from_this()] {
         const auto self = weak.lock();
         if (!self) return;
         self->change([](State& state) {
@@ -106,7 +107,7 @@ void BrowserLauncher::settleProcess(SupportedBrowser browser, ProcessIdentifier 
         take(running);
         print(heading + "(new): " + std::to_string(running->processIdentifier()));
     } else {
-        const auto application = platform_.applications.withProcessIdentifier(started);
+        const auto application = dependencies_.applications.withProcessIdentifier(started);
         change([&](State& state) {
             state.browserPID = started;
             state.browserApp = application;
@@ -116,24 +117,25 @@ void BrowserLauncher::settleProcess(SupportedBrowser browser, ProcessIdentifier 
 }
 
 void BrowserLauncher::openInSafari(const std::string& meetURL, const WindowDiscovery::Windows& before) {
-    const auto meeting = platform_.urls.form(meetURL);
-    const auto safari = platform_.urls.form(safariAddress);
+    const auto meeting = dependencies_.urls.form(meetURL);
+    const auto safari = dependencies_.urls.form(safariAddress);
     if (!meeting || !safari) return;
 
-    platform_.opener.open(
+    dependencies_.opener.open(
         {*meeting}, *safari, true,
-        [weak = weak_from_this(), &dispatch = platform_.dispatch](const ApplicationOpener::Result& result) {
+        [weak = weak_from_this(), &dispatch = dependencies_.dispatch](const ApplicationOpener::Result& result) {
             dispatch.mainQueue().async([weak, result] {
                 if (const auto self = weak.lock()) self->handleOpened(result);
             });
         });
     waitForNewWindow(before);
-    platform_.threads.sleep(workspaceSettlingTime);
-    platform_.dispatch.mainQueue().async([weak = weak_from_this()] {
+    dependencies_.threads.sleep(workspaceSettlingTime);
+    dependencies_.dispatch.mainQueue().async([weak = weak_from_this()] {
         const auto self = weak.lock();
         if (!self) return;
         if (const auto application = self->browserApp()) application->activate(ActivationOptions::none);
-        self->platform_.dispatch.mainQueue().asyncAfter(pauseAfterActivation, [self] { self->attemptFullscreen(); });
+        self->dependencies_.dispatch.mainQueue().asyncAfter(pauseAfterActivation,
+                                                            [self] { self->attemptFullscreen(); });
     });
 }
 
@@ -165,7 +167,7 @@ void BrowserLauncher::waitForNewWindow(const WindowDiscovery::Windows& before) {
 }
 
 std::shared_ptr<RunningApplication> BrowserLauncher::firstRunning(SupportedBrowser browser) const {
-    const auto running = platform_.applications.withBundleIdentifier(rawValue(browser));
+    const auto running = dependencies_.applications.withBundleIdentifier(rawValue(browser));
     return running.empty() ? nullptr : running.front();
 }
 
@@ -193,7 +195,7 @@ void BrowserLauncher::attemptFullscreen() {
     // If the browser is still unknown, the series ends for good.
     if (!process) return;
 
-    const auto windows = accessibilityWindows(platform_.accessibility, *process);
+    const auto windows = accessibilityWindows(dependencies_.accessibility, *process);
     if (windows.empty()) {
         print("[FULLSCREEN] Nessuna finestra AX — riprovo tra 2s");
         scheduleFullscreenRetry();
@@ -226,21 +228,22 @@ void BrowserLauncher::confirmFullscreen() {
 
 void BrowserLauncher::maximise(AccessibilityElement& window) {
     // The screen's frame as it is. Its origin is at another corner than that of a position, but it is not converted.
-    const auto screen = platform_.screens.mainScreen();
+    const auto screen = dependencies_.screens.mainScreen();
     setFrame(window, screen ? screen->frame : frameWithoutMainScreen);
 }
 
 void BrowserLauncher::scheduleFullscreenRetry() {
     replaceRetryTimer(nullptr);
-    auto& mainQueue = platform_.dispatch.mainQueue();
-    replaceRetryTimer(platform_.mainRunLoop.scheduledTimer(retryInterval, false, [weak = weak_from_this(), &mainQueue] {
-        if (const auto self = weak.lock()) {
-            if (const auto application = self->browserApp()) application->activate(ActivationOptions::none);
-        }
-        mainQueue.asyncAfter(pauseAfterActivation, [weak] {
-            if (const auto self = weak.lock()) self->attemptFullscreen();
-        });
-    }));
+    auto& mainQueue = dependencies_.dispatch.mainQueue();
+    replaceRetryTimer(
+        dependencies_.mainRunLoop.scheduledTimer(retryInterval, false, [weak = weak_from_this(), &mainQueue] {
+            if (const auto self = weak.lock()) {
+                if (const auto application = self->browserApp()) application->activate(ActivationOptions::none);
+            }
+            mainQueue.asyncAfter(pauseAfterActivation, [weak] {
+                if (const auto self = weak.lock()) self->attemptFullscreen();
+            });
+        }));
 }
 
 void BrowserLauncher::replaceRetryTimer(std::unique_ptr<Timer> timer) {

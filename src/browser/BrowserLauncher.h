@@ -36,7 +36,7 @@ namespace vantrel {
 class BrowserLauncher : public std::enable_shared_from_this<BrowserLauncher> {
   public:
     /// The parts of the computer that it uses.
-    struct Platform {
+    struct Dependencies {
         FileManager& files;
         ProcessLauncher& processes;
         RunningApplications& applications;
@@ -55,7 +55,7 @@ class BrowserLauncher : public std::enable_shared_from_this<BrowserLauncher> {
 
     static constexpr int maxFullscreenRetries = 8;
 
-    explicit BrowserLauncher(const Platform& platform, Detection detect = detectSupportedBrowser);
+    explicit BrowserLauncher(const Dependencies& dependencies, Detection detect = detectSupportedBrowser);
 
     /// Called when the browser could not be started, with a reason for the participant. Main thread; set before the
     /// launch.
@@ -137,9 +137,9 @@ class BrowserLauncher : public std::enable_shared_from_this<BrowserLauncher> {
 
     /// For log lines.
     std::string browserName() const;
-    void print(std::string_view line) { platform_.log.print(line); }
+    void print(std::string_view line) { dependencies_.log.print(line); }
 
-    const Platform platform_;
+    const Dependencies dependencies_;
     const Detection detect_;
     const WindowDiscovery discovery_;
     const BrowserShutdown shutdown_;

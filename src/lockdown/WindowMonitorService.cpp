@@ -25,10 +25,10 @@ std::string nameOr(const BrowserLauncher& launcher, std::string_view substitute)
 
 }  // namespace
 
-WindowMonitorService::WindowMonitorService(const Platform& platform, const BrowserKill& kill)
-    : platform_(platform),
+WindowMonitorService::WindowMonitorService(const Dependencies& dependencies, const BrowserKill& kill)
+    : dependencies_(dependencies),
       kill_(kill),
-      vantrelBundleId_(platform.mainBundle.identifier().value_or(std::string(bundleIdWithoutBundle))) {}
+      vantrelBundleId_(dependencies.mainBundle.identifier().value_or(std::string(bundleIdWithoutBundle))) {}
 
 void WindowMonitorService::startMonitoring(const std::shared_ptr<BrowserLauncher>& launcher) {
     if (isActive_) return;
@@ -36,7 +36,7 @@ void WindowMonitorService::startMonitoring(const std::shared_ptr<BrowserLauncher
     browserNotVisibleCount_ = 0;
     fullscreenConfirmed_ = false;
     startupGraceRemaining_ = startupGraceTicks;
-    timer_ = platform_.mainRunLoop.scheduledTimer(checkInterval, true, [weak = weak_from_this()] {
+    timer_ = dependencies_.mainRunLoop.scheduledTimer(checkInterval, true, [weak = weak_from_this()] {
         if (const auto self = weak.lock()) self->tick();
     });
     isActive_ = true;
@@ -87,7 +87,7 @@ void WindowMonitorService::handleMissingBrowser(BrowserLauncher& launcher) {
     }
     --startupGraceRemaining_;
     const auto browser = launcher.detectedBrowser();
-    const auto running = browser ? platform_.applications.withBundleIdentifier(rawValue(*browser))
+    const auto running = browser ? dependencies_.applications.withBundleIdentifier(rawValue(*browser))
                                  : std::vector<std::shared_ptr<RunningApplication>>();
     if (!running.empty()) launcher.adoptRunningApplication(running.front());
     print(std::string(running.empty() ? "[MONITOR] Browser non trovato — grace period attivo ("
@@ -112,14 +112,14 @@ void WindowMonitorService::handleInvisibleWindow(ProcessIdentifier process) {
 }
 
 void WindowMonitorService::checkGeometry(BrowserLauncher& launcher, ProcessIdentifier process) {
-    const auto windows = accessibilityWindows(platform_.accessibility, process);
+    const auto windows = accessibilityWindows(dependencies_.accessibility, process);
     if (windows.empty()) return;
     const auto isInFullscreen = [](const auto& window) { return isFullscreen(*window).value_or(false); };
     if (std::any_of(windows.begin(), windows.end(), isInFullscreen) || fullscreenConfirmed_) return;
 
     auto& window = *windows.front();
     const Rect frame = accessibilityFrame(window);
-    const auto screen = platform_.screens.mainScreen();
+    const auto screen = dependencies_.screens.mainScreen();
     if (!screen) return;
     const auto deviation = windowDeviation(frame, screen->frame);
     if (deviation.isNone()) return;
@@ -137,13 +137,13 @@ void WindowMonitorService::checkGeometry(BrowserLauncher& launcher, ProcessIdent
 
 void WindowMonitorService::enforceFullscreenSoon(BrowserLauncher& launcher) {
     if (const auto application = launcher.browserApp()) application->activate(ActivationOptions::none);
-    platform_.dispatch.mainQueue().asyncAfter(pauseAfterActivation, [weak = launcher.weak_from_this()] {
+    dependencies_.dispatch.mainQueue().asyncAfter(pauseAfterActivation, [weak = launcher.weak_from_this()] {
         if (const auto browser = weak.lock()) browser->attemptFullscreen();
     });
 }
 
 void WindowMonitorService::checkFocus(BrowserLauncher& launcher) {
-    const auto frontmost = platform_.frontmost.frontmostApplication();
+    const auto frontmost = dependencies_.frontmost.frontmostApplication();
     if (!frontmost) return;
     const auto name = frontmost->localizedName().value_or("");
     const auto identifier = frontmost->bundleIdentifier().value_or("");
@@ -164,12 +164,12 @@ void WindowMonitorService::checkFocus(BrowserLauncher& launcher) {
 
 bool WindowMonitorService::isFocusedWindowFullscreen(const BrowserLauncher& launcher) const {
     const auto process = launcher.browserPID();
-    const auto window = process ? accessibilityFocusedWindow(platform_.accessibility, *process) : nullptr;
+    const auto window = process ? accessibilityFocusedWindow(dependencies_.accessibility, *process) : nullptr;
     return !window || isFullscreen(*window).value_or(false);
 }
 
 void WindowMonitorService::observeSpaces() {
-    spaceChangeObserver_ = platform_.spaces.observeActiveSpaceDidChange([weak = weak_from_this()] {
+    spaceChangeObserver_ = dependencies_.spaces.observeActiveSpaceDidChange([weak = weak_from_this()] {
         if (const auto self = weak.lock()) self->handleSpaceChange();
     });
 }
@@ -177,7 +177,7 @@ void WindowMonitorService::observeSpaces() {
 void WindowMonitorService::handleSpaceChange() {
     if (!isActive_ || !fullscreenConfirmed_) return;
     // The notification arrives while window flags still show the old state.
-    platform_.dispatch.mainQueue().asyncAfter(pauseAfterSpaceChange, [weak = weak_from_this()] {
+    dependencies_.dispatch.mainQueue().asyncAfter(pauseAfterSpaceChange, [weak = weak_from_this()] {
         if (const auto self = weak.lock()) self->checkSpace();
     });
 }
@@ -196,7 +196,7 @@ void WindowMonitorService::checkSpace() {
     if (!hasWindowAtAll(windows, *known)) return;
     print("[MONITOR] ⚠️ Utente cambiato a Space diverso da Meet — kill browser e fine sessione");
     stopMonitoring();
-    platform_.dispatch.userInitiatedQueue().async([weak = weak_from_this(), browser = browserLauncher_] {
+    dependencies_.dispatch.userInitiatedQueue().async([weak = weak_from_this(), browser = browserLauncher_] {
         // A copy, so that the waiting kill does not keep the monitor alive.
         std::optional<BrowserKill> kill;
         if (const auto self = weak.lock()) kill.emplace(self->kill_);
@@ -207,7 +207,7 @@ void WindowMonitorService::checkSpace() {
 
 std::optional<ProcessIdentifier> WindowMonitorService::runningBrowser(const BrowserLauncher& launcher) const {
     const auto process = launcher.browserPID();
-    if (!process || !platform_.applications.withProcessIdentifier(*process)) return std::nullopt;
+    if (!process || !dependencies_.applications.withProcessIdentifier(*process)) return std::nullopt;
     return process;
 }
 
@@ -219,11 +219,11 @@ bool WindowMonitorService::isBrowserWindowVisible(ProcessIdentifier process) con
 }
 
 WindowMonitorService::Windows WindowMonitorService::allWindows() const {
-    return platform_.windows.copy(WindowListOption::all).value_or(Windows());
+    return dependencies_.windows.copy(WindowListOption::all).value_or(Windows());
 }
 
 Size WindowMonitorService::screenSize() const {
-    const auto screen = platform_.screens.mainScreen();
+    const auto screen = dependencies_.screens.mainScreen();
     return screen ? screen->frame.size : sizeWithoutMainScreen;
 }
 

@@ -29,7 +29,7 @@ namespace vantrel {
 /// thread; always shared.
 class WindowMonitorService : public FullscreenObserver, public std::enable_shared_from_this<WindowMonitorService> {
   public:
-    struct Platform {
+    struct Dependencies {
         RunningApplications& applications;
         WindowList& windows;
         Accessibility& accessibility;
@@ -49,7 +49,7 @@ class WindowMonitorService : public FullscreenObserver, public std::enable_share
     /// For how many ticks it waits for a browser that has never been seen.
     static constexpr int startupGraceTicks = 8;
 
-    WindowMonitorService(const Platform& platform, const BrowserKill& kill);
+    WindowMonitorService(const Dependencies& dependencies, const BrowserKill& kill);
 
     /// The meeting link, for readers of the monitor's state.
     std::string authorizedMeetURL;
@@ -89,9 +89,9 @@ class WindowMonitorService : public FullscreenObserver, public std::enable_share
     Size screenSize() const;
 
     void end(SessionEndReason reason);
-    void print(std::string_view line) { platform_.log.print(line); }
+    void print(std::string_view line) { dependencies_.log.print(line); }
 
-    const Platform platform_;
+    const Dependencies dependencies_;
     const BrowserKill kill_;
     const std::string vantrelBundleId_;
 

@@ -92,10 +92,10 @@ void MainWindowController::handleJoinOutcome(const std::string& sessionCode, con
         joinScreen_->showStatus("❌ " + error->message);
         return;
     }
-    activateLockdown(sessionCode, std::get<JoinResult>(outcome));
+    activateLockdown({sessionCode, std::get<JoinResult>(outcome)});
 }
 
-void MainWindowController::activateLockdown(const std::string& sessionCode, const JoinResult& result) {
+void MainWindowController::activateLockdown(const JoinedSession& session) {
     print("🔒 Demo Mode: false");
     const bool anotherStands = isInLockdown_;
     enterLockdown();
@@ -108,15 +108,15 @@ void MainWindowController::activateLockdown(const std::string& sessionCode, cons
         }
         return;
     }
-    createServices(sessionCode, result);
+    createServices(session);
     wireServices();
     print("🔒 Step 1/4: Fullscreen browser...");
-    settleCapturePermissions(computer_.captureAuthorization, computer_.dispatch, computer_.log,
-                             [weak = weak_from_this(), lockdown = lockdownNumber_,
-                              launcher = std::weak_ptr(browserLauncher_), sessionCode, result] {
-                                 const auto self = weak.lock();
-                                 if (self && self->stands(lockdown)) self->launchBrowser(launcher, sessionCode, result);
-                             });
+    settleCapturePermissions(
+        computer_.captureAuthorization, computer_.dispatch, computer_.log,
+        [weak = weak_from_this(), lockdown = lockdownNumber_, launcher = std::weak_ptr(browserLauncher_), session] {
+            const auto self = weak.lock();
+            if (self && self->stands(lockdown)) self->launchBrowser(launcher, session);
+        });
 }
 
 void MainWindowController::enterLockdown() {
@@ -140,26 +140,26 @@ bool MainWindowController::verifyAccessibility() {
     return true;
 }
 
-void MainWindowController::createServices(const std::string& sessionCode, const JoinResult& result) {
+void MainWindowController::createServices(const JoinedSession& session) {
     auto& dispatch = computer_.dispatch;
     auto& threads = computer_.threads;
     browserLauncher_ = makeMainThreadOwned<BrowserLauncher>(
         dispatch, threads,
-        BrowserLauncher::Platform{computer_.files, computer_.processLauncher, computer_.runningApplications,
-                                  computer_.applicationOpener, computer_.windowList, computer_.accessibility,
-                                  computer_.screens, computer_.urls, dispatch, computer_.mainRunLoop, threads,
-                                  computer_.clock, computer_.log});
+        BrowserLauncher::Dependencies{computer_.files, computer_.processLauncher, computer_.runningApplications,
+                                      computer_.applicationOpener, computer_.windowList, computer_.accessibility,
+                                      computer_.screens, computer_.urls, dispatch, computer_.mainRunLoop, threads,
+                                      computer_.clock, computer_.log});
     keyboardHook_ = makeMainThreadOwned<KeyboardHookService>(dispatch, threads, computer_.accessibilityTrust,
                                                              computer_.keyboardTaps, computer_.log);
     windowMonitor_ = makeMainThreadOwned<WindowMonitorService>(
         dispatch, threads,
-        WindowMonitorService::Platform{computer_.runningApplications, computer_.windowList, computer_.accessibility,
-                                       computer_.screens, computer_.spaces, computer_.frontmostApplication,
-                                       computer_.mainBundle, dispatch, computer_.mainRunLoop, computer_.log},
+        WindowMonitorService::Dependencies{computer_.runningApplications, computer_.windowList, computer_.accessibility,
+                                           computer_.screens, computer_.spaces, computer_.frontmostApplication,
+                                           computer_.mainBundle, dispatch, computer_.mainRunLoop, computer_.log},
         BrowserKill(computer_.runningApplications, computer_.processLauncher, threads, computer_.clock, computer_.log));
     heartbeat_ = makeMainThreadOwned<HeartbeatService>(
         dispatch, threads,
-        HeartbeatService::Identity{serverBaseAddress(computer_.userDefaults), sessionCode, result.userToken,
+        HeartbeatService::Identity{serverBaseAddress(computer_.userDefaults), session.code, session.result.userToken,
                                    clientVersion_},
         requests_, dispatch, computer_.mainRunLoop, computer_.clock, computer_.dates, computer_.log);
 }
@@ -187,24 +187,23 @@ void MainWindowController::endOnMainQueue(SessionEndReason reason) {
     });
 }
 
-void MainWindowController::launchBrowser(const std::weak_ptr<BrowserLauncher>& launcher, const std::string& sessionCode,
-                                         const JoinResult& result) {
-    computer_.dispatch.userInitiatedQueue().async([weak = weak_from_this(), lockdown = lockdownNumber_, launcher,
-                                                   &dispatch = computer_.dispatch, sessionCode, result] {
-        if (const auto browser = launcher.lock()) browser->launch(result.meetLink);
-        dispatch.mainQueue().async([weak, lockdown, sessionCode, result] {
-            const auto self = weak.lock();
-            if (self && self->stands(lockdown)) self->completeLockdown(sessionCode, result);
+void MainWindowController::launchBrowser(const std::weak_ptr<BrowserLauncher>& launcher, const JoinedSession& session) {
+    computer_.dispatch.userInitiatedQueue().async(
+        [weak = weak_from_this(), lockdown = lockdownNumber_, launcher, &dispatch = computer_.dispatch, session] {
+            if (const auto browser = launcher.lock()) browser->launch(session.result.meetLink);
+            dispatch.mainQueue().async([weak, lockdown, session] {
+                const auto self = weak.lock();
+                if (self && self->stands(lockdown)) self->completeLockdown(session);
+            });
         });
-    });
 }
 
-void MainWindowController::completeLockdown(const std::string& sessionCode, const JoinResult& result) {
+void MainWindowController::completeLockdown(const JoinedSession& session) {
     print("✅ Step 1/4: Fullscreen completato");
     startKeyboardHook();
-    startWindowMonitor(result.meetLink);
+    startWindowMonitor(session.result.meetLink);
     coverSecondaryDisplays();
-    installStatusItem(result.sessionTitle, sessionCode);
+    installStatusItem(session);
     if (heartbeat_) {
         heartbeat_->lockdownActive = true;
         heartbeat_->meetConnected = true;
@@ -242,11 +241,11 @@ void MainWindowController::coverSecondaryDisplays() {
     print("✅ Step 3.5: " + std::to_string(blackoutOverlay_->windowCount()) + " monitor secondari coperti");
 }
 
-void MainWindowController::installStatusItem(const std::string& sessionTitle, const std::string& sessionCode) {
+void MainWindowController::installStatusItem(const JoinedSession& session) {
     print("🔒 Step 4/4: Setup menu bar...");
     statusItem_ = computer_.statusBar.statusItem(variableStatusItemLength);
     statusItem_->setButtonTitle(statusItemTitle);
-    statusItem_->setMenu(statusMenu(sessionTitle, sessionCode, [weak = weak_from_this()] {
+    statusItem_->setMenu(statusMenu(session.result.sessionTitle, session.code, [weak = weak_from_this()] {
         if (const auto self = weak.lock()) self->menuEndSession();
     }));
     print("✅ Step 4/4: Menu bar configurato");

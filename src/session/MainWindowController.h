@@ -18,6 +18,7 @@
 #include "server/VersionCheck.h"
 #include "session/EndScreen.h"
 #include "session/JoinScreen.h"
+#include "session/JoinedSession.h"
 #include "session/UpdatePrompts.h"
 
 namespace vantrel {
@@ -60,9 +61,9 @@ class MainWindowController : public std::enable_shared_from_this<MainWindowContr
     JoinOutcome joinSession(const JoinScreen::Input& input) const;
     void handleJoinOutcome(const std::string& sessionCode, const JoinOutcome& outcome);
 
-    void activateLockdown(const std::string& sessionCode, const JoinResult& result);
+    void activateLockdown(const JoinedSession& session);
     bool verifyAccessibility();
-    void createServices(const std::string& sessionCode, const JoinResult& result);
+    void createServices(const JoinedSession& session);
     void wireServices();
     /// Gives the activated lockdown its number: a new one if none stands, otherwise the number of the one that stands,
     /// which further presses of the join button share.
@@ -71,13 +72,12 @@ class MainWindowController : public std::enable_shared_from_this<MainWindowContr
     /// began: a second press must not keep the first from locking, and after an end nothing may come back.
     bool stands(std::uint64_t lockdown) const { return isInLockdown_ && lockdown == lockdownNumber_; }
     /// `launcher` is this activation's own. If it was replaced meanwhile, it opens no browser.
-    void launchBrowser(const std::weak_ptr<BrowserLauncher>& launcher, const std::string& sessionCode,
-                       const JoinResult& result);
-    void completeLockdown(const std::string& sessionCode, const JoinResult& result);
+    void launchBrowser(const std::weak_ptr<BrowserLauncher>& launcher, const JoinedSession& session);
+    void completeLockdown(const JoinedSession& session);
     void startKeyboardHook();
     void startWindowMonitor(const std::string& meetLink);
     void coverSecondaryDisplays();
-    void installStatusItem(const std::string& sessionTitle, const std::string& sessionCode);
+    void installStatusItem(const JoinedSession& session);
     void endOnMainQueue(SessionEndReason reason);
 
     void closeBrowserIfRunning();

@@ -32,9 +32,9 @@ void BrowserTest::make(bool withMonitor, BrowserLauncher::Detection detect) {
     auto& mac = computer();
     launcher_ = makeMainThreadOwned<BrowserLauncher>(
         mac.dispatch, mac.threads,
-        BrowserLauncher::Platform{mac.files, mac.processLauncher, mac.runningApplications, mac.applicationOpener,
-                                  mac.windowList, mac.accessibility, mac.screens, mac.urls, mac.dispatch,
-                                  mac.mainRunLoop, mac.threads, mac.clock, mac.log},
+        BrowserLauncher::Dependencies{mac.files, mac.processLauncher, mac.runningApplications, mac.applicationOpener,
+                                      mac.windowList, mac.accessibility, mac.screens, mac.urls, mac.dispatch,
+                                      mac.mainRunLoop, mac.threads, mac.clock, mac.log},
         std::move(detect));
     weak_ = launcher_;
     if (!withMonitor) return;

@@ -40,9 +40,9 @@ std::shared_ptr<WindowMonitorService> MonitorTest::makeMonitor(Bundle& mainBundl
     auto& mac = computer();
     return makeMainThreadOwned<WindowMonitorService>(
         mac.dispatch, mac.threads,
-        WindowMonitorService::Platform{mac.runningApplications, mac.windowList, mac.accessibility, mac.screens,
-                                       mac.spaces, mac.frontmostApplication, mainBundle, mac.dispatch, mac.mainRunLoop,
-                                       mac.log},
+        WindowMonitorService::Dependencies{mac.runningApplications, mac.windowList, mac.accessibility, mac.screens,
+                                           mac.spaces, mac.frontmostApplication, mainBundle, mac.dispatch,
+                                           mac.mainRunLoop, mac.log},
         BrowserKill(mac.runningApplications, mac.processLauncher, mac.threads, mac.clock, mac.log));
 }
 

@@ -19,7 +19,7 @@ class BrowserSurvivalTest : public DesktopTest {
         home = getenv("HOME");
         setenv("HOME", folder.path().c_str(), 1);
         peers = std::make_unique<PeerBundle>(folder.path() / "Applications");
-        launcher = std::make_shared<BrowserLauncher>(BrowserLauncher::Platform{
+        launcher = std::make_shared<BrowserLauncher>(BrowserLauncher::Dependencies{
             computer->files, computer->processLauncher, computer->runningApplications, computer->applicationOpener,
             computer->windowList, computer->accessibility, computer->screens, computer->urls, computer->dispatch,
             computer->mainRunLoop, computer->threads, computer->clock, computer->log});
