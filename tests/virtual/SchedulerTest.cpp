@@ -20,7 +20,7 @@ namespace {
 using Rank = Scheduler::Rank;
 using Wait = Scheduler::Wait;
 
-/// A scheduler, what was noted on its threads, and the threads.
+/// A scheduler, the notes made on its threads, and the threads.
 class Stage {
   public:
     explicit Stage(std::uint64_t seed = 0, bool freeRunning = isFreeRunning())

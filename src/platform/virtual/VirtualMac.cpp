@@ -137,7 +137,7 @@ Leftovers VirtualMac::leftovers() const {
 }
 
 bool VirtualMac::finish(const std::function<void(Block)>& submit, Block block, const char* what) {
-    // Shared: when it never finishes, the block outlives this call.
+    // Shared: if the block never finishes, it outlives this call.
     const auto done = std::make_shared<bool>(false);
     submit([this, done, block = std::move(block)]() mutable {
         block();

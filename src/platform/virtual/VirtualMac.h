@@ -43,11 +43,12 @@
 
 namespace vantrel::virtualmac {
 
-/// A whole Mac in memory, for one run of the client. Whoever makes it is its driver: time passes only in the driver's
-/// waits (runFor and its like, onMain, drain), and each of them returns after everything that was due has run, so that
-/// between them the driver reads a state that stands still. One driver thread.
+/// A whole Mac in memory, for one run of the client. The thread that creates it is its driver. Time passes only in the
+/// driver's waits (runFor and the like, onMain, drain). Each wait returns after everything that was due has run, so
+/// between waits the driver reads a state that does not change. One driver thread.
 ///
-/// Its end drains it unheard, and answers whatever the client still asks with the last button.
+/// The destructor drains it without recording events, and answers everything that the client still asks with the last
+/// button.
 class VirtualMac {
   public:
     explicit VirtualMac(Options options = {});
@@ -57,22 +58,22 @@ class VirtualMac {
 
     Computer& computer() { return computer_; }
 
-    /// Runs the function on the main thread as the process's main, once the driver waits. Once for each Mac.
+    /// Runs the function on the main thread as the process's main, as soon as the driver waits. Once for each Mac.
     void launch(std::function<void(Computer&)> main);
-    /// Whether the application has not been terminated.
+    /// False once the application has been terminated.
     bool isRunning() const { return !engine_.mainLoop.isOver(); }
 
-    /// Runs the block on the main thread as an event and returns when it has finished; time may pass. False, with
-    /// misuse, when it never does.
+    /// Runs the block on the main thread as an event and returns when it has finished; time may pass. If it never
+    /// finishes, that is misuse and the result is false.
     bool onMain(Block block);
     /// The same as a block of the main queue.
     bool onMainQueue(Block block);
-    /// As an event, once the driver waits.
+    /// Posts an event, which runs as soon as the driver waits.
     void postToMain(Block block) { engine_.mainLoop.postEvent(std::move(block)); }
-    /// On a thread of its own, once the driver waits.
+    /// Runs on a thread of its own as soon as the driver waits.
     void inBackground(Block block) { engine_.workers.run(std::move(block)); }
-    /// The world does something at that moment of uptime, or so many seconds from now: apart from the client's threads,
-    /// one thing after another.
+    /// Something happens outside the client's threads, at that moment of uptime or this many seconds from now. One such
+    /// block runs after another.
     void at(double time, Block block) { engine_.world.at(fromSeconds(time), std::move(block)); }
     void after(double seconds, Block block) { engine_.world.after(seconds, std::move(block)); }
 
@@ -80,13 +81,13 @@ class VirtualMac {
     double now() const { return toSeconds(engine_.scheduler.now()); }
     void runFor(double seconds);
     void runUntil(double time);
-    /// Until nothing is left to happen but repeating timers, and what waits for the participant. Misuse, and false,
-    /// when that is not so after a day.
+    /// Runs until only repeating timers are left and what waits for the participant. If that takes more than a day, it
+    /// is misuse and the result is false.
     bool runUntilIdle();
-    /// The same, while alerts are answered with their last button, menus closed, and threads that are stuck let go.
+    /// The same, but answers alerts with their last button, closes menus and releases stuck threads.
     void drain();
-    /// What the destructor does first: drains the Mac unheard and lets its threads end. False when one of them goes on
-    /// for ever; such a Mac cannot be destroyed, and nothing is left but std::_Exit.
+    /// The first step of the destructor: drains the Mac without recording events and lets its threads end. False if a
+    /// thread does not end. Such a Mac cannot be destroyed; the only way out is std::_Exit.
     bool end();
 
     Leftovers leftovers() const;

@@ -16,7 +16,7 @@ inline std::string_view everyShortcut(const KeyEvent& event) noexcept {
     return (event.flags & (KeyStroke::command | KeyStroke::control)) != 0 ? "shortcut" : std::string_view();
 }
 
-/// A test with Chrome, which has a window, in front of Terminal, which has one too.
+/// A test with Chrome and a window of it in front of Terminal, which has a window too.
 class KeyboardTest : public MacTest {
   protected:
     using Lines = std::vector<std::string>;
@@ -43,7 +43,7 @@ class KeyboardTest : public MacTest {
     }
 
     void press(std::string_view text) { participant().pressKey(*KeyStroke::parse(text)); }
-    /// The same, and what comes of it at once.
+    /// The same, and returns the immediate effects.
     void pressAndSee(std::string_view text) {
         press(text);
         mac().runFor(0);

@@ -70,7 +70,7 @@ TEST(JSON, ReadsAndWrites512LevelsAndNoMore) {
     EXPECT_FALSE(PortableJSONSerialization().serialise({{"a", JSONArray{deep}}}));
 }
 
-/// An array of so many zeros; `count` at least 1.
+/// An array of `count` zeros, at least 1.
 std::string zeros(std::size_t count) {
     std::string text = "[0";
     for (std::size_t written = 1; written < count; ++written) text += ",0";

@@ -9,7 +9,7 @@
 
 namespace vantrel::virtualmac {
 
-/// The application in front: the one that came there last and still runs. At first there is none.
+/// The application in front: the last one that came there and still runs. Initially none.
 class VirtualFrontmostApplication final : public FrontmostApplication {
   public:
     VirtualFrontmostApplication(Engine& engine, const VirtualDesktop& desktop, const VirtualProcessLauncher& processes)

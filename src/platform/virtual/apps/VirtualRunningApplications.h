@@ -11,7 +11,7 @@
 
 namespace vantrel::virtualmac {
 
-/// The running applications, oldest first. This process is one of them.
+/// The running applications, oldest first, including this process.
 class VirtualRunningApplications final : public RunningApplications {
   public:
     VirtualRunningApplications(Engine& engine, VirtualProcessLauncher& processes)
@@ -20,11 +20,11 @@ class VirtualRunningApplications final : public RunningApplications {
     std::vector<std::shared_ptr<RunningApplication>> withBundleIdentifier(std::string_view identifier) const override;
     std::shared_ptr<RunningApplication> withProcessIdentifier(ProcessIdentifier process) const override;
 
-    /// Driver-facing, any thread: another application starts; its process.
+    /// Driver-facing, any thread: starts another application and returns its process.
     ProcessIdentifier add(ApplicationDescription description) { return processes_.add(std::move(description)); }
-    /// It ends by itself. False when there is none.
+    /// It ends by itself. False if it does not exist.
     bool exit(ProcessIdentifier process) { return processes_.exit(process); }
-    /// It opens a window at once; the window's number, 0 when it does not run.
+    /// It opens a window at once. Returns the window's number, or 0 if it does not run.
     std::int64_t openWindow(ProcessIdentifier process, const NewWindow& window) {
         return processes_.openWindow(process, window);
     }

@@ -13,31 +13,31 @@
 
 namespace vantrel::virtualmac {
 
-/// What goes wrong when the client reads or writes an attribute or performs an action. Any thread. A fault is for one
-/// process or for all of them, and holds so many times; the oldest one that fits strikes.
+/// Faults when the client reads or writes an attribute or performs an action. Any thread. A fault is for one process or
+/// for all, and happens a number of times. The oldest matching one applies.
 class AccessibilityFaults {
   public:
     enum class Operation { read, write, action };
     static constexpr int always = std::numeric_limits<int>::max();
 
-    /// Instead of reading, writing or doing anything the call gives that error. For a write or an action it may be
-    /// accessibilitySuccess: it is accepted, and nothing happens.
+    /// The call does nothing and returns that error. For a write or an action it may be accessibilitySuccess: the call
+    /// is accepted, but nothing happens.
     void fail(Operation operation, std::string name, AccessibilityError error, int times = always,
               std::optional<ProcessIdentifier> process = {});
-    /// Reads of the attribute give that value.
+    /// Reading the attribute gives that value.
     void answer(std::string attribute, AccessibilityValue value, int times = always,
                 std::optional<ProcessIdentifier> process = {});
-    /// Runs the block once, on the reading thread, after the next read of the attribute and before the caller has it:
-    /// for what happens between two calls. It may look at the Mac and change it, but neither waits nor makes a platform
-    /// call.
+    /// Runs the block once, on the reading thread, after the next read of the attribute and before the caller gets the
+    /// result: for what happens between two calls. The block may look at the Mac and change it, but must not wait or
+    /// make a platform call.
     void afterRead(std::string attribute, Block block, std::optional<ProcessIdentifier> process = {});
     void clear();
 
     using Answer = std::variant<AccessibilityValue, AccessibilityError>;
 
-    /// What strikes, and counts it; empty for nothing.
+    /// The fault that applies, which is counted. Empty if none does.
     std::optional<Answer> strike(Operation operation, std::string_view name, ProcessIdentifier process);
-    /// What is to run after that read; null for nothing.
+    /// The block to run after that read. Null if there is none.
     Block takeAfterRead(std::string_view attribute, ProcessIdentifier process);
 
   private:

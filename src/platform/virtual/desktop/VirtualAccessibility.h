@@ -14,12 +14,13 @@
 
 namespace vantrel::virtualmac {
 
-/// The elements of the other applications, as the desktop has their windows. An application has "AXWindows", front to
-/// back and on all Spaces, and "AXFocusedWindow"; a window "AXFullScreen", "AXPosition", "AXSize", "AXMinimized", which
-/// can be written, "AXTitle" and "AXCloseButton"; a close button the action "AXPress".
+/// The elements of the other applications, with the desktop's windows. An application has "AXWindows", front to back
+/// and on all Spaces, and "AXFocusedWindow". A window has "AXFullScreen", "AXPosition", "AXSize" and "AXMinimized",
+/// which can be written, and "AXTitle" and "AXCloseButton". A close button has the action "AXPress".
 ///
-/// "AXFullScreen" reads true when the transition to full screen has ended and false when the one back has. During one a
-/// write is accepted and does nothing; so are a position and a size for a window in full screen.
+/// "AXFullScreen" becomes true when the transition to full screen has ended, and false when the transition back has
+/// ended. During a transition, writes are accepted and do nothing. So are position and size for a window in full
+/// screen.
 class VirtualAccessibility final : public Accessibility {
   public:
     VirtualAccessibility(Engine& engine, VirtualDesktop& desktop, const VirtualProcessLauncher& processes,
@@ -30,8 +31,8 @@ class VirtualAccessibility final : public Accessibility {
 
     /// Driver-facing, any thread.
     AccessibilityFaults& faults() { return faults_; }
-    /// The application does not answer: a call waits until it does again, at most as long as the time-out that holds
-    /// when it begins.
+    /// The application does not answer: a call waits until it does again, at most for the timeout that holds when the
+    /// call begins.
     void setUnresponsive(ProcessIdentifier process, bool unresponsive);
 
   private:
@@ -40,7 +41,7 @@ class VirtualAccessibility final : public Accessibility {
     class WindowElement;
     class CloseButtonElement;
 
-    /// Why the process cannot be asked, after a wait if need be; success when it can.
+    /// The error if the process cannot be asked, or success, after a wait if necessary.
     AccessibilityError reach(ProcessIdentifier process) const;
 
     Engine& engine_;

@@ -11,7 +11,7 @@
 
 namespace vantrel::virtualmac {
 
-/// The notice of Space changes, and the participant's gestures.
+/// The notification of Space changes, and the participant's gestures.
 class VirtualSpaces final : public Spaces {
   public:
     enum class Direction { left, right };
@@ -20,13 +20,13 @@ class VirtualSpaces final : public Spaces {
 
     [[nodiscard]] std::unique_ptr<Observation> observeActiveSpaceDidChange(Block block) override;
 
-    /// Driver-facing, any thread. A display is named as Screen does, the primary one by an empty name. A swipe shows
-    /// the Space beside the current one, and the application whose window lies in front there comes to the front. False
-    /// when there is none.
+    /// Driver-facing, any thread. A display is named as in Screen; an empty name is the primary one. A swipe shows the
+    /// Space beside the current one, and the application whose window is in front there comes to the front. False if
+    /// there is no such Space.
     bool swipe(Direction direction, const std::string& display = {});
     /// By its place from the left, counted from 0.
     bool switchTo(std::size_t place, const std::string& display = {});
-    /// A further desktop Space to the right of the others.
+    /// Adds a desktop Space to the right of the others.
     void addDesktop(const std::string& display = {});
     /// The place of the current Space, and whether it is a full-screen window's.
     std::size_t current(const std::string& display = {}) const;

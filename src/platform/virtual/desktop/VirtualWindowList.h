@@ -18,12 +18,12 @@
 
 namespace vantrel::virtualmac {
 
-/// The keys of an entry; isOnscreen is missing when false in any case.
+/// The keys of an entry. isOnscreen is always missing if false.
 enum class WindowKey { number, ownerPID, ownerName, name, layer, bounds, isOnscreen };
 
-/// The windows of all applications, the client's visible ones included: those are on a desktop Space, in front of the
-/// others while the client is in front and behind them otherwise, and have numbers below 1000. Its overlays come first
-/// but for what lies above them.
+/// The windows of all applications, including the client's visible ones. The client's are on a desktop Space, in front
+/// of the others while the client is in front and otherwise behind them, and have numbers below 1000. Its overlays come
+/// first, except for windows above them.
 class VirtualWindowList final : public WindowList {
   public:
     struct Dependencies {
@@ -43,7 +43,7 @@ class VirtualWindowList final : public WindowList {
     void withhold(WindowKey key, std::optional<ProcessIdentifier> owner = {});
     /// Nothing is withheld any more.
     void withholdNothing();
-    /// Without the permission there are titles for the client's own windows only.
+    /// Without the permission only the client's own windows have titles.
     void setScreenRecordingAllowed(bool allowed);
     /// From now on there is no list.
     void setFailing(bool failing);

@@ -20,10 +20,10 @@ struct KeyStroke {
 
     bool operator==(const KeyStroke&) const = default;
 
-    /// Modifiers (cmd, ctrl, alt, shift) in any order, each once, then the key. Empty when the text names none.
+    /// Modifiers (cmd, ctrl, alt, shift) in any order, each at most once, then the key. Empty if the text names none.
     static std::optional<KeyStroke> parse(std::string_view text);
     std::string text() const;
-    /// The letter of the key; 0 for a key that is none.
+    /// The key's letter, or 0.
     char letter() const;
 };
 

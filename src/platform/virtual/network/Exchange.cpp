@@ -17,14 +17,14 @@ std::string lowerCased(std::string text) {
     return text;
 }
 
-/// Adds up what arrives until something comes too late.
+/// Adds up the arrivals until one comes too late.
 class Arrivals {
   public:
     explicit Arrivals(double timeout) {
         if (timeout > 0) timeout_ = timeout;
     }
 
-    /// After `pause` seconds something comes; what has no bytes does not end the idle time.
+    /// Something arrives after `pause` seconds. Without bytes it does not end the idle time.
     bool add(double pause, bool hasBytes = true) {
         if (late_) return false;
         const double idle = idle_ + std::max(pause, 0.0);

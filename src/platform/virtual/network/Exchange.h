@@ -16,17 +16,17 @@ inline constexpr std::string_view unsupportedURLText = "URL non supportato";
 inline constexpr std::string_view tooManyRedirectsText = "Troppi reindirizzamenti HTTP.";
 inline constexpr std::string_view notConnectedText = "Impossibile connettersi al server.";
 
-/// How one answer looks from the client: after how many seconds it is complete (infinity for never), and with what.
+/// How an answer looks to the client: after how many seconds it is complete (infinity for never), and its content.
 struct Outcome {
     double after = 0;
     URLReply reply;
 };
 
-/// Applies the idle time-out in seconds; one of 0 or less never strikes.
+/// Applies the idle timeout, in seconds. 0 or less means no timeout.
 Outcome outcome(const NetworkAnswer& answer, double timeoutInterval);
 
-/// The request that follows the answer's redirect; empty when it is not one. A 303 turns everything but HEAD into GET,
-/// a 301 or 302 only POST; the body goes then.
+/// The request that follows the answer's redirect. Empty if it is not a redirect. A 303 turns every method but HEAD
+/// into GET, a 301 or 302 only POST; the body is then dropped.
 std::optional<URLRequest> redirected(const URLRequest& request, const NetworkAnswer& answer);
 
 /// Whether the URL is http or https with a host.

@@ -8,7 +8,7 @@
 
 namespace vantrel::virtualmac {
 
-/// A piece of a body, arriving `pause` seconds after what came before it.
+/// A piece of a body, which arrives `pause` seconds after the previous part.
 struct BodyPiece {
     double pause = 0;
     std::string bytes;
@@ -33,16 +33,16 @@ struct NotHTTP {
     std::string body;
 };
 
-/// Nothing ever comes.
+/// Nothing ever arrives.
 struct NoAnswer {};
 
-/// The headers come, then nothing.
+/// The headers arrive, then nothing.
 struct StallAfterHeaders {
     int status = 200;
 };
 
-/// What the network does with one request. The client's idle time-out is applied to it: whatever comes later than that
-/// after the bytes before it turns into a time-out.
+/// What the network does with one request. The client's idle timeout applies: a part that arrives later than that after
+/// the bytes before becomes a timeout.
 struct NetworkAnswer {
     /// Seconds until the headers, the failure or the redirect arrive.
     double latency = 0;

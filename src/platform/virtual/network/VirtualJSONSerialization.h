@@ -7,7 +7,7 @@
 
 namespace vantrel::virtualmac {
 
-/// JSON, with a serialisation that can be made to fail.
+/// JSON whose serialisation can be made to fail.
 class VirtualJSONSerialization final : public JSONSerialization {
   public:
     using Predicate = std::function<bool(const JSONObject&)>;
@@ -15,9 +15,9 @@ class VirtualJSONSerialization final : public JSONSerialization {
     std::optional<JSONValue> parse(std::string_view bytes) const override { return json_.parse(bytes); }
     std::optional<std::string> serialise(const JSONObject& object) const override;
 
-    /// Driver-facing, any thread: the next so many serialisations fail.
+    /// Driver-facing, any thread: the next `count` serialisations fail.
     void failNext(int count);
-    /// Serialisations of what the predicate accepts fail; null for none. Called on the serialising thread.
+    /// Serialisations of objects that match the predicate fail; null for none. Called on the serialising thread.
     void failWhere(Predicate predicate);
 
   private:

@@ -12,8 +12,8 @@
 
 namespace vantrel::virtualmac {
 
-/// The network. Every request goes to the handler; its answer is delivered in virtual time. Redirects go to the handler
-/// again, hop by hop.
+/// The network. The handler gets every request, and its answer is delivered in virtual time. Each hop of a redirect
+/// goes to the handler again.
 class VirtualURLSession final : public URLSession {
   public:
     using Handler = std::function<NetworkAnswer(const URLRequest&)>;
@@ -22,7 +22,7 @@ class VirtualURLSession final : public URLSession {
 
     void dataTask(URLRequest request, Completion completion) override;
 
-    /// Driver-facing, any thread: who answers. Called on the world's thread, one request at a time, at the moment the
+    /// Driver-facing, any thread: sets who answers. Called on the world's thread, one request at a time, when the
     /// request is made. Without a handler every connection is refused.
     void setHandler(Handler handler);
 
@@ -30,9 +30,9 @@ class VirtualURLSession final : public URLSession {
         double time = 0;
         URLRequest request;
     };
-    /// What the client asked for since the start, without the hops of redirects.
+    /// The client's requests since the start, without the hops of redirects.
     std::vector<Sent> sent() const;
-    /// Requests whose completion has not run.
+    /// The number of requests whose completion has not run.
     std::size_t underWay() const;
 
   private:

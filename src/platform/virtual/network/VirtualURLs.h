@@ -8,7 +8,7 @@
 
 namespace vantrel::virtualmac {
 
-/// URLs, whose forming can be made to fail.
+/// URLs whose forming can be made to fail.
 class VirtualURLs final : public URLs {
   public:
     using Predicate = std::function<bool(std::string_view)>;
@@ -16,8 +16,8 @@ class VirtualURLs final : public URLs {
     std::optional<URL> form(std::string_view text) const override;
     std::optional<std::string> addingPercentEncodingForQuery(std::string_view text) const override;
 
-    /// Driver-facing, any thread: texts that the predicate accepts form no URL; null for none. Called on the thread
-    /// that forms.
+    /// Driver-facing, any thread: texts that match the predicate form no URL; null for none. Called on the calling
+    /// thread.
     void failFormingWhere(Predicate predicate);
     /// The same for percent-encoding.
     void failEncodingWhere(Predicate predicate);

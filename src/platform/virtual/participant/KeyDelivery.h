@@ -12,8 +12,8 @@
 
 namespace vantrel::virtualmac {
 
-/// Where a key goes that no tap has swallowed: to the system when it is one of its shortcuts, else to the application
-/// in front, where the most telling ones have the effect that they have on a Mac.
+/// Delivers a key that no tap has swallowed: to the system if it is one of its shortcuts, otherwise to the application
+/// in front. The most important ones have the effect that they have on a Mac.
 ///
 ///   system       Command-Tab  the application that was in front before     Control-left, -right  the Space beside
 ///                Command-Space  Spotlight
@@ -30,7 +30,7 @@ class KeyDelivery {
 
     explicit KeyDelivery(const Dependencies& dependencies) : dependencies_(dependencies) {}
 
-    /// World's thread. False when it is for the client, which is left to the caller.
+    /// World's thread. False if the key is for the client; the caller then delivers it.
     bool deliver(const KeyStroke& key);
 
     struct Received {
@@ -39,15 +39,15 @@ class KeyDelivery {
         ProcessIdentifier process = 0;
         bool operator==(const Received&) const = default;
     };
-    /// Driver-facing, any thread: what has been delivered, in order.
+    /// Driver-facing, any thread: the keys delivered so far, in order.
     std::vector<Received> received() const;
 
   private:
     using Applications = std::vector<std::shared_ptr<VirtualProcess>>;
 
-    /// Those that have been in front and still run, most recent first.
+    /// Applications that have been in front and still run, most recent first.
     Applications front() const;
-    /// What the system's shortcut does; null when it is none.
+    /// The action of a system shortcut. Null if the key is none.
     Block shortcut(const KeyStroke& key, const Applications& applications);
     void act(const KeyStroke& key, const Applications& applications);
     void hide(const Applications& applications);

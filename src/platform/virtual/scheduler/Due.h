@@ -7,11 +7,11 @@
 
 namespace vantrel::virtualmac {
 
-/// When a waiting thread can go on.
+/// When a waiting thread can continue.
 struct Due {
-    /// The earliest moment; a past one means now.
+    /// The earliest moment. A past one means now.
     Moment moment = never;
-    /// The same without what comes again and again (repeating timers): the work that will run out.
+    /// The same without repeating timers: the work that will run out.
     Moment oneShot = never;
 
     static Due at(Moment moment) { return {moment, moment}; }
@@ -23,8 +23,8 @@ struct Due {
     void addRepeating(Moment other) { moment = std::min(moment, other); }
 };
 
-/// Asked again and again while the thread waits, on any thread, with the scheduler's mutex held: it reads only what
-/// that mutex guards and calls nothing of the scheduler.
+/// Called repeatedly while the thread waits, on any thread, with the scheduler's mutex held. So it may read only what
+/// that mutex guards, and must not call the scheduler.
 using DueFunction = std::function<Due()>;
 
 }  // namespace vantrel::virtualmac

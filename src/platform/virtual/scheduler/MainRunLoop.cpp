@@ -47,7 +47,7 @@ void MainRunLoop::async(Moment moment, Block block) {
 }
 
 TimerTable::State MainRunLoop::addTimer(double intervalSeconds, bool repeats, Block block) {
-    // NSTimer's least interval.
+    // NSTimer's shortest interval.
     constexpr Moment shortest = 100'000;
     auto state = std::make_shared<TimerState>();
     state->interval = std::max(fromSeconds(intervalSeconds), shortest);
@@ -60,13 +60,13 @@ TimerTable::State MainRunLoop::addTimer(double intervalSeconds, bool repeats, Bl
 }
 
 void MainRunLoop::invalidate(TimerState& state) {
-    // Released without the mutex held: it may own anything.
+    // Destroyed without the mutex held, because it may own anything.
     const auto block = scheduler_.change([&] { return timers_.remove(state); });
 }
 
 void MainRunLoop::run(Mode mode, const std::function<bool()>& done) {
     while (!isOver() && !done()) {
-        // Refused under a lock: going on would spin.
+        // Refused under a lock. Going on would loop for ever.
         if (!scheduler_.wait([this, mode] { return due(mode); }, Scheduler::Wait::idle)) return;
         if (auto work = take(mode)) work();
     }
@@ -122,7 +122,7 @@ std::function<void()> MainRunLoop::take(Mode mode) {
 }
 
 void MainRunLoop::dropEverything() {
-    // What a block owns may hand in further ones when it goes.
+    // A block's objects may submit more blocks when destroyed.
     for (;;) {
         if (auto event = scheduler_.locked([this] { return events_.take(never); })) continue;
         if (auto block = scheduler_.locked([this] { return mainQueue_.take(never); })) continue;

@@ -5,18 +5,18 @@
 
 namespace vantrel::virtualmac {
 
-/// A moment of uptime in nanoseconds since the virtual Mac was switched on.
+/// Uptime in nanoseconds since the virtual Mac was switched on.
 using Moment = std::int64_t;
 
-/// The moment that does not come.
+/// A moment that never comes.
 inline constexpr Moment never = std::numeric_limits<Moment>::max();
 
-/// Whole nanoseconds. What is negative or not a number becomes 0, what is too long `never`.
+/// Whole nanoseconds. Negative values and NaN become 0, too large ones `never`.
 Moment fromSeconds(double seconds);
 
 double toSeconds(Moment moment);
 
-/// `seconds` after `start`; `never` when that is beyond what a Moment can hold.
+/// `seconds` after `start`, or `never` if a Moment cannot hold that.
 Moment later(Moment start, double seconds);
 
 }  // namespace vantrel::virtualmac

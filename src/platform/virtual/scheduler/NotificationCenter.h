@@ -11,13 +11,13 @@
 
 namespace vantrel::virtualmac {
 
-/// The observers of one notice, told on the main operation queue. Any thread.
+/// The observers of one notification, called on the main operation queue. Any thread.
 class NotificationCenter {
   public:
     explicit NotificationCenter(Engine& engine) : engine_(engine) {}
 
     [[nodiscard]] std::unique_ptr<Observation> observe(Block block);
-    /// Whoever is gone by its turn hears nothing.
+    /// Observers that are gone when their turn comes are not called.
     void post();
 
     std::size_t observers() const;

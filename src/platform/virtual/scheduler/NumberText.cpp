@@ -6,7 +6,7 @@
 namespace vantrel::virtualmac {
 
 std::string shortest(double number) {
-    // The least number of all takes 326 characters.
+    // The smallest number takes 326 characters.
     std::array<char, 400> text{};
     const auto end = std::to_chars(text.data(), text.data() + text.size(), number, std::chars_format::fixed).ptr;
     return {text.data(), end};

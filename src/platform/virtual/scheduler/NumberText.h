@@ -6,8 +6,7 @@
 
 namespace vantrel::virtualmac {
 
-/// The shortest text that reads back the same; never with an exponent, whole numbers without a
-/// decimal point.
+/// The shortest text that reads back as the same value, never with an exponent. Whole numbers have no decimal point.
 std::string shortest(double number);
 
 /// "x y width height".

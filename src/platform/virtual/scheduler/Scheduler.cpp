@@ -34,7 +34,7 @@ std::thread Scheduler::start(Rank rank, Moment notBefore, std::function<void()> 
     record->scheduler = this;
     record->rank = rank;
     record->due = [notBefore] { return Due::at(notBefore); };
-    // Without a baton the thread counts as running until it has come to its own wait, so that the clock stands.
+    // Without a baton the thread counts as running until it reaches its own wait, so that the clock does not move.
     record->waiting = !options_.freeRunning;
     {
         const std::lock_guard guard(mutex_);
@@ -160,7 +160,7 @@ void Scheduler::wakeReady() {
     if (mayRun(driver_)) driver_.wake.notify_one();
 }
 
-/// Nobody can run and the driver waits: moves the clock, or lets go whoever cannot be waited for.
+/// No thread can run and the driver waits: moves the clock, or releases stuck threads.
 void Scheduler::advance() {
     Due earliest;
     for (const auto& record : records_) {
@@ -180,7 +180,7 @@ void Scheduler::advance() {
     (isDeadlock ? **stuck : driver_).released = true;
 }
 
-/// Without a baton: to be called whenever a thread has stopped running.
+/// Without a baton: call this whenever a thread has stopped running.
 void Scheduler::settle() {
     while (driver_.waiting && isQuiet() && !isReady(driver_)) advance();
     wakeReady();

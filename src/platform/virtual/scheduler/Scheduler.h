@@ -17,28 +17,28 @@
 
 namespace vantrel::virtualmac {
 
-/// Owns the virtual time. Its threads are real, but exactly one of them holds the baton and runs; it is passed on where
-/// a thread waits, yields or ends. When nobody can run, the clock jumps to the next due moment. One seed replays a run
-/// exactly; other seeds explore other orders of what is due at the same moment.
+/// Owns the virtual time. Its threads are real, but exactly one of them runs at a time, the one that holds the baton.
+/// It passes the baton on where it waits, yields or ends. When no thread can run, the clock jumps to the next due
+/// moment. A seed replays a run exactly; other seeds try other orders of what is due at the same moment.
 ///
-/// The driver is whoever is not a thread of the scheduler: a test, a rehearsal. It holds the baton outside of its waits
-/// and gets it back last, after everything that is due at its moment has run. There is one driver thread at a time.
+/// The driver is a thread outside the scheduler: a test or a rehearsal. It holds the baton outside its waits, and gets
+/// it back last, after everything due at its moment has run. There is one driver thread at a time.
 ///
-/// In the free-running mode there is no baton: whoever is ready runs at once, and the clock jumps only when no thread
-/// runs, the driver included. It serves ThreadSanitizer, which the baton would blind.
+/// In the free-running mode there is no baton: every ready thread runs at once, and the clock jumps only when no thread
+/// runs, including the driver. It is for ThreadSanitizer, from which the baton would hide races.
 class Scheduler {
   public:
     /// Seed 0 chooses in this order, then by age.
     enum class Rank { world, main, urlSession, worker, driver };
 
-    /// idle: waiting for work that may never come; blocked: in the middle of something, so that a wait without an end
-    /// is a deadlock.
+    /// idle: waiting for work that may never come. blocked: in the middle of something, so that an endless wait is a
+    /// deadlock.
     enum class Wait { idle, blocked };
 
     struct Options {
         std::uint64_t seed = 0;
         bool freeRunning = false;
-        /// Hears of wrong use, on the thread at fault, without the mutex held.
+        /// Called on misuse, on the faulty thread, without the mutex held.
         std::function<void(const std::string&)> onMisuse;
     };
 
@@ -56,46 +56,45 @@ class Scheduler {
         return function();
     }
 
-    /// The same for a change of what due functions read: threads that have become ready are told.
+    /// The same for a change of what due functions read: wakes the threads that have become ready.
     template <class Function>
     auto change(Function function) {
         const Change guard(*this);
         return function();
     }
 
-    /// Starts a thread that runs from `notBefore` on. It is joined only after it has ended (see isAlone).
+    /// Starts a thread that runs from `notBefore` on. Join it only after it has ended (see isAlone).
     std::thread start(Rank rank, Moment notBefore, std::function<void()> body);
 
-    /// Blocks the calling thread until it is due. False when it was let go without being due: nothing can ever happen
-    /// any more, or it holds a vantrel::Lock; both are misuse unless the wait is idle.
+    /// Blocks the calling thread until it is due. False if it was released without being due: because nothing can ever
+    /// happen any more, or because it holds a vantrel::Lock. Both are misuse unless the wait is idle.
     bool wait(DueFunction due, Wait kind);
 
-    /// The driver only: blocks until nothing is left to run but repeating timers. False when `limitSeconds` of uptime
-    /// pass first.
+    /// Driver only: blocks until only repeating timers are left. False if `limitSeconds` of uptime pass first.
     bool waitUntilIdle(double limitSeconds);
 
-    /// The driver only: blocks until it is due. False when nothing is left before that but repeating timers.
+    /// Driver only: blocks until it is due. False if only repeating timers are left before that.
     bool waitUnlessIdle(DueFunction due);
 
     /// Passes the baton on by the seed; the caller counts as ready. Does nothing for the driver, for seed 0, under a
     /// vantrel::Lock and in the free-running mode.
     void yield();
 
-    /// One of `count` equals, by the seed; the first one for seed 0. With the mutex held.
+    /// Chooses one of `count` equals by the seed; for seed 0 the first. With the mutex held.
     std::size_t choose(std::size_t count);
 
     /// The rank of the calling thread.
     Rank callersRank() const;
 
-    /// Whether no threads are left but the driver.
+    /// Whether the driver is the only thread left.
     bool isAlone() const;
-    /// Threads of the rank that have not ended.
+    /// The number of threads of that rank that have not ended.
     std::size_t count(Rank rank) const;
 
-    /// Lets every blocked thread that would wait for ever go on. True when there was one.
+    /// Releases every blocked thread that would wait for ever. True if there was one.
     bool releaseStuck();
 
-    /// Deadlocks are not misuse any more: whoever ends may be stuck.
+    /// From now on deadlocks are not misuse: a Mac that is ending may have stuck threads.
     void forgiveDeadlocks() { forgiving_ = true; }
 
   private:
@@ -110,7 +109,7 @@ class Scheduler {
         std::condition_variable wake;
     };
 
-    /// Holds the mutex and tells the ready threads at its end.
+    /// Holds the mutex. The destructor wakes the threads that have become ready.
     class Change {
       public:
         explicit Change(Scheduler& scheduler) : scheduler_(scheduler), guard_(scheduler.mutex_) {}
@@ -147,7 +146,7 @@ class Scheduler {
     std::uint64_t decisions_ = 0;
     Record driver_;
     Record* baton_ = &driver_;
-    /// By rank, then by age; without the driver.
+    /// By rank, then by age. Without the driver.
     std::vector<std::shared_ptr<Record>> records_;
 };
 

@@ -42,7 +42,7 @@ void SerialExecutor::run() {
             break;
         }
     }
-    // What a block owns may hand in further blocks when it goes.
+    // A block's objects may submit more blocks when destroyed.
     while (auto block = scheduler_.locked([this] { return queue_.take(never); })) block.reset();
 }
 

@@ -9,11 +9,11 @@
 
 namespace vantrel::virtualmac {
 
-/// A thread of its own that runs blocks one after another, by the moment at which they are due.
+/// A thread that runs blocks one after another, in the order in which they are due.
 class SerialExecutor {
   public:
     SerialExecutor(Scheduler& scheduler, Scheduler::Rank rank) : scheduler_(scheduler), rank_(rank) {}
-    /// stop() and the thread's end come first.
+    /// Call stop() and wait for the thread's end before.
     ~SerialExecutor() = default;
     SerialExecutor(const SerialExecutor&) = delete;
     SerialExecutor& operator=(const SerialExecutor&) = delete;
@@ -23,7 +23,7 @@ class SerialExecutor {
     void at(Moment moment, Block block);
     void after(double seconds, Block block);
 
-    /// The thread ends after the block that it is running; those that are left are dropped on it.
+    /// The thread ends after its current block. The remaining ones are dropped on it.
     void stop();
     void join();
 

@@ -11,16 +11,15 @@
 
 namespace vantrel::virtualmac {
 
-/// Blocks in the order in which they join: by moment, then by when they were handed in. Guarded by the scheduler's
-/// mutex.
+/// Blocks in order of their moments, then of submission. Guarded by the scheduler's mutex.
 class TimedQueue {
   public:
     void push(Moment joins, Block block) { blocks_.emplace(std::pair(joins, ++pushed_), std::move(block)); }
 
-    /// The moment at which the first block joins; `never` when there is none.
+    /// The first block's moment, or `never` if there is none.
     Moment head() const { return blocks_.empty() ? never : blocks_.begin()->first.first; }
 
-    /// Takes the first block out if it has joined by `now`.
+    /// Removes and returns the first block if its moment is not after `now`.
     std::optional<Block> take(Moment now) {
         if (head() > now || blocks_.empty()) return std::nullopt;
         return std::move(blocks_.extract(blocks_.begin()).mapped());

@@ -21,25 +21,25 @@ struct TimerState {
     std::shared_ptr<const Block> block;
 };
 
-/// The valid timers by their next moment, equal ones by age. Guarded by the scheduler's mutex.
+/// The valid timers by their next moment, then by age. Guarded by the scheduler's mutex.
 class TimerTable {
   public:
     using State = std::shared_ptr<TimerState>;
 
     void add(const State& state);
 
-    /// The block, for the caller to release without the mutex held; null when the timer was invalid already.
+    /// Returns the block, which the caller must destroy without the mutex held. Null if the timer was already invalid.
     std::shared_ptr<const Block> remove(TimerState& state);
 
-    /// The first timer's moment; `never` when there is none.
+    /// The first timer's moment, or `never` if there is none.
     Moment head() const { return timers_.empty() ? never : timers_.begin()->first.first; }
     void addTo(Due& due) const;
 
-    /// The block of the first timer that is due. A repeating one is set to the first moment of its grid after `now`,
-    /// one that does not repeat becomes invalid. Null when none is due.
+    /// The block of the first timer that is due. A repeating timer moves to the first moment of its grid after `now`;
+    /// any other becomes invalid. Null if none is due.
     std::shared_ptr<const Block> fire(Moment now);
 
-    /// Makes the first timer invalid, due or not; its block, or null when there is none.
+    /// Invalidates the first timer, due or not. Returns its block, or null if there is none.
     std::shared_ptr<const Block> removeFirst();
 
     std::size_t size() const { return timers_.size(); }

@@ -11,13 +11,13 @@
 
 namespace vantrel::virtualmac {
 
-/// A thread for every block: the global queue, and handlers that come on any thread.
+/// A thread for every block: the global queue, and handlers that run on any thread.
 class Workers {
   public:
     explicit Workers(Scheduler& scheduler) : scheduler_(scheduler) {}
     Workers(const Workers&) = delete;
     Workers& operator=(const Workers&) = delete;
-    /// They have all ended by then.
+    /// All of them must have ended.
     ~Workers();
 
     /// Any thread.

@@ -12,8 +12,8 @@
 
 namespace vantrel::virtualmac {
 
-/// Microphone and camera, both allowed at first. A request for an undecided one brings up the system's prompt, which
-/// the participant answers.
+/// Microphone and camera, both initially allowed. A request for an undecided one shows the system's prompt, which the
+/// participant answers.
 class VirtualCaptureAuthorization final : public CaptureAuthorization {
   public:
     explicit VirtualCaptureAuthorization(Engine& engine) : engine_(engine) {}
@@ -23,11 +23,11 @@ class VirtualCaptureAuthorization final : public CaptureAuthorization {
 
     /// Driver-facing, any thread.
     void setStatus(MediaType media, AuthorizationStatus status);
-    /// Prompts for it are answered by themselves, so many seconds after they came up.
+    /// Its prompts are answered automatically, this many seconds after they appear.
     void answerAutomatically(MediaType media, bool granted, double afterSeconds);
-    /// Answers the oldest prompt, and with it every request for the same thing. False when none is up.
+    /// Answers the oldest prompt, and all requests for the same medium. False if there is no prompt.
     bool answer(bool granted);
-    /// Prompts that are up.
+    /// The number of prompts shown.
     std::size_t prompts() const;
 
   private:

@@ -12,7 +12,7 @@
 
 namespace vantrel::virtualmac {
 
-/// What lies at a path. A broken link does not exist for who asks.
+/// What is at a path. A broken link counts as missing.
 enum class FileKind { folder, file, executable, brokenLink };
 
 /// A tree of paths.
@@ -23,11 +23,11 @@ class VirtualFileManager final : public FileManager {
     bool fileExists(std::string_view path) const override;
     std::string homeDirectory() const override;
 
-    /// Driver-facing, any thread. The folders above the path exist with it. What lies there already stays what it is
-    /// unless the kind is named.
+    /// Driver-facing, any thread. Adds the folders above the path too. If something is there already, it changes only
+    /// if a kind is given.
     void add(const std::string& path);
     void add(const std::string& path, FileKind kind);
-    /// Empty when nothing lies there.
+    /// Empty if nothing is there.
     std::optional<FileKind> kind(std::string_view path) const;
     /// With everything below it.
     void remove(const std::string& path);

@@ -21,7 +21,7 @@ class VirtualUserDefaults final : public UserDefaults {
 
     /// Driver-facing, any thread.
     Values values() const;
-    /// Driver-facing: sets a value behind the client's back, without an event.
+    /// Driver-facing: sets a value without an event, unseen by the client.
     void put(std::string key, std::string value);
 
   private:

@@ -7,7 +7,7 @@
 
 namespace vantrel::virtualmac {
 
-/// The scheduler's time as uptime, and a calendar that also goes on while the lid is closed.
+/// The scheduler's time as uptime, and a calendar that continues while the lid is closed.
 class VirtualClock final : public Clock {
   public:
     VirtualClock(Engine& engine, double calendarStart) : engine_(engine), offset_(calendarStart) {}
@@ -15,7 +15,7 @@ class VirtualClock final : public Clock {
     double uptime() const override;
     double secondsSince1970() const override;
 
-    /// Driver-facing, any thread: the computer sleeps for that long. Uptime stands still.
+    /// Driver-facing, any thread: the computer sleeps for that long. Uptime stops.
     void closeLid(double seconds);
 
   private:

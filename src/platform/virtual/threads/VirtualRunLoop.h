@@ -5,7 +5,7 @@
 
 namespace vantrel::virtualmac {
 
-/// The main run loop as the client sees it.
+/// The main run loop, as the client sees it.
 class VirtualRunLoop final : public RunLoop {
   public:
     explicit VirtualRunLoop(Engine& engine) : engine_(engine) {}

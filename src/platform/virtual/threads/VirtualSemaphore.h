@@ -11,7 +11,7 @@ class VirtualSemaphore final : public Semaphore {
     VirtualSemaphore(Engine& engine, int value) : engine_(engine), value_(value) {}
 
     void signal() override;
-    /// False at once when the calling thread holds a vantrel::Lock, which is misuse.
+    /// False at once if the calling thread holds a vantrel::Lock, which is misuse.
     bool wait(double timeoutSeconds) override;
 
   private:

@@ -5,7 +5,7 @@
 
 namespace vantrel::virtualmac {
 
-/// Sleeping in virtual time. Under a vantrel::Lock it is misuse and returns at once.
+/// Sleeps in virtual time. Under a vantrel::Lock it is misuse and returns at once.
 class VirtualThreads final : public Threads {
   public:
     explicit VirtualThreads(Engine& engine) : engine_(engine) {}

@@ -11,27 +11,27 @@
 
 namespace vantrel::virtualmac {
 
-/// The menu that is open, if one is.
+/// The open menu, if there is one.
 class MenuTracking {
   public:
     explicit MenuTracking(Engine& engine) : engine_(engine) {}
 
-    /// Main thread, from an event: opens the menu and returns once it is closed, with the item that was chosen. Timers
-    /// stand still meanwhile. A status item's menu bears the item's number, any other 0.
+    /// Main thread, in an event: opens the menu and returns the chosen item once it is closed. Meanwhile timers stop.
+    /// `statusItem` is the number of the status item that the menu belongs to, or 0.
     std::optional<MenuItem> track(const std::string& title, const Menu& menu, std::uint64_t statusItem = 0);
 
     /// Any thread.
     bool isOpen() const;
-    /// The number of the open menu (Engine::nextInFront); 0 when none is open.
+    /// The number of the open menu (Engine::nextInFront), or 0 if none is open.
     std::uint64_t inFront() const;
-    /// What the open menu holds.
+    /// The open menu's contents.
     std::optional<Menu> menu() const;
 
-    /// The participant's part. Main thread, from an event. False when no menu is open, or it has no such enabled item.
+    /// Done by the participant. Main thread, in an event. False if no menu is open or it has no such enabled item.
     bool choose(std::string_view itemTitle);
     bool close();
 
-    /// The client's part: closes the menu of that status item, if it is the one that is open. Main thread.
+    /// Done by the client: closes that status item's menu if it is open. Main thread.
     void cancel(std::uint64_t statusItem);
 
   private:
@@ -43,7 +43,7 @@ class MenuTracking {
     std::optional<MenuItem> chosen_;
 };
 
-/// The enabled action item of that title, in the menu or below it; null when there is none.
+/// The enabled action item with that title, in the menu or its submenus. Null if there is none.
 const MenuItem* findItem(const Menu& menu, std::string_view title);
 
 }  // namespace vantrel::virtualmac

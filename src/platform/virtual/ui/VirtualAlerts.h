@@ -13,22 +13,22 @@
 
 namespace vantrel::virtualmac {
 
-/// Modal alerts; several lie on each other when one comes up under another. When the process ends, or the Mac is
-/// drained, the last button is the answer.
+/// Modal alerts. Alerts that open under others are stacked. When the process ends or the Mac is drained, the last
+/// button is the answer.
 class VirtualAlerts final : public Alerts {
   public:
     explicit VirtualAlerts(Engine& engine) : engine_(engine) {}
 
     std::size_t runModal(const Alert& alert) override;
 
-    /// Driver-facing, any thread: the alerts that are up, the one in front last; their buttons as shown.
+    /// Driver-facing, any thread: the alerts shown, the front one last, with their buttons as shown.
     std::vector<Alert> up() const;
 
-    /// The number of the alert in front (Engine::nextInFront); 0 when none is up.
+    /// The number of the front alert (Engine::nextInFront), or 0 if none is shown.
     std::uint64_t inFront() const;
 
-    /// The participant presses a button of the alert in front. Main thread, from an event. False when there is no such
-    /// alert or button.
+    /// The participant presses a button of the front alert. Main thread, in an event. False if there is no such alert
+    /// or button.
     bool answer(std::string_view button);
     /// Presses the last button.
     bool answerLast();

@@ -23,14 +23,14 @@ class VirtualApplication final : public Application {
     void run() override;
     /// Comes to the front at once.
     void activate() override;
-    /// Once the delegate has answered now, nothing more of the process is heard.
+    /// Once the delegate has answered `now`, nothing more of the process is recorded.
     void terminate() override;
 
     /// Driver-facing, any thread.
     Menu mainMenu() const;
 
-    /// What choosing the item does: its target, or the application's own answer to its action. Main thread, from an
-    /// event. False when nothing answers.
+    /// The effect of choosing the item: its target, or the application's own handling of its action. Main thread, in an
+    /// event. False if nothing handles it.
     bool perform(const MenuItem& item);
 
   private:
@@ -42,7 +42,7 @@ class VirtualApplication final : public Application {
     Menu mainMenu_;
 };
 
-/// The enabled item with that key equivalent, in the menu or below it; null when there is none.
+/// The enabled item with that key equivalent, in the menu or its submenus. Null if there is none.
 const MenuItem* findKeyEquivalent(const Menu& menu, std::string_view key);
 
 }  // namespace vantrel::virtualmac

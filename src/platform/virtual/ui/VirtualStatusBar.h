@@ -25,7 +25,7 @@ class VirtualStatusBar final : public StatusBar {
     struct State {
         std::string title;
         Menu menu;
-        /// From 1 on.
+        /// Counted from 1.
         std::uint64_t number = 0;
     };
     /// Driver-facing, any thread: oldest first.

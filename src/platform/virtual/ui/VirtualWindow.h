@@ -4,7 +4,7 @@
 
 namespace vantrel::virtualmac {
 
-/// The client's hold on one of its windows.
+/// The client's handle of one of its windows.
 class VirtualWindows::VirtualWindow final : public Window {
   public:
     VirtualWindow(VirtualWindows& owner, int number) : owner_(owner), number_(number) {}

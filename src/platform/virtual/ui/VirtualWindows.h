@@ -23,10 +23,10 @@ class VirtualWindows final : public Windows {
 
     /// Driver-facing, any thread: every window that exists, front to back.
     std::vector<WindowState> all() const;
-    /// The visible window in front; empty when there is none.
+    /// The visible front window. Empty if there is none.
     std::optional<WindowState> front() const;
 
-    /// What the participant does. Main thread, from an event.
+    /// What the participant does. Main thread, in an event.
     void type(int number, std::string_view fieldId, std::string_view text);
     void act(int number, std::string_view controlId);
     void close(int number);
@@ -38,7 +38,7 @@ class VirtualWindows final : public Windows {
         std::shared_ptr<const ActionHandler> onAction;
     };
 
-    /// Runs `function` on the window's record with the mutex held; false when there is no such window.
+    /// Runs `function` on the window's record with the mutex held. False if there is no such window.
     bool with(int number, const std::function<void(Record&)>& function) const;
     void bringToFront(int number);
     void remove(int number);

@@ -9,7 +9,7 @@
 
 namespace vantrel::virtualmac {
 
-/// A window as somebody in front of the screen would find it.
+/// A window as a person in front of the screen sees it.
 struct WindowState {
     int number = 0;
     std::string title;
@@ -22,16 +22,16 @@ struct WindowState {
     std::vector<View> views;
     std::set<std::string, std::less<>> disabled;
 
-    /// Null when nothing bears the id.
+    /// Null if no view has the id.
     const View* view(std::string_view id) const;
     const Control* control(std::string_view id) const;
-    /// The view that holds the control.
+    /// The view that contains the control.
     const View* viewOf(std::string_view controlId) const;
 
     bool isEnabled(std::string_view controlId) const { return !disabled.contains(controlId); }
     /// Whether the participant sees the control: the window is visible and the control's view is not hidden.
     bool shows(std::string_view controlId) const;
-    /// The current text of a control; empty when there is none of that id.
+    /// The current text of a control. Empty if none has that id.
     std::string text(std::string_view controlId) const;
 };
 

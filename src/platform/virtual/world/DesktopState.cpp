@@ -94,7 +94,7 @@ std::optional<AppWindow> DesktopState::close(std::int64_t number) {
     if (window == nullptr) return std::nullopt;
     AppWindow closed = *window;
     std::erase_if(windows, [number](const AppWindow& each) { return each.number == number; });
-    // A window that only lies on the Space of another one leaves that Space to it.
+    // A window that was only opened on another one's full-screen Space does not remove that Space.
     if (!spaces.isFullScreen(closed.space) || !closed.ownsItsSpace()) return closed;
     // Other windows of the application may have been opened on its Space.
     for (AppWindow& each : windows) {
@@ -119,7 +119,7 @@ bool DesktopState::setFrame(AppWindow& window, const Rect& frame) {
     if (window.fullScreen || window.inTransition) return false;
     window.frame = window.layer == 0 ? belowMenuBar(frame) : frame;
     const SpaceRow& row = spaces.rowOf(window.frame);
-    // On another display it lies on what that one shows.
+    // On another display it is on the Space shown there.
     if (&row != spaces.rowOf(window.space)) window.space = window.toldSpace = spaces.desktop(row);
     return true;
 }

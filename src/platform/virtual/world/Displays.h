@@ -7,10 +7,10 @@
 
 namespace vantrel::virtualmac {
 
-/// The displays that are plugged in, the primary one first.
+/// The connected displays, the primary one first.
 struct Displays {
     std::vector<Screen> screens{{"Display integrato", {{0, 0}, {1440, 900}}}};
-    /// Which one has the keyboard focus.
+    /// The display with the keyboard focus.
     std::size_t main = 0;
     bool haveSeparateSpaces = true;
 };

@@ -10,7 +10,7 @@ bool holds(const SpaceRow& row, int space) {
     return std::any_of(row.spaces.begin(), row.spaces.end(), [space](const Space& each) { return each.id == space; });
 }
 
-/// One row for each display, or one for them all.
+/// One row for each display, or one for all.
 std::vector<std::string> rowNames(const Displays& displays) {
     if (!displays.haveSeparateSpaces) return {""};
     std::vector<std::string> names;
@@ -36,7 +36,7 @@ std::vector<SpaceRow> SpaceTable::arrange(const Displays& displays) {
     std::vector<SpaceRow> rows;
     for (const std::string& name : rowNames(displays)) {
         auto found = std::find_if(rows_.begin(), rows_.end(), [&](const SpaceRow& row) { return row.display == name; });
-        // The first row of all is not a display's; the first display takes it over.
+        // The initial row belongs to no display; the first display takes it over.
         if (found == rows_.end() && rows.empty() && rows_.size() == 1) found = rows_.begin();
         if (found == rows_.end()) {
             const int id = ++made_;

@@ -10,54 +10,55 @@
 
 namespace vantrel::virtualmac {
 
-/// One Space. Desktop Spaces hold any number of windows, a full-screen Space belongs to one window.
+/// One Space. A desktop Space contains any number of windows; a full-screen Space belongs to one window.
 struct Space {
     int id = 0;
     bool isFullScreen = false;
     bool operator==(const Space&) const = default;
 };
 
-/// The Spaces that one display shows in turn; all displays together when they do not have separate Spaces.
+/// The Spaces of one display, or of all displays together if they do not have separate Spaces.
 struct SpaceRow {
-    /// The display's name; empty for all displays.
+    /// The display's name. Empty for all displays.
     std::string display;
     /// From left to right. At least one is a desktop Space.
     std::vector<Space> spaces;
     int current = 0;
-    /// The one that the flags of the window list still tell.
+    /// The Space that the window list's flags still show.
     int told = 0;
     bool operator==(const SpaceRow&) const = default;
 };
 
-/// Which Spaces there are and which ones are current. There is always at least one row.
+/// The Spaces, and which of them are current. There is always at least one row.
 class SpaceTable {
   public:
-    /// Follows the displays; with none at all nothing changes. Returns the rows that went with their displays: their
-    /// Spaces are gone.
+    /// Follows the displays. Without any, nothing changes. Returns the rows removed with their displays: their Spaces
+    /// are gone.
     std::vector<SpaceRow> arrange(const Displays& displays);
 
     const std::vector<SpaceRow>& rows() const { return rows_; }
-    /// Null when there is no such Space.
+    /// Null if there is no such Space.
     const SpaceRow* rowOf(int space) const;
     const SpaceRow& rowOf(const Rect& frame) const { return rows_[rowIndex(frame)]; }
 
-    /// The display that most likely shows the frame: the one with its centre, else the primary one. From the top left.
+    /// The display that most likely shows the frame: the one that contains its centre, or else the primary one. From
+    /// the top left.
     Rect display(const Rect& frame) const;
     Rect displayOfSpace(int space, const Rect& frame) const;
 
     bool isCurrent(int space) const;
     bool isTold(int space) const;
     bool isFullScreen(int space) const;
-    /// The current Space of the row when it is a desktop, else the first desktop.
+    /// The row's current Space if it is a desktop, or else its first desktop.
     int desktop(const SpaceRow& row) const;
 
-    /// A new Space to the right of `left`; its id.
+    /// Adds a Space to the right of `left` and returns its id.
     int add(int left, bool isFullScreen);
-    /// Windows that are left on it belong nowhere. The last desktop of a row stays.
+    /// Windows left on it belong to no Space. The last desktop of a row is not removed.
     void remove(int space, int currentInstead);
-    /// False when there is no such Space.
+    /// False if there is no such Space.
     bool makeCurrent(int space);
-    /// From now on the flags tell the truth.
+    /// From now on the flags are correct.
     void settle(const std::string& display);
 
   private:
