@@ -1,5 +1,5 @@
-"""A whole class in small: the other display is covered, keys that would leave are swallowed, a window that comes between
-is sent back, and the participant ends it from the status menu."""
+"""A whole class in small: the other display is covered, keys that would leave are swallowed, a window that comes in
+front is sent back, and the participant ends the session from the status menu."""
 
 import subprocess
 import time
@@ -16,7 +16,7 @@ CODE, TITLE, NAME = "AULA01", "Primo soccorso", "Maria Bianchi"
 FOLDER = RUN / "a-class"
 OTHER_DISPLAY = (1440, 0, 1440, 900)
 
-# (keys as X knows them, name in the log). Super stands where Command does on a Mac's keyboard.
+# (keys as X names them, name in the log). Super stands for a Mac's Command.
 LEAVING = [("super+q", "Cmd+Q"), ("super+Tab", "Cmd+Tab"), ("super+shift+Tab", "Cmd+Shift+Tab"),
            ("super+space", "Cmd+Space"), ("super+shift+4", "Cmd+4"), ("ctrl+Left", "Ctrl+Arrow"),
            ("ctrl+Tab", "Ctrl+Tab"), ("super+ctrl+f", "Cmd+Ctrl+F")]
@@ -35,7 +35,7 @@ def reported(practice, kind):
 
 
 def violations(practice):
-    """(type, detail) of all that the server has been told, oldest first."""
+    """(type, detail) of all violations that the server received, oldest first."""
     return [(violation["type"], violation["detail"]) for body in practice.heartbeats()
             for violation in body["violations"]]
 

@@ -1,6 +1,7 @@
 """Chromium where the client looks for Chrome: under its name, in a home folder of the run's own.
 
-browser.py HOME FOLDER installs it for a client that is started by hand; FOLDER takes its profile and what it was given.
+browser.py HOME FOLDER installs it for a client that is started by hand. FOLDER is for its profile and the record of
+its arguments.
 """
 
 import os
@@ -11,8 +12,8 @@ import sys
 
 from client import until
 
-# What Chromium needs to stay apart from other profiles and to leave the network alone, beside what it was given, which
-# is noted. An empty line ends the arguments of one start.
+# Adds what keeps Chromium apart from other profiles and away from the network, and records the given arguments. An
+# empty line ends the arguments of one start.
 WRAPPER = """#!/bin/sh
 printf '%s\\n' "$@" '' >>{noted}
 exec chromium {flags} --user-data-dir={profile} "$@" 2>>{complaints}
@@ -22,7 +23,7 @@ FLAGS = ["--disable-quic", "--disable-background-networking", "--disable-compone
 # Its sandbox does not run as root.
 FLAGS_AS_ROOT = ["--no-sandbox", "--test-type"]
 
-# What the client gives it behind the meeting's address.
+# The client's arguments after the meeting's address.
 OTHER_ARGUMENTS = ["--new-window", "--no-first-run", "--no-default-browser-check", "--disable-extensions",
                    "--disable-tab-strip", "--disable-session-crashed-bubble", "--disable-infobars"]
 
@@ -47,7 +48,7 @@ class Browser:
         self.program.chmod(0o755)
 
     def start(self, desktop, *arguments):
-        """Opened by the person at the computer, as a process of its own."""
+        """Opened by the person at the computer, as a separate process."""
         return subprocess.Popen([self.program, *arguments], env={**desktop.environment, "HOME": str(self._home)},
                                 stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
                                 start_new_session=True)
@@ -59,12 +60,12 @@ class Browser:
         return [start.split("\n") for start in self._noted.read_text().split("\n\n") if start]
 
     def is_locked(self):
-        """Whether a lock of the profile lies about. A link to nothing, as a rule."""
+        """Whether a lock of the profile exists, usually a link to nothing."""
         return any(os.path.lexists(self._profile / name) for name in ("SingletonLock", "SingletonSocket"))
 
     def processes(self, *groups):
-        """What still runs of it: by its home folder or profile, or because it was started in one of those process
-        groups, which its helpers belong to whatever they call themselves. The client is not among them."""
+        """The browser's processes that still run: found by its home folder or profile, or because they belong to
+        those process groups, as its helpers do under any name. The client is not among them."""
         signs = [f"HOME={self._home}\0".encode(), str(self._profile).encode()]
         found = []
         for folder in pathlib.Path("/proc").iterdir():
@@ -83,7 +84,7 @@ class Browser:
 
 
 def check_nothing_is_left(browser, client, check, locks_too=True):
-    """After an end: the browser, whatever it had started, and the lock of its profile are gone."""
+    """After an end: the browser, all the processes it started, and its profile's lock are gone."""
     groups = [int(line.rpartition(" ")[2]) for line in client.lines if line.startswith("[BROWSER] Google Chrome PID ")]
     check("no process of the browser is left", groups and until(lambda: not browser.processes(*groups), 5))
     if locks_too:

@@ -1,4 +1,4 @@
-"""A session on a computer where the browser is open already: it is not the client's to end."""
+"""A session on a computer where the browser is already open: the client must not end it."""
 
 import re
 import subprocess
@@ -14,7 +14,7 @@ from stage import CODE_FIELD, END_SCREEN, END_TITLE, LOCKDOWN_COMPLETE, Stage, d
 CODE, TITLE = "NQRP5D", "Sicurezza sul lavoro"
 FOLDER = RUN / "browser-open-before"
 TRACE = FOLDER / "signals.txt"
-# The client and all that it starts, but not what was there before.
+# Watches the client and all that it starts, but not what was there before.
 WATCHING_SIGNALS = ["strace", "-f", "--seccomp-bpf", "-qq", "-o", TRACE, "-e", "signal=none",
                     "-e", "trace=kill,tkill,tgkill,pidfd_send_signal,rt_sigqueueinfo,rt_tgsigqueueinfo"]
 
@@ -25,7 +25,7 @@ def keyboard_guards():
 
 
 def signals_sent(guards):
-    """The calls that sent a signal to anybody else; number 0 only asks whether a process is there."""
+    """The calls that sent a signal to any other process. Signal 0 only checks whether a process exists."""
     to_a_guard = rf"\bkill\(({'|'.join(guards)}), "
     return [line for line in TRACE.read_text().splitlines()
             if not re.search(r"\bt?kill\((\d+, )+0\)", line) and not (guards and re.search(to_a_guard, line))]

@@ -1,4 +1,4 @@
-"""What a run has to show, counted."""
+"""What a run must show, counted."""
 
 
 class Checks:
@@ -13,6 +13,6 @@ class Checks:
 
 
 def in_order(lines, wanted):
-    """Whether the wanted lines stand among the lines, in their order."""
+    """Whether the wanted lines are among the lines, in their order."""
     rest = iter(lines)
     return all(line in rest for line in wanted)

@@ -1,4 +1,4 @@
-"""The client as a process, with a home of its own."""
+"""The client as a process, with its own home."""
 
 import subprocess
 import threading
@@ -7,7 +7,7 @@ import time
 
 class Client:
     def __init__(self, program, desktop, folder, log, under=()):
-        """`under`: a command that runs it in a process of its own, such as one that watches what it asks the system."""
+        """`under`: a command that runs it as a child, such as one that watches its system calls."""
         self._command = [str(part) for part in (*under, program)]
         self._desktop, self._folder, self._log = desktop, folder, log
         self.lines = []
@@ -41,12 +41,12 @@ class Client:
                     self._grown.notify_all()
 
     def wait_for(self, line, seconds=20):
-        """Whether the line has been logged, now or within the time."""
+        """Whether the line has been logged, or is within the time."""
         with self._grown:
             return self._grown.wait_for(lambda: line in self.lines, seconds)
 
     def ended(self, seconds=10):
-        """The exit status, or none while it runs on."""
+        """The exit status. None while it runs."""
         try:
             return self.process.wait(seconds)
         except subprocess.TimeoutExpired:
@@ -56,13 +56,13 @@ class Client:
         if self.process.poll() is None:
             self.process.kill()
             self.process.wait()
-        # After a run that broke off, a browser may still hold the pipes.
+        # If a run was aborted, a browser may still hold the pipes.
         for reader in self._readers:
             reader.join(10)
 
 
 def until(condition, seconds=10):
-    """The condition's first truthy answer within the time, or its last answer."""
+    """The condition's first true answer within the time, or its last answer."""
     deadline = time.monotonic() + seconds
     while True:
         answer = condition()

@@ -1,4 +1,4 @@
-"""An X desktop of its own, used the way a person uses one."""
+"""A separate X desktop, used as a person uses one."""
 
 import os
 import pathlib
@@ -7,8 +7,8 @@ import subprocess
 import tempfile
 import time
 
-# A session bus, as every desktop has one; but for it, the first program to want one would leave one behind. It starts
-# no services.
+# A session bus, as on every desktop. Otherwise the first program that wants one would leave one running. It starts no
+# services.
 BUS = """<busconfig>
   <type>session</type>
   <listen>{address}</listen>
@@ -65,7 +65,7 @@ class Desktop:
                               text=True).stdout
 
     def windows(self, name):
-        """The viewable windows with exactly that name."""
+        """The visible windows with exactly that name."""
         found = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", f"^{re.escape(name)}$"],
                                env=self.environment, capture_output=True, text=True).stdout.split()
         result = []
@@ -92,18 +92,18 @@ class Desktop:
         return found
 
     def focused(self):
-        """The name of the window that keys go to."""
+        """The name of the window that gets the keys."""
         return subprocess.run(["xdotool", "getwindowfocus", "getwindowname"], env=self.environment,
                               capture_output=True, text=True).stdout.strip()
 
     def focused_class(self):
-        """The class of the window that keys go to, as the window manager names it."""
+        """The class of the window that gets the keys, by the window manager."""
         active = self.run("xprop", "-root", "_NET_ACTIVE_WINDOW").rpartition(" ")[2].strip()
         return subprocess.run(["xprop", "-id", active, "WM_CLASS"], env=self.environment, capture_output=True,
                               text=True).stdout
 
     def activate(self, window):
-        """Brings it to the front with the keyboard, as a click on it does."""
+        """Brings the window to the front and gives it the keyboard, like a click."""
         self.run("xdotool", "windowactivate", window.identifier)
 
     def click(self, x, y):
@@ -122,7 +122,7 @@ class Desktop:
         self.run("import", "-window", "root", path)
 
     def pixels(self, path, area, matches):
-        """How many pixels of the picture's area (x, y, width, height) match; `matches` takes red, green and blue."""
+        """How many pixels of the picture's area (x, y, width, height) match. `matches` takes red, green and blue."""
         x, y, width, height = area
         raw = subprocess.run(["convert", path, "-crop", f"{width}x{height}+{x}+{y}", "+repage", "-depth", "8", "rgb:-"],
                              check=True, capture_output=True).stdout

@@ -1,4 +1,4 @@
-"""Three short sessions of one client, each ended by what happens to the browser."""
+"""Three short sessions of one client, each ended by something that happens to the browser."""
 
 import os
 import signal
@@ -17,7 +17,7 @@ FOLDER = RUN / "endings"
 
 
 def close_the_window(desktop, client):
-    # Chromium's own key for it here, which is no key of a Mac's and passes.
+    # Chromium's own key for this here, which does not exist on a Mac and so passes.
     desktop.key("ctrl+w")
 
 
@@ -34,8 +34,8 @@ CLOSED, CRASHED = "La finestra di Meet è stata chiusa", "Il browser si è chius
 AWAY = "[MONITOR] ⚠️ Utente cambiato a Space diverso da Meet — kill browser e fine sessione"
 GONE = "[MONITOR] Google Chrome non in esecuzione — fine sessione"
 
-# (what, deed, the line that must come before the end, messages of the end). On Linux Chromium leaves with its last
-# window, so that the window's end is the browser's.
+# (what, deed, the line that must come before the end, messages of the end). On Linux Chromium exits with its last
+# window, so closing the window ends the browser.
 ENDINGS = [
     ("the meeting's window is closed", close_the_window, GONE, CRASHED),
     ("the participant goes to another desktop", leave_the_space, AWAY, CLOSED),
@@ -69,7 +69,7 @@ def play_one(stage, practice, browser, check, number, code, ending):
     stage.fill(CODE_FIELD, code)
     desktop.key("Return")
     check("the lockdown is complete", until(lambda: client.lines.count(LOCKDOWN_COMPLETE) == number, 30))
-    # A browser that no tick of the monitor has seen yet is waited for.
+    # The monitor still waits for a browser that no tick has seen yet.
     time.sleep(2)
     deed(desktop, client)
     check("the end screen comes", until(lambda: client.lines.count(END_SCREEN) == number))
@@ -78,7 +78,7 @@ def play_one(stage, practice, browser, check, number, code, ending):
                   ("the end's title", END_TITLE, dark, True))
     told = [body["disconnecting"] for body in practice.heartbeats() if body["sessionCode"] == code]
     check("the server is told once", until(lambda: told.count(True) == 1 and told[-1]))
-    # A browser that was killed leaves its profile locked; the next one sees that nobody holds the lock.
+    # A browser that was killed leaves its profile locked. The next one sees that no process holds the lock.
     check_nothing_is_left(browser, client, check, locks_too=deed is close_the_window)
     check("the end screen has the keyboard", stage.has_keyboard())
     stage.click(NEW_SESSION_BUTTON)

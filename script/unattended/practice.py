@@ -44,5 +44,5 @@ class Practice:
         return [json.loads(exchange["body"]) for exchange in self.received() if exchange["path"] == "/api/heartbeat"]
 
     def reports(self):
-        """What the meeting pages reported."""
+        """The reports of the meeting pages."""
         return self._ask("GET", "/control/reports")

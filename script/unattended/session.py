@@ -1,7 +1,7 @@
-"""Sessions with the real client on desktops of their own, as a person would go through them.
+"""Sessions with the real client on separate desktops, as a person would use them.
 
-Leaves under build/run/ one picture for each stage, client.log and what else the sessions note; ends with status 0 when
-all of it held. With names of scenarios, plays only those.
+Leaves under build/run/ one picture for each stage, client.log and other records of the sessions. Exits with status 0
+if all checks passed. With names of scenarios, plays only those.
 """
 
 import shutil
@@ -28,7 +28,7 @@ def clients():
 
 
 def main(names):
-    # Whoever stops this stops all that it started, too.
+    # When this is stopped, everything that it started is stopped too.
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
     shutil.rmtree(RUN, ignore_errors=True)
     RUN.mkdir(parents=True)

@@ -8,7 +8,7 @@ from client import until
 SERVER_FIELD, CODE_FIELD, NAME_FIELD, EMAIL_FIELD = (220, 336), (220, 274), (220, 218), (220, 162)
 JOIN_BUTTON, NEW_SESSION_BUTTON = (129, 96), (104, 246)
 
-# Frames of the controls, likewise, and what shows in them.
+# Frames of the controls, also from the bottom left, and what they show.
 ERROR_LABEL, JOIN_FRAME, TITLE_LABEL, NAME_FRAME, CODE_FRAME, END_TITLE = (
     (24, 122, 392, 18), (24, 80, 210, 32), (24, 408, 392, 34), (28, 210, 384, 16), (28, 266, 384, 16),
     (24, 380, 392, 30))
@@ -34,7 +34,7 @@ class Stage:
         self.desktop, self.client, self._folder, self._check = desktop, client, folder, check
 
     def window(self, name="Vantrel", seconds=10):
-        """The window of that name that came up last."""
+        """The newest window with that name."""
         found = until(lambda: self.desktop.windows(name), seconds)
         if not found:
             raise RuntimeError(f"no window {name!r} came up; the client said: {self.client.complaints}")
@@ -52,8 +52,8 @@ class Stage:
         time.sleep(0.2)
 
     def picture(self, name, *looks):
-        """Takes a picture and holds it against what it must show: (what, frame, colour, whether it is there). Its
-        file."""
+        """Takes a picture and compares it with what it must show: (what, frame, colour, whether it is there).
+        Returns its file."""
         time.sleep(0.4)
         path = self._folder / f"{name}.png"
         self.desktop.picture(path)
@@ -67,18 +67,18 @@ class Stage:
         return path
 
     def open_status_menu(self):
-        # Over a full-screen window the strip shows for a pointer at the top edge.
+        # Over a full-screen window the strip appears when the pointer is at the top edge.
         self.desktop.run("xdotool", "mousemove", 700, 0)
         strip = self.window("Vantrel status")
         self.desktop.click(strip.x + strip.width // 2, strip.y + strip.height // 2)
         time.sleep(0.5)
 
     def choose_the_end(self):
-        """In the open status menu; whether it shall be is then asked."""
+        """Chooses the end in the open status menu. The confirmation is then shown."""
         # The menu's only enabled entry is the last one.
         self.desktop.key("Up", "Return")
         self.window()
 
     def has_keyboard(self):
-        """Whether keys go to the client's window, without anybody clicking on it."""
+        """Whether the client's window gets the keys without a click on it."""
         return until(lambda: self.desktop.focused() == "Vantrel", 3)

@@ -1,4 +1,4 @@
-"""Two sessions in a row, as a person would go through them: one ended from the status menu, one by the trainer."""
+"""Two sessions in a row, as a person would use them: one ended from the status menu, one by the trainer."""
 
 import json
 import subprocess

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""check_documentation.py PROGRAM PAGE: the page's example has the transcript that the page shows, and every other piece of
-a scenario in it is accepted."""
+"""check_documentation.py PROGRAM PAGE: checks that the page's example has the transcript shown there, and that every
+other piece of a scenario on the page is accepted."""
 import pathlib
 import re
 import sys
@@ -14,7 +14,7 @@ def blocks(page, language):
 
 
 def whole(piece):
-    """A piece with what a scenario needs and the piece lacks."""
+    """The piece, completed with what a scenario needs."""
     for word, default in (("title", "title: A piece\n"), ("timeline", "timeline: []\n"), ("until", "until: 1000\n")):
         if not re.search(rf"^{word}:", piece, re.MULTILINE):
             piece += default

@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
-"""check_orderings.py PROGRAM FOLDER [SEEDS]: plays every scenario with many seeds; whatever the order of what is due at the
-same moment, the client does not misuse its platform, a seed replays itself, a lockdown ends at most once, with one notice,
-and an end leaves nothing behind. Where different things are due at the same moment, the seeds show more than one order."""
+"""check_orderings.py PROGRAM FOLDER [SEEDS]: plays every scenario with many seeds. Whatever the order of what is due
+at the same moment, the client must not misuse its platform, a seed must replay itself, a lockdown must end at most
+once and with one notice, and an end must leave nothing behind. If different things are due at the same moment, the
+seeds must show more than one order."""
 import concurrent.futures
 import pathlib
 import re
@@ -12,7 +13,8 @@ from player import difference, play
 LOCKDOWN = "🔒 ATTIVAZIONE LOCKDOWN"
 END_SCREEN = "[SESSION] Schermata fine visibile"
 NOTICE = '"disconnecting":true'
-# Here different things are due at the same moment: with seeds that are heeded there is more than one transcript.
+# In these scenarios different things are due at the same moment: seeds that have an effect give more than one
+# transcript.
 WITH_TIES = [
     "updates/a-version-prompt-comes-with-the-result-of-a-join.yaml",
     "spaces/a-browser-given-back-already-is-not-killed.yaml",
@@ -20,7 +22,7 @@ WITH_TIES = [
     "spaces/leaving-the-meetings-space-kills-the-browser.yaml",
     "end/the-reply-to-the-notice-comes-as-the-wait-for-it-ends.yaml",
 ]
-# What a client that shows a screen has.
+# A client that shows a screen has these.
 MAY_STAY = {"windows", "visible windows", "alerts"}
 
 
@@ -30,7 +32,7 @@ def entries(transcript):
 
 
 def problems(transcript):
-    """What does not hold."""
+    """The rules that are broken."""
     end_screens = notices = 0
     lockdown = False
     for entry in entries(transcript):
@@ -61,7 +63,7 @@ def problems(transcript):
 
 
 def lacking_orders(orderings):
-    """The scenarios with ties whose transcripts, a set for each name, are all the same."""
+    """The scenarios with ties whose transcripts (a set for each name) are all the same."""
     return [name for name in WITH_TIES if len(orderings.get(name, ())) < 2]
 
 

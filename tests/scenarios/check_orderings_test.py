@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""What the check of the orderings objects to."""
+"""Tests of the orderings' check."""
 import unittest
 
 from check_orderings import WITH_TIES, lacking_orders, problems

@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""check_pairs.py FOLDER: every transcript belongs to a scenario, and the other way round, in a folder for their theme."""
+"""check_pairs.py FOLDER: checks that every transcript belongs to a scenario and every scenario has one, in a folder
+for their theme."""
 import pathlib
 import sys
 

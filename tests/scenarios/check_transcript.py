@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""check_transcript.py PROGRAM SCENARIO: the transcript has to be the one beside the scenario, to the byte."""
+"""check_transcript.py PROGRAM SCENARIO: checks that the transcript equals the one beside the scenario, to the byte."""
 import pathlib
 import sys
 

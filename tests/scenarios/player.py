@@ -10,7 +10,7 @@ def play(program, scenario, *options):
 
 
 def difference(expected, actual, expected_name):
-    """A unified diff; empty when they are the same to the byte."""
+    """A unified diff. Empty if they are the same to the byte."""
     return "".join(
         line if line.endswith("\n") else line + "\n\\ No newline at end\n"
         for line in difflib.unified_diff(
