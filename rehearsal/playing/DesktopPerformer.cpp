@@ -27,7 +27,7 @@ void DesktopPerformer::operator()(const ShowApplication& action) {
     if (!action.start || isRunning(action.name)) return mac_.participant().bringToFront(action.name);
     note("participant", "starts " + action.name);
     launch(*action.start);
-    // With a window it has come to the front by itself.
+    // An application with a window has already come to the front.
     if (!action.start->window) mac_.participant().bringToFront(action.name);
 }
 

@@ -8,13 +8,13 @@
 
 namespace vantrel::rehearsal {
 
-/// Does what a step says of the desktop, on the driver's thread.
+/// Performs a step's actions on the desktop, on the driver's thread.
 class DesktopPerformer {
   public:
     DesktopPerformer(virtualmac::VirtualMac& mac, Transcript& transcript) : mac_(mac), transcript_(transcript) {}
 
     void perform(const DesktopAction& action);
-    /// Another application starts, and comes to the front with its window where it has one.
+    /// Starts another application. If it has a window, it comes to the front with it.
     void launch(const OtherApplication& application);
 
   private:

@@ -10,8 +10,8 @@
 
 namespace vantrel::rehearsal {
 
-/// Does what a step says, on the driver's thread. What the virtual Mac does not tell of itself it writes down: what is
-/// set on the server, the permissions and the faults.
+/// Performs a step's actions, on the driver's thread. It records what the virtual Mac does not: changes of the server,
+/// the permissions and the faults.
 class Performer {
   public:
     Performer(virtualmac::VirtualMac& mac, RehearsalNetwork& network, Transcript& transcript)

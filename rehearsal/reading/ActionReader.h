@@ -13,7 +13,7 @@
 
 namespace vantrel::rehearsal {
 
-/// Reads what happens in a step.
+/// Reads the actions of a step.
 class ActionReader {
   public:
     ActionReader(NodeReader& reader, MacReader& mac, ServerReader& server)
@@ -21,7 +21,7 @@ class ActionReader {
 
     bool isWord(const std::string& word) const;
 
-    /// `word` is one for which isWord holds.
+    /// isWord(word) must hold.
     Action read(const std::string& word, const YAML::Node& value);
 
   private:

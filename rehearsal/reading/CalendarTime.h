@@ -5,7 +5,7 @@
 
 namespace vantrel::rehearsal {
 
-/// Seconds since 1970 of a time of the form 2026-03-02T08:00:00Z; empty for any other text.
+/// Seconds since 1970 for a time such as 2026-03-02T08:00:00Z. Empty for any other text.
 std::optional<double> secondsSince1970(std::string_view text);
 
 }  // namespace vantrel::rehearsal

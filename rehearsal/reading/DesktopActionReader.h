@@ -12,13 +12,13 @@
 
 namespace vantrel::rehearsal {
 
-/// Reads what happens on the desktop in a step.
+/// Reads the actions of a step on the desktop.
 class DesktopActionReader {
   public:
     DesktopActionReader(NodeReader& reader, MacReader& mac);
 
     bool isWord(const std::string& word) const { return readers_.contains(word); }
-    /// `word` is one for which isWord holds.
+    /// isWord(word) must hold.
     DesktopAction read(const std::string& word, const YAML::Node& value) { return readers_.at(word)(value); }
 
   private:

@@ -4,7 +4,7 @@
 
 namespace vantrel::rehearsal {
 
-/// What is wrong with a scenario file, and where.
+/// A mistake in a scenario file, and its place.
 struct Problem {
     /// Counted from 1.
     int line = 1;

@@ -13,7 +13,7 @@
 
 namespace vantrel::rehearsal {
 
-/// Texts into fields of the join screen, by the fields' ids, in order.
+/// Texts for fields of the join screen, by the fields' ids, in order.
 struct TypeTexts {
     std::vector<std::pair<std::string, std::string>> fields;
 };
@@ -80,15 +80,15 @@ struct BendReplies {
     ReplyRule rule;
 };
 
-/// The server answers by itself again.
+/// The server answers normally again.
 struct ReplyAsUsual {};
 
-/// The next serialisations of JSON fail.
+/// The next JSON serialisations fail.
 struct FailSerialisations {
     int count = 0;
 };
 
-/// Addresses that contain the text form no URL; an empty text lets all of them again.
+/// Addresses that contain the text form no URL. An empty text ends this.
 struct RefuseAddresses {
     std::string containing;
 };

@@ -12,7 +12,7 @@ struct Behaviour {
     bool ignoresForceTerminate = false;
     bool refusesForceTerminate = false;
     bool declinesActivation = false;
-    /// Seconds until a request to end, or signal 9, has been carried out.
+    /// Seconds until it carries out a request to end, or signal 9 takes effect.
     std::optional<double> exitDelay;
     std::optional<double> killDelay;
 

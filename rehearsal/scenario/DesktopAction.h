@@ -12,19 +12,19 @@
 
 namespace vantrel::rehearsal {
 
-/// A key that goes to whatever is in front, as often as it is held down for.
+/// A key for the application in front, repeated while it is held down.
 struct PressKeys {
     virtualmac::KeyStroke key;
     int times = 1;
 };
 
-/// The application comes to the front. One that does not run is started first where it is known what to start.
+/// Brings the application to the front. If it does not run, it is started first, provided that its executable is known.
 struct ShowApplication {
     std::string name;
     std::optional<OtherApplication> start;
 };
 
-/// Something done to an application, or to its front window.
+/// An action on an application, or on its front window.
 struct DoToApplication {
     enum class What { quit, kill, minimise, restore, close, toggleFullScreen };
     What what = What::quit;
@@ -50,7 +50,7 @@ struct Swipe {
     bool left = true;
 };
 
-/// A display is moved or gets another resolution.
+/// Moves a display or changes its resolution.
 struct ArrangeDisplay {
     Screen display;
 };
@@ -60,18 +60,18 @@ struct MirrorDisplay {
     bool mirrors = true;
 };
 
-/// How often a change of the displays is noticed from now on.
+/// How many notifications a change of the displays causes from now on.
 struct SetDisplayNotices {
     int count = 1;
     double every = 0;
 };
 
-/// The system refuses keyboard taps, or gives them again.
+/// The system refuses keyboard taps, or allows them again.
 struct SetTaps {
     bool work = true;
 };
 
-/// The window list cannot be read, or can again.
+/// The window list cannot be read, or can be again.
 struct SetWindowList {
     bool works = true;
 };
@@ -84,21 +84,21 @@ struct FailElements {
     int times = virtualmac::AccessibilityFaults::always;
 };
 
-/// They work as usual again.
+/// Elements work normally again.
 struct MendElements {};
 
-/// The elements of an application's processes do not answer any more, or do again.
+/// The elements of an application stop answering, or answer again.
 struct SilenceApplication {
     std::string application;
     bool silent = true;
 };
 
-/// The client's main thread does nothing for so long.
+/// The client's main thread does nothing for this long.
 struct HangClient {
     double seconds = 0;
 };
 
-/// What happens on the desktop: windows, keys, displays, and what goes wrong with them.
+/// Actions on the desktop: windows, keys, displays, and their faults.
 using DesktopAction = std::variant<PressKeys, ShowApplication, DoToApplication, MoveWindow, ResizeWindow, OpenWindow,
                                    Swipe, ArrangeDisplay, MirrorDisplay, SetDisplayNotices, SetTaps, SetWindowList,
                                    FailElements, MendElements, SilenceApplication, HangClient>;

@@ -7,18 +7,18 @@
 
 namespace vantrel::rehearsal {
 
-/// How the server's replies to some requests differ from what it would answer by itself.
+/// How the replies to some requests differ from the server's own.
 struct ReplyRule {
-    /// answer: as the bend says; transportError: no connection; silence: never a byte; notHTTP: a response of another
-    /// protocol.
+    /// answer: the server's reply, changed by the rule; transportError: no connection; silence: never a byte; notHTTP:
+    /// a response of another protocol.
     enum class Ending { answer, transportError, silence, notHTTP };
 
-    /// Which requests, how many of them, and what the reply becomes.
+    /// Which requests, how many of them, and the changed reply.
     practice::BendRule bend;
     Ending ending = Ending::answer;
     /// The platform's description of a transport error.
     std::string errorText;
-    /// The body in so many equal pieces, each after a pause; 0: whole.
+    /// The body in this many equal pieces, each after a pause. 0: in one piece.
     int pieces = 0;
     /// Seconds before each piece.
     double pause = 0;

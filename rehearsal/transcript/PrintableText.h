@@ -5,11 +5,11 @@
 
 namespace vantrel::rehearsal {
 
-/// The text as a transcript shows it: control characters but the line break as \xNN.
+/// The text as a transcript shows it: control characters except line breaks as \xNN.
 std::string printable(std::string_view text);
 
-/// A body as a transcript shows it: JSON compact with sorted keys, other text as it is, other bytes in hexadecimal.
-/// What is longer than 2,000 bytes is cut, and its length told.
+/// A body as a transcript shows it: JSON compact with sorted keys, other text unchanged, other bytes in hexadecimal.
+/// After 2,000 bytes it is cut and its length given.
 std::string printableBody(std::string_view body);
 
 }  // namespace vantrel::rehearsal
