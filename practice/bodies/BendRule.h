@@ -12,7 +12,7 @@
 
 namespace vantrel::practice {
 
-/// How the replies to some requests are bent. The exchange itself is carried out as usual.
+/// How the replies to some requests are changed. The exchange itself is carried out normally.
 struct BendRule {
     /// The largest body that "bodySize" makes.
     static constexpr std::size_t largestBody = std::size_t{64} * 1024 * 1024;
@@ -21,23 +21,23 @@ struct BendRule {
 
     /// "*" matches every method.
     std::string method = "*";
-    /// The path with or without its query, or what it begins with followed by "*".
+    /// The path with or without its query, or the beginning of it followed by "*".
     std::string path;
-    /// How many replies are bent; empty: all of them.
+    /// How many replies are changed. Empty: all.
     std::optional<std::uint64_t> times;
 
     std::optional<int> status;
     std::optional<std::string> contentType;
     std::optional<std::string> body;
-    /// The body repeated (a pattern of its own when there is none) and cut to this many bytes.
+    /// The body is repeated (or a fixed pattern if it is empty) and cut to this many bytes.
     std::optional<std::size_t> bodySize;
-    /// The Location header; the status is 302 when the rule has none.
+    /// The Location header. The status is 302 if the rule has none.
     std::optional<std::string> location;
     double delaySeconds = 0;
     bool dropConnection = false;
     bool stallAfterHeaders = false;
 
-    /// From the JSON object of the control interface.
+    /// From the control interface's JSON object.
     static std::variant<BendRule, BodyError> read(const std::string& json);
 
     bool matches(const PracticeRequest& request) const;

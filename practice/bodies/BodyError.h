@@ -4,7 +4,7 @@
 
 namespace vantrel::practice {
 
-/// Why a body was refused, for whoever reads the reply.
+/// Why a body was refused, as text for the reply.
 struct BodyError {
     std::string message;
 };

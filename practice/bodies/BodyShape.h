@@ -11,7 +11,7 @@
 
 namespace vantrel::practice {
 
-/// The keys that an object has to hold, all of them and no others, with their types.
+/// The keys of an object with their types. It must have all of them and no others.
 class BodyShape {
   public:
     /// A count is a whole number from 0 on.
@@ -23,7 +23,7 @@ class BodyShape {
 
     explicit BodyShape(std::vector<Key> keys) : keys_(std::move(keys)) {}
 
-    /// What is wrong with the value, if anything is; `name` stands for the value in the message.
+    /// What is wrong with the value, if anything. `name` stands for the value in the message.
     std::optional<BodyError> wrong(const nlohmann::json& value, const std::string& name) const;
 
   private:

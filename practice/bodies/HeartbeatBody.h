@@ -16,7 +16,7 @@ struct HeartbeatBody {
         std::string at;
     };
 
-    /// As the participant typed it, in any case.
+    /// As the participant typed it, in upper or lower case.
     std::string sessionCode;
     std::string userToken;
     std::string timestamp;

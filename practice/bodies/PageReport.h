@@ -6,7 +6,7 @@
 
 namespace vantrel::practice {
 
-/// How the page stands in the browser's window; sizes in CSS pixels.
+/// The page's state in the browser's window. Sizes are in CSS pixels.
 struct PageView {
     std::uint64_t width = 0;
     std::uint64_t height = 0;
@@ -15,7 +15,7 @@ struct PageView {
     bool focused = false;
 };
 
-/// A key that went down over the page; the names are the browser's.
+/// A key pressed over the page. The names are the browser's.
 struct PageKey {
     std::string key;
     std::string code;
@@ -26,20 +26,20 @@ struct PageKey {
     bool repeat = false;
 };
 
-/// How it stood when it was opened.
+/// The state when it was opened.
 struct PageOpened : PageView {};
 
-/// What the message field holds after a change.
+/// The message field's text after a change.
 struct PageText {
     std::string text;
 };
 
-/// What was sent from the message field.
+/// A message sent from the field.
 struct PageMessage {
     std::string text;
 };
 
-/// One thing that a meeting page tells of itself.
+/// One report of a meeting page about itself.
 struct PageReport {
     /// Counted by the page, from 1.
     std::uint64_t number = 0;

@@ -10,16 +10,16 @@
 
 namespace vantrel::practice {
 
-/// The body with which a meeting page reports.
+/// The body of a meeting page's report.
 struct PageReportsBody {
-    // In bytes. A browser lets a request outlive its page only up to the first of these.
+    // In bytes. A browser lets requests outlive their page only up to this size.
     static constexpr std::size_t largestBody = std::size_t{64} * 1024;
     static constexpr std::size_t longestText = 4000;
     static constexpr std::size_t longestName = 64;
 
-    /// What the page calls itself: 1 to 64 letters, digits and `-`.
+    /// The page's own name: 1 to 64 letters, digits and `-`.
     std::string page;
-    /// Numbers ascend.
+    /// In ascending order of their numbers.
     std::vector<PageReport> reports;
 
     static std::variant<PageReportsBody, BodyError> read(const std::string& body);

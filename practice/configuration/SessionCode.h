@@ -5,8 +5,8 @@
 
 namespace vantrel::practice {
 
-/// Whether the text can be a session's code: one or more ASCII letters, digits, '-', '.', '_' or '~', so that it stands
-/// in a path as it is.
+/// Whether the text can be a session's code: one or more ASCII letters, digits, '-', '.', '_' or '~', so that a path
+/// can contain it without escapes.
 bool isSessionCode(std::string_view text);
 
 /// The text with its ASCII letters in upper case.

@@ -10,7 +10,7 @@
 
 namespace vantrel::practice {
 
-/// What a client asks under /api: the session, the join, the heartbeat and the version check.
+/// The client's requests under /api: the session, the join, the heartbeat and the version check.
 class ApiExchanges {
   public:
     ApiExchanges(SessionRegistry& registry, const PracticeConfiguration& configuration);

@@ -11,7 +11,7 @@
 
 namespace vantrel::practice {
 
-/// The trainer's page at "/", and what it asks for under /trainer.
+/// The trainer's page at "/", and its requests under /trainer.
 class TrainerExchanges {
   public:
     TrainerExchanges(SessionRegistry& registry, const PracticeConfiguration& configuration);

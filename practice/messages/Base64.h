@@ -8,7 +8,7 @@ namespace vantrel::practice {
 
 /// RFC 4648, with padding.
 std::string toBase64(std::string_view bytes);
-/// Empty when the text is not base64 with its padding.
+/// Empty if the text is not base64 with its padding.
 std::optional<std::string> fromBase64(std::string_view text);
 
 }  // namespace vantrel::practice

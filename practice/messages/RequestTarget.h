@@ -7,7 +7,7 @@
 
 namespace vantrel::practice {
 
-/// A request target taken apart. Nothing is normalised: "//api" has an empty first segment, and another path than
+/// A request target split into its parts. Nothing is normalised: "//api" has an empty first segment and differs from
 /// "/api".
 class RequestTarget {
   public:
@@ -15,9 +15,9 @@ class RequestTarget {
 
     /// Without the query.
     const std::string& path() const { return path_; }
-    /// What stands between the slashes, percent-encoding untouched; empty when the path does not begin with one.
+    /// The parts between the slashes, with percent-encoding. Empty if the path does not begin with one.
     const std::vector<std::string>& segments() const { return segments_; }
-    /// A query's value with its percent-encoding undone.
+    /// A query's value, percent-decoded.
     std::optional<std::string> query(std::string_view name) const;
 
   private:

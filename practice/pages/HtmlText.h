@@ -5,7 +5,7 @@
 
 namespace vantrel::practice {
 
-/// The text with everything escaped that means something in HTML, in an element or in a quoted attribute.
+/// The text with everything escaped that has a meaning in HTML, in an element or in a quoted attribute.
 std::string htmlText(std::string_view text);
 
 }  // namespace vantrel::practice

@@ -13,12 +13,12 @@ namespace vantrel::practice {
 
 namespace {
 
-/// How many faces meeting.css has.
+/// The number of faces in meeting.css.
 constexpr std::size_t faces = 6;
 
 constexpr std::array<std::string_view, 3> classmates{"Giulia", "Tommaso", "Amina"};
 
-/// The first is the one who speaks.
+/// The first one is the speaker.
 std::string tile(std::string_view name, std::size_t number) {
     std::string look = "face-" + std::to_string(number % faces + 1);
     if (number == 0) look += " speaking";

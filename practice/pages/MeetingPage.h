@@ -9,11 +9,11 @@
 
 namespace vantrel::practice {
 
-/// The page that plays the meeting. It needs nothing from elsewhere. Once shown it only tells the server how it stands
-/// and what is typed, see ReportExchanges, and does not mind when nobody listens.
+/// The page that plays the meeting. It needs nothing from outside. Once shown, it only reports its state and what is
+/// typed to the server (see ReportExchanges), and works even if the server is gone.
 PracticeReply meetingPage(const PracticeSession& session, const std::vector<PracticeParticipant>& participants);
 
-/// 404, for people.
+/// 404, as a page for people.
 PracticeReply unknownMeetingPage(std::string_view code);
 
 }  // namespace vantrel::practice

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-/// The files beside this header, each under its name, as CMake embeds them in the program (embed.cmake).
+/// The files beside this header, by their names, as CMake embeds them in the program (embed.cmake).
 namespace vantrel::practice::pagefiles {
 
 extern const std::string_view meetingCss;

@@ -7,8 +7,8 @@
 
 namespace vantrel::practice {
 
-/// The text with every {{name}} replaced by its value. A value is markup already, and is not looked through again; a
-/// name that has no value stays as it stands.
+/// The text with every {{name}} replaced by its value. A value is markup and is not searched again. A name without a
+/// value stays unchanged.
 std::string filledTemplate(std::string_view text,
                            std::initializer_list<std::pair<std::string_view, std::string_view>> values);
 

@@ -4,8 +4,8 @@
 
 namespace vantrel::practice {
 
-/// The page on which the trainer follows the sessions. It holds nothing of them: its script asks /trainer/state once a
-/// second, and puts whatever comes from outside on the page as text.
+/// The page on which the trainer follows the sessions. It contains no data: its script asks /trainer/state once a
+/// second, and shows data from outside only as text.
 PracticeReply trainerPage();
 
 }  // namespace vantrel::practice

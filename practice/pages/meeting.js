@@ -20,14 +20,14 @@ function tick() {
 tick();
 setInterval(tick, 1000);
 
-// What the page reports of itself; practice/README.md lists it.
+// What the page reports about itself; see the list in practice/README.md.
 const page = [...crypto.getRandomValues(new Uint8Array(8))].map(byte => byte.toString(16).padStart(2, "0")).join("");
 const address = location.pathname.replace(/\/+$/, "") + "/reports";
 const waiting = [];
 let number = 0;
 let underWay = false;
 let lastView = "";
-// Within what a browser lets outlive the page, 64 KiB at once, with three bytes for a character.
+// Below the 64 KiB that a browser sends after the page is gone, with three bytes per character.
 const portion = 15000;
 
 function take() {
@@ -83,7 +83,7 @@ const look = () => view("view");
 for (const name of ["resize", "focus", "blur", "pageshow"]) addEventListener(name, look);
 for (const name of ["visibilitychange", "fullscreenchange"]) document.addEventListener(name, look);
 matchMedia("(display-mode:fullscreen)").addEventListener("change", look);
-// What still waits then goes at once; its numbers put it in its place.
+// Sends what still waits at once. The numbers put it in order.
 addEventListener("pagehide", () => {
     while (waiting.length > 0) post();
 });
@@ -102,7 +102,7 @@ addEventListener(
     true,
 );
 
-// The field for messages, which stay on the page; a page of an ended session has none.
+// The field for messages, which appear only on this page. The page of an ended session has none.
 const form = document.getElementById("write");
 if (form !== null) {
     const field = form.elements.text;

@@ -1,6 +1,6 @@
 "use strict";
 
-// Milliseconds between two looks at the state, and until a reply that does not come is given up.
+// Milliseconds between two requests for the state, and the timeout of a reply.
 const pause = 1000;
 const patience = 5000;
 const freshSeconds = 8;
@@ -14,7 +14,7 @@ function byId(id) {
     return document.getElementById(id);
 }
 
-// Whatever comes from outside is set as text and never as markup.
+// Data from outside is set as text, never as markup.
 function make(tag, className, text) {
     const node = document.createElement(tag);
     if (className) node.className = className;

@@ -16,7 +16,7 @@ namespace vantrel::practice {
 
 namespace {
 
-/// Reads nodes, and remembers the first thing that is wrong.
+/// Reads nodes, and remembers the first mistake.
 class Reader {
   public:
     explicit Reader(std::string path) : path_(std::move(path)) {}

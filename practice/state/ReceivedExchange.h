@@ -6,17 +6,17 @@
 
 namespace vantrel::practice {
 
-/// One exchange as it was received, and what became of its reply.
+/// One exchange as received, and what happened to its reply.
 struct ReceivedExchange {
     /// Counted from 1.
     std::uint64_t number = 0;
     /// Seconds since 1970.
     double time = 0;
     PracticeRequest request;
-    /// The status answered; 0 when the connection is dropped instead.
+    /// The status answered. 0 if the connection is dropped instead.
     int status = 0;
     bool bent = false;
-    /// Whether the whole reply left while the client was still there.
+    /// Whether the whole reply was sent while the client was still connected.
     bool delivered = false;
 };
 

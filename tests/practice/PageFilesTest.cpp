@@ -17,7 +17,7 @@ std::string headerOf(const PracticeReply& reply, const std::string& name) {
     return {};
 }
 
-/// What the page refers to, as it stands in the page.
+/// The page's references, as written in the page.
 std::vector<std::string> references(const std::string& html) {
     static const std::regex reference("(?:src|href|action|data)=\"([^\"]*)\"");
     std::vector<std::string> found;

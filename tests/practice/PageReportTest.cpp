@@ -41,7 +41,7 @@ json with(json value, const std::string& name, json member) {
     return value;
 }
 
-/// Braces around a single value would be the value itself.
+/// Braces around a single value would mean the value itself.
 template <typename... Item>
 json list(const Item&... items) {
     json values = json::array();
@@ -163,7 +163,7 @@ TEST_F(PageReports, ThatAreWrongGetAReasonAndChangeNothing) {
         EXPECT_EQ(server.handle(post("/meet/PROVA/reports", body)).status, 400) << body;
     }
     EXPECT_EQ(shortList(), (std::vector<std::string>{"1.1 a"}));
-    // Nor has any of them made a page known.
+    // Nor did any of them add a page.
     send(list(text(1, "b")), "b2");
     EXPECT_EQ(listed()[1]["page"], 2);
 }

@@ -8,8 +8,8 @@
 
 namespace vantrel::practice::test {
 
-/// The program, started for one test. It ends with this object, and with the tests should they crash, because its
-/// standard input is then closed.
+/// The program, started for one test. It ends with this object, and also if the tests crash, because its standard input
+/// is then closed.
 class PracticeProgram {
   public:
     explicit PracticeProgram(const std::vector<std::string>& arguments);
@@ -17,16 +17,16 @@ class PracticeProgram {
     PracticeProgram(const PracticeProgram&) = delete;
     PracticeProgram& operator=(const PracticeProgram&) = delete;
 
-    /// The next line of its standard output; empty when there is no further one.
+    /// The next line of its standard output. Empty if there are no more.
     std::optional<std::string> line();
-    /// What is left of its standard error.
+    /// The rest of its standard error.
     std::string errors();
-    /// The port in its first line; 0 when that is not what it should be.
+    /// The port in its first line. 0 if that line is wrong.
     int port();
 
     void signal(int number) const;
     void closeStandardInput();
-    /// Waits for its end; the exit status, or -1 when it did not exit by itself.
+    /// Waits for its end. Returns the exit status, or -1 if it did not exit by itself.
     int exitStatus();
 
   private:

@@ -47,7 +47,7 @@ class Program : public testing::Test {
         return reply ? nlohmann::json::parse(reply->body) : nlohmann::json();
     }
 
-    /// Waits until so many exchanges have come in.
+    /// Waits until this many exchanges have been received.
     void awaitReceived(std::size_t count) const {
         while (received().size() < count) std::this_thread::sleep_for(std::chrono::milliseconds(5));
     }

@@ -10,10 +10,10 @@
 
 namespace vantrel::practice::test {
 
-/// The server's clock in these tests stands still, in seconds since 1970.
+/// The server's clock in these tests, which does not move; in seconds since 1970.
 constexpr double standingTime = 1715938867.5;
 
-/// PROVA is active, ATTESA waits, CHIUSA has ended, FUORI has a meeting link of its own.
+/// PROVA is active, ATTESA waits, CHIUSA has ended, FUORI has its own meeting link.
 PracticeConfiguration fourSessions();
 
 PracticeRequest get(const std::string& path);

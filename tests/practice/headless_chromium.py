@@ -1,4 +1,5 @@
-"""A Chromium without a window, driven over a pair of pipes by its debugging protocol; a null ends each message."""
+"""A Chromium without a window, controlled through a pair of pipes by its debugging protocol; a null byte ends each
+message."""
 import base64
 import contextlib
 import json
@@ -18,7 +19,7 @@ def find():
 
 
 class HeadlessChromium:
-    """One browser with one page. Use it in a with statement: it ends with that, and its profile goes."""
+    """One browser with one page. Use it in a with statement, which ends it and removes its profile."""
 
     def __init__(self, width, height):
         self._folder = tempfile.TemporaryDirectory(prefix="chromium-", ignore_cleanup_errors=True)
@@ -29,7 +30,8 @@ class HeadlessChromium:
             "--disable-background-networking", "--disable-component-update", "--disable-sync",
             f"--user-data-dir={self._folder.name}/profile", "--remote-debugging-pipe", "about:blank",
         ]
-        # The browser reads on descriptor 3 and writes on 4; by way of two free ones, for ours may be 3 and 4 swapped.
+        # The browser reads descriptor 3 and writes 4. Two free ones are used in between, because ours may be 3 and 4
+        # swapped.
         command = (f'exec {{in}}<&{to_browser} {{out}}>&{from_browser}; '
                    'exec "$@" 3<&$in 4>&$out {in}<&- {out}>&-')
         self._process = subprocess.Popen(
@@ -41,7 +43,7 @@ class HeadlessChromium:
         os.close(from_browser)
         self._unread = b""
         self._last = 0
-        # (method, parameters) of what the browser told by itself.
+        # (method, parameters) of the browser's own messages.
         self.events = []
         self._page = None
         try:
@@ -70,7 +72,7 @@ class HeadlessChromium:
         self._folder.cleanup()
 
     def call(self, method, **parameters):
-        """What the page answers."""
+        """The page's answer."""
         return self._call(method, self._page, **parameters)
 
     def open(self, address):
@@ -79,7 +81,7 @@ class HeadlessChromium:
             raise RuntimeError(f"{address}: {reply['errorText']}")
 
     def value(self, expression):
-        """The value of an expression of JavaScript, of a promise what it comes to."""
+        """The value of a JavaScript expression; for a promise, its result."""
         reply = self.call("Runtime.evaluate", expression=expression, returnByValue=True, awaitPromise=True)
         if "exceptionDetails" in reply:
             raise RuntimeError(f"{expression}: {reply['exceptionDetails']}")
@@ -95,7 +97,7 @@ class HeadlessChromium:
             time.sleep(0.05)
 
     def click(self, selector):
-        """Presses the mouse where the middle of the element is: what lies above it would get the press."""
+        """Presses the mouse in the middle of the element. An element above it would get the press."""
         x, y = self.value(
             "(()=>{const box=document.querySelector(" + json.dumps(selector) + ").getBoundingClientRect();"
             "return [box.left+box.width/2,box.top+box.height/2];})()")
@@ -113,7 +115,7 @@ class HeadlessChromium:
 
     @contextlib.contextmanager
     def another_page(self):
-        """An empty page in front of this one, for as long."""
+        """Shows an empty page in front of this one for the duration of the with statement."""
         target = self._call("Target.createTarget", url="about:blank")["targetId"]
         yield
         self._call("Target.closeTarget", targetId=target)

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""meeting_page_test.py PROGRAM: the meeting's page in a real browser, and what it reports of itself.
+"""meeting_page_test.py PROGRAM: the meeting's page in a real browser, and what it reports about itself.
 
-Leaves pictures of what it saw in the current folder. Ends with 77 where there is no Chromium.
+Saves pictures in the current folder. Exits with 77 if there is no Chromium.
 """
 import pathlib
 import sys
@@ -38,7 +38,7 @@ class MeetingPage(unittest.TestCase):
         self.addCleanup(self.browser.close)
         self.browser.call("Runtime.enable")
         self.browser.call("Log.enable")
-        # The focus would come some time after the page.
+        # The focus would otherwise come some time after the page.
         self.browser.call("Emulation.setFocusEmulationEnabled", enabled=True)
 
     def open(self, path="meet/PROVA"):
@@ -56,7 +56,7 @@ class MeetingPage(unittest.TestCase):
                 for report in self.listed()]
 
     def reports(self, count):
-        """What one page reported, once it is that many."""
+        """The reports of one page, once there are that many."""
         self.wait_until(lambda: len(self.listed()) >= count)
         self.assertEqual([report["number"] for report in self.listed()], list(range(1, count + 1)))
         return self.reported()
@@ -67,7 +67,7 @@ class MeetingPage(unittest.TestCase):
             time.sleep(0.02)
 
     def complaints(self):
-        """What stands in the page's console, but for the browser's own notice of a server that is away."""
+        """The page's console, without the browser's own message about a server that is gone."""
         self.browser.value("0")
         logged = [parameters["entry"]["text"] for method, parameters in self.browser.events
                   if method == "Log.entryAdded"]
@@ -104,7 +104,7 @@ class MeetingPage(unittest.TestCase):
         self.picture("meeting-page.png")
         self.assertEqual({(report["session"], report["page"])
                           for report in self.server.ask("GET", "/control/reports")[1]}, {("PROVA", 1)})
-        # Among what was received stands the page itself, and nothing that it reported.
+        # The record contains the page itself and none of its reports.
         self.assertEqual([(exchange["method"], exchange["path"])
                           for exchange in self.server.ask("GET", "/control/received")[1]],
                          [("POST", "/api/sessions/PROVA/join"), ("GET", "/meet/prova?utm=1")])
@@ -131,7 +131,7 @@ class MeetingPage(unittest.TestCase):
             self.reports(count)
         self.assertEqual(self.reports(5)[2:], [view(), view(fullScreen=True), view()])
 
-        # Another page comes in front of it, and goes.
+        # Another page comes in front of it, and goes again.
         self.browser.call("Emulation.setFocusEmulationEnabled", enabled=False)
         with self.browser.another_page():
             self.browser.wait_for("document.visibilityState==='hidden'")

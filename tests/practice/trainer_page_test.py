@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""trainer_page_test.py PROGRAM: the trainer's page in a real browser, fed by the requests that a client sends.
+"""trainer_page_test.py PROGRAM: the trainer's page in a real browser, with the requests of a client.
 
-Leaves pictures of what it saw in the current folder. Ends with 77 where there is no Chromium.
+Saves pictures in the current folder. Exits with 77 if there is no Chromium.
 """
 import json
 import pathlib
@@ -12,7 +12,7 @@ import headless_chromium
 from practice_server import Server
 
 PROGRAM = ""
-# Seconds of silence that make a participant lost here, so that nobody has to wait for the usual 40.
+# Seconds of silence until a participant is lost in this test, instead of the usual 40.
 LOST_AFTER = 10
 CARD = "document.querySelector('section[data-code=PROVA]')"
 
@@ -83,7 +83,7 @@ class TrainerPage(unittest.TestCase):
         self.assertRegex(violations[2],
                          r"^\d\d:\d\d:\d\d\s+Anteprima\s+Altra applicazione in primo piano\s+Paolo Greco$")
 
-        # The heartbeat of one who was lost, and a violation, arrive on the open page.
+        # The heartbeat of a lost participant, and a violation, arrive while the page is open.
         server.beat(silent, ("KEY_BLOCKED", "Cmd+H"))
         self.browser.wait_for(CARD + ".querySelectorAll('li').length===4")
         self.assertEqual(self.texts("section[data-code=PROVA] td .badge")[0], "In sessione")
@@ -108,7 +108,7 @@ class TrainerPage(unittest.TestCase):
         self.browser.wait_for(CARD + ".querySelectorAll('tbody tr.left').length===2")
         self.assertEqual(self.texts("section[data-code=ATTESA-2] .head .badge"), ["In attesa"])
 
-        # Only what the clients sent was recorded: nothing of the page.
+        # Only the clients' requests were recorded, none of the page's.
         paths = {exchange["path"] for exchange in server.ask("GET", "/control/received")[1]}
         self.assertEqual(paths, {"/api/sessions/PROVA/join", "/api/heartbeat"})
 
