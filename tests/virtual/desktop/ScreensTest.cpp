@@ -66,6 +66,32 @@ TEST_F(ScreensTest, AMirroredDisplayIsNotListedUntilItStopsMirroring) {
     EXPECT_EQ(3U, told());
 }
 
+TEST_F(ScreensTest, APrimaryDisplayThatStopsMirroringIsThePrimaryOneAgain) {
+    mac().screens().focus("B");
+    mac().screens().mirror("A");
+    EXPECT_EQ((Frames{{{0, 0}, {1920, 1080}}}), frames());
+    mac().screens().unmirror("A");
+    EXPECT_EQ((Frames{{{0, 0}, {1440, 900}}, {{1440, 100}, {1920, 1080}}}), frames());
+    EXPECT_EQ("A", mac().screens().displays().screens.front().localizedName);
+    mac().onMain([this] { EXPECT_EQ("B", computer().screens.mainScreen()->localizedName); });
+}
+
+TEST_F(ScreensTest, ADisplayThatMirrorsTakesThePlaceOfTheLastOneThatGoes) {
+    mac().screens().mirror("B");
+    EXPECT_TRUE(mac().screens().unplug("A"));
+    EXPECT_EQ((Frames{{{0, 0}, {1920, 1080}}}), frames());
+    EXPECT_FALSE(mac().screens().unmirror("B"));
+    mac().onMain([this] { EXPECT_EQ("B", computer().screens.mainScreen()->localizedName); });
+}
+
+TEST_F(ScreensTest, TheFirstDisplayThatIsPluggedInIsThePrimaryOne) {
+    mac().screens().change({{}, 0, true});
+    mac().screens().plug({"C", {{2560, 900}, {800, 600}}});
+    EXPECT_EQ((Frames{{{0, 0}, {800, 600}}}), frames());
+    mac().screens().plug({"D", {{800, 0}, {640, 480}}});
+    EXPECT_EQ((Frames{{{0, 0}, {800, 600}}, {{800, 0}, {640, 480}}}), frames());
+}
+
 TEST_F(ScreensTest, TheMainScreenIsTheOneWithTheFocus) {
     EXPECT_TRUE(mac().screens().focus("B"));
     EXPECT_FALSE(mac().screens().focus("C"));

@@ -84,15 +84,17 @@ void VirtualScreens::setNotices(int count, double every) {
 void VirtualScreens::plug(Screen screen) {
     Displays next = displays();
     next.screens.push_back(std::move(screen));
+    putPrimaryAtOrigin(next);
     change(std::move(next));
 }
 
-std::optional<Screen> VirtualScreens::take(Displays& displays, std::string_view name) {
+std::optional<VirtualScreens::Mirrored> VirtualScreens::take(Displays& displays, std::string_view name) {
     const auto found = find(displays.screens, name);
     if (found == displays.screens.end()) return std::nullopt;
     const auto index = static_cast<std::size_t>(found - displays.screens.begin());
-    Screen taken = std::move(*found);
+    Mirrored taken{std::move(*found), index == 0, {}};
     displays.screens.erase(found);
+    if (taken.wasPrimary && !displays.screens.empty()) taken.successor = displays.screens.front().frame.origin;
     if (displays.main == index) {
         displays.main = 0;
     } else if (displays.main > index) {
@@ -102,16 +104,33 @@ std::optional<Screen> VirtualScreens::take(Displays& displays, std::string_view 
     return taken;
 }
 
+void VirtualScreens::putBack(Displays& displays, Mirrored mirrored) {
+    auto& screens = displays.screens;
+    if (mirrored.wasPrimary && !screens.empty()) {
+        for (Screen& screen : screens) {
+            screen.frame.origin.x += mirrored.successor.x;
+            screen.frame.origin.y += mirrored.successor.y;
+        }
+        // The focus stays where it is.
+        ++displays.main;
+    }
+    screens.insert(mirrored.wasPrimary ? screens.begin() : screens.end(), std::move(mirrored.screen));
+    putPrimaryAtOrigin(displays);
+}
+
 bool VirtualScreens::unplug(std::string_view name) {
+    Displays next = displays();
     {
         const std::lock_guard guard(mutex_);
-        if (const auto found = find(mirrored_, name); found != mirrored_.end()) {
-            mirrored_.erase(found);
+        if (std::erase_if(mirrored_, [name](const auto& each) { return each.screen.localizedName == name; }) > 0) {
             return true;
         }
+        if (!take(next, name)) return false;
+        if (next.screens.empty() && !mirrored_.empty()) {
+            putBack(next, std::move(mirrored_.front()));
+            mirrored_.erase(mirrored_.begin());
+        }
     }
-    Displays next = displays();
-    if (!take(next, name)) return false;
     change(std::move(next));
     return true;
 }
@@ -142,9 +161,10 @@ bool VirtualScreens::unmirror(std::string_view name) {
     Displays next = displays();
     {
         const std::lock_guard guard(mutex_);
-        const auto found = find(mirrored_, name);
+        const auto found = std::find_if(mirrored_.begin(), mirrored_.end(),
+                                        [name](const auto& each) { return each.screen.localizedName == name; });
         if (found == mirrored_.end()) return false;
-        next.screens.push_back(std::move(*found));
+        putBack(next, std::move(*found));
         mirrored_.erase(found);
     }
     change(std::move(next));

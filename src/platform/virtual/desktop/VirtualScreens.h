@@ -29,14 +29,17 @@ class VirtualScreens final : public Screens {
     void setUp(Displays displays);
     /// The displays change and observers are told.
     void change(Displays displays);
+    /// With the following the primary display stays the first one and at (0, 0): when it goes, moves or comes back, the
+    /// others get new coordinates.
     void plug(Screen screen);
-    /// The following are false when there is none of that name. The primary display stays the first one and at (0, 0):
-    /// when it goes or moves, the others get new coordinates.
+    /// The following are false when there is none of that name. When the last one that is listed goes, one that
+    /// mirrored it shows its own picture.
     bool unplug(std::string_view name);
     /// The display is moved, or its resolution changes.
     bool setFrame(std::string_view name, const Rect& frame);
     /// It shows what another one shows, and is not listed; from then on only unmirror() and unplug() know it.
     bool mirror(std::string_view name);
+    /// It is listed again, as the primary one if it was that.
     bool unmirror(std::string_view name);
     /// It has the keyboard focus from now on. Without a notice.
     bool focus(std::string_view name);
@@ -47,14 +50,23 @@ class VirtualScreens final : public Screens {
     std::size_t observers() const { return changes_.observers(); }
 
   private:
+    /// A display that mirrors, as it was listed.
+    struct Mirrored {
+        Screen screen;
+        bool wasPrimary = false;
+        /// Where the display that took a primary one's place lay.
+        Point successor;
+    };
+
     /// Takes the display out of the list; empty when there is none of that name.
-    static std::optional<Screen> take(Displays& displays, std::string_view name);
+    static std::optional<Mirrored> take(Displays& displays, std::string_view name);
+    static void putBack(Displays& displays, Mirrored mirrored);
 
     Engine& engine_;
     NotificationCenter changes_;
     mutable std::mutex mutex_;
     Displays displays_;
-    std::vector<Screen> mirrored_;
+    std::vector<Mirrored> mirrored_;
     int notices_ = 1;
     double noticesEvery_ = 0;
 };
