@@ -208,6 +208,18 @@ TEST_F(BlackoutOverlay, IsRaisedEveryThreeSeconds) {
     EXPECT_FALSE(isCovered());
 }
 
+TEST_F(BlackoutOverlay, ThatSomebodyClosesComesBackWithinThreeSeconds) {
+    setUpScreens({builtIn, beside});
+    activate();
+    mac().runFor(1);
+    ASSERT_TRUE(mac().overlays().closeShown(beside.frame));
+    mac().runFor(1.9);
+    EXPECT_FALSE(overlays().at(0).visible);
+    mac().runFor(0.1);
+    EXPECT_TRUE(overlays().at(0).visible);
+    EXPECT_THAT(overlays(), SizeIs(1));
+}
+
 TEST_F(BlackoutOverlay, IsPutBackOnItsLevelEveryThreeSeconds) {
     setUpScreens({builtIn, beside, above});
     activate();

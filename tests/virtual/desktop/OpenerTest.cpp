@@ -58,6 +58,21 @@ TEST_F(OpenerTest, FailsForAnApplicationThatIsNotInstalled) {
     EXPECT_TRUE(events("process-started").empty());
 }
 
+TEST_F(OpenerTest, FailsForAnApplicationThatCannotBeStartedButNotForOneThatRuns) {
+    auto broken = safari();
+    broken.startFailure = "L’applicazione è danneggiata.";
+    mac().processes().install(safariPath, broken);
+    open();
+    mac().runUntilIdle();
+    EXPECT_EQ(Lines{"L’applicazione è danneggiata."}, logLines());
+    EXPECT_TRUE(events("process-started").empty());
+    const auto running = mac().processes().start(safariPath);
+    mac().runUntilIdle();
+    open();
+    mac().runUntilIdle();
+    EXPECT_EQ(std::to_string(running), logLines().back());
+}
+
 TEST_F(OpenerTest, AnswersWhenAndAsItIsToldTo) {
     mac().opener().setAnswerDelay(9);
     mac().opener().answerWithoutApplication(true);

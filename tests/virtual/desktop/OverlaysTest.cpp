@@ -88,6 +88,22 @@ TEST_F(OverlaysTest, TellsWhatIsSeenAndNothingTwice) {
     EXPECT_EQ(0U, mac().leftovers().overlays);
 }
 
+TEST_F(OverlaysTest, ThatSomebodyClosesIsBackWhenItIsOrderedToTheFront) {
+    const Rect frame{{1440, -180}, {1920, 1080}};
+    EXPECT_FALSE(mac().overlays().closeShown(frame));
+    mac().onMain([this] { overlay->orderFrontRegardless(); });
+    forgetEvents();
+    EXPECT_FALSE(mac().overlays().closeShown({{0, 0}, {1440, 900}}));
+    EXPECT_TRUE(mac().overlays().closeShown(frame));
+    EXPECT_FALSE(mac().overlays().closeShown(frame));
+    EXPECT_EQ(std::nullopt, list().front().isOnscreen);
+    mac().onMain([this] { overlay->orderFrontRegardless(); });
+    EXPECT_EQ(true, list().front().isOnscreen);
+    EXPECT_EQ(
+        (Lines{"overlay-hidden 1440 -180 1920 1080", "overlay-shown 1440 -180 1920 1080; level=1000; label=Vantrel"}),
+        transcript());
+}
+
 TEST_F(OverlaysTest, NeverHasTheKeyboardOrTheFront) {
     mac().onMain([this] { overlay->orderFrontRegardless(); });
     EXPECT_EQ(process, mac().desktop().front().front().process);

@@ -51,6 +51,26 @@ TEST_F(ProcessesTest, StartsOnlyWhatIsExecutable) {
     EXPECT_EQ("process-started", events().at(0).kind);
 }
 
+TEST_F(ProcessesTest, ThatCannotBeStartedByTheClientMayBeStartedByOthers) {
+    auto broken = chrome();
+    broken.startFailure = "L’applicazione è danneggiata.";
+    mac().processes().install(chromePath, broken);
+    EXPECT_TRUE(computer().files.fileExists(chromePath));
+    EXPECT_EQ("L’applicazione è danneggiata.", failure(chromePath));
+    EXPECT_EQ(Lines{}, transcript());
+    const auto process = mac().processes().start(chromePath);
+    mac().runUntilIdle();
+    EXPECT_NE(nullptr, application(process));
+    EXPECT_EQ("L’applicazione è danneggiata.", failure(chromePath));
+}
+
+TEST_F(ProcessesTest, WithoutANameTellNone) {
+    const auto process = mac().applications().add({"", "com.example.nameless"});
+    mac().applications().openWindow(process, {"Finestra"});
+    EXPECT_EQ(std::nullopt, application(process)->localizedName());
+    EXPECT_EQ(std::nullopt, computer().windowList.copy(WindowListOption::all)->front().ownerName);
+}
+
 TEST_F(ProcessesTest, HasSafariAndNoOtherBrowser) {
     EXPECT_TRUE(computer().files.fileExists(safariPath));
     for (const char* path : {chromePath, edgePath, firefoxPath}) EXPECT_FALSE(computer().files.fileExists(path));

@@ -11,7 +11,7 @@ namespace vantrel::virtualmac {
 
 /// Another application, or this one. Times are seconds.
 struct ApplicationDescription {
-    /// Also the owner name of its windows.
+    /// Also the owner name of its windows. Empty: it has none.
     std::string name;
     std::optional<std::string> bundleIdentifier;
     /// A polite request to end is ignored, signal 15 included.
@@ -37,6 +37,8 @@ struct ApplicationDescription {
 /// What happens when an executable is started.
 struct InstalledApplication {
     ApplicationDescription application;
+    /// It cannot be started by the client, and that is the system's error.
+    std::optional<std::string> startFailure;
     /// Until it is listed among the running applications.
     double appearsAfter = 0.1;
     /// A second start hands over to the oldest running instance of the same bundle, which opens the windows; the

@@ -51,22 +51,24 @@ void VirtualApplicationOpener::open(const std::vector<URL>& urls, const URL& app
         const std::lock_guard guard(mutex_);
         behaviour = behaviour_;
     }
-    const ApplicationFile file = applicationFile(application);
-    std::shared_ptr<VirtualProcess> process;
-    if (!behaviour.failure) process = openWith(file.executable, urls, activates);
-    if (!process && !behaviour.failure) behaviour.failure = "L’applicazione “" + file.name + "” non può essere aperta.";
-    engine_.world.after(behaviour.delay, [this, behaviour, process, completion = std::move(completion)] {
-        Result result = std::shared_ptr<RunningApplication>(behaviour.withoutApplication ? nullptr : process);
-        if (behaviour.failure) result = PlatformError{*behaviour.failure};
-        engine_.workers.run([result = std::move(result), completion] { completion(result); });
+    Result result = behaviour.failure ? PlatformError{*behaviour.failure} : openWith(application, urls, activates);
+    if (behaviour.withoutApplication && !std::holds_alternative<PlatformError>(result)) {
+        result = std::shared_ptr<RunningApplication>();
+    }
+    engine_.world.after(behaviour.delay, [this, result = std::move(result), completion = std::move(completion)] {
+        engine_.workers.run([result, completion] { completion(result); });
     });
 }
 
-std::shared_ptr<VirtualProcess> VirtualApplicationOpener::openWith(const std::string& executable,
-                                                                   const std::vector<URL>& urls, bool activates) {
-    if (!processes_.isExecutable(executable)) return nullptr;
+ApplicationOpener::Result VirtualApplicationOpener::openWith(const URL& application, const std::vector<URL>& urls,
+                                                             bool activates) {
+    const auto [name, executable] = applicationFile(application);
+    if (!processes_.isExecutable(executable)) {
+        return PlatformError{"L’applicazione “" + name + "” non può essere aperta."};
+    }
     auto process = processes_.runningFrom(executable);
     if (!process) {
+        if (const auto failure = processes_.startFailure(executable)) return PlatformError{*failure};
         std::vector<std::string> arguments;
         for (const URL& url : urls) arguments.push_back(url.absoluteString);
         return processes_.find(processes_.start(executable, arguments));

@@ -3,6 +3,7 @@
 #include <mutex>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/apps/ApplicationOpener.h"
 #include "platform/virtual/apps/VirtualProcessLauncher.h"
@@ -33,9 +34,8 @@ class VirtualApplicationOpener final : public ApplicationOpener {
         std::optional<std::string> failure;
     };
 
-    /// The process that opens the addresses; null when there is no such application.
-    std::shared_ptr<VirtualProcess> openWith(const std::string& executable, const std::vector<URL>& urls,
-                                             bool activates);
+    /// The application that opens the addresses, or why none does.
+    Result openWith(const URL& application, const std::vector<URL>& urls, bool activates);
 
     Engine& engine_;
     VirtualProcessLauncher& processes_;

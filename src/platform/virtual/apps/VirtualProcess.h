@@ -29,7 +29,9 @@ class VirtualProcess final : public RunningApplication, public std::enable_share
 
     ProcessIdentifier processIdentifier() const override { return origin_.identifier; }
     std::optional<std::string> bundleIdentifier() const override { return description_.bundleIdentifier; }
-    std::optional<std::string> localizedName() const override { return description_.name; }
+    std::optional<std::string> localizedName() const override {
+        return description_.name.empty() ? std::nullopt : std::optional(description_.name);
+    }
     bool isTerminated() const override;
     bool activate(ActivationOptions options) override;
     bool terminate() override;

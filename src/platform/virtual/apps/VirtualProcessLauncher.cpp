@@ -50,10 +50,7 @@ std::variant<ProcessIdentifier, PlatformError> VirtualProcessLauncher::launch(
     if (!kind || *kind == FileKind::brokenLink) return PlatformError{"Il file " + file + " non esiste."};
     if (*kind == FileKind::folder) return PlatformError{file + " è una cartella e non può essere avviata."};
     if (*kind != FileKind::executable) return PlatformError{"Non hai i permessi per eseguire il file " + file + "."};
-    {
-        const std::lock_guard guard(mutex_);
-        if (failure_) return PlatformError{*failure_};
-    }
+    if (const auto failure = startFailure(path)) return PlatformError{*failure};
     if (engine_.isOver()) return PlatformError{"Il processo è terminato."};
     return start(path, arguments);
 }
@@ -83,6 +80,14 @@ void VirtualProcessLauncher::install(const std::string& executablePath, Applicat
 void VirtualProcessLauncher::failLaunches(std::optional<std::string> text) {
     const std::lock_guard guard(mutex_);
     failure_ = std::move(text);
+}
+
+std::optional<std::string> VirtualProcessLauncher::startFailure(const std::string& executablePath) const {
+    {
+        const std::lock_guard guard(mutex_);
+        if (failure_) return failure_;
+    }
+    return installedAt(executablePath, {}).startFailure;
 }
 
 InstalledApplication VirtualProcessLauncher::installedAt(const std::string& path,

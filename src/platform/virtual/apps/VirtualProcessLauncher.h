@@ -46,6 +46,8 @@ class VirtualProcessLauncher final : public ProcessLauncher {
     void openAddress(const std::shared_ptr<VirtualProcess>& process, const std::string& executablePath,
                      const std::string& address);
 
+    /// Why the client cannot start it; empty when it can.
+    std::optional<std::string> startFailure(const std::string& executablePath) const;
     bool isExecutable(std::string_view path) const { return files_.kind(path) == FileKind::executable; }
     /// Every process that was ever started, oldest first.
     std::vector<std::shared_ptr<VirtualProcess>> all() const;

@@ -56,6 +56,7 @@ std::vector<WindowEntry> VirtualWindowList::entries() const {
         for (const AppWindow& window : state.windows) {
             WindowEntry entry{window.number, window.owner, window.ownerName, window.title,
                               window.layer,  window.frame, std::nullopt};
+            if (window.ownerName.empty()) entry.ownerName.reset();
             if (state.isOnScreen(window)) entry.isOnscreen = true;
             const bool isAboveOverlays = std::any_of(overlays.begin(), overlays.end(),
                                                      [&](const auto& overlay) { return overlay.isUnder(window); });

@@ -97,6 +97,19 @@ void VirtualOverlays::forceLevel(int level) {
     for (const auto& state : overlays_) state->description.level = level;
 }
 
+bool VirtualOverlays::closeShown(const Rect& frame) {
+    {
+        const std::lock_guard guard(mutex_);
+        const auto found = std::find_if(overlays_.begin(), overlays_.end(), [&frame](const auto& state) {
+            return state->visible && state->description.frame == frame;
+        });
+        if (found == overlays_.end()) return false;
+        (*found)->visible = false;
+    }
+    engine_.journal.emit("overlay-hidden", describe(frame));
+    return true;
+}
+
 std::vector<VirtualOverlays::State> VirtualOverlays::all() const {
     const std::lock_guard guard(mutex_);
     std::vector<State> states;
