@@ -9,27 +9,27 @@
 
 namespace vantrel::virtualmac {
 
-/// Another application, or this one. Times are seconds.
+/// Another application, or this one. Times are in seconds.
 struct ApplicationDescription {
     /// Also the owner name of its windows. Empty: it has none.
     std::string name;
     std::optional<std::string> bundleIdentifier;
-    /// A polite request to end is ignored, signal 15 included.
+    /// Ignores a polite request to end, and signal 15.
     bool ignoresTerminate = false;
-    /// Until a request to end has been carried out.
+    /// Until it carries out a request to end.
     double exitDelay = 0;
-    /// Whether it is listed among the running applications at all.
+    /// Whether it is listed among the running applications.
     bool isApplication = true;
-    /// forceTerminate answers that it worked, and nothing happens.
+    /// forceTerminate reports success, but nothing happens.
     bool ignoresForceTerminate = false;
-    /// forceTerminate answers that it failed.
+    /// forceTerminate reports failure.
     bool refusesForceTerminate = false;
-    /// Until signal 9 has been carried out; nothing withstands it for ever.
+    /// Until signal 9 takes effect, which it always does in the end.
     double killDelay = 0;
-    /// Its process stays behind as a zombie.
+    /// Its process becomes a zombie.
     bool leavesZombie = false;
     double activationDelay = 0.1;
-    /// Asked to come to the front, it answers that it will, and does not.
+    /// Accepts a request to come to the front, but does not come.
     bool declinesActivation = false;
     bool exitsWithLastWindow = false;
 };
@@ -41,27 +41,27 @@ struct InstalledApplication {
     std::optional<std::string> startFailure;
     /// Until it is listed among the running applications.
     double appearsAfter = 0.1;
-    /// A second start hands over to the oldest running instance of the same bundle, which opens the windows; the
-    /// started process ends this much later.
+    /// A second start hands over to the oldest running instance of the same bundle, which opens the windows. The
+    /// started process ends after this time.
     std::optional<double> handsOverIn;
-    /// The started process ends so many seconds after its start and another one of the same bundle, which opens the
-    /// windows, goes on so many seconds after that start.
+    /// The started process ends this many seconds after its start. Another one of the same bundle, which opens the
+    /// windows, appears this many seconds after that start.
     struct Fork {
         double exitsAfter = 0.2;
         double goesOnAfter = 0.3;
     };
     std::optional<Fork> forks;
-    /// It ends by itself.
+    /// It ends by itself after this time.
     std::optional<double> exitsAfter;
-    /// Not before it is listed.
+    /// They open only once it is listed.
     std::vector<NewWindow> windows;
 };
 
-/// What the executable is, by the arguments it is started with.
+/// What the executable does, depending on its arguments.
 using ApplicationFactory = std::function<InstalledApplication(const std::vector<std::string>& arguments)>;
 
-/// The browsers as a participant's Mac has them: a window half a second to a second after the start, a handing over to
-/// the instance that runs.
+/// The browsers as on a participant's Mac: a window appears half a second to a second after the start, and a second
+/// start hands over to the running instance.
 InstalledApplication chrome();
 InstalledApplication edge();
 InstalledApplication firefox();

@@ -11,8 +11,7 @@
 
 namespace vantrel::virtualmac {
 
-/// Opens addresses with an application that lies at a file address. One that is not installed fails, with the text
-/// that the system has for it.
+/// Opens addresses with the application at a file address. If it is not installed, fails with the system's text.
 class VirtualApplicationOpener final : public ApplicationOpener {
   public:
     VirtualApplicationOpener(Engine& engine, VirtualProcessLauncher& processes)
@@ -20,11 +19,11 @@ class VirtualApplicationOpener final : public ApplicationOpener {
 
     void open(const std::vector<URL>& urls, const URL& application, bool activates, Completion completion) override;
 
-    /// Driver-facing, any thread: the answer comes so many seconds after the request; half a second at first.
+    /// Driver-facing, any thread: how many seconds after the request the answer comes. Initially half a second.
     void setAnswerDelay(double seconds);
-    /// It opens, and the answer names no application.
+    /// The address opens, but the answer names no application.
     void answerWithoutApplication(bool without);
-    /// Nothing opens, and that is the error; empty: it does again.
+    /// Opening fails with that error. Empty: it works again.
     void failWith(std::optional<std::string> text);
 
   private:

@@ -25,9 +25,9 @@ class VirtualScreens final : public Screens {
 
     /// Driver-facing, any thread.
     Displays displays() const;
-    /// As it is before the client starts: without a notice.
+    /// As before the client's start: without a notification.
     void setUp(Displays displays);
-    /// The displays change and observers are told.
+    /// Changes the displays and tells observers.
     void change(Displays displays);
     /// With the following the primary display stays the first one and at (0, 0): when it goes, moves or comes back, the
     /// others get new coordinates.
@@ -35,16 +35,16 @@ class VirtualScreens final : public Screens {
     /// The following are false when there is none of that name. When the last one that is listed goes, one that
     /// mirrored it shows its own picture.
     bool unplug(std::string_view name);
-    /// The display is moved, or its resolution changes.
+    /// Moves the display or changes its resolution.
     bool setFrame(std::string_view name, const Rect& frame);
-    /// It shows what another one shows, and is not listed; from then on only unmirror() and unplug() know it.
+    /// The display shows what another one shows and is not listed. From then on only unmirror() and unplug() find it.
     bool mirror(std::string_view name);
     /// It is listed again, as the primary one if it was that.
     bool unmirror(std::string_view name);
-    /// It has the keyboard focus from now on. Without a notice.
+    /// From now on it has the keyboard focus. Without a notification.
     bool focus(std::string_view name);
-    /// A change of the displays is noticed so many times from now on, one notice so many seconds after the other, as
-    /// the system does.
+    /// From now on each change of the displays causes this many notifications, this many seconds apart, as the system
+    /// does it.
     void setNotices(int count, double every);
 
     std::size_t observers() const { return changes_.observers(); }
@@ -58,7 +58,7 @@ class VirtualScreens final : public Screens {
         Point successor;
     };
 
-    /// Takes the display out of the list; empty when there is none of that name.
+    /// Removes the display from the list. Empty if none has that name.
     static std::optional<Mirrored> take(Displays& displays, std::string_view name);
     static void putBack(Displays& displays, Mirrored mirrored);
 

@@ -12,8 +12,8 @@
 
 namespace vantrel::virtualmac {
 
-/// The client's overlays. They lie on every Space, and above all windows of a lower layer; of another application's
-/// windows on the same layer those lie above an overlay that were opened after it was last ordered to the front.
+/// The client's overlays. They are on every Space and above all windows of a lower layer. On the same layer, other
+/// applications' windows are above an overlay if they were opened after it was last ordered to the front.
 class VirtualOverlays final : public Overlays {
   public:
     VirtualOverlays(Engine& engine, const VirtualDesktop& desktop) : engine_(engine), desktop_(desktop) {}
@@ -26,10 +26,10 @@ class VirtualOverlays final : public Overlays {
         bool visible = false;
         /// Its number in the window list, above those of all other windows.
         std::int64_t number = 0;
-        /// The newest window of another application at the time at which it was last ordered to the front.
+        /// The newest window of another application when it was last ordered to the front.
         std::int64_t above = 0;
 
-        /// Whether that window of another application lies above it where both are.
+        /// Whether that window of another application is above it where they overlap.
         bool isUnder(const AppWindow& window) const {
             const int level = description.level;
             return window.layer > level || (window.layer == level && window.number > above);
@@ -37,7 +37,7 @@ class VirtualOverlays final : public Overlays {
     };
     /// Driver-facing, any thread: those that are not closed, oldest first.
     std::vector<State> all() const;
-    /// Driver-facing, any thread: something in the system puts them all on that level.
+    /// Driver-facing, any thread: something in the system moves them all to that level.
     void forceLevel(int level);
     /// Driver-facing, any thread: somebody closes the overlay of that frame. It is off the screen until the client
     /// orders it to the front again. False when none is shown there.
