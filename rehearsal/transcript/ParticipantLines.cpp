@@ -10,7 +10,7 @@ namespace {
 
 using virtualmac::Event;
 
-const std::map<std::string, std::string, std::less<>>& words() {
+const std::map<std::string, std::string, std::less<>>& actionWords() {
     static const std::map<std::string, std::string, std::less<>> table = {
         {"return", "presses Return"},
         {"open-status-menu", "opens the status menu"},
@@ -48,8 +48,8 @@ std::string deed(const Event& event) {
         return std::string("presses ") + (isLower ? "Command-" : "Command-Shift-") +
                (isLower ? static_cast<char>(key - 'a' + 'A') : key);
     }
-    const auto found = words().find(event.text.substr(0, space));
-    if (found == words().end()) return event.text;
+    const auto found = actionWords().find(event.text.substr(0, space));
+    if (found == actionWords().end()) return event.text;
     const auto what = space == std::string::npos ? "" : event.text.substr(space + 1);
     return found->second + (space == std::string::npos ? "" : titleOf(what));
 }

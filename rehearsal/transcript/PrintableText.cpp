@@ -9,14 +9,14 @@ namespace {
 
 constexpr std::size_t longest = 2'000;
 constexpr std::size_t shownOfLonger = 200;
-constexpr std::string_view digits = "0123456789ABCDEF";
+constexpr std::string_view hexDigits = "0123456789ABCDEF";
 
 std::string hexadecimal(std::string_view bytes) {
     std::string text;
     for (const char byte : bytes) {
         const auto value = static_cast<unsigned char>(byte);
-        text += digits[value / 16];
-        text += digits[value % 16];
+        text += hexDigits[value / 16];
+        text += hexDigits[value % 16];
     }
     return text;
 }

@@ -7,7 +7,7 @@ namespace {
 
 constexpr double pauseAfterLeavingFullscreen = 0.5;
 constexpr double terminationTimeout = 2.0;
-constexpr double pollingInterval = 0.2;
+constexpr double exitPollingInterval = 0.2;
 
 }  // namespace
 
@@ -25,7 +25,7 @@ void BrowserShutdown::terminate(const std::shared_ptr<RunningApplication>& appli
     if (application) application->terminate();
     const double deadline = clock_.uptime() + terminationTimeout;
     while (clock_.uptime() < deadline && (!application || !application->isTerminated())) {
-        threads_.sleep(pollingInterval);
+        threads_.sleep(exitPollingInterval);
     }
     if (application && !application->isTerminated()) application->forceTerminate();
 }

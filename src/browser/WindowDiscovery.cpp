@@ -4,7 +4,7 @@ namespace vantrel {
 namespace {
 
 constexpr double timeout = 12.0;
-constexpr double pollingInterval = 0.4;
+constexpr double windowPollingInterval = 0.4;
 
 }  // namespace
 
@@ -18,7 +18,7 @@ std::optional<WindowDiscovery::Found> WindowDiscovery::waitForNewWindow(
     const double deadline = clock_.uptime() + timeout;
     const Numbers known = numbers(before);
     while (clock_.uptime() < deadline) {
-        threads_.sleep(pollingInterval);
+        threads_.sleep(windowPollingInterval);
         // Read the list first: the process may become known meanwhile.
         const auto windows = onScreen();
         if (auto found = newWindow(windows, known, browserPID(), ownerName)) return found;

@@ -12,7 +12,7 @@
 namespace vantrel {
 namespace {
 
-constexpr double timeoutSeconds = 8;
+constexpr double joinTimeoutSeconds = 8;
 constexpr double waitSeconds = 10;
 
 /// What a completion handler leaves for the waiting caller. A reply that comes after the wait still writes here,
@@ -43,13 +43,13 @@ JoinOutcome SessionJoin::join(const std::string& sessionCode, const std::string&
                               const std::string& email) const {
     const auto session = serverBaseAddress(defaults_) + "/api/sessions/" + unicode_.uppercased(sessionCode);
 
-    auto probeRequest = requests_.request(session, "GET", timeoutSeconds);
+    auto probeRequest = requests_.request(session, "GET", joinTimeoutSeconds);
     if (!probeRequest) return VantrelError{"URL non valido"};
     const auto status = probe(*std::move(probeRequest));
     if (status.empty()) return VantrelError{"Codice sessione non trovato"};
     if (unicode_.uppercased(trimmed(status)) == "ENDED") return VantrelError{"Questa sessione è già terminata"};
 
-    auto request = requests_.request(session + "/join", "POST", timeoutSeconds);
+    auto request = requests_.request(session + "/join", "POST", joinTimeoutSeconds);
     if (!request) return VantrelError{"URL join non valido"};
     if (!requests_.attach(
             *request,

@@ -7,7 +7,7 @@
 namespace vantrel {
 namespace {
 
-constexpr double timeoutSeconds = 8;
+constexpr double checkTimeoutSeconds = 8;
 
 }  // namespace
 
@@ -15,7 +15,7 @@ void VersionCheck::send(const std::string& baseAddress, const std::string& clien
                         URLSession::Completion completion) const {
     auto request = requests_.request(baseAddress + "/api/version/latest?os=macos&current=" +
                                          urls_.addingPercentEncodingForQuery(clientVersion).value_or(clientVersion),
-                                     "GET", timeoutSeconds);
+                                     "GET", checkTimeoutSeconds);
     if (request) requests_.send(*std::move(request), std::move(completion));
 }
 

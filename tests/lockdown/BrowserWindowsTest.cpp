@@ -1,14 +1,13 @@
 #include <gtest/gtest.h>
 
-#include <cmath>
-
 #include "lockdown/BrowserWindows.h"
+#include "tests/lockdown/NextNumber.h"
 
 namespace vantrel {
 namespace {
 
 constexpr ProcessIdentifier browser = 600;
-constexpr Size screen{1000, 500};
+constexpr Size screenSize{1000, 500};
 
 WindowEntry window(double width, double height) {
     WindowEntry entry;
@@ -19,16 +18,9 @@ WindowEntry window(double width, double height) {
     return entry;
 }
 
-double above(double value) {
-    return std::nextafter(value, 1e9);
-}
-double below(double value) {
-    return std::nextafter(value, 0);
-}
-
 bool isLarge(const WindowEntry& entry) {
-    EXPECT_EQ(hasLargeWindow({entry}, browser, screen), hasLargeWindowOnScreen({entry}, browser, screen));
-    return hasLargeWindow({entry}, browser, screen);
+    EXPECT_EQ(hasLargeWindow({entry}, browser, screenSize), hasLargeWindowOnScreen({entry}, browser, screenSize));
+    return hasLargeWindow({entry}, browser, screenSize);
 }
 
 bool isThere(const WindowEntry& entry) {
@@ -36,20 +28,20 @@ bool isThere(const WindowEntry& entry) {
 }
 
 TEST(BrowserWindows, AreLargeAboveThreeFifthsOfTheScreen) {
-    EXPECT_TRUE(isLarge(window(above(600), above(300))));
+    EXPECT_TRUE(isLarge(window(justAbove(600), justAbove(300))));
     EXPECT_TRUE(isLarge(window(1000, 500)));
     EXPECT_FALSE(isLarge(window(600, 500)));
     EXPECT_FALSE(isLarge(window(1000, 300)));
-    EXPECT_FALSE(isLarge(window(below(600), 500)));
-    EXPECT_FALSE(isLarge(window(1000, below(300))));
+    EXPECT_FALSE(isLarge(window(justBelow(600), 500)));
+    EXPECT_FALSE(isLarge(window(1000, justBelow(300))));
 }
 
 TEST(BrowserWindows, AreThereAbove200By100Points) {
-    EXPECT_TRUE(isThere(window(above(200), above(100))));
-    EXPECT_FALSE(isThere(window(200, above(100))));
-    EXPECT_FALSE(isThere(window(above(200), 100)));
-    EXPECT_FALSE(isThere(window(below(200), 500)));
-    EXPECT_FALSE(isThere(window(500, below(100))));
+    EXPECT_TRUE(isThere(window(justAbove(200), justAbove(100))));
+    EXPECT_FALSE(isThere(window(200, justAbove(100))));
+    EXPECT_FALSE(isThere(window(justAbove(200), 100)));
+    EXPECT_FALSE(isThere(window(justBelow(200), 500)));
+    EXPECT_FALSE(isThere(window(500, justBelow(100))));
 }
 
 TEST(BrowserWindows, CountOnlyInLayerZero) {
@@ -85,8 +77,8 @@ TEST(BrowserWindows, OnAnotherSpaceAreLargeButNotOnTheScreen) {
     auto entry = window(1000, 500);
     for (const std::optional<bool> flag : {std::optional<bool>(false), std::optional<bool>()}) {
         entry.isOnscreen = flag;
-        EXPECT_TRUE(hasLargeWindow({entry}, browser, screen));
-        EXPECT_FALSE(hasLargeWindowOnScreen({entry}, browser, screen));
+        EXPECT_TRUE(hasLargeWindow({entry}, browser, screenSize));
+        EXPECT_FALSE(hasLargeWindowOnScreen({entry}, browser, screenSize));
         EXPECT_TRUE(isThere(entry));
     }
 }
@@ -95,11 +87,11 @@ TEST(BrowserWindows, AreLookedForInTheWholeList) {
     auto foreign = window(1000, 500);
     foreign.ownerPID = 1;
     const std::vector<WindowEntry> windows{foreign, window(10, 10), window(1000, 500), foreign};
-    EXPECT_TRUE(hasLargeWindow(windows, browser, screen));
-    EXPECT_TRUE(hasLargeWindowOnScreen(windows, browser, screen));
+    EXPECT_TRUE(hasLargeWindow(windows, browser, screenSize));
+    EXPECT_TRUE(hasLargeWindowOnScreen(windows, browser, screenSize));
     EXPECT_TRUE(hasWindowAtAll(windows, browser));
-    EXPECT_FALSE(hasLargeWindow({}, browser, screen));
-    EXPECT_FALSE(hasLargeWindowOnScreen({}, browser, screen));
+    EXPECT_FALSE(hasLargeWindow({}, browser, screenSize));
+    EXPECT_FALSE(hasLargeWindowOnScreen({}, browser, screenSize));
     EXPECT_FALSE(hasWindowAtAll({}, browser));
 }
 

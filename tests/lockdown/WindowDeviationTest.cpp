@@ -5,40 +5,33 @@
 
 #include "lockdown/WholePart.h"
 #include "lockdown/WindowDeviation.h"
+#include "tests/lockdown/NextNumber.h"
 
 namespace vantrel {
 namespace {
 
-constexpr Rect screen{{0, 0}, {1000, 500}};
-constexpr double huge = 1e9;
+constexpr Rect display{{0, 0}, {1000, 500}};
 
-double above(double value) {
-    return std::nextafter(value, huge);
-}
-double below(double value) {
-    return std::nextafter(value, -huge);
-}
-
-bool isMoved(double x, double y, const Rect& on = screen) {
+bool isMoved(double x, double y, const Rect& on = display) {
     return windowDeviation({{x, y}, on.size}, on).moved;
 }
 
 bool isSizeCorrect(double width, double height) {
-    return windowDeviation({{0, 0}, {width, height}}, screen).sizeCorrect;
+    return windowDeviation({{0, 0}, {width, height}}, display).sizeCorrect;
 }
 
 TEST(WindowDeviation, IsNoneForAWindowThatFillsTheScreen) {
-    EXPECT_TRUE(windowDeviation(screen, screen).isNone());
+    EXPECT_TRUE(windowDeviation(display, display).isNone());
 }
 
 TEST(WindowDeviation, ToleratesAMoveOfOnePercent) {
     EXPECT_FALSE(isMoved(10, 5));
     EXPECT_FALSE(isMoved(-10, -5));
-    EXPECT_FALSE(isMoved(below(10), below(5)));
-    EXPECT_TRUE(isMoved(above(10), 0));
-    EXPECT_TRUE(isMoved(below(-10), 0));
-    EXPECT_TRUE(isMoved(0, above(5)));
-    EXPECT_TRUE(isMoved(0, below(-5)));
+    EXPECT_FALSE(isMoved(justBelow(10), justBelow(5)));
+    EXPECT_TRUE(isMoved(justAbove(10), 0));
+    EXPECT_TRUE(isMoved(justBelow(-10), 0));
+    EXPECT_TRUE(isMoved(0, justAbove(5)));
+    EXPECT_TRUE(isMoved(0, justBelow(-5)));
 }
 
 TEST(WindowDeviation, ComparesOriginsAsTheyStand) {
@@ -51,7 +44,7 @@ TEST(WindowDeviation, ComparesOriginsAsTheyStand) {
 
 TEST(WindowDeviation, TakesNineTenthsOfTheWidthAndEightOfTheHeightForCorrect) {
     EXPECT_TRUE(isSizeCorrect(900, 400));
-    EXPECT_TRUE(isSizeCorrect(above(900), above(400)));
+    EXPECT_TRUE(isSizeCorrect(justAbove(900), justAbove(400)));
     EXPECT_FALSE(isSizeCorrect(899.999, 500));
     EXPECT_FALSE(isSizeCorrect(1000, 399.999));
     EXPECT_TRUE(isSizeCorrect(2000, 1000));
@@ -59,7 +52,7 @@ TEST(WindowDeviation, TakesNineTenthsOfTheWidthAndEightOfTheHeightForCorrect) {
 }
 
 TEST(WindowDeviation, TellsTheRatios) {
-    const auto deviation = windowDeviation({{0, 0}, {500, 499}}, screen);
+    const auto deviation = windowDeviation({{0, 0}, {500, 499}}, display);
     EXPECT_DOUBLE_EQ(deviation.widthRatio, 0.5);
     EXPECT_DOUBLE_EQ(deviation.heightRatio, 0.998);
     EXPECT_FALSE(deviation.isNone());

@@ -74,7 +74,7 @@ std::optional<std::string> PracticeProgram::line() {
             return line;
         }
         std::array<char, 1024> bytes{};
-        const ssize_t count = read(output_, bytes.data(), bytes.size());
+        const ssize_t count = ::read(output_, bytes.data(), bytes.size());
         if (count <= 0) return std::nullopt;
         unread_.append(bytes.data(), static_cast<std::size_t>(count));
     }
@@ -84,7 +84,7 @@ std::string PracticeProgram::errors() {
     std::string text;
     std::array<char, 1024> bytes{};
     for (ssize_t count = 1; count > 0;) {
-        count = read(errors_, bytes.data(), bytes.size());
+        count = ::read(errors_, bytes.data(), bytes.size());
         if (count > 0) text.append(bytes.data(), static_cast<std::size_t>(count));
     }
     return text;

@@ -7,7 +7,7 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-Control control(Control::Kind kind, std::string id, std::string text) {
+Control formControl(Control::Kind kind, std::string id, std::string text) {
     Control made;
     made.kind = kind;
     made.id = std::move(id);
@@ -22,10 +22,11 @@ class ParticipantTest : public MacTest {
         description.title = "Vantrel";
         description.styleMask = windowTitled | windowClosable;
         View form{"form", {}, 0, false, {}};
-        form.controls = {control(Control::Kind::label, "title", "Titolo"),
-                         control(Control::Kind::textField, "name", ""), control(Control::Kind::button, "go", "Entra")};
+        form.controls = {formControl(Control::Kind::label, "title", "Titolo"),
+                         formControl(Control::Kind::textField, "name", ""),
+                         formControl(Control::Kind::button, "go", "Entra")};
         form.controls.back().keyEquivalent = "\r";
-        View end{"end", {}, 0, true, {control(Control::Kind::button, "back", "Indietro")}};
+        View end{"end", {}, 0, true, {formControl(Control::Kind::button, "back", "Indietro")}};
         description.views = {form, end};
         mac().onMain([this, &description] {
             window_ = computer().windows.makeWindow(

@@ -18,11 +18,6 @@
 namespace vantrel::linuxdesktop {
 namespace {
 
-constexpr xcb_keycode_t positionOfA = 38;
-constexpr xcb_keycode_t positionOfB = 56;
-constexpr xcb_keycode_t positionOfQ = 24;
-constexpr xcb_keycode_t positionOfW = 25;
-
 using Positions = std::vector<xcb_keycode_t>;
 
 /// A filter that swallows Q and W. It runs on its own X server, which, unlike Xvfb, survives the removal of a keyboard

@@ -31,10 +31,6 @@ namespace {
 
 using Key = KeyWindow::Key;
 
-constexpr xcb_keycode_t positionOfA = 38;
-constexpr xcb_keycode_t positionOfB = 56;
-constexpr xcb_keycode_t positionOfQ = 24;
-constexpr xcb_keycode_t positionOfW = 25;
 constexpr xcb_keycode_t superKey = 133;
 
 // The events that the decision has seen in the current test.

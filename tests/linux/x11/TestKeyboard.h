@@ -9,6 +9,12 @@
 
 namespace vantrel::linuxdesktop {
 
+// The positions of some keys, which every keyboard has.
+constexpr xcb_keycode_t positionOfA = 38;
+constexpr xcb_keycode_t positionOfB = 56;
+constexpr xcb_keycode_t positionOfQ = 24;
+constexpr xcb_keycode_t positionOfW = 25;
+
 /// Presses keys as a person would, through the server's test extension on its own connection. Returns once the server
 /// has received the keys.
 class TestKeyboard {

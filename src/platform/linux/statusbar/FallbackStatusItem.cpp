@@ -7,7 +7,7 @@ namespace vantrel::linuxdesktop {
 
 namespace {
 
-constexpr int lookMilliseconds = 1000;
+constexpr int trayLookMilliseconds = 1000;
 
 }  // namespace
 
@@ -15,7 +15,7 @@ FallbackStatusItem::FallbackStatusItem(std::unique_ptr<RemovableStatusItem> inTr
                                        Make makeFallback)
     : item_(std::move(inTray)), trayAvailable_(std::move(trayAvailable)), makeFallback_(std::move(makeFallback)) {
     QObject::connect(&looking_, &QTimer::timeout, [this] { look(); });
-    looking_.start(lookMilliseconds);
+    looking_.start(trayLookMilliseconds);
 }
 
 void FallbackStatusItem::setButtonTitle(const std::string& title) {

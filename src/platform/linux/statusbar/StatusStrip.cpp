@@ -12,7 +12,7 @@ namespace {
 constexpr int stripHeight = 26;
 constexpr int margin = 14;
 constexpr int distanceFromCorner = 24;
-constexpr int longestTitle = 60;
+constexpr int longestStripTitle = 60;
 
 }  // namespace
 
@@ -29,7 +29,7 @@ StatusStrip::StatusStrip()
 }
 
 void StatusStrip::setTitle(const QString& title) {
-    title_ = shownText(title, longestTitle).simplified();
+    title_ = shownText(title, longestStripTitle).simplified();
     setAccessibleName(title_);
     const int right = geometry().right();
     setFixedWidth(fontMetrics().horizontalAdvance(title_) + 2 * margin);

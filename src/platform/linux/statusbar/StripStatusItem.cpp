@@ -23,7 +23,7 @@ constexpr int settleMilliseconds = 30;
 
 // How often the pointer is checked while the strip is visible, and how far from the strip it still counts as near:
 // below it, or past a top edge that another display borders.
-constexpr int lookMilliseconds = 200;
+constexpr int pointerLookMilliseconds = 200;
 constexpr int nearness = 12;
 
 QRect rectangle(const X11Rectangle& frame) {
@@ -48,7 +48,7 @@ StripStatusItem::StripStatusItem(const StatusBarDependencies& dependencies, Pres
     settle_.setSingleShot(true);
     settle_.setInterval(settleMilliseconds);
     QObject::connect(&settle_, &QTimer::timeout, [this] { update(); });
-    looking_.setInterval(lookMilliseconds);
+    looking_.setInterval(pointerLookMilliseconds);
     QObject::connect(&looking_, &QTimer::timeout, [this] { look(); });
 
     const auto soon = [this] {

@@ -6,7 +6,7 @@ namespace vantrel::linuxdesktop {
 
 namespace {
 
-double read(clockid_t clock) {
+double readClock(clockid_t clock) {
     timespec moment{};
     clock_gettime(clock, &moment);
     return static_cast<double>(moment.tv_sec) + static_cast<double>(moment.tv_nsec) / 1e9;
@@ -15,11 +15,11 @@ double read(clockid_t clock) {
 }  // namespace
 
 double LinuxClock::uptime() const {
-    return read(CLOCK_MONOTONIC);
+    return readClock(CLOCK_MONOTONIC);
 }
 
 double LinuxClock::secondsSince1970() const {
-    return read(CLOCK_REALTIME);
+    return readClock(CLOCK_REALTIME);
 }
 
 }  // namespace vantrel::linuxdesktop

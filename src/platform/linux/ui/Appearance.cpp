@@ -4,6 +4,7 @@
 #include <QFontDatabase>
 #include <QPalette>
 #include <QStyleFactory>
+#include <cmath>
 
 namespace vantrel::linuxdesktop {
 
@@ -78,6 +79,10 @@ QString Appearance::colorName(TextColor color) {
             break;
     }
     return "#1d1d1f";
+}
+
+int pixels(double points) {
+    return static_cast<int>(std::lround(points));
 }
 
 QString qtText(std::string_view text) {

@@ -22,6 +22,9 @@ class Appearance {
     static constexpr int menuBarHeight = 26;
 };
 
+/// Points of the interface to pixels of the screen. One point is one pixel here.
+int pixels(double points);
+
 /// UTF-8 to Qt. Invalid bytes become replacement characters.
 QString qtText(std::string_view text);
 

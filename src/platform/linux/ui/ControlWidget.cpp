@@ -16,10 +16,6 @@ namespace {
 constexpr int longestField = 1'000'000;
 constexpr int longestShown = 4000;
 
-int pixels(double points) {
-    return static_cast<int>(std::lround(points));
-}
-
 QWidget* makeSeparator(QWidget* parent) {
     auto* line = new QFrame(parent);
     line->setObjectName("separator");

@@ -23,10 +23,6 @@ namespace vantrel::linuxdesktop {
 
 namespace {
 
-int pixels(double points) {
-    return static_cast<int>(std::lround(points));
-}
-
 [[noreturn]] void unknown(std::string_view id) {
     std::fprintf(stderr, "vantrel: no control or view is called %.*s\n", static_cast<int>(id.size()), id.data());
     std::abort();

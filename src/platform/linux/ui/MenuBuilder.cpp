@@ -14,11 +14,11 @@ namespace vantrel::linuxdesktop {
 
 namespace {
 
-constexpr int longestTitle = 120;
+constexpr int longestItemTitle = 120;
 
 // Qt takes an ampersand for a mnemonic and text after a tab for a key.
 QString menuTitle(const std::string& title) {
-    return shownText(qtText(title).replace('\t', ' ').replace('\n', ' '), longestTitle).replace('&', "&&");
+    return shownText(qtText(title).replace('\t', ' ').replace('\n', ' '), longestItemTitle).replace('&', "&&");
 }
 
 QKeySequence keySequence(const std::string& keyEquivalent) {

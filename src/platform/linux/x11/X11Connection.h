@@ -17,6 +17,10 @@ struct FreeDeleter {
     void operator()(void* memory) const { std::free(memory); }
 };
 
+/// EWMH's source indication 2: on the user's behalf, as a pager asks. With 1 a window manager may hold the client's end
+/// screen back behind the browser, to protect what the user was typing.
+constexpr std::uint32_t onBehalfOfUser = 2;
+
 /// A reply of the X server, which XCB leaves to the receiver to free. Null if the request failed.
 template <typename T>
 using X11Reply = std::unique_ptr<T, FreeDeleter>;

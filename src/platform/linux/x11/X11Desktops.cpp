@@ -10,9 +10,6 @@ namespace vantrel::linuxdesktop {
 
 namespace {
 
-// EWMH's source indication for requests on the user's behalf.
-constexpr std::uint32_t onBehalfOfUser = 2;
-
 std::optional<std::uint32_t> rootValue(X11Connection& connection, std::string_view property) {
     const auto values = connection.values(connection.root(), property);
     if (values.empty()) return std::nullopt;

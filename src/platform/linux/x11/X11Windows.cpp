@@ -10,9 +10,6 @@ namespace vantrel::linuxdesktop {
 
 namespace {
 
-// EWMH's source indication 2: on the user's behalf, as a pager asks. With 1 a window manager may hold the client's end
-// screen back behind the browser, to protect what the user was typing.
-constexpr std::uint32_t onBehalfOfUser = 2;
 constexpr std::uint32_t onAllDesktops = 0xFFFFFFFF;
 
 // The first number of _NET_MOVERESIZE_WINDOW. It says which of the others count, and that the position is the frame's,
