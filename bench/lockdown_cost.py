@@ -1,7 +1,7 @@
 """What a lockdown costs the Linux client: CPU time, wake-ups and memory while it stands, and memory over ten of
 them.
 
-lockdown_cost.py [MINUTES] prints two tables. It builds nothing; first run: script/build debug vantrel
+lockdown_cost.py [MINUTES] prints two tables. It builds nothing; first run: script/build release vantrel
 vantrel-practice
 """
 

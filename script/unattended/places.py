@@ -6,8 +6,8 @@ import pathlib
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 # What the runs leave behind.
 RUN = ROOT / "build/run"
-PROGRAM = ROOT / "build/debug/src/app/vantrel"
-SERVER = ROOT / "build/debug/practice/vantrel-practice"
+PROGRAM = ROOT / "build/release/src/app/vantrel"
+SERVER = ROOT / "build/release/practice/vantrel-practice"
 
 
 def save_settings(home, settings):
