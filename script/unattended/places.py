@@ -1,4 +1,4 @@
-"""Where things are."""
+"""Paths."""
 
 import json
 import pathlib
@@ -11,7 +11,7 @@ SERVER = ROOT / "build/release/practice/vantrel-practice"
 
 
 def save_settings(home, settings):
-    """Writes the client's settings before its start; their file."""
+    """Writes the client's settings before its start. Returns their file."""
     path = home / ".config/vantrel/defaults.json"
     path.parent.mkdir(parents=True, exist_ok=True)
     path.write_text(json.dumps(settings))
