@@ -2,7 +2,7 @@
 
 #include <cstdint>
 #include <functional>
-#include <mutex>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -16,6 +16,7 @@
 #include "practice/messages/PracticeRequest.h"
 #include "practice/state/ExchangeLog.h"
 #include "practice/state/PageReportLog.h"
+#include "practice/state/ParticipantHistory.h"
 #include "practice/state/PracticeParticipant.h"
 #include "practice/state/ReceivedExchange.h"
 #include "practice/state/ReplyBender.h"
@@ -25,11 +26,12 @@ namespace vantrel::practice {
 
 /// A server for trying the client out: sessions in memory, replies that tests can bend, and a record of what came in.
 ///
-/// Any thread may call anything. Nothing here waits: a delay, a dropped connection or a stall is written in the reply,
-/// and whoever carries the reply does it, and tells with `noteDelivery` what became of it.
+/// Any thread may call anything. What is kept is bounded, however long it runs. Nothing here waits: a delay, a dropped
+/// connection or a stall is written in the reply, and whoever carries the reply does it, and tells with `noteDelivery`
+/// what became of it.
 class PracticeServer {
   public:
-    /// Seconds since 1970. Called once for each request, with no lock held.
+    /// Seconds since 1970. Any thread calls it.
     using Clock = std::function<double()>;
 
     PracticeServer(PracticeConfiguration configuration, Clock clock);
@@ -43,7 +45,7 @@ class PracticeServer {
     void noteDelivery(std::uint64_t exchange, bool delivered);
 
     /// What the control interface does, for callers in the same process.
-    std::uint64_t bend(BendRule rule);
+    std::optional<std::uint64_t> bend(BendRule rule);
     /// The code in any case; false when there is no such session.
     bool endSession(std::string_view code);
     /// Everything as at the start: sessions, participants, bends, what was received and reported.
@@ -53,14 +55,18 @@ class PracticeServer {
     std::vector<PageReportLog::Entry> pageReports() const;
     std::vector<PracticeSession> sessions() const;
     std::vector<PracticeParticipant> participants() const;
+    /// Empty when there is no such participant.
+    ParticipantHistory history(std::uint64_t participant) const;
 
   private:
+    /// What is neither recorded nor bent.
+    static bool isAside(const RequestTarget& target);
+    PracticeReply aside(const PracticeRequest& request, const RequestTarget& target, double now);
     PracticeReply exchange(const PracticeRequest& request, const RequestTarget& target, double now);
 
     const PracticeConfiguration configuration_;
     const Clock clock_;
-    mutable std::mutex mutex_;
-    // All of these under the mutex.
+    // Each guards itself, for as long as it takes to copy values; reading a body and writing a reply hold up nobody.
     SessionRegistry registry_;
     ReplyBender bender_;
     ExchangeLog log_;

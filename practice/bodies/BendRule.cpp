@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <string_view>
 
+#include "practice/bodies/JsonBody.h"
 #include "practice/messages/Base64.h"
 #include "practice/messages/RequestTarget.h"
 
@@ -76,7 +77,9 @@ std::string readMember(BendRule& rule, const std::string& name, const json& valu
 }  // namespace
 
 std::variant<BendRule, BodyError> BendRule::read(const std::string& text) {
-    const json value = json::parse(text, nullptr, false);
+    const auto parsed = jsonBody(text);
+    if (const auto* error = std::get_if<BodyError>(&parsed)) return *error;
+    const json& value = std::get<json>(parsed);
     if (!value.is_object()) return BodyError{"the body is not a JSON object"};
     if (value.contains("body") && value.contains("bodyBase64")) return BodyError{"both \"body\" and \"bodyBase64\""};
 

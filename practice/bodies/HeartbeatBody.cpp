@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "practice/bodies/BodyShape.h"
+#include "practice/bodies/JsonBody.h"
 
 namespace vantrel::practice {
 
@@ -19,8 +20,9 @@ std::variant<HeartbeatBody, BodyError> HeartbeatBody::read(const std::string& bo
                                   {"disconnecting", Type::boolean}});
     static const BodyShape violationShape({{"type", Type::string}, {"detail", Type::string}, {"at", Type::string}});
 
-    const nlohmann::json value = nlohmann::json::parse(body, nullptr, false);
-    if (value.is_discarded()) return BodyError{"the body is not JSON"};
+    const auto parsed = jsonBody(body);
+    if (const auto* error = std::get_if<BodyError>(&parsed)) return *error;
+    const auto& value = std::get<nlohmann::json>(parsed);
     if (const auto error = shape.wrong(value, "the body")) return *error;
 
     HeartbeatBody heartbeat;

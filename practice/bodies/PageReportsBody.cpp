@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "practice/bodies/BodyShape.h"
+#include "practice/bodies/JsonBody.h"
 
 namespace vantrel::practice {
 
@@ -92,8 +93,9 @@ std::variant<PageReportsBody, BodyError> PageReportsBody::read(const std::string
     if (body.size() > largestBody) {
         return BodyError{"the body is longer than " + std::to_string(largestBody) + " bytes"};
     }
-    const json value = json::parse(body, nullptr, false);
-    if (value.is_discarded()) return BodyError{"the body is not JSON"};
+    const auto parsed = jsonBody(body);
+    if (const auto* error = std::get_if<BodyError>(&parsed)) return *error;
+    const auto& value = std::get<json>(parsed);
     if (const auto error = shape.wrong(value, "the body")) return *error;
 
     PageReportsBody read;

@@ -6,7 +6,6 @@
 #include "practice/bodies/HeartbeatBody.h"
 #include "practice/bodies/JoinBody.h"
 #include "practice/configuration/ClientVersion.h"
-#include "practice/configuration/SessionCode.h"
 #include "practice/messages/JsonReply.h"
 
 namespace vantrel::practice {
@@ -34,14 +33,14 @@ PracticeReply ApiExchanges::handle(const PracticeRequest& request, const Request
 }
 
 PracticeReply ApiExchanges::probe(const std::string& code) const {
-    const PracticeSession* session = registry_.session(code);
-    if (session == nullptr) return errorReply(404, "session_not_found");
+    const auto session = registry_.session(code);
+    if (!session) return errorReply(404, "session_not_found");
     return jsonReply(200, {{"code", session->code}, {"title", session->title}, {"status", textOf(session->status)}});
 }
 
 PracticeReply ApiExchanges::join(const std::string& code, const PracticeRequest& request, double now) {
-    const PracticeSession* session = registry_.session(code);
-    if (session == nullptr) return errorReply(404, "session_not_found");
+    const auto session = registry_.session(code);
+    if (!session) return errorReply(404, "session_not_found");
     if (session->status == SessionStatus::ended) return errorReply(410, "session_ended");
 
     const auto body = JoinBody::read(request.body);
@@ -52,23 +51,26 @@ PracticeReply ApiExchanges::join(const std::string& code, const PracticeRequest&
                                {"message", configuration_.version.minimumMessage},
                                {"downloadUrl", configuration_.version.downloadUrl}});
     }
-    return jsonReply(200, {{"meetLink", meetLink(*session, request)},
-                           {"userToken", registry_.join(code, join, now)},
-                           {"sessionTitle", session->title}});
+    const auto token = registry_.join(code, join, now);
+    if (!token) return errorReply(503, "too_many_participants");
+    return jsonReply(
+        200, {{"meetLink", meetLink(*session, request)}, {"userToken", *token}, {"sessionTitle", session->title}});
 }
 
 PracticeReply ApiExchanges::heartbeat(const PracticeRequest& request, double now) {
     const auto body = HeartbeatBody::read(request.body);
     if (const auto* error = std::get_if<BodyError>(&body)) return errorReply(400, "invalid_body", error->message);
-    const HeartbeatBody& heartbeat = std::get<HeartbeatBody>(body);
-
-    const PracticeParticipant* participant = registry_.participant(heartbeat.userToken);
-    if (participant == nullptr) return errorReply(401, "unknown_token");
-    if (participant->sessionCode != upperCaseCode(heartbeat.sessionCode)) return errorReply(403, "other_session");
-
-    const PracticeSession* session = registry_.session(participant->sessionCode);
-    registry_.heartbeat(heartbeat, now);
-    return jsonReply(200, {{"sessionEnded", session == nullptr || session->status == SessionStatus::ended}});
+    switch (registry_.heartbeat(std::get<HeartbeatBody>(body), now)) {
+        case SessionRegistry::Heard::unknownToken:
+            return errorReply(401, "unknown_token");
+        case SessionRegistry::Heard::otherSession:
+            return errorReply(403, "other_session");
+        case SessionRegistry::Heard::ended:
+            return jsonReply(200, {{"sessionEnded", true}});
+        case SessionRegistry::Heard::active:
+            break;
+    }
+    return jsonReply(200, {{"sessionEnded", false}});
 }
 
 PracticeReply ApiExchanges::latestVersion(const RequestTarget& target) const {

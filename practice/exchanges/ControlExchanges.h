@@ -27,6 +27,7 @@ class ControlExchanges {
     PracticeReply received() const;
     PracticeReply reports() const;
     PracticeReply end(const std::string& code);
+    PracticeReply participant(const std::string& token) const;
     PracticeReply state() const;
 
     SessionRegistry& registry_;

@@ -21,7 +21,7 @@ bool ReportExchanges::isReport(const RequestTarget& target) {
 PracticeReply ReportExchanges::handle(const PracticeRequest& request, const RequestTarget& target, double now) {
     if (request.method != "POST") return methodNotAllowed("POST");
     const std::string code = upperCaseCode(target.segments()[1]);
-    if (registry_.session(code) == nullptr) return errorReply(404, "session_not_found");
+    if (!registry_.session(code)) return errorReply(404, "session_not_found");
     const auto body = PageReportsBody::read(request.body);
     if (const auto* error = std::get_if<BodyError>(&body)) return errorReply(400, "invalid_report", error->message);
     const PageReportsBody& reports = std::get<PageReportsBody>(body);

@@ -1,10 +1,7 @@
 #include "practice/exchanges/TrainerExchanges.h"
 
-#include <algorithm>
-#include <cstddef>
 #include <nlohmann/json.hpp>
 #include <utility>
-#include <vector>
 
 #include "practice/configuration/SessionCode.h"
 #include "practice/messages/JsonReply.h"
@@ -16,35 +13,8 @@ namespace {
 
 using nlohmann::json;
 
-/// The page asks every second; of a long list it gets the newest.
-constexpr std::size_t violationsShown = 200;
-
-struct ViolationEntry {
-    std::size_t participant;
-    const ReceivedViolation* violation;
-};
-
-/// The newest first, by when they came in.
-std::vector<ViolationEntry> newestViolations(const std::vector<PracticeParticipant>& participants,
-                                             const std::string& sessionCode) {
-    std::vector<ViolationEntry> entries;
-    for (std::size_t index = 0; index < participants.size(); ++index) {
-        if (participants[index].sessionCode != sessionCode) continue;
-        const auto& violations = participants[index].violations;
-        const std::size_t count = std::min(violations.size(), violationsShown);
-        for (std::size_t back = 1; back <= count; ++back) {
-            entries.push_back({index, &violations[violations.size() - back]});
-        }
-    }
-    std::stable_sort(entries.begin(), entries.end(), [](const ViolationEntry& one, const ViolationEntry& other) {
-        return one.violation->receivedAt > other.violation->receivedAt;
-    });
-    if (entries.size() > violationsShown) entries.resize(violationsShown);
-    return entries;
-}
-
-json jsonOf(const PracticeParticipant& participant, std::size_t number, Presence presence) {
-    json value{{"number", number},
+json jsonOf(const PracticeParticipant& participant, Presence presence) {
+    json value{{"number", participant.number},
                {"fullName", participant.fullName},
                {"email", participant.email},
                {"clientVersion", participant.clientVersion},
@@ -52,8 +22,8 @@ json jsonOf(const PracticeParticipant& participant, std::size_t number, Presence
                {"presence", textOf(presence)},
                {"leftAt", participant.leftAt ? json(*participant.leftAt) : json()},
                {"lastHeartbeat", nullptr},
-               {"violationCount", participant.violations.size()}};
-    if (const ReceivedHeartbeat* last = ParticipantPresence::lastHeartbeat(participant)) {
+               {"violationCount", participant.violationCount}};
+    if (const auto& last = participant.lastHeartbeat) {
         value["lastHeartbeat"] = {{"receivedAt", last->receivedAt},
                                   {"lockdownActive", last->lockdownActive},
                                   {"meetConnected", last->meetConnected}};
@@ -81,30 +51,26 @@ PracticeReply TrainerExchanges::handle(const PracticeRequest& request, const Req
 }
 
 PracticeReply TrainerExchanges::state(double now) const {
-    const std::vector<PracticeParticipant>& all = registry_.participants();
     json sessions = json::array();
-    for (const PracticeSession& session : registry_.sessions()) {
+    for (const SessionRegistry::SessionState& state : registry_.states()) {
         json participants = json::array();
-        std::size_t violationCount = 0;
-        for (std::size_t index = 0; index < all.size(); ++index) {
-            if (all[index].sessionCode != session.code) continue;
-            participants.push_back(jsonOf(all[index], index + 1, presence_.of(all[index], now)));
-            violationCount += all[index].violations.size();
+        for (const PracticeParticipant& participant : state.participants) {
+            participants.push_back(jsonOf(participant, presence_.of(participant, now)));
         }
         json violations = json::array();
-        for (const ViolationEntry& entry : newestViolations(all, session.code)) {
-            violations.push_back({{"participant", entry.participant + 1},
-                                  {"fullName", all[entry.participant].fullName},
-                                  {"type", entry.violation->type},
-                                  {"detail", entry.violation->detail},
-                                  {"at", entry.violation->at},
-                                  {"receivedAt", entry.violation->receivedAt}});
+        for (const SessionRegistry::SessionViolation& entry : state.violations) {
+            violations.push_back({{"participant", entry.participant},
+                                  {"fullName", entry.fullName},
+                                  {"type", entry.violation.type},
+                                  {"detail", entry.violation.detail},
+                                  {"at", entry.violation.at.text()},
+                                  {"receivedAt", entry.violation.receivedAt}});
         }
-        sessions.push_back({{"code", session.code},
-                            {"title", session.title},
-                            {"status", textOf(session.status)},
+        sessions.push_back({{"code", state.session.code},
+                            {"title", state.session.title},
+                            {"status", textOf(state.session.status)},
                             {"participants", std::move(participants)},
-                            {"violationCount", violationCount},
+                            {"violationCount", state.violationCount},
                             {"violations", std::move(violations)}});
     }
     PracticeReply reply = jsonReply(200, {{"now", now}, {"sessions", std::move(sessions)}});

@@ -2,6 +2,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include "practice/messages/PracticeRequest.h"
+
 namespace vantrel::practice {
 
 std::string jsonText(const nlohmann::json& value) {
@@ -29,6 +31,11 @@ PracticeReply methodNotAllowed(const std::string& allowed) {
 
 PracticeReply notFound() {
     return errorReply(404, "not_found");
+}
+
+PracticeReply bodyTooLarge() {
+    return errorReply(413, "body_too_large",
+                      "the body is longer than " + std::to_string(PracticeRequest::largestBody) + " bytes");
 }
 
 }  // namespace vantrel::practice

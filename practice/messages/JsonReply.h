@@ -20,4 +20,7 @@ PracticeReply methodNotAllowed(const std::string& allowed);
 
 PracticeReply notFound();
 
+/// 413.
+PracticeReply bodyTooLarge();
+
 }  // namespace vantrel::practice

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -9,12 +10,17 @@ namespace vantrel::practice {
 
 /// One request as it came in.
 struct PracticeRequest {
+    /// The longest body that is taken, in bytes.
+    static constexpr std::size_t largestBody = std::size_t{1024} * 1024;
+
     std::string method;
     /// The request target as sent: path and query, percent-encoding untouched.
     std::string path;
     std::vector<std::pair<std::string, std::string>> headers;
     /// The body's bytes, whatever they are.
     std::string body;
+    /// It was longer than that, and is not here.
+    bool bodyIsTooLarge = false;
 
     /// The first header of that name, compared without regard to ASCII case; empty when there is none.
     std::string header(std::string_view name) const;

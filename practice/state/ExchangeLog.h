@@ -1,6 +1,9 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <deque>
+#include <mutex>
 #include <vector>
 
 #include "practice/messages/PracticeReply.h"
@@ -9,20 +12,26 @@
 
 namespace vantrel::practice {
 
-/// Every exchange in the order received. Not guarded: PracticeServer's mutex is.
+/// The newest exchanges in the order received, as many as fit into both limits. Any thread.
 class ExchangeLog {
   public:
+    static constexpr std::size_t exchangesKept = 10000;
+    /// Of methods, paths, headers and bodies together.
+    static constexpr std::size_t bytesKept = std::size_t{32} * 1024 * 1024;
+
     /// Returns the exchange's number. A reply that goes out at once counts as delivered until something else is heard.
     std::uint64_t record(const PracticeRequest& request, const PracticeReply& reply, bool bent, double now);
-    /// A number from before the last clear is ignored.
+    /// A number that is not kept any more is ignored.
     void noteDelivery(std::uint64_t number, bool delivered);
     /// Numbers go on counting.
     void clear();
 
-    const std::vector<ReceivedExchange>& exchanges() const { return exchanges_; }
+    std::vector<ReceivedExchange> exchanges() const;
 
   private:
-    std::vector<ReceivedExchange> exchanges_;
+    mutable std::mutex mutex_;
+    std::deque<ReceivedExchange> exchanges_;
+    std::size_t bytes_ = 0;
     std::uint64_t nextNumber_ = 1;
 };
 

@@ -6,13 +6,20 @@
 namespace vantrel::practice {
 
 void PageReportLog::add(const std::string& code, const PageReportsBody& body, double now) {
+    const std::lock_guard lock(mutex_);
     const std::uint64_t page = pageNumber(body.page);
     for (const PageReport& report : body.reports) insert({now, code, page, report});
     while (entries_.size() > reportsKept) entries_.pop_front();
 }
 
 void PageReportLog::clear() {
+    const std::lock_guard lock(mutex_);
     entries_.clear();
+}
+
+std::vector<PageReportLog::Entry> PageReportLog::entries() const {
+    const std::lock_guard lock(mutex_);
+    return {entries_.begin(), entries_.end()};
 }
 
 std::uint64_t PageReportLog::pageNumber(const std::string& name) {

@@ -3,14 +3,16 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <mutex>
 #include <string>
+#include <vector>
 
 #include "practice/bodies/PageReport.h"
 #include "practice/bodies/PageReportsBody.h"
 
 namespace vantrel::practice {
 
-/// What the meeting pages reported. Not guarded: PracticeServer's mutex is.
+/// What the meeting pages reported. Any thread.
 ///
 /// Pages are numbered from 1 as they first report. The oldest reports are forgotten, and so are the oldest pages: one
 /// that reports again after that counts as a new one.
@@ -33,12 +35,14 @@ class PageReportLog {
     void clear();
 
     /// One page's reports by their numbers, several pages' as they came in.
-    const std::deque<Entry>& entries() const { return entries_; }
+    std::vector<Entry> entries() const;
 
   private:
+    // With the lock held.
     std::uint64_t pageNumber(const std::string& name);
     void insert(Entry entry);
 
+    mutable std::mutex mutex_;
     std::deque<Entry> entries_;
     std::deque<std::string> pages_;
     std::uint64_t forgottenPages_ = 0;

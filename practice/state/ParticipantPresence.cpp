@@ -1,7 +1,5 @@
 #include "practice/state/ParticipantPresence.h"
 
-#include <algorithm>
-
 namespace vantrel::practice {
 
 std::string_view textOf(Presence presence) {
@@ -18,16 +16,12 @@ std::string_view textOf(Presence presence) {
 
 Presence ParticipantPresence::of(const PracticeParticipant& participant, double now) const {
     if (participant.leftAt) return Presence::left;
-    const ReceivedHeartbeat* heartbeat = lastHeartbeat(participant);
-    const double heardAt = heartbeat != nullptr ? heartbeat->receivedAt : participant.joinedAt;
-    return now - heardAt > lostAfterSeconds_ ? Presence::lost : Presence::in;
+    return now - heardAt(participant) > lostAfterSeconds_ ? Presence::lost : Presence::in;
 }
 
-const ReceivedHeartbeat* ParticipantPresence::lastHeartbeat(const PracticeParticipant& participant) {
-    const auto& heartbeats = participant.heartbeats;
-    const auto last = std::find_if(heartbeats.rbegin(), heartbeats.rend(),
-                                   [](const ReceivedHeartbeat& heartbeat) { return !heartbeat.disconnecting; });
-    return last == heartbeats.rend() ? nullptr : &*last;
+double ParticipantPresence::heardAt(const PracticeParticipant& participant) {
+    if (participant.leftAt) return *participant.leftAt;
+    return participant.lastHeartbeat ? participant.lastHeartbeat->receivedAt : participant.joinedAt;
 }
 
 }  // namespace vantrel::practice

@@ -21,8 +21,8 @@ class ParticipantPresence {
     /// before there was one) is too long ago; otherwise in. A lost participant who is heard again is in.
     Presence of(const PracticeParticipant& participant, double now) const;
 
-    /// The last heartbeat that was not a disconnect notice; null when there was none.
-    static const ReceivedHeartbeat* lastHeartbeat(const PracticeParticipant& participant);
+    /// When the participant was last heard of: the notice, the last heartbeat or the join.
+    static double heardAt(const PracticeParticipant& participant);
 
   private:
     double lostAfterSeconds_;

@@ -1,32 +1,18 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
-#include <vector>
+
+#include "practice/state/ParticipantHistory.h"
 
 namespace vantrel::practice {
 
-/// A violation as reported, in the participant's own words.
-struct ReceivedViolation {
-    std::string type;
-    std::string detail;
-    /// ISO 8601, by the participant's clock.
-    std::string at;
-    /// Seconds since 1970, by the server's clock.
-    double receivedAt = 0;
-};
-
-/// A heartbeat without its violations, which are kept with the participant.
-struct ReceivedHeartbeat {
-    double receivedAt = 0;
-    std::string timestamp;
-    bool lockdownActive = false;
-    bool meetConnected = false;
-    bool disconnecting = false;
-};
-
-/// One join and everything heard of it since.
+/// One join, and what was heard last of it.
 struct PracticeParticipant {
+    /// Counted from 1, over all sessions.
+    std::uint64_t number = 0;
     std::string token;
     std::string sessionCode;
     std::string fullName;
@@ -34,10 +20,13 @@ struct PracticeParticipant {
     std::string platform;
     std::string clientVersion;
     double joinedAt = 0;
-    std::vector<ReceivedHeartbeat> heartbeats;
-    std::vector<ReceivedViolation> violations;
     /// When the disconnect notice came.
     std::optional<double> leftAt;
+    /// The last one that was not the disconnect notice.
+    std::optional<ReceivedHeartbeat> lastHeartbeat;
+    /// With the notice, and with those that are no longer kept.
+    std::size_t heartbeatCount = 0;
+    std::size_t violationCount = 0;
 };
 
 }  // namespace vantrel::practice

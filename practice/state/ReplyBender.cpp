@@ -1,27 +1,40 @@
 #include "practice/state/ReplyBender.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace vantrel::practice {
 
-std::uint64_t ReplyBender::add(BendRule rule) {
+std::optional<std::uint64_t> ReplyBender::add(BendRule rule) {
+    const std::lock_guard lock(mutex_);
+    if (entries_.size() >= rulesKept) {
+        const auto usedUp =
+            std::find_if(entries_.begin(), entries_.end(), [](const Entry& entry) { return entry.isUsedUp(); });
+        if (usedUp == entries_.end()) return std::nullopt;
+        entries_.erase(usedUp);
+    }
     entries_.push_back({nextNumber_, std::move(rule), 0});
     return nextNumber_++;
 }
 
 void ReplyBender::clear() {
+    const std::lock_guard lock(mutex_);
     entries_.clear();
 }
 
-bool ReplyBender::bend(const PracticeRequest& request, PracticeReply& reply) {
+std::optional<BendRule> ReplyBender::ruleFor(const PracticeRequest& request) {
+    const std::lock_guard lock(mutex_);
     for (Entry& entry : entries_) {
-        const bool usedUp = entry.rule.times && entry.used >= *entry.rule.times;
-        if (usedUp || !entry.rule.matches(request)) continue;
+        if (entry.isUsedUp() || !entry.rule.matches(request)) continue;
         ++entry.used;
-        entry.rule.applyTo(reply);
-        return true;
+        return entry.rule;
     }
-    return false;
+    return std::nullopt;
+}
+
+std::vector<ReplyBender::Entry> ReplyBender::entries() const {
+    const std::lock_guard lock(mutex_);
+    return entries_;
 }
 
 }  // namespace vantrel::practice

@@ -1,34 +1,41 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <mutex>
+#include <optional>
 #include <vector>
 
 #include "practice/bodies/BendRule.h"
-#include "practice/messages/PracticeReply.h"
 #include "practice/messages/PracticeRequest.h"
 
 namespace vantrel::practice {
 
 /// The rules by which replies are bent, in the order they were added. The first that matches and is not used up bends a
-/// reply, alone. Not guarded: PracticeServer's mutex is.
+/// reply, alone. Any thread.
 class ReplyBender {
   public:
+    static constexpr std::size_t rulesKept = 256;
+
     struct Entry {
         std::uint64_t number = 0;
         BendRule rule;
         std::uint64_t used = 0;
+
+        bool isUsedUp() const { return rule.times && used >= *rule.times; }
     };
 
-    /// Returns the rule's number, counted from 1.
-    std::uint64_t add(BendRule rule);
+    /// Returns the rule's number, counted from 1. Rules that are used up stay in the list until it is full; then the
+    /// oldest of them makes place. Empty when there is no place.
+    std::optional<std::uint64_t> add(BendRule rule);
     void clear();
-    /// Returns whether a rule applied.
-    bool bend(const PracticeRequest& request, PracticeReply& reply);
+    /// The rule that bends this request's reply, if one does; it counts as used once more.
+    std::optional<BendRule> ruleFor(const PracticeRequest& request);
 
-    /// Rules that are used up stay in the list.
-    const std::vector<Entry>& entries() const { return entries_; }
+    std::vector<Entry> entries() const;
 
   private:
+    mutable std::mutex mutex_;
     std::vector<Entry> entries_;
     std::uint64_t nextNumber_ = 1;
 };

@@ -1,47 +1,100 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <deque>
 #include <map>
+#include <mutex>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "practice/bodies/HeartbeatBody.h"
 #include "practice/bodies/JoinBody.h"
 #include "practice/configuration/PracticeSession.h"
+#include "practice/state/ParticipantHistory.h"
+#include "practice/state/ParticipantPresence.h"
 #include "practice/state/PracticeParticipant.h"
 
 namespace vantrel::practice {
 
-/// The sessions and who joined them. Not guarded: PracticeServer's mutex is.
+/// The sessions and who joined them, in bounded memory however long a day and whatever is sent. Any thread; what is
+/// returned are copies.
 class SessionRegistry {
   public:
-    explicit SessionRegistry(std::vector<PracticeSession> sessions);
+    static constexpr std::size_t participantsKept = 500;
+    /// Of each session, whoever they are of.
+    static constexpr std::size_t newestViolationsKept = 200;
+    /// Bytes of a name or an address, of a violation's detail, and of words such as its type.
+    static constexpr std::size_t longestName = 500;
+    static constexpr std::size_t longestWord = 100;
+
+    struct SessionViolation {
+        std::uint64_t participant = 0;
+        std::string fullName;
+        ReceivedViolation violation;
+    };
+
+    /// A session as it stands at one moment.
+    struct SessionState {
+        PracticeSession session;
+        /// In the order they joined.
+        std::vector<PracticeParticipant> participants;
+        std::size_t violationCount = 0;
+        /// The newest first.
+        std::vector<SessionViolation> violations;
+    };
+
+    enum class Heard { unknownToken, otherSession, active, ended };
+
+    SessionRegistry(std::vector<PracticeSession> sessions, ParticipantPresence presence);
 
     /// Everything as at the start: the sessions as configured, nobody in them.
     void reset();
 
-    const std::vector<PracticeSession>& sessions() const { return sessions_; }
-    /// In the order they joined.
-    const std::vector<PracticeParticipant>& participants() const { return participants_; }
+    /// The code exactly as stored, that is in upper case; empty when there is none.
+    std::optional<PracticeSession> session(std::string_view code) const;
+    std::vector<PracticeSession> sessions() const;
+    std::vector<SessionState> states() const;
+    /// In the order they joined, over all sessions.
+    std::vector<PracticeParticipant> participants() const;
+    std::optional<PracticeParticipant> participant(const std::string& token) const;
+    /// Empty when there is no such participant.
+    ParticipantHistory history(std::uint64_t participant) const;
 
-    /// The code exactly as stored, that is in upper case; null when there is none. Valid until the next reset.
-    const PracticeSession* session(std::string_view code) const;
-    /// Valid until the next join or reset.
-    const PracticeParticipant* participant(const std::string& token) const;
-
-    /// Returns the new participant's token. Tokens count up from 1, so that the same run gives the same tokens.
-    std::string join(const std::string& code, const JoinBody& body, double now);
-    /// The token has to be known.
-    void heartbeat(const HeartbeatBody& body, double now);
+    /// Returns the new participant's token. Tokens count up from 1, so that the same run gives the same tokens. When
+    /// all places are taken, whoever left or was lost is forgotten, the one heard of longest ago; when all are present,
+    /// there is no place and no token.
+    std::optional<std::string> join(const std::string& code, const JoinBody& body, double now);
+    /// Keeps the heartbeat if its token is one of its session.
+    Heard heartbeat(const HeartbeatBody& body, double now);
     /// False when there is no such session.
     bool end(std::string_view code);
 
   private:
-    std::vector<PracticeSession> configured_;
-    std::vector<PracticeSession> sessions_;
-    std::vector<PracticeParticipant> participants_;
-    std::map<std::string, std::size_t> participantOfToken_;
+    struct Session {
+        PracticeSession session;
+        std::size_t violationCount = 0;
+        std::deque<SessionViolation> violations;
+    };
+    struct Participant {
+        PracticeParticipant participant;
+        ParticipantHistory history;
+    };
+
+    // With the lock held.
+    bool makePlace(double now);
+    static void keep(const HeartbeatBody& body, double now, Participant& participant, Session& session);
+
+    const std::vector<PracticeSession> configured_;
+    const ParticipantPresence presence_;
+    mutable std::mutex mutex_;
+    std::vector<Session> sessions_;
+    std::map<std::uint64_t, Participant> participants_;
+    std::unordered_map<std::string, std::uint64_t> numberOfToken_;
+    std::uint64_t nextNumber_ = 1;
 };
 
 }  // namespace vantrel::practice

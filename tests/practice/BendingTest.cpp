@@ -108,7 +108,7 @@ TEST_F(Bending, RefusesAWrongRule) {
         EXPECT_EQ(parsed(reply)["error"], "invalid_bend") << rule;
         return parsed(reply).value("message", "");
     };
-    EXPECT_EQ(message(""), "the body is not a JSON object");
+    EXPECT_EQ(message(""), "the body is not JSON");
     EXPECT_EQ(message("[]"), "the body is not a JSON object");
     EXPECT_EQ(message("{}"), "\"path\" is missing");
     EXPECT_EQ(message(R"({"path":"/","staus":500})"), "unknown key \"staus\"");

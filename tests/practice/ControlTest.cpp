@@ -100,7 +100,9 @@ TEST_F(Control, ShowsSessionsParticipantsAndRules) {
                                      {"clientVersion", "2.0-macOS"},
                                      {"joinedAt", standingTime},
                                      {"leftAt", nullptr},
+                                     {"heartbeatCount", 1},
                                      {"heartbeats", nlohmann::json::array({heartbeat})},
+                                     {"violationCount", 1},
                                      {"violations", nlohmann::json::array({violation})}};
     EXPECT_EQ(state["sessions"][0], nlohmann::json({{"code", "PROVA"},
                                                     {"title", "Sicurezza"},
@@ -110,6 +112,9 @@ TEST_F(Control, ShowsSessionsParticipantsAndRules) {
     EXPECT_EQ(state["sessions"][2]["participants"], nlohmann::json::array());
     const nlohmann::json rule{{"rule", 1}, {"method", "*"}, {"path", "/meet/*"}, {"used", 1}, {"times", 3}};
     EXPECT_EQ(state["bends"], nlohmann::json::array({rule}));
+    EXPECT_EQ(parsed(server.handle(get("/control/participants/" + token))), participant);
+    EXPECT_EQ(server.handle(get("/control/participants/practice-2")).status, 404);
+    EXPECT_EQ(server.handle(post("/control/participants/" + token, "")).status, 405);
 }
 
 TEST_F(Control, ResetPutsEverythingBackToTheStart) {

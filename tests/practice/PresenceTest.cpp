@@ -1,21 +1,25 @@
 #include <gtest/gtest.h>
 
 #include "practice/state/ParticipantPresence.h"
+#include "practice/state/SessionRegistry.h"
 
 namespace vantrel::practice::test {
 namespace {
 
 constexpr double joinedAt = 1000;
 
+ReceivedHeartbeat heartbeatAt(double time) {
+    return {time, TimeText("2024-05-17T09:41:07Z"), true, true, false};
+}
+
 PracticeParticipant participant(const std::vector<double>& heartbeats) {
     PracticeParticipant participant;
     participant.joinedAt = joinedAt;
-    for (const double time : heartbeats) participant.heartbeats.push_back({time, "", true, true, false});
+    for (const double time : heartbeats) participant.lastHeartbeat = heartbeatAt(time);
     return participant;
 }
 
 void leave(PracticeParticipant& participant, double time) {
-    participant.heartbeats.push_back({time, "", false, false, true});
     participant.leftAt = time;
 }
 
@@ -42,7 +46,7 @@ TEST(Presence, IsLeftForGoodSinceTheNotice) {
     leave(gone, 1012);
     EXPECT_EQ(presence.of(gone, 1012), Presence::left);
     EXPECT_EQ(presence.of(gone, 9000), Presence::left);
-    gone.heartbeats.push_back({1013, "", true, true, false});
+    gone.lastHeartbeat = heartbeatAt(1013);
     EXPECT_EQ(presence.of(gone, 1013), Presence::left);
 }
 
@@ -63,14 +67,27 @@ TEST(Presence, UsesTheSecondsItWasGiven) {
 }
 
 TEST(Presence, TakesTheNoticeForNoHeartbeat) {
-    EXPECT_EQ(ParticipantPresence::lastHeartbeat(participant({})), nullptr);
-    PracticeParticipant gone = participant({1010, 1025});
-    leave(gone, 1030);
-    ASSERT_NE(ParticipantPresence::lastHeartbeat(gone), nullptr);
-    EXPECT_EQ(ParticipantPresence::lastHeartbeat(gone)->receivedAt, 1025);
-    PracticeParticipant atOnce = participant({});
-    leave(atOnce, 1001);
-    EXPECT_EQ(ParticipantPresence::lastHeartbeat(atOnce), nullptr);
+    SessionRegistry registry({{"PROVA", "Sicurezza", SessionStatus::active, ""}}, presence);
+    HeartbeatBody body;
+    body.sessionCode = "PROVA";
+    body.timestamp = "2024-05-17T09:41:07Z";
+    const auto beat = [&](const std::string& token, double time, bool isNotice) {
+        body.userToken = token;
+        body.disconnecting = isNotice;
+        EXPECT_EQ(registry.heartbeat(body, time), SessionRegistry::Heard::active);
+    };
+    const std::string stayed = registry.join("PROVA", {}, joinedAt).value_or("");
+    const std::string leftAtOnce = registry.join("PROVA", {}, joinedAt).value_or("");
+    beat(stayed, 1010, false);
+    beat(stayed, 1025, false);
+    beat(stayed, 1030, true);
+    beat(leftAtOnce, 1001, true);
+    const auto participants = registry.participants();
+    ASSERT_TRUE(participants[0].lastHeartbeat.has_value());
+    EXPECT_EQ(participants[0].lastHeartbeat->receivedAt, 1025);
+    EXPECT_FALSE(participants[1].lastHeartbeat.has_value());
+    EXPECT_EQ(ParticipantPresence::heardAt(participants[0]), 1030);
+    EXPECT_EQ(ParticipantPresence::heardAt(participants[1]), 1001);
 }
 
 }  // namespace

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <nlohmann/json_fwd.hpp>
+#include <string_view>
+#include <variant>
+
+#include "practice/bodies/BodyError.h"
+
+namespace vantrel::practice {
+
+/// The deepest that what is sent may be nested. No body needs more than three.
+constexpr int deepestNesting = 16;
+
+/// A body read as JSON. Deep nesting is refused before it is read: each level would cost memory and time of its own.
+std::variant<nlohmann::json, BodyError> jsonBody(std::string_view body);
+
+}  // namespace vantrel::practice

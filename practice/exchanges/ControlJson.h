@@ -1,0 +1,21 @@
+#pragma once
+
+#include <nlohmann/json_fwd.hpp>
+
+#include "practice/state/PageReportLog.h"
+#include "practice/state/ParticipantHistory.h"
+#include "practice/state/PracticeParticipant.h"
+#include "practice/state/ReceivedExchange.h"
+#include "practice/state/ReplyBender.h"
+
+namespace vantrel::practice {
+
+// What the control interface shows, as practice/README.md describes it.
+
+nlohmann::json jsonOf(const ReceivedExchange& exchange);
+nlohmann::json jsonOf(const PageReportLog::Entry& entry);
+nlohmann::json jsonOf(const ReplyBender::Entry& entry);
+/// With the newest heartbeats and violations, as many of each at most.
+nlohmann::json jsonOf(const PracticeParticipant& participant, const ParticipantHistory& history, std::size_t newest);
+
+}  // namespace vantrel::practice
