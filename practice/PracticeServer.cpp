@@ -13,6 +13,7 @@ namespace vantrel::practice {
 PracticeServer::PracticeServer(PracticeConfiguration configuration, Clock clock)
     : configuration_(std::move(configuration)),
       clock_(std::move(clock)),
+      access_(configuration_),
       registry_(configuration_.sessions, ParticipantPresence(configuration_.contactLostAfterSeconds)),
       api_(registry_, configuration_),
       control_(registry_, bender_, log_, reports_),
@@ -40,8 +41,11 @@ bool PracticeServer::isAside(const RequestTarget& target) {
 
 PracticeReply PracticeServer::aside(const PracticeRequest& request, const RequestTarget& target, double now) {
     if (PageFileExchanges::isPageFile(target)) return PageFileExchanges::handle(request, target);
-    if (ControlExchanges::isControl(target)) return control_.handle(request, target);
-    if (TrainerExchanges::isTrainer(target)) return trainer_.handle(request, target, now);
+    const bool isControl = ControlExchanges::isControl(target);
+    if (isControl || TrainerExchanges::isTrainer(target)) {
+        if (auto refusal = access_.refusal(request)) return *std::move(refusal);
+        return isControl ? control_.handle(request, target) : trainer_.handle(request, target, now);
+    }
     return meeting_.handle(request, target, now);
 }
 

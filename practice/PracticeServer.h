@@ -8,6 +8,7 @@
 
 #include "practice/configuration/PracticeConfiguration.h"
 #include "practice/configuration/PracticeSession.h"
+#include "practice/exchanges/AccessRules.h"
 #include "practice/exchanges/ApiExchanges.h"
 #include "practice/exchanges/ControlExchanges.h"
 #include "practice/exchanges/ReportExchanges.h"
@@ -66,6 +67,7 @@ class PracticeServer {
 
     const PracticeConfiguration configuration_;
     const Clock clock_;
+    const AccessRules access_;
     // Each guards itself, for as long as it takes to copy values; reading a body and writing a reply hold up nobody.
     SessionRegistry registry_;
     ReplyBender bender_;

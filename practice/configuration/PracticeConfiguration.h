@@ -28,6 +28,8 @@ struct PracticeConfiguration {
     /// The address under which participants reach the server, for meeting links; empty: from each request's Host
     /// header.
     std::string publicAddress;
+    /// What the trainer's page and the control interface ask for; empty: nothing.
+    std::string trainerPassword;
     /// Seconds without a heartbeat after which the trainer's page shows a participant as lost: two and a half of the
     /// client's intervals, and a little for the way.
     double contactLostAfterSeconds = 40;

@@ -49,7 +49,7 @@ TEST_F(Probe, DoesNotKnowOtherPaths) {
 
 TEST_F(Probe, NamesTheMethodThatAPathTakes) {
     const auto allowed = [&](const std::string& method, const std::string& path) {
-        const PracticeReply reply = server.handle({method, path, {}, ""});
+        const PracticeReply reply = server.handle({method, path, {{"Host", "127.0.0.1:8787"}}, ""});
         EXPECT_EQ(reply.status, 405) << method << path;
         return reply.headers;
     };

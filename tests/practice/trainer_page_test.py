@@ -6,6 +6,7 @@ Saves pictures in the current folder. Exits with 77 if there is no Chromium.
 import json
 import pathlib
 import sys
+import time
 import unittest
 
 import headless_chromium
@@ -143,6 +144,31 @@ class TrainerPage(unittest.TestCase):
         self.picture("trainer-page-full.png")
         self.assertTrue(
             self.browser.value("document.documentElement.scrollWidth<=document.documentElement.clientWidth"))
+
+    def test_another_site_in_the_same_browser_neither_shows_it_nor_ends_a_session(self):
+        server = self.server("--session", "PROVA=Sicurezza")
+        # A page of its own origin, with a frame and a button over the network.
+        self.browser.open("data:text/html,<iframe src='" + server.address + "'></iframe>")
+        self.browser.call("Log.enable")
+        self.browser.wait_for("document.readyState==='complete'")
+        self.assertIn("frame-ancestors", self.log())
+        for path in ("trainer/end/PROVA", "control/end/PROVA"):
+            self.browser.value(
+                f"fetch('{server.address}{path}',{{method:'POST',mode:'no-cors'}}).then(()=>'', error=>String(error))")
+            self.browser.value(f"""(()=>{{const form=document.createElement('form');form.method='POST';
+                form.action='{server.address}{path}';form.target='_blank';document.body.append(form);form.submit();}})()""")
+        time.sleep(0.5)
+        self.assertEqual(server.ask("GET", "/trainer/state")[1]["sessions"][0]["status"], "ACTIVE")
+
+    def log(self):
+        """What stands in the browser's console, once there is something."""
+        end = time.monotonic() + headless_chromium.PATIENCE
+        texts = []
+        while not texts and time.monotonic() < end:
+            self.browser.value("0")
+            texts = [parameters["entry"]["text"] for method, parameters in self.browser.events
+                     if method == "Log.entryAdded"]
+        return " ".join(texts)
 
     def test_it_says_when_the_server_is_gone(self):
         server = Server(PROGRAM, "--session", "PROVA=Sicurezza")

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+#include <utility>
+
+#include "practice/messages/PracticeRequest.h"
+
+namespace vantrel::practice {
+
+/// The password of the trainer's page, as browsers send it (Basic, RFC 7617); the user's name does not matter.
+class TrainerPassword {
+  public:
+    enum class Given { right, wrong, none };
+
+    /// Empty: none is needed, and whatever is given is right.
+    explicit TrainerPassword(std::string password) : password_(std::move(password)) {}
+
+    /// The comparison takes as long whether the first byte is wrong or the last.
+    Given givenBy(const PracticeRequest& request) const;
+
+  private:
+    const std::string password_;
+};
+
+}  // namespace vantrel::practice
