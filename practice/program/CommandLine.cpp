@@ -12,8 +12,11 @@ namespace vantrel::practice {
 namespace {
 
 constexpr std::string_view usage = R"(Usage: vantrel-practice [OPTION]...
-A practice server for the Vantrel client, on 127.0.0.1.
+A practice server for the Vantrel client, on 127.0.0.1 unless asked to be elsewhere.
 
+  --listen ADDRESS         the address to listen on (127.0.0.1), IPv4 or IPv6 in numbers; one that others can reach
+                           needs a password
+  --password-file FILE     the password of the trainer's page and of the control interface: the file's first line
   --port N                 port to listen on (8787); 0 takes a free one
   --session CODE[=TITLE]   a session to offer; may be given several times
   --status CODE=STATUS     its status: ACTIVE (as offered), WAITING or ENDED
@@ -37,6 +40,16 @@ std::string readValue(CommandLine& line, const std::string& option, const std::s
             return "--port: '" + value + "' is not a port number";
         }
         line.port = port;
+        return {};
+    }
+    if (option == "--listen") {
+        const auto address = ListenAddress::parse(value);
+        if (!address) return "--listen: '" + value + "' is not an IPv4 or IPv6 address in numbers";
+        line.listenAddress = *address;
+        return {};
+    }
+    if (option == "--password-file") {
+        line.passwordFile = value;
         return {};
     }
     if (option == "--for" || option == "--lost-after") {
@@ -79,7 +92,8 @@ std::string readValue(CommandLine& line, const std::string& option, const std::s
 
 bool takesValue(const std::string& option) {
     return option == "--port" || option == "--for" || option == "--config" || option == "--public-address" ||
-           option == "--session" || option == "--status" || option == "--lost-after";
+           option == "--listen" || option == "--password-file" || option == "--session" || option == "--status" ||
+           option == "--lost-after";
 }
 
 }  // namespace
@@ -100,6 +114,10 @@ std::variant<CommandLine, CommandLineError> CommandLine::read(const std::vector<
             const std::string wrong = readValue(line, option, arguments[++index]);
             if (!wrong.empty()) return CommandLineError{wrong};
         }
+    }
+    if (!line.listenAddress.isLoopback() && !line.passwordFile) {
+        return CommandLineError{"--listen " + line.listenAddress.text() +
+                                ": others can reach the trainer's page there; give it a password with --password-file"};
     }
     return line;
 }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "practice/configuration/PracticeSession.h"
+#include "practice/program/ListenAddress.h"
 
 namespace vantrel::practice {
 
@@ -20,11 +21,13 @@ struct CommandLine {
     static constexpr int defaultPort = 8787;
 
     bool help = false;
+    ListenAddress listenAddress;
     int port = defaultPort;
     bool exitWithStandardInput = false;
     std::optional<double> seconds;
     std::optional<double> lostAfterSeconds;
     std::optional<std::string> configurationFile;
+    std::optional<std::string> passwordFile;
     std::string publicAddress;
     std::vector<PracticeSession> sessions;
     std::vector<std::pair<std::string, SessionStatus>> statuses;

@@ -1,184 +1,103 @@
 #include "practice/program/HttpFront.h"
 
-#include <httplib.h>
-#include <sys/socket.h>
-
 #include <algorithm>
+#include <atomic>
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/ip/tcp.hpp>
+#include <boost/asio/post.hpp>
+#include <boost/asio/steady_timer.hpp>
+#include <boost/asio/strand.hpp>
+#include <boost/beast/core/error.hpp>
 #include <chrono>
-#include <cstddef>
 #include <thread>
 #include <utility>
+#include <vector>
 
-#include "practice/program/ClientConnection.h"
-#include "practice/program/StopSignal.h"
+#include "practice/program/HttpConnection.h"
 
 namespace vantrel::practice {
 
 namespace {
 
-constexpr std::size_t exchangesAtOnce = 32;
-constexpr int waitingClients = 128;
-constexpr const char* anyPath = R"([\s\S]*)";
+namespace asio = boost::asio;
+using Tcp = asio::ip::tcp;
+using Error = boost::beast::error_code;
 
-/// What the library adds to the headers by itself.
-bool isAddedByLibrary(const std::string& name) {
-    return name == "REMOTE_ADDR" || name == "REMOTE_PORT" || name == "LOCAL_ADDR" || name == "LOCAL_PORT";
-}
+/// More than one even on one processor: a long reply is written while short ones go on.
+constexpr unsigned int fewestThreads = 4;
+/// Until the next try when the system has no descriptor left.
+constexpr std::chrono::milliseconds untilNextTry{50};
 
 }  // namespace
 
-class HttpFront::Library {
+class HttpFront::Listener {
   public:
-    Library(PracticeServer& practice, const StopSignal& stop) : practice_(practice), stop_(stop) {
-        server_.new_task_queue = [] { return std::make_unique<httplib::ThreadPool>(exchangesAtOnce).release(); };
-        // The default also sets SO_REUSEPORT, with which a second server would take the same port without a word.
-        server_.set_socket_options([this](socket_t socket) {
-            socket_ = socket;
-            const int yes = 1;
-            setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
-        });
-        // One exchange a connection: no idle connection holds a thread, and a client that finds its connection dropped
-        // can tell that from an old one that had been closed.
-        server_.set_keep_alive_max_count(1);
-        server_.set_read_timeout(30);
-        server_.set_write_timeout(60);
+    Listener(PracticeServer& practice, HttpLimits limits)
+        : surroundings_{practice, limits, ConnectionPlaces(limits.connections), [this] { acceptAgain(); }} {}
 
-        // A request that announces no body has none; the library would wait for one after a POST.
-        server_.set_pre_routing_handler([this](const httplib::Request& request, httplib::Response& response) {
-            if (request.has_header("Content-Length") || request.has_header("Transfer-Encoding")) {
-                return httplib::Server::HandlerResponse::Unhandled;
-            }
-            answer(request, {}, response);
-            return httplib::Server::HandlerResponse::Handled;
-        });
-        const auto withBody = [this](const httplib::Request& request, httplib::Response& response,
-                                     const httplib::ContentReader& read) {
-            std::string body;
-            const bool whole = read([&](const char* data, std::size_t length) {
-                body.append(data, length);
-                return true;
-            });
-            if (whole) {
-                answer(request, std::move(body), response);
-            } else {
-                response.status = 400;
-            }
-        };
-        const auto withoutBody = [this](const httplib::Request& request, httplib::Response& response) {
-            answer(request, {}, response);
-        };
-        server_.Get(anyPath, withoutBody);
-        server_.Options(anyPath, withoutBody);
-        server_.Post(anyPath, withBody);
-        server_.Put(anyPath, withBody);
-        server_.Patch(anyPath, withBody);
-        server_.Delete(anyPath, withBody);
+    ~Listener() {
+        isEnding_ = true;
+        io_.stop();
+        for (std::thread& thread : threads_) thread.join();
     }
 
-    std::optional<int> listen(int port) {
-        constexpr const char* host = "127.0.0.1";
-        port_ = port == 0 ? server_.bind_to_any_port(host) : (server_.bind_to_port(host, port) ? port : -1);
-        if (port_ <= 0) return std::nullopt;
-        // The library listens with room for five; a sixth client at the same moment would try again a second later.
-        ::listen(socket_, waitingClients);
-        thread_ = std::thread([this] { server_.listen_after_bind(); });
-        // The library forgets a stop that comes before this.
-        while (!server_.is_running()) std::this_thread::sleep_for(std::chrono::milliseconds(1));
-        return port_;
-    }
+    Listener(const Listener&) = delete;
+    Listener& operator=(const Listener&) = delete;
 
-    void end() {
-        if (!thread_.joinable()) return;
-        server_.stop();
-        ClientConnection::endAll(port_);
-        thread_.join();
+    std::optional<int> listen(const std::string& address, int port) {
+        Error error;
+        const Tcp::endpoint endpoint(asio::ip::make_address(address, error), static_cast<unsigned short>(port));
+        if (error) return std::nullopt;
+        acceptor_.open(endpoint.protocol(), error);
+        if (!error) acceptor_.set_option(asio::socket_base::reuse_address(true), error);
+        if (!error) acceptor_.bind(endpoint, error);
+        if (!error) acceptor_.listen(asio::socket_base::max_listen_connections, error);
+        if (error) return std::nullopt;
+        accept();
+        const unsigned int count = std::max(fewestThreads, std::thread::hardware_concurrency());
+        for (unsigned int number = 0; number < count; ++number) threads_.emplace_back([this] { io_.run(); });
+        return acceptor_.local_endpoint().port();
     }
 
   private:
-    void answer(const httplib::Request& received, std::string body, httplib::Response& response) {
-        PracticeRequest request{received.method, received.target, {}, std::move(body)};
-        for (const auto& [name, value] : received.headers) {
-            if (!isAddedByLibrary(name)) request.headers.emplace_back(name, value);
-        }
-        PracticeReply reply = practice_.handle(request);
-        if (reply.delaySeconds <= 0 && !reply.dropConnection && !reply.stallAfterHeaders) {
-            write(std::move(reply), response);
-            return;
-        }
-
-        const auto client = ClientConnection::find(received.remote_addr, received.remote_port, port_);
-        if (!client) {
-            response.status = 500;
-            return;
-        }
-        if (reply.delaySeconds > 0 && client->wait(reply.delaySeconds, stop_) != ClientConnection::Wait::timePassed) {
-            client->end();
-            return;
-        }
-        if (reply.dropConnection) {
-            client->end();
-            return;
-        }
-        if (reply.stallAfterHeaders) {
-            writeHeaders(reply, response);
-            response.set_content_provider(std::max<std::size_t>(reply.body.size(), 1), reply.contentType,
-                                          [this, client = *client](std::size_t, std::size_t, httplib::DataSink&) {
-                                              client.wait(std::nullopt, stop_);
-                                              return false;
-                                          });
-            return;
-        }
-        // Before the bytes: whoever has read the reply and then asks must find it delivered.
-        practice_.noteDelivery(reply.exchange, true);
-        write(std::move(reply), response);
+    void accept() {
+        // Each connection on a strand of its own, the acceptor on another: none of them needs a lock.
+        acceptor_.async_accept(asio::make_strand(io_), [this](Error error, Tcp::socket socket) {
+            if (error) return tryAgainLater();
+            std::make_shared<HttpConnection>(std::move(socket), surroundings_)->start();
+            if (surroundings_.places.mayAccept()) accept();
+        });
     }
 
-    static void writeHeaders(const PracticeReply& reply, httplib::Response& response) {
-        response.status = reply.status;
-        for (const auto& [name, value] : reply.headers) response.set_header(name, value);
+    void tryAgainLater() {
+        surroundings_.places.makePlace();
+        pause_.expires_after(untilNextTry);
+        pause_.async_wait([this](Error error) {
+            if (!error) accept();
+        });
     }
 
-    void write(PracticeReply reply, httplib::Response& response) {
-        writeHeaders(reply, response);
-        if (reply.body.empty()) {
-            response.set_header("Content-Type", reply.contentType);
-            return;
-        }
-        // A provider and not a plain body: the library would compress that where the client allows it.
-        const auto body = std::make_shared<const std::string>(std::move(reply.body));
-        const auto noteFailure = [this, exchange = reply.exchange](bool written) {
-            if (!written) practice_.noteDelivery(exchange, false);
-        };
-        response.set_content_provider(
-            body->size(), reply.contentType,
-            [body](std::size_t offset, std::size_t length, httplib::DataSink& sink) {
-                constexpr std::size_t portion = std::size_t{256} * 1024;
-                return sink.write(body->data() + offset, std::min(length, portion));
-            },
-            noteFailure);
+    void acceptAgain() {
+        if (isEnding_) return;
+        asio::post(acceptor_.get_executor(), [this] { accept(); });
     }
 
-    PracticeServer& practice_;
-    const StopSignal& stop_;
-    httplib::Server server_;
-    std::thread thread_;
-    socket_t socket_ = -1;
-    int port_ = -1;
+    // What connections refer to; they go with the context.
+    HttpConnection::Surroundings surroundings_;
+    std::atomic<bool> isEnding_{false};
+    asio::io_context io_;
+    Tcp::acceptor acceptor_{asio::make_strand(io_)};
+    asio::steady_timer pause_{acceptor_.get_executor()};
+    std::vector<std::thread> threads_;
 };
 
-HttpFront::HttpFront(PracticeServer& practice, const StopSignal& stop)
-    : library_(std::make_unique<Library>(practice, stop)) {}
+HttpFront::HttpFront(PracticeServer& practice, HttpLimits limits)
+    : listener_(std::make_unique<Listener>(practice, limits)) {}
 
-HttpFront::~HttpFront() {
-    end();
-}
+HttpFront::~HttpFront() = default;
 
-std::optional<int> HttpFront::listen(int port) {
-    return library_->listen(port);
-}
-
-void HttpFront::end() {
-    library_->end();
+std::optional<int> HttpFront::listen(const std::string& address, int port) {
+    return listener_->listen(address, port);
 }
 
 }  // namespace vantrel::practice

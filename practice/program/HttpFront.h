@@ -2,33 +2,34 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 
 #include "practice/PracticeServer.h"
+#include "practice/program/HttpLimits.h"
 
 namespace vantrel::practice {
 
-class StopSignal;
-
-/// Carries a PracticeServer's exchanges over HTTP on 127.0.0.1, one exchange a connection, and does the waiting,
-/// dropping and stalling that its replies ask for. 32 exchanges are under way at once; a delayed or stalled one holds
-/// up no other until there are as many of them.
+/// Carries a PracticeServer's exchanges over HTTP, one exchange a connection, and does the waiting, dropping and
+/// stalling that its replies ask for. A few threads serve all connections: one that is slow, silent, delayed or stalled
+/// takes up a place and no thread. When all places are taken, the connection whose request has been awaited longest
+/// makes place for a new one.
 class HttpFront {
   public:
-    /// Both have to outlive it.
-    HttpFront(PracticeServer& practice, const StopSignal& stop);
+    /// The server has to outlive it.
+    explicit HttpFront(PracticeServer& practice, HttpLimits limits = {});
+    /// Ends everything under way.
     ~HttpFront();
     HttpFront(const HttpFront&) = delete;
     HttpFront& operator=(const HttpFront&) = delete;
 
-    /// Starts listening and returns the port; 0 takes a free one. Empty when the port is not to be had.
-    std::optional<int> listen(int port);
-    /// Ends everything under way and waits for it. The stop signal has to be raised already.
-    void end();
+    /// Starts listening on an IPv4 or IPv6 address and returns the port; 0 takes a free one. Empty when the two are not
+    /// to be had.
+    std::optional<int> listen(const std::string& address, int port);
 
   private:
-    class Library;
+    class Listener;
 
-    std::unique_ptr<Library> library_;
+    std::unique_ptr<Listener> listener_;
 };
 
 }  // namespace vantrel::practice

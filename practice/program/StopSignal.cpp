@@ -1,7 +1,6 @@
 #include "practice/program/StopSignal.h"
 
 #include <fcntl.h>
-#include <poll.h>
 #include <unistd.h>
 
 #include <array>
@@ -22,17 +21,6 @@ StopSignal::~StopSignal() {
     if (!isValid()) return;
     close(readEnd_);
     close(writeEnd_);
-}
-
-void StopSignal::raise() const {
-    const char byte = 0;
-    // A full pipe is a raised signal.
-    [[maybe_unused]] const ssize_t written = write(writeEnd_, &byte, 1);
-}
-
-bool StopSignal::isRaised() const {
-    pollfd entry{readEnd_, POLLIN, 0};
-    return poll(&entry, 1, 0) > 0;
 }
 
 }  // namespace vantrel::practice

@@ -13,8 +13,6 @@ class StopSignal {
 
     /// False when the system had no pipe to give.
     bool isValid() const { return readEnd_ >= 0; }
-    void raise() const;
-    bool isRaised() const;
 
     /// Readable for good once the signal is raised; nobody reads from it.
     int descriptor() const { return readEnd_; }

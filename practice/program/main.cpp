@@ -18,6 +18,7 @@
 #include "practice/program/CommandLine.h"
 #include "practice/program/ConfigurationFile.h"
 #include "practice/program/HttpFront.h"
+#include "practice/program/PasswordFile.h"
 #include "practice/program/StopSignal.h"
 
 namespace {
@@ -117,6 +118,13 @@ int main(int argc, char** argv) {
         }
         configuration = std::move(std::get<PracticeConfiguration>(read));
     }
+    if (line.passwordFile) {
+        auto password = vantrel::practice::readPasswordFile(*line.passwordFile);
+        if (const auto* error = std::get_if<vantrel::practice::PasswordError>(&password)) {
+            return complain(error->message, badUse);
+        }
+        configuration.trainerPassword = std::move(std::get<std::string>(password));
+    }
     const std::string wrong = complete(configuration, line);
     if (!wrong.empty()) return complain(wrong, badUse);
 
@@ -131,18 +139,17 @@ int main(int argc, char** argv) {
     sigaction(SIGPIPE, &action, nullptr);
 
     vantrel::practice::PracticeServer practice(configuration, secondsSince1970);
-    vantrel::practice::HttpFront front(practice, stop);
-    const std::optional<int> port = front.listen(line.port);
-    if (!port) return complain("port " + std::to_string(line.port) + " on 127.0.0.1 is taken", portTaken);
+    vantrel::practice::HttpFront front(practice);
+    const std::string& address = line.listenAddress.text();
+    const std::optional<int> port = front.listen(address, line.port);
+    if (!port) return complain("port " + std::to_string(line.port) + " on " + address + " is taken", portTaken);
 
-    std::cout << "Practice server on http://127.0.0.1:" << *port << std::endl;
+    std::cout << "Practice server on " << line.listenAddress.url(*port) << std::endl;
     for (const PracticeSession& session : configuration.sessions) {
         std::cout << "Session " << session.code << " (" << vantrel::practice::textOf(session.status)
                   << "): " << session.title << std::endl;
     }
 
     waitForTheEnd(stop, line.seconds, line.exitWithStandardInput);
-    stop.raise();
-    front.end();
     return EXIT_SUCCESS;
 }

@@ -22,6 +22,8 @@ std::string wrong(const std::vector<std::string>& arguments) {
 
 TEST(CommandLine, HasDefaults) {
     const CommandLine line = read({});
+    EXPECT_EQ(line.listenAddress.text(), "127.0.0.1");
+    EXPECT_FALSE(line.passwordFile.has_value());
     EXPECT_EQ(line.port, 8787);
     EXPECT_FALSE(line.help);
     EXPECT_FALSE(line.exitWithStandardInput);
@@ -32,9 +34,13 @@ TEST(CommandLine, HasDefaults) {
 }
 
 TEST(CommandLine, ReadsEveryOption) {
-    const CommandLine line = read({"--port", "0", "--session", "abc=Uno=Due", "--session", "DEF", "--status",
-                                   "def=ENDED", "--config", "c.yaml", "--public-address", "http://a", "--for", "1.5",
-                                   "--lost-after", "2.5", "--exit-with-stdin", "--help"});
+    const CommandLine line =
+        read({"--port",   "0",         "--session",       "abc=Uno=Due", "--session",         "DEF",
+              "--status", "def=ENDED", "--config",        "c.yaml",      "--public-address",  "http://a",
+              "--for",    "1.5",       "--lost-after",    "2.5",         "--exit-with-stdin", "--help",
+              "--listen", "0.0.0.0",   "--password-file", "p.txt"});
+    EXPECT_EQ(line.listenAddress.text(), "0.0.0.0");
+    EXPECT_EQ(line.passwordFile, "p.txt");
     EXPECT_EQ(line.port, 0);
     ASSERT_EQ(line.sessions.size(), 2U);
     EXPECT_EQ(line.sessions[0].code, "ABC");
@@ -68,6 +74,25 @@ TEST(CommandLine, SaysWhatIsWrong) {
     EXPECT_EQ(wrong({"--status", "A=OVER"}), "--status: 'A=OVER' is not CODE=ACTIVE, CODE=WAITING or CODE=ENDED");
     EXPECT_EQ(wrong({"--status", "A"}), "--status: 'A' is not CODE=ACTIVE, CODE=WAITING or CODE=ENDED");
     EXPECT_EQ(wrong({"--public-address", ""}), "--public-address: the address is empty");
+}
+
+TEST(CommandLine, OthersReachTheServerOnlyWithAPassword) {
+    for (const std::string address : {"127.0.0.1", "127.1.2.3", "::1"}) {
+        EXPECT_EQ(wrong({"--listen", address}), "") << address;
+    }
+    for (const std::string address : {"0.0.0.0", "192.168.1.20", "::", "128.0.0.1", "::2", "::ffff:127.0.0.1"}) {
+        EXPECT_NE(wrong({"--listen", address}), "") << address;
+        EXPECT_EQ(wrong({"--password-file", "p.txt", "--listen", address}), "") << address;
+    }
+    for (const std::string address : {"", "localhost", "127.0.0", "[::1]", "127.0.0.1:80", "1.2.3.256"}) {
+        EXPECT_EQ(wrong({"--listen", address}),
+                  "--listen: '" + address + "' is not an IPv4 or IPv6 address in numbers");
+    }
+}
+
+TEST(CommandLine, AnAddressStandsInALinkAsItShould) {
+    EXPECT_EQ(ListenAddress().url(80), "http://127.0.0.1:80");
+    EXPECT_EQ(ListenAddress::parse("::1")->url(8787), "http://[::1]:8787");
 }
 
 }  // namespace

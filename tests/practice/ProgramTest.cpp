@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "PracticeProgram.h"
+#include "RawConnection.h"
 #include "Requests.h"
 
 namespace vantrel::practice::test {
@@ -123,6 +124,35 @@ TEST_F(Program, TakesBodiesOfAnyBytesAndAnyType) {
     EXPECT_TRUE(client().Post("/api/heartbeat", form, "application/x-www-form-urlencoded"));
     EXPECT_EQ(received()[0]["bodyBase64"], "AP/+");
     EXPECT_EQ(received()[1]["body"], form);
+}
+
+TEST_F(Program, SilentConnectionsHoldUpNobody) {
+    std::vector<RawConnection> silent;
+    for (int count = 0; count < 100; ++count) silent.emplace_back(port);
+    const auto reply = client().Get("/api/sessions/PROVA");
+    ASSERT_TRUE(reply);
+    EXPECT_EQ(reply->status, 200);
+    for (const RawConnection& connection : silent) EXPECT_TRUE(connection.isOpen());
+}
+
+TEST_F(Program, IgnoresARange) {
+    const auto reply = client().Get("/api/sessions/PROVA", httplib::Headers{{"Range", "bytes=0-3"}});
+    ASSERT_TRUE(reply);
+    EXPECT_EQ(reply->status, 200);
+    EXPECT_EQ(nlohmann::json::parse(reply->body)["code"], "PROVA");
+}
+
+TEST_F(Program, RefusesAMultipartBodyAsAnyOther) {
+    const auto reply = client().Post("/api/heartbeat", httplib::MultipartFormDataItems{{"a", "1", "", ""}});
+    ASSERT_TRUE(reply);
+    EXPECT_EQ(reply->status, 400);
+    EXPECT_EQ(nlohmann::json::parse(reply->body)["error"], "invalid_body");
+}
+
+TEST_F(Program, RefusesABodyOverOneMebibyte) {
+    const auto reply = client().Post("/api/heartbeat", std::string(2000000, '['), "application/json");
+    ASSERT_TRUE(reply);
+    EXPECT_EQ(reply->status, 413);
 }
 
 TEST_F(Program, NamesTheAllowedMethod) {
@@ -319,6 +349,56 @@ TEST(ProgramStart, SaysWhatIsWrongWithItsOptions) {
     PracticeProgram nobody({"--status", "A=ENDED"});
     EXPECT_EQ(nobody.exitStatus(), 2);
     EXPECT_EQ(nobody.errors(), "vantrel-practice: --status: there is no session A\n");
+}
+
+/// A file with a password in its first line, for one test.
+class PasswordFile {
+  public:
+    explicit PasswordFile(const std::string& content) { std::ofstream(path) << content; }
+    ~PasswordFile() { std::remove(path.c_str()); }
+    PasswordFile(const PasswordFile&) = delete;
+    PasswordFile& operator=(const PasswordFile&) = delete;
+
+    const std::string path = testing::TempDir() + "vantrel-practice-password";
+};
+
+TEST(ProgramStart, DoesNotShowTheTrainersPageToOthersWithoutAPassword) {
+    for (const std::string address : {"0.0.0.0", "192.168.1.20", "::"}) {
+        PracticeProgram program({"--port", "0", "--listen", address});
+        EXPECT_EQ(program.exitStatus(), 2) << address;
+        EXPECT_EQ(program.errors(), "vantrel-practice: --listen " + address +
+                                        ": others can reach the trainer's page there; give it a password with "
+                                        "--password-file\nTry 'vantrel-practice --help'.\n");
+    }
+}
+
+TEST(ProgramStart, ListensWhereItIsToldAndAsksForThePassword) {
+    const PasswordFile file("segretissimo\r\nnot this\n");
+    PracticeProgram program({"--port", "0", "--listen", "127.0.0.2", "--password-file", file.path});
+    const std::string line = program.line().value_or("");
+    const std::string beginning = "Practice server on http://127.0.0.2:";
+    ASSERT_EQ(line.rfind(beginning, 0), 0U) << line;
+    httplib::Client client("127.0.0.2", std::atoi(line.c_str() + beginning.size()));
+    client.set_read_timeout(patience);
+    const auto status = [](const httplib::Result& reply) { return reply ? reply->status : 0; };
+    EXPECT_EQ(status(client.Get("/api/sessions/PROVA")), 200);
+    EXPECT_EQ(status(client.Get("/trainer/state")), 401);
+    client.set_basic_auth("trainer", "segretissimo");
+    EXPECT_EQ(status(client.Get("/trainer/state")), 200);
+    const auto start = Clock::now();
+    client.set_basic_auth("trainer", "segreto");
+    EXPECT_EQ(status(client.Get("/trainer/state")), 401);
+    EXPECT_GE(secondsSince(start), 1);
+}
+
+TEST(ProgramStart, SaysWhatIsWrongWithAPassword) {
+    const PasswordFile file("breve\nsegretissimo\n");
+    PracticeProgram shorter({"--password-file", file.path});
+    EXPECT_EQ(shorter.exitStatus(), 2);
+    EXPECT_EQ(shorter.errors(), "vantrel-practice: " + file.path + ": the password is shorter than 8 bytes\n");
+    PracticeProgram missing({"--password-file", file.path + ".none"});
+    EXPECT_EQ(missing.exitStatus(), 2);
+    EXPECT_EQ(missing.errors(), "vantrel-practice: " + file.path + ".none: the file cannot be read, or is empty\n");
 }
 
 TEST(ProgramStart, ShowsItsHelp) {

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <array>
+#include <boost/asio/ip/tcp.hpp>
+#include <boost/asio/steady_timer.hpp>
+#include <boost/beast/core/flat_buffer.hpp>
+#include <boost/beast/core/tcp_stream.hpp>
+#include <boost/beast/http/parser.hpp>
+#include <boost/beast/http/serializer.hpp>
+#include <boost/beast/http/string_body.hpp>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include "practice/PracticeServer.h"
+#include "practice/program/ConnectionPlaces.h"
+#include "practice/program/HttpLimits.h"
+#include "practice/program/HttpMessages.h"
+
+namespace vantrel::practice {
+
+/// One connection with its one exchange: the request is read, answered, and the reply sent as it asks to be. It keeps
+/// itself alive through what it waits for, and closes when it waits for nothing more. Its handlers run one after
+/// another, on the executor of its socket.
+class HttpConnection : public std::enable_shared_from_this<HttpConnection> {
+  public:
+    /// What the connection shares with the others; outlives it.
+    struct Surroundings {
+        PracticeServer& practice;
+        const HttpLimits limits;
+        ConnectionPlaces places;
+        /// A place has become free that somebody waits for. Any thread.
+        std::function<void()> placeIsFree;
+    };
+
+    HttpConnection(boost::asio::ip::tcp::socket socket, Surroundings& surroundings);
+    ~HttpConnection();
+    HttpConnection(const HttpConnection&) = delete;
+    HttpConnection& operator=(const HttpConnection&) = delete;
+
+    void start();
+
+  private:
+    using Error = boost::beast::error_code;
+
+    void headerCame(Error error);
+    void readBody();
+    void bodyCame(Error error);
+    /// What the HTTP library did not take.
+    void refuse(Error error);
+    void answer(PracticeRequest request);
+    void deliver();
+    void sendHeaderAndStall();
+    void send(HttpResponse response, bool withBody);
+    void sent(Error error);
+    /// Reads away what is still sent, so that closing does not destroy a reply on its way.
+    void readAway();
+    /// Calls back once the client has gone, or sent much that nobody asked for.
+    void watchClient(std::function<void()> clientHasGone);
+
+    Surroundings& surroundings_;
+    boost::beast::tcp_stream stream_;
+    boost::asio::steady_timer delay_;
+    boost::beast::flat_buffer buffer_;
+    boost::beast::http::request_parser<boost::beast::http::string_body> parser_;
+    std::uint64_t place_ = 0;
+    bool isHead_ = false;
+    bool isLeftUnread_ = false;
+    PracticeReply reply_;
+    HttpResponse response_;
+    std::optional<boost::beast::http::response_serializer<boost::beast::http::string_body>> serializer_;
+    std::array<char, 4096> surplus_{};
+    std::size_t surplusBytes_ = 0;
+};
+
+}  // namespace vantrel::practice
