@@ -11,7 +11,7 @@ namespace {
 /// Seconds that a wrong password costs whoever tries many.
 constexpr double wrongPasswordDelay = 1;
 
-std::string lowerCase(std::string_view text) {
+std::string inLowerCase(std::string_view text) {
     std::string lower(text);
     for (char& character : lower) {
         if (character >= 'A' && character <= 'Z') character = static_cast<char>(character - 'A' + 'a');
@@ -40,7 +40,7 @@ bool isNumeric(std::string_view host) {
 }  // namespace
 
 AccessRules::AccessRules(const PracticeConfiguration& configuration) : password_(configuration.trainerPassword) {
-    const std::string address = lowerCase(configuration.publicAddress);
+    const std::string address = inLowerCase(configuration.publicAddress);
     const std::size_t scheme = address.find("://");
     if (scheme == std::string::npos) return;
     publicOrigin_ = address.substr(0, address.find('/', scheme + 3));
@@ -48,9 +48,9 @@ AccessRules::AccessRules(const PracticeConfiguration& configuration) : password_
 }
 
 std::optional<PracticeReply> AccessRules::refusal(const PracticeRequest& request) const {
-    const std::string host = lowerCase(request.header("Host"));
+    const std::string host = inLowerCase(request.header("Host"));
     if (!isOwnHost(host)) return errorReply(403, "foreign_host", "this server is not known by that name");
-    const std::string origin = lowerCase(request.header("Origin"));
+    const std::string origin = inLowerCase(request.header("Origin"));
     if (!origin.empty() && !isOwnOrigin(origin, host)) {
         return errorReply(403, "foreign_origin", "pages of other sites may not ask this");
     }
