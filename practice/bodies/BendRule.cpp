@@ -21,7 +21,7 @@ std::string repeated(const std::string& pattern, std::size_t size) {
     return body;
 }
 
-/// Puts one member into the rule; returns what is wrong with it, or an empty text.
+/// Stores one member in the rule. Returns what is wrong with it, or an empty text.
 std::string readMember(BendRule& rule, const std::string& name, const json& value) {
     const auto text = [&](auto& place) -> std::string {
         if (!value.is_string()) return "\"" + name + "\" is not a string";

@@ -9,15 +9,15 @@ namespace vantrel::practice {
 
 /// What the server answers about client versions.
 struct VersionConfiguration {
-    /// The newest version; empty: there is never an update.
+    /// The newest version. Empty: there is never an update.
     std::string latest;
-    /// "info", "recommended", "required", or whatever a test wants to see answered.
+    /// "info", "recommended", "required", or any text that a test wants to be answered.
     std::string severity = "recommended";
     std::string releaseNotes;
     std::string downloadUrl;
-    /// The oldest version that may join; empty: any.
+    /// The oldest version that may join. Empty: any.
     std::string minimum;
-    /// What a refused join is told.
+    /// The message of a refused join.
     std::string minimumMessage =
         "Questa versione di Vantrel non è più supportata. Installa quella nuova per partecipare.";
 };
@@ -25,13 +25,13 @@ struct VersionConfiguration {
 struct PracticeConfiguration {
     std::vector<PracticeSession> sessions;
     VersionConfiguration version;
-    /// The address under which participants reach the server, for meeting links; empty: from each request's Host
+    /// The address under which participants reach the server, for meeting links. Empty: taken from each request's Host
     /// header.
     std::string publicAddress;
     /// What the trainer's page and the control interface ask for; empty: nothing.
     std::string trainerPassword;
-    /// Seconds without a heartbeat after which the trainer's page shows a participant as lost: two and a half of the
-    /// client's intervals, and a little for the way.
+    /// After this many seconds without a heartbeat the trainer's page shows a participant as lost: two and a half of
+    /// the client's intervals, and a little more for transmission.
     double contactLostAfterSeconds = 40;
 };
 

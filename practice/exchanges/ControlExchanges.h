@@ -12,7 +12,7 @@
 
 namespace vantrel::practice {
 
-/// What a test asks under /control.
+/// A test's requests under /control.
 class ControlExchanges {
   public:
     ControlExchanges(SessionRegistry& registry, ReplyBender& bender, ExchangeLog& log, PageReportLog& reports);

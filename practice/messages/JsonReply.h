@@ -7,15 +7,15 @@
 
 namespace vantrel::practice {
 
-/// Compact JSON; bytes that are not UTF-8 become U+FFFD.
+/// Compact JSON. Bytes that are not UTF-8 become U+FFFD.
 std::string jsonText(const nlohmann::json& value);
 
 PracticeReply jsonReply(int status, const nlohmann::json& value);
 
-/// {"error": error}, with a "message" when there is one.
+/// {"error": error}, and "message" if there is one.
 PracticeReply errorReply(int status, const std::string& error, const std::string& message = {});
 
-/// 405 with the one method that the path takes.
+/// 405 with the only method that the path accepts.
 PracticeReply methodNotAllowed(const std::string& allowed);
 
 PracticeReply notFound();

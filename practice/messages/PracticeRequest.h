@@ -8,13 +8,13 @@
 
 namespace vantrel::practice {
 
-/// One request as it came in.
+/// One request as it was received.
 struct PracticeRequest {
     /// The longest body that is taken, in bytes.
     static constexpr std::size_t largestBody = std::size_t{1024} * 1024;
 
     std::string method;
-    /// The request target as sent: path and query, percent-encoding untouched.
+    /// The request target as sent: path and query, with percent-encoding.
     std::string path;
     std::vector<std::pair<std::string, std::string>> headers;
     /// The body's bytes, whatever they are.
@@ -22,7 +22,7 @@ struct PracticeRequest {
     /// It was longer than that, and is not here.
     bool bodyIsTooLarge = false;
 
-    /// The first header of that name, compared without regard to ASCII case; empty when there is none.
+    /// The first header of that name, ignoring ASCII case. Empty if there is none.
     std::string header(std::string_view name) const;
 };
 

@@ -31,7 +31,7 @@ Without any session there is one, PROVA. The first line printed is the address, 
 SIGTERM and SIGINT end the server. Exit status: 0 ended as asked, 1 the port is taken, 2 bad options or file.
 )";
 
-/// Reads an option's value into the command line; returns what is wrong with it, or an empty text.
+/// Stores an option's value in the command line. Returns what is wrong with it, or an empty text.
 std::string readValue(CommandLine& line, const std::string& option, const std::string& value) {
     if (option == "--port") {
         int port = 0;

@@ -16,7 +16,7 @@ struct CommandLineError {
     std::string message;
 };
 
-/// What the program was asked for.
+/// The program's options.
 struct CommandLine {
     static constexpr int defaultPort = 8787;
 

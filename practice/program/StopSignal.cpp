@@ -13,7 +13,7 @@ StopSignal::StopSignal() {
     readEnd_ = ends[0];
     writeEnd_ = ends[1];
     for (const int end : ends) fcntl(end, F_SETFD, FD_CLOEXEC);
-    // A handler that a thousand signals call must not block on a full pipe.
+    // A handler must not block on a full pipe after many signals.
     fcntl(writeEnd_, F_SETFL, O_NONBLOCK);
 }
 

@@ -2,7 +2,7 @@
 
 namespace vantrel::practice {
 
-/// Raised once, when the program is to end; then everything that waits on its descriptor wakes. A pipe, so that a
+/// Raised once, when the program must end. Then everything that waits on its descriptor wakes. It is a pipe, so that a
 /// signal handler can raise it and poll() can wait for it together with sockets. Any thread.
 class StopSignal {
   public:
@@ -11,10 +11,10 @@ class StopSignal {
     StopSignal(const StopSignal&) = delete;
     StopSignal& operator=(const StopSignal&) = delete;
 
-    /// False when the system had no pipe to give.
+    /// False if the system could not create a pipe.
     bool isValid() const { return readEnd_ >= 0; }
 
-    /// Readable for good once the signal is raised; nobody reads from it.
+    /// Stays readable once the signal is raised; nobody reads from it.
     int descriptor() const { return readEnd_; }
     /// A byte written here raises the signal.
     int raisingDescriptor() const { return writeEnd_; }

@@ -47,7 +47,7 @@ int complain(const std::string& message, int status) {
     return status;
 }
 
-/// Adds the command line's sessions and statuses; returns what is wrong, or an empty text.
+/// Adds the command line's sessions and statuses. Returns what is wrong, or an empty text.
 std::string complete(PracticeConfiguration& configuration, const CommandLine& line) {
     auto& sessions = configuration.sessions;
     const auto find = [&](const std::string& code) {
@@ -73,7 +73,7 @@ std::string complete(PracticeConfiguration& configuration, const CommandLine& li
     return {};
 }
 
-/// Returns when the signal is raised, the time is up, or standard input is closed and that counts.
+/// Returns when the signal is raised, the time is up, or standard input is closed (if it is watched).
 void waitForTheEnd(const StopSignal& stop, std::optional<double> seconds, bool watchStandardInput) {
     using Clock = std::chrono::steady_clock;
     const auto start = Clock::now();
@@ -84,7 +84,7 @@ void waitForTheEnd(const StopSignal& stop, std::optional<double> seconds, bool w
             if (left <= 0) return;
             milliseconds = static_cast<int>(std::ceil(std::min(left, 3600.0) * 1000));
         }
-        // A negative descriptor is left out.
+        // poll() skips negative descriptors.
         std::array<pollfd, 2> entries{
             {{stop.descriptor(), POLLIN, 0}, {watchStandardInput ? STDIN_FILENO : -1, POLLIN, 0}}};
         if (poll(entries.data(), entries.size(), milliseconds) < 0) continue;

@@ -19,11 +19,11 @@ class ExchangeLog {
     /// Of methods, paths, headers and bodies together.
     static constexpr std::size_t bytesKept = std::size_t{32} * 1024 * 1024;
 
-    /// Returns the exchange's number. A reply that goes out at once counts as delivered until something else is heard.
+    /// Returns the exchange's number. A reply without delay counts as delivered unless something else is reported.
     std::uint64_t record(const PracticeRequest& request, const PracticeReply& reply, bool bent, double now);
     /// A number that is not kept any more is ignored.
     void noteDelivery(std::uint64_t number, bool delivered);
-    /// Numbers go on counting.
+    /// Numbering continues.
     void clear();
 
     std::vector<ReceivedExchange> exchanges() const;

@@ -29,12 +29,12 @@ class PageReportLog {
         PageReport report;
     };
 
-    /// What one request overtook comes to stand where it belongs, and what was sent twice counts once.
+    /// Reports that arrive out of order are put in their place, and duplicates count once.
     void add(const std::string& code, const PageReportsBody& body, double now);
-    /// Page numbers go on counting.
+    /// Page numbering continues.
     void clear();
 
-    /// One page's reports by their numbers, several pages' as they came in.
+    /// The reports of one page by their numbers, those of several pages by arrival.
     std::vector<Entry> entries() const;
 
   private:

@@ -20,7 +20,7 @@ struct PracticeParticipant {
     std::string platform;
     std::string clientVersion;
     double joinedAt = 0;
-    /// When the disconnect notice came.
+    /// When the disconnect notice arrived.
     std::optional<double> leftAt;
     /// The last one that was not the disconnect notice.
     std::optional<ReceivedHeartbeat> lastHeartbeat;
