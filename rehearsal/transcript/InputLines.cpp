@@ -8,7 +8,7 @@ namespace {
 using virtualmac::Event;
 
 EventEntry swallowed(const Event& event) {
-    return {"key", event.text + " is swallowed as " + event.field("name"), {}};
+    return {"key", event.text + " is swallowed", {}};
 }
 
 EventEntry delivered(const Event& event) {

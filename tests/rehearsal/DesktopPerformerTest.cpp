@@ -56,8 +56,8 @@ TEST(DesktopPerformer, PressesKeysThatATapSwallowsOrNot) {
     const auto text = played({at(1, key("cmd+q", 2)), at(2, key("a"))}, 3);
     EXPECT_THAT(text, HasSubstr("    0.000  tap          is installed\n"
                                 "    1.000  participant  presses the key cmd+q, 2 times\n"
-                                "    1.000  key          cmd+q is swallowed as Command\n"
-                                "    1.100  key          cmd+q is swallowed as Command\n"
+                                "    1.000  key          cmd+q is swallowed\n"
+                                "    1.100  key          cmd+q is swallowed\n"
                                 "    2.000  participant  presses the key a\n"
                                 "    2.000  key          a reaches Note\n"));
     const auto untapped = played({at(1, key("cmd+q"))}, 3, false);

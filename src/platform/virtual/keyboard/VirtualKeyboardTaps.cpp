@@ -28,8 +28,19 @@ VirtualKeyboardTaps::VirtualKeyboardTaps(Engine& engine, VirtualAccessibilityTru
 }
 
 std::unique_ptr<KeyboardTap> VirtualKeyboardTaps::create(KeyDecision decision, KeyReport report) {
+    return createFilter([this, decision, report = std::move(report)](const KeyEvent& event) {
+        const bool isNotice = event.type != KeyEventType::keyDown && event.type != KeyEventType::flagsChanged;
+        const std::string name(decision(event));
+        if (name.empty()) return false;
+        if (isNotice) engine_.misuse("a keyboard tap swallows the notice of its end");
+        if (!isNotice && report) report(name);
+        return true;
+    });
+}
+
+std::unique_ptr<KeyboardTap> VirtualKeyboardTaps::createFilter(KeyFilter filter) {
     engine_.mainThreadCall("KeyboardTaps.create");
-    auto state = std::make_shared<State>(State{decision, std::move(report)});
+    auto state = std::make_shared<State>(State{std::make_shared<const KeyFilter>(std::move(filter))});
     bool refused = !trust_.isTrusted();
     {
         const std::lock_guard guard(mutex_);
@@ -98,17 +109,16 @@ void VirtualKeyboardTaps::ask() {
 }
 
 void VirtualKeyboardTaps::decide(const StatePointer& tap, std::uint64_t question, const KeyEvent& event) {
-    KeyReport report;
+    std::shared_ptr<const KeyFilter> filter;
     {
         const std::lock_guard guard(mutex_);
         if (open_ != question) return;
         heard_ = question;
-        report = tap->report;
+        // The tap may end in its own filter.
+        filter = tap->filter;
     }
-    const std::string name(tap->decision(event));
-    if (name.empty()) return pass(question);
-    if (report) report(name);
-    swallow(question, name);
+    if (!filter || !(*filter)(event)) return pass(question);
+    swallow(question);
 }
 
 void VirtualKeyboardTaps::pass(std::uint64_t question) {
@@ -121,7 +131,7 @@ void VirtualKeyboardTaps::pass(std::uint64_t question) {
     engine_.world.after(0, [this] { ask(); });
 }
 
-void VirtualKeyboardTaps::swallow(std::uint64_t question, const std::string& name) {
+void VirtualKeyboardTaps::swallow(std::uint64_t question) {
     KeyEvent event;
     {
         const std::lock_guard guard(mutex_);
@@ -131,9 +141,8 @@ void VirtualKeyboardTaps::swallow(std::uint64_t question, const std::string& nam
         event = keys_.front().event;
     }
     if (event.type == KeyEventType::keyDown) {
-        engine_.journal.emit(
-            "key-swallowed", KeyStroke{event.keyCode, event.flags}.text(),
-            {{"code", std::to_string(event.keyCode)}, {"flags", std::to_string(event.flags)}, {"name", name}});
+        engine_.journal.emit("key-swallowed", KeyStroke{event.keyCode, event.flags}.text(),
+                             {{"code", std::to_string(event.keyCode)}, {"flags", std::to_string(event.flags)}});
     }
     engine_.world.after(0, [this] { goOn(); });
 }
@@ -167,11 +176,12 @@ void VirtualKeyboardTaps::disable(const StatePointer& tap, KeyEventType notice) 
     const bool timedOut = notice == KeyEventType::tapDisabledByTimeout;
     engine_.journal.emit("tap-disabled", timedOut ? "timeout" : "user input");
     engine_.mainLoop.postEvent([this, tap, notice] {
+        std::shared_ptr<const KeyFilter> filter;
         {
             const std::lock_guard guard(mutex_);
-            if (std::find(taps_.begin(), taps_.end(), tap) == taps_.end()) return;
+            if (std::find(taps_.begin(), taps_.end(), tap) != taps_.end()) filter = tap->filter;
         }
-        if (!tap->decision({notice, 0, 0}).empty()) engine_.misuse("a keyboard tap swallows the notice of its end");
+        if (filter) (*filter)({notice, 0, 0});
     });
     if (waiting != 0) pass(waiting);
 }
@@ -188,12 +198,12 @@ void VirtualKeyboardTaps::disableAll() {
 void VirtualKeyboardTaps::remove(const StatePointer& tap) {
     std::uint64_t waiting = 0;
     // What it owns goes here, on the main thread, though questions may still be on their way.
-    KeyReport report;
+    std::shared_ptr<const KeyFilter> filter;
     {
         const std::lock_guard guard(mutex_);
         std::erase(taps_, tap);
         tap->enabled = false;
-        report.swap(tap->report);
+        filter.swap(tap->filter);
         // What is being answered right now is answered yet: a tap may end in its own report.
         if (open_ != 0 && open_ != heard_ && keys_.front().ahead.front() == tap) waiting = open_;
     }

@@ -30,6 +30,11 @@ class VirtualKeyboardTaps final : public KeyboardTaps {
     /// Null also without the Accessibility permission.
     [[nodiscard]] std::unique_ptr<KeyboardTap> create(KeyDecision decision, KeyReport report) override;
 
+    /// Whether the tap swallows the key; what it answers to a notice that it was disabled is not looked at. Main thread.
+    using KeyFilter = std::function<bool(const KeyEvent&)>;
+    /// The tap beneath create(), as the system has it: it knows no names, and nobody is told beside it.
+    [[nodiscard]] std::unique_ptr<KeyboardTap> createFilter(KeyFilter filter);
+
     /// Driver-facing, any thread: the system refuses the next taps, so many of them; 0 ends it.
     void refuse(int times);
     /// The taps that stand, and those of them that are not disabled.
@@ -43,8 +48,7 @@ class VirtualKeyboardTaps final : public KeyboardTaps {
   private:
     class Tap;
     struct State {
-        KeyDecision decision = nullptr;
-        KeyReport report;
+        std::shared_ptr<const KeyFilter> filter;
         bool enabled = true;
     };
     using StatePointer = std::shared_ptr<State>;
@@ -59,7 +63,7 @@ class VirtualKeyboardTaps final : public KeyboardTaps {
     void decide(const StatePointer& tap, std::uint64_t question, const KeyEvent& event);
     /// The tap that was asked that question lets the key pass.
     void pass(std::uint64_t question);
-    void swallow(std::uint64_t question, const std::string& name);
+    void swallow(std::uint64_t question);
     void giveUp(const StatePointer& tap, std::uint64_t question);
     void goOn();
     void disable(const StatePointer& tap, KeyEventType notice);

@@ -46,7 +46,7 @@ namespace vantrel::virtualmac {
 ///   setting-saved           the key; value
 ///   keyboard-tap-created, keyboard-tap-refused, keyboard-tap-removed    (empty)
 ///   tap-disabled            timeout, user input
-///   key-swallowed           the key, as KeyStroke writes it; code, flags, name (what the client calls it)
+///   key-swallowed           the key, as KeyStroke writes it; code, flags
 ///   key-delivered           the key; code, flags, application? (none: it is a shortcut of the system, or nobody is in
 ///                           front). Before what it brings about
 ///   overlay-shown           frame "x y width height" from the bottom left of the primary display; level, label*
