@@ -13,8 +13,9 @@ namespace {
 
 std::atomic<int> living = 0;
 
+// Never destroyed: other threads may still ask while the process exits.
 UnansweredCalls& unansweredCalls() {
-    static UnansweredCalls calls;
+    static UnansweredCalls& calls = *new UnansweredCalls;
     return calls;
 }
 

@@ -6,12 +6,23 @@
 
 namespace vantrel::macos {
 
-TimelyActivity::TimelyActivity()
-    : token_([NSProcessInfo.processInfo beginActivityWithOptions:NSActivityUserInitiatedAllowingIdleSystemSleep
-                                                          reason:@"Sessione protetta"]) {}
+namespace {
+
+id<NSObject> begunActivity() {
+    @autoreleasepool {
+        return [NSProcessInfo.processInfo beginActivityWithOptions:NSActivityUserInitiatedAllowingIdleSystemSleep
+                                                            reason:@"Sessione protetta"];
+    }
+}
+
+}  // namespace
+
+TimelyActivity::TimelyActivity() : token_(begunActivity()) {}
 
 TimelyActivity::~TimelyActivity() {
-    [NSProcessInfo.processInfo endActivity:token_];
+    @autoreleasepool {
+        [NSProcessInfo.processInfo endActivity:token_];
+    }
 }
 
 namespace {
