@@ -69,6 +69,7 @@ void MacWindow::addView(const View& view) {
     NSView* made = [[NSView alloc] initWithFrame:cgRect(view.frame)];
     made.autoresizingMask = static_cast<NSAutoresizingMaskOptions>(view.autoresizingMask);
     made.hidden = view.hidden;
+    made.identifier = lenientText(view.id);
     for (const Control& control : view.controls) {
         NSView* child = appKitControl(control, target_, @selector(buttonPressed:));
         [made addSubview:child];
