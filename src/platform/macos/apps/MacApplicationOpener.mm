@@ -14,7 +14,7 @@ namespace {
 
 ApplicationOpener::Result resultOf(NSRunningApplication* application, NSError* error) {
     if (error != nil) return PlatformError{bytesOf(error.localizedDescription)};
-    return std::shared_ptr<RunningApplication>(MacRunningApplication::wrap(application));
+    return std::shared_ptr<RunningApplication>(MacRunningApplication::wrapEvenEnded(application));
 }
 
 // Nil if one of them is not a URL.

@@ -24,8 +24,12 @@ class MacRunningApplication final : public RunningApplication {
   public:
     /// Null for nil and for an application whose process is gone.
     static std::shared_ptr<MacRunningApplication> wrap(NSRunningApplication* application);
+    /// The same, but an application whose process is gone is a terminated one.
+    static std::shared_ptr<MacRunningApplication> wrapEvenEnded(NSRunningApplication* application);
 
-    MacRunningApplication(NSRunningApplication* application, ProcessIdentifier process, std::int64_t startTime)
+    /// Without a start time the process is gone.
+    MacRunningApplication(NSRunningApplication* application, ProcessIdentifier process,
+                          std::optional<std::int64_t> startTime)
         : application_(application), process_(process), startTime_(startTime) {}
 
     ProcessIdentifier processIdentifier() const override { return process_; }
@@ -36,13 +40,13 @@ class MacRunningApplication final : public RunningApplication {
     bool terminate() override;
     bool forceTerminate() override;
 
-    std::int64_t startTime() const { return startTime_; }
+    std::optional<std::int64_t> startTime() const { return startTime_; }
 
   private:
     NSRunningApplication* const application_;
     // Kept because the system forgets it when the application ends.
     const ProcessIdentifier process_;
-    const std::int64_t startTime_;
+    const std::optional<std::int64_t> startTime_;
 };
 
 class MacRunningApplications final : public RunningApplications {

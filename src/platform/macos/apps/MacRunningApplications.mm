@@ -31,7 +31,13 @@ std::shared_ptr<MacRunningApplication> MacRunningApplication::wrap(NSRunningAppl
     const ProcessIdentifier process = application.processIdentifier;
     const auto startTime = KernelProcess::startTime(process);
     if (!startTime) return nullptr;
-    return std::make_shared<MacRunningApplication>(application, process, *startTime);
+    return std::make_shared<MacRunningApplication>(application, process, startTime);
+}
+
+std::shared_ptr<MacRunningApplication> MacRunningApplication::wrapEvenEnded(NSRunningApplication* application) {
+    if (application == nil) return nullptr;
+    if (auto running = wrap(application)) return running;
+    return std::make_shared<MacRunningApplication>(application, application.processIdentifier, std::nullopt);
 }
 
 std::optional<std::string> MacRunningApplication::bundleIdentifier() const {
@@ -47,7 +53,7 @@ std::optional<std::string> MacRunningApplication::localizedName() const {
 }
 
 bool MacRunningApplication::isTerminated() const {
-    return application_.terminated || KernelProcess::startTime(process_) != startTime_;
+    return !startTime_ || application_.terminated || KernelProcess::startTime(process_) != startTime_;
 }
 
 // From macOS 14 on, the option has no effect and the system may decline. The call is the same.
