@@ -144,7 +144,11 @@ bool play(const Scenario& scenario, std::ostream& transcript) {
     return play(scenario, transcript, applicationMain);
 }
 
-bool play(const Scenario& scenario, std::ostream& stream, const std::function<void(const Computer&)>& program) {
+bool play(const Scenario& scenario, std::ostream& transcript, const Program& program) {
+    return playMade(scenario, transcript, [&program](virtualmac::VirtualMac&) { return program; });
+}
+
+bool playMade(const Scenario& scenario, std::ostream& stream, const ProgramMaker& make) {
     Transcript transcript(stream);
     Misuses misuses(transcript, stream);
     {
@@ -156,6 +160,7 @@ bool play(const Scenario& scenario, std::ostream& stream, const std::function<vo
         RehearsalNetwork network(scenario.server, [&mac] { return mac.computer().clock.secondsSince1970(); });
         mac.network().setHandler([&network](const URLRequest& request) { return network.answer(request); });
         setUp(mac, scenario.mac);
+        const Program program = make(mac);
 
         Performer performer(mac, network, transcript);
         for (const auto& application : scenario.mac.applications) performer.launch(application);

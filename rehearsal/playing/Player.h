@@ -3,7 +3,7 @@
 #include <functional>
 #include <ostream>
 
-#include "platform/Computer.h"
+#include "platform/virtual/VirtualMac.h"
 #include "rehearsal/scenario/Scenario.h"
 
 namespace vantrel::rehearsal {
@@ -16,7 +16,15 @@ namespace vantrel::rehearsal {
 /// transcript is written and flushed, and the program exits at once, with status 1, or 3 when that failed.
 bool play(const Scenario& scenario, std::ostream& transcript);
 
-/// The same with another program in the place of the client; it runs on the main thread.
-bool play(const Scenario& scenario, std::ostream& transcript, const std::function<void(const Computer&)>& program);
+/// A program in the place of the client; it runs on the main thread.
+using Program = std::function<void(const Computer&)>;
+
+bool play(const Scenario& scenario, std::ostream& transcript, const Program& program);
+
+/// Makes the program for the Mac that it is going to run on. What it returns lives until nothing of the program runs
+/// any more.
+using ProgramMaker = std::function<Program(virtualmac::VirtualMac&)>;
+
+bool playMade(const Scenario& scenario, std::ostream& transcript, const ProgramMaker& make);
 
 }  // namespace vantrel::rehearsal

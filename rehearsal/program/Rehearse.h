@@ -1,0 +1,19 @@
+#pragma once
+
+#include <functional>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "rehearsal/scenario/Scenario.h"
+
+namespace vantrel::rehearsal {
+
+/// Plays a scenario and writes its transcript; false when the client misused its platform.
+using ScenarioPlayer = std::function<bool(const Scenario&, std::ostream&)>;
+
+/// The program: reads the command line, which comes without the program's name, and the file, and has it played. The
+/// exit status.
+int rehearse(const std::vector<std::string>& arguments, const ScenarioPlayer& player);
+
+}  // namespace vantrel::rehearsal
