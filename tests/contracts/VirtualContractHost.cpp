@@ -1,12 +1,10 @@
+#include "tests/contracts/VirtualContractHost.h"
+
 #include <algorithm>
 #include <sstream>
 #include <utility>
 
 #include "platform/portable/URLComponents.h"
-#include "tests/contracts/ContractHost.h"
-#include "tests/contracts/DisplayHost.h"
-#include "tests/contracts/KeyboardHost.h"
-#include "tests/contracts/SpacesHost.h"
 #include "tests/virtual/MacTest.h"
 
 namespace vantrel::contracts {
@@ -72,125 +70,149 @@ bool contains(const Rect& frame, const Point& point) {
            point.y < frame.origin.y + frame.size.height;
 }
 
-class VirtualContractHost final : public ContractHost, public KeyboardHost, public DisplayHost, public SpacesHost {
-  public:
-    VirtualContractHost() : mac_(options()) {
-        mac_.files().add(plainFile(), virtualmac::FileKind::file);
-        mac_.processes().install(peerExecutable(), peer);
-        mac_.network().setHandler(
-            [](const URLRequest&) { return NetworkAnswer::failure("Impossibile connettersi al server.", 0.01); });
-    }
-
-    Computer& computer() override { return mac_.computer(); }
-    void onMain(Block block) override { mac_.onMain(std::move(block)); }
-    void postToMain(Block block) override { mac_.postToMain(std::move(block)); }
-    void letTimePass(double seconds) override { mac_.runFor(seconds); }
-
-    void pressAlertButton(const std::string& title) override {
-        for (int waited = 0; waited < 1000 && mac_.alerts().up().empty(); ++waited) mac_.runFor(0.01);
-        mac_.participant().answerAlert(title);
-    }
-
-    std::string serve(Server server) override {
-        mac_.network().setHandler(
-            [server = std::move(server)](const URLRequest& request) { return networkAnswer(server(served(request))); });
-        return "http://contract.example:8080";
-    }
-    std::string refusingAddress() override { return "http://refusing.example:9"; }
-
-    std::string peerExecutable() override { return virtualmac::chromePath; }
-    std::optional<std::vector<std::string>> argumentsReceived(ProcessIdentifier peer) override {
-        const auto process = mac_.processes().find(peer);
-        if (!process) return std::nullopt;
-        return process->origin().arguments;
-    }
-
-    std::string plainFile() override { return "/Users/partecipante/appunti.txt"; }
-    std::string existingFile() override { return "/Applications/Safari.app/Contents/MacOS/Safari"; }
-    std::string existingFolder() override { return "/Applications/Safari.app"; }
-    std::string missingPath() override { return "/Applications/Nessuno.app"; }
-
-    void pressKey(std::int64_t macKeyCode, std::uint64_t flags) override {
-        if (typedInto_ == 0) {
-            virtualmac::ApplicationDescription application{"Appunti", "com.apple.TextEdit"};
-            application.ignoresTerminate = true;
-            virtualmac::NewWindow window{"Appunti"};
-            window.hasCloseButton = false;
-            typedInto_ = mac_.processes().add(std::move(application));
-            mac_.processes().openWindow(typedInto_, window);
-        }
-        mac_.participant().pressKey(macKeyCode, flags);
-    }
-    std::vector<std::int64_t> keysReceived() override {
-        std::vector<std::int64_t> codes;
-        for (const auto& [key, process] : mac_.keys().received()) {
-            if (process == typedInto_) codes.push_back(key.keyCode);
-        }
-        return codes;
-    }
-
-    void setDisplays(const std::vector<Screen>& displays) override {
-        auto next = mac_.screens().displays();
-        next.screens = displays;
-        mac_.screens().change(std::move(next));
-    }
-    std::vector<SeenOverlay> overlays() override {
-        std::vector<SeenOverlay> seen;
-        for (const auto& overlay : mac_.overlays().all()) seen.push_back({overlay.description.frame, overlay.visible});
-        return seen;
-    }
-    bool overlayIsInFrontAt(const Point& point) override {
-        const auto screens = mac_.screens().displays().screens;
-        const Point fromTop{point.x, screens.front().frame.size.height - point.y};
-        const auto list = mac_.computer().windowList.copy(WindowListOption::onScreenOnly);
-        for (const WindowEntry& entry : *list) {
-            if (!contains(*entry.bounds, fromTop)) continue;
-            const auto overlays = mac_.overlays().all();
-            return std::any_of(overlays.begin(), overlays.end(),
-                               [&entry](const auto& overlay) { return overlay.number == entry.number; });
-        }
-        return false;
-    }
-    std::vector<std::string> statusItems() override {
-        std::vector<std::string> titles;
-        for (const auto& item : mac_.statusBar().items()) titles.push_back(item.title);
-        return titles;
-    }
-    void openStatusMenu() override {
-        mac_.participant().openStatusMenu();
-        mac_.runFor(0.1);
-        EXPECT_TRUE(statusMenuIsOpen());
-    }
-
-    bool statusMenuIsOpen() override { return mac_.menus().isOpen(); }
-
-    void chooseFromStatusMenu(const std::string& title) override {
-        openStatusMenu();
-        mac_.participant().chooseMenuItem(title);
-        mac_.runFor(0.1);
-    }
-
-    void showSpace(int place) override {
-        const auto wanted = static_cast<std::size_t>(place);
-        while (mac_.spaces().count() <= wanted) mac_.spaces().addDesktop();
-        EXPECT_TRUE(mac_.spaces().switchTo(wanted));
-    }
-
-  private:
-    static virtualmac::Options options() {
-        auto made = virtualmac::optionsFromEnvironment();
-        made.onMisuse = [](const std::string& what) { ADD_FAILURE() << "misuse of the platform: " << what; };
-        return made;
-    }
-
-    virtualmac::VirtualMac mac_;
-    ProcessIdentifier typedInto_ = 0;
-};
+virtualmac::Options options() {
+    auto made = virtualmac::optionsFromEnvironment();
+    made.onMisuse = [](const std::string& what) { ADD_FAILURE() << "misuse of the platform: " << what; };
+    return made;
+}
 
 }  // namespace
 
-std::unique_ptr<ContractHost> makeContractHost() {
-    return std::make_unique<VirtualContractHost>();
+VirtualContractHost::VirtualContractHost() : mac_(options()) {
+    mac_.files().add(VirtualContractHost::plainFile(), virtualmac::FileKind::file);
+    mac_.processes().install(VirtualContractHost::peerExecutable(), peer);
+    mac_.network().setHandler(
+        [](const URLRequest&) { return NetworkAnswer::failure("Impossibile connettersi al server.", 0.01); });
+}
+
+Computer& VirtualContractHost::computer() {
+    return mac_.computer();
+}
+
+void VirtualContractHost::onMain(Block block) {
+    mac_.onMain(std::move(block));
+}
+
+void VirtualContractHost::postToMain(Block block) {
+    mac_.postToMain(std::move(block));
+}
+
+void VirtualContractHost::letTimePass(double seconds) {
+    mac_.runFor(seconds);
+}
+
+void VirtualContractHost::pressAlertButton(const std::string& title) {
+    for (int waited = 0; waited < 1000 && mac_.alerts().up().empty(); ++waited) mac_.runFor(0.01);
+    mac_.participant().answerAlert(title);
+}
+
+std::string VirtualContractHost::serve(Server server) {
+    mac_.network().setHandler(
+        [server = std::move(server)](const URLRequest& request) { return networkAnswer(server(served(request))); });
+    return "http://contract.example:8080";
+}
+
+std::string VirtualContractHost::refusingAddress() {
+    return "http://refusing.example:9";
+}
+
+std::string VirtualContractHost::peerExecutable() {
+    return virtualmac::chromePath;
+}
+
+std::optional<std::vector<std::string>> VirtualContractHost::argumentsReceived(ProcessIdentifier peer) {
+    const auto process = mac_.processes().find(peer);
+    if (!process) return std::nullopt;
+    return process->origin().arguments;
+}
+
+std::string VirtualContractHost::plainFile() {
+    return "/Users/partecipante/appunti.txt";
+}
+
+std::string VirtualContractHost::existingFile() {
+    return "/Applications/Safari.app/Contents/MacOS/Safari";
+}
+
+std::string VirtualContractHost::existingFolder() {
+    return "/Applications/Safari.app";
+}
+
+std::string VirtualContractHost::missingPath() {
+    return "/Applications/Nessuno.app";
+}
+
+void VirtualContractHost::pressKey(std::int64_t macKeyCode, std::uint64_t flags) {
+    if (typedInto_ == 0) {
+        virtualmac::ApplicationDescription application{"Appunti", "com.apple.TextEdit"};
+        application.ignoresTerminate = true;
+        virtualmac::NewWindow window{"Appunti"};
+        window.hasCloseButton = false;
+        typedInto_ = mac_.processes().add(std::move(application));
+        mac_.processes().openWindow(typedInto_, window);
+    }
+    mac_.participant().pressKey(macKeyCode, flags);
+}
+
+std::vector<std::int64_t> VirtualContractHost::keysReceived() {
+    std::vector<std::int64_t> codes;
+    for (const auto& [key, process] : mac_.keys().received()) {
+        if (process == typedInto_) codes.push_back(key.keyCode);
+    }
+    return codes;
+}
+
+void VirtualContractHost::setDisplays(const std::vector<Screen>& displays) {
+    auto next = mac_.screens().displays();
+    next.screens = displays;
+    mac_.screens().change(std::move(next));
+}
+
+std::vector<VirtualContractHost::SeenOverlay> VirtualContractHost::overlays() {
+    std::vector<SeenOverlay> seen;
+    for (const auto& overlay : mac_.overlays().all()) seen.push_back({overlay.description.frame, overlay.visible});
+    return seen;
+}
+
+bool VirtualContractHost::overlayIsInFrontAt(const Point& point) {
+    const auto screens = mac_.screens().displays().screens;
+    const Point fromTop{point.x, screens.front().frame.size.height - point.y};
+    const auto list = mac_.computer().windowList.copy(WindowListOption::onScreenOnly);
+    for (const WindowEntry& entry : *list) {
+        if (!contains(*entry.bounds, fromTop)) continue;
+        const auto overlays = mac_.overlays().all();
+        return std::any_of(overlays.begin(), overlays.end(),
+                           [&entry](const auto& overlay) { return overlay.number == entry.number; });
+    }
+    return false;
+}
+
+std::vector<std::string> VirtualContractHost::statusItems() {
+    std::vector<std::string> titles;
+    for (const auto& item : mac_.statusBar().items()) titles.push_back(item.title);
+    return titles;
+}
+
+void VirtualContractHost::openStatusMenu() {
+    mac_.participant().openStatusMenu();
+    mac_.runFor(0.1);
+    EXPECT_TRUE(statusMenuIsOpen());
+}
+
+bool VirtualContractHost::statusMenuIsOpen() {
+    return mac_.menus().isOpen();
+}
+
+void VirtualContractHost::chooseFromStatusMenu(const std::string& title) {
+    openStatusMenu();
+    mac_.participant().chooseMenuItem(title);
+    mac_.runFor(0.1);
+}
+
+void VirtualContractHost::showSpace(int place) {
+    const auto wanted = static_cast<std::size_t>(place);
+    while (mac_.spaces().count() <= wanted) mac_.spaces().addDesktop();
+    EXPECT_TRUE(mac_.spaces().switchTo(wanted));
 }
 
 }  // namespace vantrel::contracts
