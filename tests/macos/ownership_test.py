@@ -53,7 +53,9 @@ def problems(text):
 
 def main():
     files = sorted(path for folder in ("src/platform/macos", "src/app", "tests/macos")
-                   for path in (ROOT / folder).rglob("*.mm"))
+                   for path in (ROOT / folder).rglob("*.mm")
+                   # The stand-ins are what gives.
+                   if "standins" not in path.parts)
     labels = mistakes = 0
     for path in files:
         text = path.read_text(encoding="utf-8")

@@ -1,0 +1,54 @@
+#include "tests/macos/standins/MacInUse.h"
+
+#include <atomic>
+#include <utility>
+
+#include "tests/macos/standins/appkit/OwnApplication.h"
+#include "tests/macos/standins/foundation/Observers.h"
+#include "tests/macos/standins/runtime/Classes.h"
+
+namespace vantrel::standins {
+
+namespace {
+
+std::atomic<virtualmac::VirtualMac*> inUse = nullptr;
+std::atomic<long> turns = 0;
+
+}  // namespace
+
+MacInUse::MacInUse(virtualmac::VirtualMac& mac) {
+    if (inUse.exchange(&mac) != nullptr) fatal("two Macs at a time");
+}
+
+MacInUse::~MacInUse() {
+    forgetObservers();
+    forgetOwnApplication();
+    inUse = nullptr;
+}
+
+virtualmac::VirtualMac& mac() {
+    virtualmac::VirtualMac* const found = inUse;
+    if (found == nullptr) fatal("a call without a Mac");
+    return *found;
+}
+
+bool processGoesOn() {
+    const virtualmac::VirtualMac* const found = inUse;
+    return found != nullptr && found->isRunning();
+}
+
+Block withPool(Block block) {
+    return [block = std::move(block)]() mutable {
+        if (mac().engine().isMainThread()) ++turns;
+        @autoreleasepool {
+            block();
+            block = nullptr;
+        }
+    };
+}
+
+long turnsOfTheMainLoop() {
+    return turns;
+}
+
+}  // namespace vantrel::standins

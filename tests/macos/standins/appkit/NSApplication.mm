@@ -1,0 +1,143 @@
+#import <AppKit/AppKit.h>
+
+#include <memory>
+#include <vector>
+
+#include "tests/macos/standins/MacInUse.h"
+#include "tests/macos/standins/appkit/MenuDescription.h"
+#include "tests/macos/standins/appkit/NSWindow+Virtual.h"
+#include "tests/macos/standins/appkit/OwnApplication.h"
+#include "tests/macos/standins/foundation/Text.h"
+#include "tests/macos/standins/runtime/Classes.h"
+
+using namespace vantrel::standins;
+
+__kindof NSApplication* NSApp;
+NSNotificationName NSApplicationDidChangeScreenParametersNotification =
+    @"NSApplicationDidChangeScreenParametersNotification";
+
+namespace {
+
+/// What the virtual Mac tells goes on to AppKit's delegate.
+class DelegateRelay final : public vantrel::ApplicationDelegate {
+  public:
+    void applicationDidFinishLaunching() override {
+        withPool([] {
+            id<NSApplicationDelegate> delegate = NSApp.delegate;
+            if (![delegate respondsToSelector:@selector(applicationDidFinishLaunching:)]) return;
+            [delegate applicationDidFinishLaunching:[[NSNotification alloc] init]];
+        })();
+    }
+
+    vantrel::TerminateReply applicationShouldTerminate() override {
+        auto reply = NSTerminateNow;
+        withPool([&reply] {
+            id<NSApplicationDelegate> delegate = NSApp.delegate;
+            if (![delegate respondsToSelector:@selector(applicationShouldTerminate:)]) return;
+            reply = [delegate applicationShouldTerminate:NSApp];
+        })();
+        return static_cast<vantrel::TerminateReply>(reply);
+    }
+};
+
+}  // namespace
+
+@implementation NSApplication {
+    __weak id<NSApplicationDelegate> _delegate;
+    NSMenu* _mainMenu;
+    std::shared_ptr<DelegateRelay> _relay;
+}
+
+// Made off the main thread it would have no event loop.
++ (NSApplication*)sharedApplication {
+    if (NSApp != nil) return NSApp;
+    if (!mac().engine().isMainThread()) fatal("the first sharedApplication off the main thread");
+    NSApp = [[NSApplication alloc] init];
+    return NSApp;
+}
+
+- (id<NSApplicationDelegate>)delegate {
+    return _delegate;
+}
+
+- (void)setDelegate:(id<NSApplicationDelegate>)delegate {
+    _delegate = delegate;
+    _relay = delegate == nil ? nullptr : std::make_shared<DelegateRelay>();
+    mac().computer().application.setDelegate(_relay);
+}
+
+- (NSMenu*)mainMenu {
+    return _mainMenu;
+}
+
+- (void)setMainMenu:(NSMenu*)menu {
+    _mainMenu = menu;
+    mac().computer().application.setMainMenu(descriptionOf(menu));
+}
+
+- (NSWindow*)modalWindow {
+    return nil;
+}
+
+- (BOOL)isActive {
+    const auto front = mac().computer().frontmostApplication.frontmostApplication();
+    return front && front->processIdentifier() == mac().processes().ownProcess();
+}
+
+// Nothing hides the client's application on the virtual Mac.
+- (BOOL)isHidden {
+    return NO;
+}
+
+- (void)unhideWithoutActivation {
+}
+
+- (NSArray<NSWindow*>*)windows {
+    return [NSWindow vantrel_all];
+}
+
+- (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)policy {
+    mac().computer().application.setActivationPolicy(static_cast<vantrel::ActivationPolicy>(policy));
+    return YES;
+}
+
+- (void)activate {
+    mac().computer().application.activate();
+}
+
+- (void)activateIgnoringOtherApps:(BOOL)ignore {
+    (void)ignore;
+    [self activate];
+}
+
+- (void)run {
+    mac().computer().application.run();
+}
+
+- (void)terminate:(id)sender {
+    (void)sender;
+    mac().computer().application.terminate();
+}
+
+- (void)preventWindowOrdering {
+}
+
+- (void)sendEvent:(NSEvent*)event {
+    (void)event;
+    raise(@"NSInvalidArgumentException", @"events are not stood in for");
+}
+
+- (void)postEvent:(NSEvent*)event atStart:(BOOL)atStart {
+    (void)event, (void)atStart;
+    raise(@"NSInvalidArgumentException", @"events are not stood in for");
+}
+
+@end
+
+namespace vantrel::standins {
+
+void forgetOwnApplication() {
+    NSApp = nil;
+}
+
+}  // namespace vantrel::standins

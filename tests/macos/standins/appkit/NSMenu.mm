@@ -1,0 +1,119 @@
+#import <AppKit/AppKit.h>
+
+#include <utility>
+#include <vector>
+
+#include "tests/macos/standins/MacInUse.h"
+#include "tests/macos/standins/appkit/MenuDescription.h"
+#include "tests/macos/standins/appkit/SendAction.h"
+#include "tests/macos/standins/foundation/Text.h"
+
+using namespace vantrel::standins;
+
+@interface NSMenuItem (VantrelDescription)
+- (vantrel::MenuItem)vantrel_description;
+@end
+
+@implementation NSMenuItem {
+    NSString* _title;
+    NSString* _key;
+    bool _isSeparator;
+}
+
++ (NSMenuItem*)separatorItem {
+    NSMenuItem* item = [[NSMenuItem alloc] initWithTitle:@"" action:nil keyEquivalent:@""];
+    item->_isSeparator = true;
+    return item;
+}
+
+- (instancetype)initWithTitle:(NSString*)title action:(SEL)action keyEquivalent:(NSString*)key {
+    if (title == nil || key == nil) raise(@"NSInternalInconsistencyException", @"a menu item without a title or key");
+    self = [super init];
+    if (self == nil) return nil;
+    _title = [title copy];
+    _key = [key copy];
+    self.action = action;
+    return self;
+}
+
+- (void)vantrel_choose {
+    sendAction(self.action, self.target, self);
+}
+
+- (bool)vantrel_isEnabled {
+    if (self.submenu != nil) return true;
+    if (_isSeparator || self.action == nullptr) return false;
+    id target = self.target;
+    return target == nil || [target respondsToSelector:self.action];
+}
+
+- (vantrel::MenuItem)vantrel_description {
+    if (_isSeparator) return vantrel::MenuItem::separator();
+    vantrel::MenuItem item;
+    item.title = bytesOf(_title);
+    item.keyEquivalent = bytesOf(_key);
+    item.enabled = [self vantrel_isEnabled];
+    if (self.submenu != nil) {
+        item.kind = vantrel::MenuItem::Kind::submenu;
+        item.submenu = descriptionOf(self.submenu);
+    } else if (self.target != nil) {
+        item.target = [self] { withPool([self] { [self vantrel_choose]; })(); };
+    } else if (self.action != nullptr) {
+        item.action = sel_getName(self.action);
+    }
+    return item;
+}
+
+- (id)copyWithZone:(struct _NSZone*)zone {
+    (void)zone;
+    raise(@"NSInvalidArgumentException", @"copying a menu item is not stood in for");
+}
+
+@end
+
+@implementation NSMenu {
+    NSString* _title;
+    std::vector<NSMenuItem*> _items;
+}
+
+- (instancetype)initWithTitle:(NSString*)title {
+    if (title == nil) raise(@"NSInternalInconsistencyException", @"a menu without a title");
+    self = [super init];
+    if (self != nil) _title = [title copy];
+    return self;
+}
+
+- (void)addItem:(NSMenuItem*)item {
+    if (item == nil) raise(@"NSInvalidArgumentException", @"addItem: nil");
+    _items.push_back(item);
+}
+
+// The virtual Mac closes the menu of an item that leaves the status bar by itself.
+- (void)cancelTracking {
+}
+
+- (vantrel::Menu)vantrel_description {
+    vantrel::Menu menu{bytesOf(_title), {}};
+    for (NSMenuItem* item : _items) menu.items.push_back([item vantrel_description]);
+    return menu;
+}
+
+- (id)copyWithZone:(struct _NSZone*)zone {
+    (void)zone;
+    raise(@"NSInvalidArgumentException", @"copying a menu is not stood in for");
+}
+
+@end
+
+@interface NSMenu (VantrelDescription)
+- (vantrel::Menu)vantrel_description;
+@end
+
+namespace vantrel::standins {
+
+Menu descriptionOf(NSMenu* menu) {
+    if (menu == nil) return {};
+    return [menu vantrel_description];
+}
+
+}  // namespace vantrel::standins

@@ -1,0 +1,93 @@
+#import <AppKit/AppKit.h>
+
+#include <memory>
+
+#include "tests/macos/standins/MacInUse.h"
+#include "tests/macos/standins/appkit/MenuDescription.h"
+#include "tests/macos/standins/foundation/Text.h"
+
+using namespace vantrel::standins;
+
+@interface NSStatusItem (VantrelMaking)
+- (instancetype)initWithLength:(CGFloat)length;
+- (void)vantrel_remove;
+- (void)vantrel_setTitle:(NSString*)title;
+@end
+
+@implementation NSStatusBarButton {
+    __weak NSStatusItem* _item;
+}
+
+- (instancetype)initWithItem:(NSStatusItem*)item {
+    self = [super initWithFrame:NSMakeRect(0, 0, 0, 0)];
+    if (self != nil) _item = item;
+    return self;
+}
+
+- (void)setTitle:(NSString*)title {
+    super.title = title;
+    [_item vantrel_setTitle:title];
+}
+
+@end
+
+@interface NSStatusBarButton (VantrelMaking)
+- (instancetype)initWithItem:(NSStatusItem*)item;
+@end
+
+@implementation NSStatusItem {
+    std::unique_ptr<vantrel::StatusItem> _item;
+    NSStatusBarButton* _button;
+    NSMenu* _menu;
+}
+
+- (instancetype)initWithLength:(CGFloat)length {
+    self = [super init];
+    if (self == nil) return nil;
+    const bool varies = length == NSVariableStatusItemLength;
+    _item = mac().computer().statusBar.statusItem(varies ? vantrel::variableStatusItemLength : length);
+    _button = [[NSStatusBarButton alloc] initWithItem:self];
+    return self;
+}
+
+- (NSStatusBarButton*)button {
+    return _button;
+}
+
+- (NSMenu*)menu {
+    return _menu;
+}
+
+- (void)setMenu:(NSMenu*)menu {
+    _menu = menu;
+    if (_item) _item->setMenu(descriptionOf(menu));
+}
+
+- (void)vantrel_setTitle:(NSString*)title {
+    if (_item) _item->setButtonTitle(bytesOf(title));
+}
+
+- (void)vantrel_remove {
+    if (_item) mac().computer().statusBar.removeStatusItem(*_item);
+    _item.reset();
+}
+
+@end
+
+@implementation NSStatusBar
+
++ (NSStatusBar*)systemStatusBar {
+    static NSStatusBar* const bar = [[NSStatusBar alloc] init];
+    return bar;
+}
+
+// The caller holds the item; without a reference it leaves the bar.
+- (NSStatusItem*)statusItemWithLength:(CGFloat)length {
+    return [[NSStatusItem alloc] initWithLength:length];
+}
+
+- (void)removeStatusItem:(NSStatusItem*)item {
+    [item vantrel_remove];
+}
+
+@end

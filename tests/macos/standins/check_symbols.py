@@ -1,0 +1,34 @@
+#!/usr/bin/env python3
+"""check_symbols.py OBJECT LIST: what the object leaves undefined is in the list, and nothing in the list is left over.
+
+Names of the project's own, of the C++ library and of the Objective-C classes are not listed one by one; what a stand-in
+does not define fails to link.
+"""
+import pathlib
+import re
+import subprocess
+import sys
+
+NOT_LISTED = re.compile(r"_ZN?K?S[ta]|_ZNK?7vantrel|_ZT[VI]N7vantrel|_ZTVN10__cxxabiv1|_ZTISt|_ZTVSt|_ZNSt|_Zn[wa]|_Zd[la]|"
+                        r"OBJC_CLASS_|OBJC_METACLASS_|OBJC_EHTYPE_|_GLOBAL_OFFSET_TABLE_")
+
+
+def undefined(path):
+    listing = subprocess.run(["nm", "--undefined-only", "--format=just-symbols", path], capture_output=True, text=True,
+                             check=True).stdout
+    return {name for name in listing.split() if not NOT_LISTED.match(name)}
+
+
+def main():
+    found = undefined(sys.argv[1])
+    lines = pathlib.Path(sys.argv[2]).read_text(encoding="utf-8").splitlines()
+    listed = {line for line in lines if line and not line.startswith("#")}
+    for name in sorted(found - listed):
+        print(f"{name} is new: say in {pathlib.Path(sys.argv[2]).name} what it does, or wrap it")
+    for name in sorted(listed - found):
+        print(f"{name} is in {pathlib.Path(sys.argv[2]).name}, and nothing asks for it")
+    return 1 if found != listed else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,0 +1,80 @@
+// The C library as the product's objects see it: their calls of these functions come here (the linker's --wrap), so
+// that no test signals a process of the computer that it runs on, or writes where the client writes.
+#include <poll.h>
+#include <sys/time.h>
+#include <sys/types.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "tests/macos/standins/MacInUse.h"
+#include "tests/macos/standins/include/sys/sysctl.h"
+#include "tests/macos/standins/runtime/Classes.h"
+
+using namespace vantrel::standins;
+
+namespace {
+
+constexpr int uptimeClock = 8;
+constexpr int calendarClock = 0;
+constexpr double nanosecondsPerSecond = 1e9;
+
+}  // namespace
+
+extern "C" {
+
+int __wrap_kill(pid_t process, int signal) {
+    if (process <= 0) fatal("a signal to a group of processes");
+    if (mac().computer().processLauncher.sendSignal(process, signal)) return 0;
+    errno = ESRCH;
+    return -1;
+}
+
+// Whole lines on standard output: the client's log.
+ssize_t __wrap_write(int descriptor, const void* bytes, std::size_t size) {
+    if (descriptor != STDOUT_FILENO) fatal("the client writes to something else than standard output");
+    std::string_view text(static_cast<const char*>(bytes), size);
+    if (!text.ends_with('\n')) fatal("the client writes a part of a line");
+    text.remove_suffix(1);
+    mac().computer().log.print(text);
+    return static_cast<ssize_t>(size);
+}
+
+int __wrap_fcntl(int descriptor, int, ...) {
+    if (descriptor != STDOUT_FILENO) fatal("the client changes something else than standard output");
+    return 0;
+}
+
+// Standard output takes everything at once.
+int __wrap_poll(pollfd*, nfds_t, int) {
+    fatal("the client waits for standard output");
+}
+
+std::uint64_t __wrap_clock_gettime_nsec_np(int clock) {
+    const vantrel::Clock& clocks = mac().computer().clock;
+    if (clock == uptimeClock) return static_cast<std::uint64_t>(mac().engine().scheduler.now());
+    if (clock != calendarClock) fatal("a clock that is not stood in for");
+    return static_cast<std::uint64_t>(clocks.secondsSince1970() * nanosecondsPerSecond);
+}
+
+// The facts about one process. Its number stands for the moment at which it was started: both only rise.
+int __wrap_sysctl(int* name, unsigned count, void* old, std::size_t* oldSize, void* fresh, std::size_t) {
+    const bool isKnown = count == 4 && name[0] == CTL_KERN && name[1] == KERN_PROC && name[2] == KERN_PROC_PID;
+    if (!isKnown || fresh != nullptr || *oldSize < sizeof(kinfo_proc)) fatal("a sysctl that is not stood in for");
+    using vantrel::virtualmac::VirtualProcess;
+    const auto process = mac().processes().find(name[3]);
+    *oldSize = 0;
+    if (!process || process->state() == VirtualProcess::State::gone) return 0;
+    auto* const facts = static_cast<kinfo_proc*>(old);
+    *facts = {};
+    facts->kp_proc.p_starttime.tv_sec = name[3];
+    facts->kp_proc.p_stat = process->state() == VirtualProcess::State::zombie ? SZOMB : SRUN;
+    *oldSize = sizeof(kinfo_proc);
+    return 0;
+}
+
+}  // extern "C"

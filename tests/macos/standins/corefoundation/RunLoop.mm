@@ -1,0 +1,31 @@
+#import <Foundation/Foundation.h>
+
+#include "tests/macos/standins/MacInUse.h"
+
+using vantrel::standins::mac;
+using vantrel::standins::withPool;
+
+@interface VantrelRunLoop : NSObject
+@end
+
+@implementation VantrelRunLoop
+@end
+
+const CFRunLoopMode kCFRunLoopCommonModes = (__bridge CFStringRef) @"kCFRunLoopCommonModes";
+
+extern "C" {
+
+CFRunLoopRef CFRunLoopGetMain() {
+    static VantrelRunLoop* const loop = [[VantrelRunLoop alloc] init];
+    return (__bridge CFRunLoopRef)(id)loop;
+}
+
+// In the common modes, whatever else the main thread is in the middle of: as an event.
+void CFRunLoopPerformBlock(CFRunLoopRef, CFTypeRef, void (^block)(void)) {
+    mac().postToMain(withPool(block));
+}
+
+// The virtual Mac's main thread looks by itself.
+void CFRunLoopWakeUp(CFRunLoopRef) {}
+
+}  // extern "C"

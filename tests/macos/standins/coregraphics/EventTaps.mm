@@ -1,0 +1,138 @@
+#import <CoreGraphics/CoreGraphics.h>
+#import <Foundation/Foundation.h>
+
+#include <memory>
+
+#include "tests/macos/standins/MacInUse.h"
+#include "tests/macos/standins/foundation/Text.h"
+#include "tests/macos/standins/runtime/Classes.h"
+
+using namespace vantrel::standins;
+
+@interface VantrelEvent : NSObject
+@end
+
+@implementation VantrelEvent {
+  @public
+    vantrel::KeyEvent _key;
+}
+@end
+
+/// The port that a tap's events come through. It is a tap of the virtual Mac's from its creation until it is
+/// invalidated or goes; one that is not in the run loop, or disabled, hears of nothing.
+@interface NSMachPort : NSObject
+@end
+
+@implementation NSMachPort {
+  @public
+    std::unique_ptr<vantrel::KeyboardTap> _tap;
+    CGEventTapCallBack _callback;
+    void* _userInfo;
+    CGEventMask _mask;
+    bool _isEnabled;
+    bool _isInRunLoop;
+}
+
+- (bool)vantrel_swallows:(const vantrel::KeyEvent&)key {
+    const auto type = static_cast<CGEventType>(key.type);
+    const bool isNotice = type == kCGEventTapDisabledByTimeout || type == kCGEventTapDisabledByUserInput;
+    if (!isNotice && (!_isEnabled || !_isInRunLoop || (_mask & CGEventMaskBit(type)) == 0)) return false;
+    VantrelEvent* event = nil;
+    if (!isNotice) {
+        event = [[VantrelEvent alloc] init];
+        event->_key = key;
+    }
+    // The callback may take its own port away.
+    NSMachPort* const self_ = self;
+    // With a notice there is no event.
+    void* const reference = (__bridge void*)event;
+    CGEventTapCallBack callback = self_->_callback;
+    return reinterpret_cast<void* (*)(void*, CGEventType, void*, void*)>(callback)(nullptr, type, reference,
+                                                                                   self_->_userInfo) == nullptr &&
+           !isNotice;
+}
+
+@end
+
+@interface VantrelRunLoopSource : NSObject
+@end
+
+@implementation VantrelRunLoopSource {
+  @public
+    NSMachPort* _port;
+}
+@end
+
+namespace {
+
+NSMachPort* portOf(CFMachPortRef reference) {
+    if (reference == nullptr) fatal("an event tap that is null");
+    return (__bridge NSMachPort*)reference;
+}
+
+VantrelRunLoopSource* sourceOf(CFRunLoopSourceRef reference) {
+    return (__bridge VantrelRunLoopSource*)(CFTypeRef)reference;
+}
+
+const vantrel::KeyEvent* keyOf(CGEventRef event) {
+    return event == nullptr ? nullptr : &((__bridge VantrelEvent*)(CFTypeRef)event)->_key;
+}
+
+}  // namespace
+
+extern "C" {
+
+CFMachPortRef CGEventTapCreate(CGEventTapLocation tap, CGEventTapPlacement place, CGEventTapOptions options,
+                               CGEventMask eventsOfInterest, CGEventTapCallBack callback, void* userInfo) {
+    if (tap != kCGSessionEventTap || place != kCGHeadInsertEventTap || options != kCGEventTapOptionDefault) {
+        fatal("an event tap that is not stood in for");
+    }
+    NSMachPort* port = [[NSMachPort alloc] init];
+    port->_callback = callback;
+    port->_userInfo = userInfo;
+    port->_mask = eventsOfInterest;
+    __weak NSMachPort* weak = port;
+    port->_tap = mac().keyboard().createFilter([weak](const vantrel::KeyEvent& key) {
+        bool swallows = false;
+        withPool([weak, &key, &swallows] { swallows = [weak vantrel_swallows:key]; })();
+        return swallows;
+    });
+    if (!port->_tap) return nullptr;
+    return (__bridge_retained CFMachPortRef)port;
+}
+
+void CGEventTapEnable(CFMachPortRef tap, bool enable) {
+    portOf(tap)->_isEnabled = enable;
+}
+
+CFRunLoopSourceRef CFMachPortCreateRunLoopSource(CFAllocatorRef, CFMachPortRef port, CFIndex) {
+    VantrelRunLoopSource* source = [[VantrelRunLoopSource alloc] init];
+    source->_port = portOf(port);
+    return (__bridge_retained CFRunLoopSourceRef)(id)source;
+}
+
+void CFRunLoopAddSource(CFRunLoopRef, CFRunLoopSourceRef source, CFRunLoopMode mode) {
+    // In the default mode alone no key would come under an alert.
+    if (mode != kCFRunLoopCommonModes) fatal("a source in a mode that is not stood in for");
+    sourceOf(source)->_port->_isInRunLoop = true;
+}
+
+void CFRunLoopRemoveSource(CFRunLoopRef, CFRunLoopSourceRef source, CFRunLoopMode) {
+    sourceOf(source)->_port->_isInRunLoop = false;
+}
+
+void CFMachPortInvalidate(CFMachPortRef port) {
+    portOf(port)->_tap.reset();
+}
+
+int64_t CGEventGetIntegerValueField(CGEventRef event, CGEventField field) {
+    const auto* const key = keyOf(event);
+    return key != nullptr && field == kCGKeyboardEventKeycode ? key->keyCode : 0;
+}
+
+CGEventFlags CGEventGetFlags(CGEventRef event) {
+    const auto* const key = keyOf(event);
+    return static_cast<CGEventFlags>(key == nullptr ? 0 : key->flags);
+}
+
+}  // extern "C"

@@ -1,0 +1,44 @@
+#import <Foundation/Foundation.h>
+
+#include "tests/macos/standins/MacInUse.h"
+
+using vantrel::standins::mac;
+using vantrel::standins::withPool;
+
+@implementation NSThread
+
++ (BOOL)isMainThread {
+    return mac().computer().threads.isMainThread();
+}
+
++ (void)sleepForTimeInterval:(NSTimeInterval)seconds {
+    mac().computer().threads.sleep(seconds);
+}
+
+@end
+
+/// The main queue; any other is the URL session's.
+@implementation NSOperationQueue {
+    bool _isMain;
+}
+
+@synthesize name = _name;
+
++ (NSOperationQueue*)mainQueue {
+    static NSOperationQueue* const queue = [] {
+        NSOperationQueue* made = [[NSOperationQueue alloc] init];
+        made->_isMain = true;
+        return made;
+    }();
+    return queue;
+}
+
+- (void)addOperationWithBlock:(void (^)(void))block {
+    if (_isMain) {
+        mac().computer().dispatch.mainQueue().async(withPool(block));
+    } else {
+        mac().engine().urlSession.after(0, withPool(block));
+    }
+}
+
+@end

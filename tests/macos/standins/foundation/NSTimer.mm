@@ -1,0 +1,52 @@
+#import <Foundation/Foundation.h>
+
+#include <memory>
+
+#include "tests/macos/standins/MacInUse.h"
+#include "tests/macos/standins/foundation/Text.h"
+#include "tests/macos/standins/runtime/Classes.h"
+
+using namespace vantrel::standins;
+
+/// The run loop holds the timer, and the timer its block, until it is invalidated or, without repeats, has fired.
+@implementation NSTimer {
+    std::unique_ptr<vantrel::Timer> _timer;
+    void (^_block)(NSTimer*);
+}
+
+// A thread of a queue has a run loop that nobody runs.
++ (void)vantrel_requireMainThread {
+    if (!mac().engine().isMainThread()) fatal("a timer off the main thread");
+}
+
++ (NSTimer*)scheduledTimerWithTimeInterval:(NSTimeInterval)interval
+                                   repeats:(BOOL)repeats
+                                     block:(void (^)(NSTimer*))block {
+    [self vantrel_requireMainThread];
+    NSTimer* timer = [[NSTimer alloc] init];
+    timer->_block = block;
+    timer->_timer = mac().computer().mainRunLoop.scheduledTimer(
+        interval, repeats, [timer, repeats] { withPool([timer, repeats] { [timer vantrel_fireAndEnd:!repeats]; })(); });
+    return timer;
+}
+
+- (void)vantrel_fireAndEnd:(BOOL)ends {
+    void (^block)(NSTimer*) = _block;
+    if (block == nil) return;
+    block(self);
+    if (ends) _block = nil;
+}
+
+- (BOOL)isValid {
+    return _block != nil;
+}
+
+- (void)invalidate {
+    [NSTimer vantrel_requireMainThread];
+    // The run loop may hold the last reference to it.
+    NSTimer* const self_ = self;
+    self_->_timer.reset();
+    self_->_block = nil;
+}
+
+@end

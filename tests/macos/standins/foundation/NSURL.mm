@@ -1,0 +1,140 @@
+#import <Foundation/Foundation.h>
+#include <uriparser/Uri.h>
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tests/macos/standins/MacInUse.h"
+#include "tests/macos/standins/foundation/Text.h"
+
+using namespace vantrel::standins;
+
+namespace {
+
+/// Whether RFC 3986 takes it as a reference.
+bool isReference(std::string_view text) {
+    UriUriA uri;
+    const char* error = nullptr;
+    if (uriParseSingleUriExA(&uri, text.data(), text.data() + text.size(), &error) != URI_SUCCESS) return false;
+    uriFreeUriMembersA(&uri);
+    return true;
+}
+
+// Six bytes at most for each byte of the path.
+std::string fileAddress(const std::string& path) {
+    constexpr std::size_t longest = 3;
+    std::string address = "file://";
+    std::string_view rest = path;
+    while (!rest.empty()) {
+        const std::size_t slash = std::min(rest.find('/'), rest.size());
+        std::vector<char> escaped(slash * longest + 1);
+        uriEscapeExA(rest.data(), rest.data() + slash, escaped.data(), URI_FALSE, URI_FALSE);
+        address += escaped.data();
+        if (slash < rest.size()) address += '/';
+        rest.remove_prefix(std::min(slash + 1, rest.size()));
+    }
+    return address;
+}
+
+}  // namespace
+
+/// As of macOS 14, whose parser is RFC 3986's.
+@implementation NSURL {
+    NSString* _text;
+    NSString* _path;
+}
+
++ (instancetype)URLWithString:(NSString*)text {
+    return [self URLWithString:text encodingInvalidCharacters:YES];
+}
+
++ (instancetype)URLWithString:(NSString*)text encodingInvalidCharacters:(BOOL)encoding {
+    if (text == nil) vantrel::standins::raise(@"NSInvalidArgumentException", @"nil string parameter");
+    // Not stood in for: to put escapes where a character may not stand.
+    (void)encoding;
+    const std::string bytes = bytesOf(text);
+    if (bytes.empty() || !isReference(bytes)) return nil;
+    // The Mac can be told to refuse an address.
+    if (!mac().computer().urls.form(bytes)) return nil;
+    NSURL* url = [[self alloc] init];
+    url->_text = [text copy];
+    return url;
+}
+
++ (NSURL*)fileURLWithPath:(NSString*)path {
+    return [self fileURLWithPath:path isDirectory:NO];
+}
+
++ (NSURL*)fileURLWithPath:(NSString*)path isDirectory:(BOOL)isDirectory {
+    if (path == nil) vantrel::standins::raise(@"NSInvalidArgumentException", @"nil string parameter");
+    NSURL* url = [[self alloc] init];
+    url->_path = [path copy];
+    url->_text = textOf(fileAddress(bytesOf(path)) + (isDirectory ? "/" : ""));
+    return url;
+}
+
+- (NSString*)absoluteString {
+    return _text;
+}
+
+- (NSString*)path {
+    return _path;
+}
+
+- (id)copyWithZone:(struct _NSZone*)zone {
+    (void)zone;
+    return self;
+}
+
+@end
+
+@implementation NSCharacterSet
+
+- (id)copyWithZone:(struct _NSZone*)zone {
+    (void)zone;
+    return self;
+}
+
+- (id)mutableCopyWithZone:(struct _NSZone*)zone {
+    (void)zone;
+    return self;
+}
+
+@end
+
+@implementation NSCharacterSet (NSURLUtilities)
+
++ (NSCharacterSet*)URLQueryAllowedCharacterSet {
+    static NSCharacterSet* const set = [[NSCharacterSet alloc] init];
+    return set;
+}
+
+@end
+
+@implementation NSString (NSURLUtilities)
+
+- (NSString*)stringByAddingPercentEncodingWithAllowedCharacters:(NSCharacterSet*)allowed {
+    if (allowed != NSCharacterSet.URLQueryAllowedCharacterSet) {
+        vantrel::standins::raise(@"NSInvalidArgumentException", @"a character set that is not stood in for");
+    }
+    NSData* data = [self dataUsingEncoding:NSUTF8StringEncoding];
+    // The Mac can be told to refuse a text.
+    if (data == nil || !mac().computer().urls.addingPercentEncodingForQuery(bytesOf(self))) return nil;
+    static constexpr std::string_view allowedInQueries = "!$&'()*+,-./0123456789:;=?@_~"
+                                                         "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
+    std::string encoded;
+    const auto* const bytes = static_cast<const unsigned char*>(data.bytes);
+    for (NSUInteger index = 0; index < data.length; ++index) {
+        if (allowedInQueries.find(static_cast<char>(bytes[index])) != std::string_view::npos) {
+            encoded += static_cast<char>(bytes[index]);
+        } else {
+            constexpr std::string_view digits = "0123456789ABCDEF";
+            encoded += {'%', digits[bytes[index] >> 4], digits[bytes[index] & 15]};
+        }
+    }
+    return textOf(encoded);
+}
+
+@end

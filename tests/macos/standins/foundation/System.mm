@@ -1,0 +1,99 @@
+// What the program asks of the system around it: settings, files, its bundle, its process.
+#import <Foundation/Foundation.h>
+
+#include "tests/macos/standins/MacInUse.h"
+#include "tests/macos/standins/foundation/Text.h"
+
+using namespace vantrel::standins;
+
+@implementation NSUserDefaults
+
++ (NSUserDefaults*)standardUserDefaults {
+    static NSUserDefaults* const defaults = [[NSUserDefaults alloc] init];
+    return defaults;
+}
+
+- (id)objectForKey:(NSString*)key {
+    const auto value = mac().computer().userDefaults.string(bytesOf(key));
+    return value ? textOf(*value) : nil;
+}
+
+- (void)setObject:(id)value forKey:(NSString*)key {
+    if (![value isKindOfClass:[NSString class]]) {
+        vantrel::standins::raise(@"NSInvalidArgumentException", @"a setting that is not stood in for");
+    }
+    mac().computer().userDefaults.set(bytesOf(key), bytesOf(value));
+}
+
+- (NSString*)stringForKey:(NSString*)key {
+    return [self objectForKey:key];
+}
+
+@end
+
+@implementation NSFileManager
+
++ (NSFileManager*)defaultManager {
+    static NSFileManager* const manager = [[NSFileManager alloc] init];
+    return manager;
+}
+
+// The path ends for the kernel at a zero byte.
+- (BOOL)fileExistsAtPath:(NSString*)path {
+    return mac().computer().files.fileExists(bytesOf(path).c_str());
+}
+
+@end
+
+NSString* NSHomeDirectory() {
+    return textOf(mac().computer().files.homeDirectory());
+}
+
+@implementation NSBundle
+
++ (NSBundle*)mainBundle {
+    static NSBundle* const bundle = [[NSBundle alloc] init];
+    return bundle;
+}
+
+- (NSString*)bundleIdentifier {
+    const auto identifier = mac().computer().mainBundle.identifier();
+    return identifier ? textOf(*identifier) : nil;
+}
+
+@end
+
+@interface VantrelActivity : NSObject
+@end
+
+@implementation VantrelActivity
+@end
+
+@implementation NSProcessInfo
+
++ (NSProcessInfo*)processInfo {
+    static NSProcessInfo* const info = [[NSProcessInfo alloc] init];
+    return info;
+}
+
+- (int)processIdentifier {
+    return mac().processes().ownProcess();
+}
+
+// The activity is the token: one that is not ended goes on, and is counted by the census.
+- (id<NSObject>)beginActivityWithOptions:(NSActivityOptions)options reason:(NSString*)reason {
+    (void)options;
+    if (reason.length == 0) vantrel::standins::raise(@"NSInvalidArgumentException", @"an activity without a reason");
+    VantrelActivity* activity = [[VantrelActivity alloc] init];
+    CFRetain((__bridge CFTypeRef)activity);
+    return activity;
+}
+
+- (void)endActivity:(id<NSObject>)activity {
+    if (![activity isKindOfClass:[VantrelActivity class]]) {
+        vantrel::standins::raise(@"NSInvalidArgumentException", @"not an activity");
+    }
+    CFRelease((__bridge CFTypeRef)activity);
+}
+
+@end

@@ -1,0 +1,11 @@
+#pragma once
+
+// What Apple's C library has beyond Linux's, included before everything else.
+#include <fcntl.h>
+#include <stdint.h>
+#include <time.h>
+
+#define CLOCK_UPTIME_RAW 8
+#define F_SETNOSIGPIPE 73
+
+extern "C" uint64_t clock_gettime_nsec_np(int clock);

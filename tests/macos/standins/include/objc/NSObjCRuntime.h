@@ -1,0 +1,6 @@
+#pragma once
+
+#include <objc/objc.h>
+
+typedef long NSInteger;
+typedef unsigned long NSUInteger;

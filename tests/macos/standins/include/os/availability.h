@@ -1,0 +1,5 @@
+#pragma once
+
+// Here every version is there.
+#define API_AVAILABLE(...)
+#define API_DEPRECATED(...)
