@@ -11,7 +11,10 @@ namespace vantrel::virtualmac {
 class VirtualOverlays::Shown final : public Overlay {
   public:
     Shown(VirtualOverlays& overlays, std::shared_ptr<State> state) : overlays_(overlays), state_(std::move(state)) {}
-    ~Shown() override { Shown::close(); }
+    ~Shown() override {
+        Shown::orderOut();
+        Shown::close();
+    }
     Shown(const Shown&) = delete;
     Shown& operator=(const Shown&) = delete;
 
