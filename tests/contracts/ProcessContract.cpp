@@ -98,6 +98,17 @@ TEST_F(ProcessContract, WhatCannotBeExecutedIsToldAtOnceWithAText) {
     }
 }
 
+TEST_F(ProcessContract, AZeroByteInThePathOrInAnArgumentStartsNothing) {
+    const std::string executable = host().peerExecutable();
+    const std::string cut = std::string(1, '\0') + "x";
+    for (const auto& [path, argument] : {std::pair{executable + cut, std::string("a")}, {executable, "a" + cut}}) {
+        const auto result = computer().processLauncher.launch(path, {argument});
+        const auto* error = std::get_if<PlatformError>(&result);
+        ASSERT_TRUE(error) << std::get<ProcessIdentifier>(result);
+        EXPECT_FALSE(error->localizedDescription.empty());
+    }
+}
+
 TEST_F(ProcessContract, AnApplicationIsFoundByItsBundleIdentifierAndByItsProcess) {
     const auto application = launched({});
     ASSERT_TRUE(application);

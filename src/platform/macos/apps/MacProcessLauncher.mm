@@ -3,6 +3,10 @@
 #import <Foundation/Foundation.h>
 #include <signal.h>
 
+#include <algorithm>
+#include <string_view>
+
+#include "platform/macos/bridge/FormedURL.h"
 #include "platform/macos/bridge/Text.h"
 
 namespace vantrel::macos {
@@ -11,6 +15,11 @@ namespace vantrel::macos {
 static_assert(SIGKILL == 9);
 
 namespace {
+
+// The kernel would cut the text off there, and so start another file or the right one with something else.
+bool holdsZero(std::string_view text) {
+    return text.find('\0') != std::string_view::npos;
+}
 
 NSTask* makeTask(std::string_view executablePath, const std::vector<std::string>& arguments) {
     NSMutableArray<NSString*>* texts = [NSMutableArray arrayWithCapacity:arguments.size()];
@@ -30,6 +39,9 @@ NSTask* makeTask(std::string_view executablePath, const std::vector<std::string>
 std::variant<ProcessIdentifier, PlatformError> MacProcessLauncher::launch(std::string_view executablePath,
                                                                           const std::vector<std::string>& arguments) {
     @autoreleasepool {
+        if (holdsZero(executablePath) || std::any_of(arguments.begin(), arguments.end(), holdsZero)) {
+            return PlatformError{bytesOf(badURLError().localizedDescription)};
+        }
         @try {
             NSTask* task = makeTask(executablePath, arguments);
             NSError* error = nil;

@@ -46,6 +46,10 @@ std::variant<ProcessIdentifier, PlatformError> VirtualProcessLauncher::launch(
     engine_.platformCall();
     const std::string path(executablePath);
     const std::string file = "“" + lastComponent(path) + "”";
+    const auto holdsZero = [](const std::string& text) { return text.find('\0') != std::string::npos; };
+    if (holdsZero(path) || std::any_of(arguments.begin(), arguments.end(), holdsZero)) {
+        return PlatformError{"Argomento non valido"};
+    }
     const auto kind = files_.kind(path);
     if (!kind || *kind == FileKind::brokenLink) return PlatformError{"Il file " + file + " non esiste."};
     if (*kind == FileKind::folder) return PlatformError{file + " è una cartella e non può essere avviata."};
