@@ -41,9 +41,10 @@ using namespace vantrel::standins;
 
 - (void)vantrel_setText:(NSString*)text {
     if (text == nil) raise(@"NSInvalidArgumentException", @"a control's text that is nil");
-    _text = [text copy];
     const std::string identifier = [self vantrel_id];
+    // Made, if need be, with the text as it was.
     auto* const window = [self vantrel_virtualWindow];
+    _text = [text copy];
     if (window != nullptr && !identifier.empty()) window->setText(identifier, bytesOf(text));
 }
 
@@ -60,9 +61,9 @@ using namespace vantrel::standins;
 }
 
 - (void)setEnabled:(BOOL)enabled {
-    _enabled = enabled;
     const std::string identifier = [self vantrel_id];
     auto* const window = [self vantrel_virtualWindow];
+    _enabled = enabled;
     if (window != nullptr && !identifier.empty()) window->setEnabled(identifier, enabled);
 }
 

@@ -65,8 +65,9 @@ using namespace vantrel::standins;
 }
 
 - (void)setHidden:(BOOL)hidden {
+    auto* const window = [self vantrel_virtualWindow];
     _hidden = hidden;
-    if (auto* window = [self vantrel_virtualWindow]) window->setViewHidden([self vantrel_id], hidden);
+    if (window != nullptr) window->setViewHidden([self vantrel_id], hidden);
 }
 
 - (BOOL)wantsLayer {
