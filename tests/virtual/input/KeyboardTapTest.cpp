@@ -28,10 +28,9 @@ TEST_F(KeyboardTapTest, SwallowsWhatTheDecisionNamesAndDeliversTheRest) {
     forgetEvents();
     pressAndSee("a");
     pressAndSee("cmd+q");
-    EXPECT_EQ(
-        (Lines{"participant key a", "key-delivered a; code=0; flags=0; application=Google Chrome",
-               "participant key cmd+q", "log shortcut", "key-swallowed cmd+q; code=12; flags=1048576"}),
-        transcript());
+    EXPECT_EQ((Lines{"participant key a", "key-delivered a; code=0; flags=0; application=Google Chrome",
+                     "participant key cmd+q", "log shortcut", "key-swallowed cmd+q; code=12; flags=1048576"}),
+              transcript());
     EXPECT_EQ(1U, mac().keys().received().size());
 }
 
