@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/virtual/scheduler/Event.h"
+#include "platform/virtual/journal/Event.h"
 
 namespace vantrel::rehearsal {
 

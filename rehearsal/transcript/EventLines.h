@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/virtual/scheduler/Event.h"
+#include "platform/virtual/journal/Event.h"
 #include "rehearsal/transcript/Transcript.h"
 
 namespace vantrel::rehearsal {

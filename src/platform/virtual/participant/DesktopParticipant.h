@@ -8,11 +8,11 @@
 #include "platform/desktop/Geometry.h"
 #include "platform/virtual/apps/VirtualProcessLauncher.h"
 #include "platform/virtual/desktop/VirtualSpaces.h"
+#include "platform/virtual/journal/Journal.h"
 #include "platform/virtual/keyboard/KeyStroke.h"
 #include "platform/virtual/keyboard/VirtualKeyboardTaps.h"
 #include "platform/virtual/participant/KeyDelivery.h"
 #include "platform/virtual/scheduler/Engine.h"
-#include "platform/virtual/scheduler/Journal.h"
 #include "platform/virtual/world/VirtualDesktop.h"
 
 namespace vantrel::virtualmac {

@@ -3,8 +3,8 @@
 #include <functional>
 #include <string>
 
+#include "platform/virtual/journal/Journal.h"
 #include "platform/virtual/participant/DesktopParticipant.h"
-#include "platform/virtual/scheduler/Journal.h"
 #include "platform/virtual/system/VirtualCaptureAuthorization.h"
 #include "platform/virtual/ui/MenuTracking.h"
 #include "platform/virtual/ui/VirtualAlerts.h"

@@ -1,21 +1,22 @@
 #pragma once
 
+#include <functional>
 #include <mutex>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "platform/virtual/scheduler/Event.h"
-#include "platform/virtual/scheduler/Scheduler.h"
+#include "platform/virtual/journal/Event.h"
 
 namespace vantrel::virtualmac {
 
-/// Hands what happens to the sink. Any thread, without the scheduler's mutex held.
+/// Hands what happens to the sink, with the time that `uptime` tells in seconds. Any thread, without the scheduler's
+/// mutex held.
 class Journal {
   public:
     using Fields = std::vector<std::pair<std::string, std::string>>;
 
-    Journal(const Scheduler& scheduler, EventSink sink) : scheduler_(scheduler), sink_(std::move(sink)) {}
+    Journal(std::function<double()> uptime, EventSink sink) : uptime_(std::move(uptime)), sink_(std::move(sink)) {}
 
     void emit(std::string kind, std::string text = {}, Fields fields = {});
 
@@ -23,7 +24,7 @@ class Journal {
     void mute();
 
   private:
-    const Scheduler& scheduler_;
+    const std::function<double()> uptime_;
     // A sink may look at the Mac, and what it does may be an event again.
     std::recursive_mutex mutex_;
     EventSink sink_;
