@@ -2,9 +2,7 @@
 
 #include <functional>
 #include <mutex>
-#include <string>
 #include <utility>
-#include <vector>
 
 #include "platform/virtual/journal/Event.h"
 
@@ -14,11 +12,9 @@ namespace vantrel::virtualmac {
 /// mutex held.
 class Journal {
   public:
-    using Fields = std::vector<std::pair<std::string, std::string>>;
-
     Journal(std::function<double()> uptime, EventSink sink) : uptime_(std::move(uptime)), sink_(std::move(sink)) {}
 
-    void emit(std::string kind, std::string text = {}, Fields fields = {});
+    void emit(Happening happening);
 
     /// Nothing is emitted from now on.
     void mute();

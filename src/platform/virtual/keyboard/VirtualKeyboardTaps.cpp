@@ -39,7 +39,7 @@ std::unique_ptr<KeyboardTap> VirtualKeyboardTaps::create(KeyDecision decision, K
         }
         if (!refused) taps_.insert(taps_.begin(), state);
     }
-    engine_.journal.emit(refused ? "keyboard-tap-refused" : "keyboard-tap-created");
+    engine_.journal.emit({refused ? KeyboardEvent::tapRefused : KeyboardEvent::tapCreated});
     if (refused) return nullptr;
     return std::make_unique<Tap>(*this, std::move(state));
 }
@@ -131,9 +131,11 @@ void VirtualKeyboardTaps::swallow(std::uint64_t question, const std::string& nam
         event = keys_.front().event;
     }
     if (event.type == KeyEventType::keyDown) {
-        engine_.journal.emit(
-            "key-swallowed", KeyStroke{event.keyCode, event.flags}.text(),
-            {{"code", std::to_string(event.keyCode)}, {"flags", std::to_string(event.flags)}, {"name", name}});
+        engine_.journal.emit({KeyboardEvent::swallowed,
+                              KeyStroke{event.keyCode, event.flags}.text(),
+                              {{Field::code, std::to_string(event.keyCode)},
+                               {Field::flags, std::to_string(event.flags)},
+                               {Field::name, name}}});
     }
     engine_.world.after(0, [this] { goOn(); });
 }
@@ -165,7 +167,7 @@ void VirtualKeyboardTaps::disable(const StatePointer& tap, KeyEventType notice) 
         if (open_ != 0 && keys_.front().ahead.front() == tap) waiting = open_;
     }
     const bool timedOut = notice == KeyEventType::tapDisabledByTimeout;
-    engine_.journal.emit("tap-disabled", timedOut ? "timeout" : "user input");
+    engine_.journal.emit({KeyboardEvent::tapDisabled, timedOut ? "timeout" : "user input"});
     engine_.mainLoop.postEvent([this, tap, notice] {
         {
             const std::lock_guard guard(mutex_);
@@ -197,7 +199,7 @@ void VirtualKeyboardTaps::remove(const StatePointer& tap) {
         // What is being answered right now is answered yet: a tap may end in its own report.
         if (open_ != 0 && open_ != heard_ && keys_.front().ahead.front() == tap) waiting = open_;
     }
-    engine_.journal.emit("keyboard-tap-removed");
+    engine_.journal.emit({KeyboardEvent::tapRemoved});
     if (waiting != 0) pass(waiting);
 }
 

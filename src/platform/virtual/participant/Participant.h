@@ -55,7 +55,7 @@ class Participant final : public DesktopParticipant {
     void answerPermissionPrompt(bool granted);
 
   private:
-    void post(std::string what, Journal::Fields fields, Deed deed);
+    void post(Happening what, Attempt attempt);
     /// What keeps the participant from the windows; empty for nothing.
     std::string busy() const;
     bool isMenuInFront() const;
