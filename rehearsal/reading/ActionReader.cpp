@@ -8,13 +8,13 @@
 namespace vantrel::rehearsal {
 namespace {
 
-struct Field {
+struct FieldWord {
     std::string_view word;
     std::string_view id;
 };
 
-constexpr std::array fields = {Field{"server", "serverUrlField"}, Field{"code", "sessionCodeField"},
-                               Field{"name", "fullNameField"}, Field{"email", "emailField"}};
+constexpr std::array fields = {FieldWord{"server", "serverUrlField"}, FieldWord{"code", "sessionCodeField"},
+                               FieldWord{"name", "fullNameField"}, FieldWord{"email", "emailField"}};
 
 constexpr std::array words = {
     "type",  "press",     "answer",           "choose",        "key",        "do",     "permission", "launch",
@@ -71,7 +71,7 @@ TypeTexts ActionReader::texts(const YAML::Node& node) {
     TypeTexts typed;
     reader_.entries(node, "'type'", [&](const YAML::Node& key, const YAML::Node& value) {
         const auto field = std::find_if(fields.begin(), fields.end(),
-                                        [&](const Field& candidate) { return candidate.word == key.Scalar(); });
+                                        [&](const FieldWord& candidate) { return candidate.word == key.Scalar(); });
         if (field == fields.end()) {
             return reader_.fail(key, "unknown field '" + key.Scalar() + "' (server, code, name or email)");
         }

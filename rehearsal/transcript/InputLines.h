@@ -1,10 +1,13 @@
 #pragma once
 
+#include "platform/virtual/journal/Event.h"
 #include "rehearsal/transcript/EventEntry.h"
 
 namespace vantrel::rehearsal {
 
-/// Keys, taps and overlays.
-const EventWriters& inputWriters();
+// Keys, taps and overlays, in words.
+
+EventEntry entryOf(virtualmac::KeyboardEvent kind, const virtualmac::Happening& event);
+EventEntry entryOf(virtualmac::OverlayEvent kind, const virtualmac::Happening& event);
 
 }  // namespace vantrel::rehearsal

@@ -1,74 +1,106 @@
 #include "rehearsal/transcript/ParticipantLines.h"
 
-#include <map>
-#include <set>
-#include <string>
-#include <string_view>
+#include <utility>
 
 namespace vantrel::rehearsal {
 namespace {
 
-using virtualmac::Event;
+using virtualmac::Deed;
+using virtualmac::DesktopDeed;
+using virtualmac::Field;
+using virtualmac::Happening;
 
-const std::map<std::string, std::string, std::less<>>& actionWords() {
-    static const std::map<std::string, std::string, std::less<>> table = {
-        {"return", "presses Return"},
-        {"open-status-menu", "opens the status menu"},
-        {"close-menu", "closes the menu"},
-        {"close-window", "closes the window"},
-        {"log-out", "logs out"},
-        {"type", "types into "},
-        {"press", "presses "},
-        {"answer", "answers "},
-        {"open-menu", "opens the menu "},
-        {"choose", "chooses "},
-        {"answer-permission", "answers the permission prompt"},
-        {"key", "presses the key "},
-        {"open", "starts "},
-        {"bring-to-front", "brings to the front "},
-        {"quit", "quits "},
-        {"kill", "kills "},
-        {"move", "moves the window of "},
-        {"resize", "resizes the window of "},
-        {"minimise", "minimises the window of "},
-        {"restore", "restores the window of "},
-        {"close", "closes the window of "},
-        {"new-window", "opens a window of "},
-        {"full-screen", "toggles full screen of "},
-        {"swipe", "swipes to the "}};
-    return table;
+std::string pressesCommand(const std::string& text) {
+    // An upper-case letter means Shift as well.
+    const char key = text.empty() ? ' ' : text.back();
+    const bool isLower = key >= 'a' && key <= 'z';
+    return std::string("presses ") + (isLower ? "Command-" : "Command-Shift-") +
+           (isLower ? static_cast<char>(key - 'a' + 'A') : key);
 }
 
-std::string deed(const Event& event) {
-    const auto space = event.text.find(' ');
-    if (event.text.starts_with("command ")) {
-        // An upper-case letter means Shift as well.
-        const char key = event.text.back();
-        const bool isLower = key >= 'a' && key <= 'z';
-        return std::string("presses ") + (isLower ? "Command-" : "Command-Shift-") +
-               (isLower ? static_cast<char>(key - 'a' + 'A') : key);
+std::string does(Deed deed, const std::string& text) {
+    switch (deed) {
+        case Deed::type:
+            return "types into " + titleOf(text);
+        case Deed::press:
+            return "presses " + titleOf(text);
+        case Deed::pressReturn:
+            return "presses Return";
+        case Deed::answerAlert:
+            return "answers " + titleOf(text);
+        case Deed::openStatusMenu:
+            return "opens the status menu";
+        case Deed::openMenu:
+            return "opens the menu " + titleOf(text);
+        case Deed::chooseMenuItem:
+            return "chooses " + titleOf(text);
+        case Deed::closeMenu:
+            return "closes the menu";
+        case Deed::pressCommand:
+            return pressesCommand(text);
+        case Deed::closeWindow:
+            return "closes the window";
+        case Deed::logOut:
+            return "logs out";
+        case Deed::answerPermission:
+            return "answers the permission prompt";
     }
-    const auto found = actionWords().find(event.text.substr(0, space));
-    if (found == actionWords().end()) return event.text;
-    const auto what = space == std::string::npos ? "" : event.text.substr(space + 1);
-    return found->second + (space == std::string::npos ? "" : titleOf(what));
+    return {};
 }
 
-/// Places and sizes are numbers, everything else is a text.
-std::string value(const Event& event) {
-    static const std::set<std::string, std::less<>> numeric = {"move", "resize"};
-    const auto text = event.field("value");
-    return numeric.contains(event.text.substr(0, event.text.find(' '))) ? " to " + text : ": " + inQuotes(text);
+std::string does(DesktopDeed deed, const std::string& text) {
+    switch (deed) {
+        case DesktopDeed::openApplication:
+            return "starts " + titleOf(text);
+        case DesktopDeed::bringToFront:
+            return "brings to the front " + titleOf(text);
+        case DesktopDeed::quit:
+            return "quits " + titleOf(text);
+        case DesktopDeed::kill:
+            return "kills " + titleOf(text);
+        case DesktopDeed::moveWindow:
+            return "moves the window of " + titleOf(text);
+        case DesktopDeed::resizeWindow:
+            return "resizes the window of " + titleOf(text);
+        case DesktopDeed::minimiseWindow:
+            return "minimises the window of " + titleOf(text);
+        case DesktopDeed::restoreWindow:
+            return "restores the window of " + titleOf(text);
+        case DesktopDeed::closeWindow:
+            return "closes the window of " + titleOf(text);
+        case DesktopDeed::openWindow:
+            return "opens a window of " + titleOf(text);
+        case DesktopDeed::toggleFullScreen:
+            return "toggles full screen of " + titleOf(text);
+        case DesktopDeed::swipeLeft:
+            return "swipes to the left";
+        case DesktopDeed::swipeRight:
+            return "swipes to the right";
+        case DesktopDeed::pressKey:
+            return "presses the key " + titleOf(text);
+    }
+    return {};
+}
+
+EventEntry withIgnored(std::string text, const Happening& event) {
+    EventEntry entry{"participant", std::move(text)};
+    if (event.has(Field::ignored)) entry.more.push_back("ignored: " + event.field(Field::ignored));
+    return entry;
 }
 
 }  // namespace
 
-EventEntry participantEntry(const Event& event) {
-    EventEntry entry{"participant", deed(event), {}};
-    if (hasField(event, "value")) entry.text += value(event);
-    if (hasField(event, "times")) entry.text += ", " + event.field("times") + " times";
-    if (hasField(event, "ignored")) entry.more.push_back("ignored: " + event.field("ignored"));
-    return entry;
+EventEntry entryOf(Deed deed, const Happening& event) {
+    std::string text = does(deed, event.text);
+    if (event.has(Field::value)) text += ": " + inQuotes(event.field(Field::value));
+    return withIgnored(std::move(text), event);
+}
+
+EventEntry entryOf(DesktopDeed deed, const Happening& event) {
+    std::string text = does(deed, event.text);
+    if (event.has(Field::value)) text += " to " + event.field(Field::value);
+    if (event.has(Field::times)) text += ", " + event.field(Field::times) + " times";
+    return withIgnored(std::move(text), event);
 }
 
 }  // namespace vantrel::rehearsal

@@ -16,15 +16,16 @@ class LifecycleTest : public ClientTest {};
 TEST_F(LifecycleTest, ShowsItsWindowAndSaysThatItRuns) {
     mac().launch([](Computer& computer) { applicationMain(computer); });
     mac().runFor(0);
-    EXPECT_THAT(texts("activation-policy"), ElementsAre("0"));
+    EXPECT_THAT(texts(ClientEvent::activationPolicy), ElementsAre("0"));
     EXPECT_THAT(logLines(), ElementsAre("[APP] Vantrel avviato"));
     EXPECT_EQ(screen(), "joinView");
-    std::vector<std::string> order;
+    std::vector<EventKind> order;
     for (const auto& event : events()) {
-        if (event.kind.starts_with("window-") || event.kind == "activate" || event.kind == "log")
+        if (event.kind.isA<WindowEvent>() || event.kind == ClientEvent::activate || event.kind == ClientEvent::log)
             order.push_back(event.kind);
     }
-    EXPECT_THAT(order, ElementsAre("window-centered", "window-shown", "window-key", "activate", "log"));
+    EXPECT_THAT(order, ElementsAre(WindowEvent::centered, WindowEvent::shown, WindowEvent::key, ClientEvent::activate,
+                                   ClientEvent::log));
 }
 
 TEST_F(LifecycleTest, QuitsAtOnceOnTheJoinScreen) {
@@ -59,11 +60,11 @@ TEST_F(LifecycleTest, RefusesToQuitInALockdownByWhateverRoute) {
     participant().chooseMenuItem("Esci da Vantrel");
     mac().runFor(1);
     EXPECT_THAT(logLines(), IsEmpty());
-    EXPECT_EQ(texts("terminate-refused").size(), 2u);
+    EXPECT_EQ(texts(ClientEvent::terminateRefused).size(), 2u);
     // The key does not even arrive there.
     participant().pressCommand("q");
     mac().runFor(1);
-    EXPECT_EQ(texts("terminate-refused").size(), 2u);
+    EXPECT_EQ(texts(ClientEvent::terminateRefused).size(), 2u);
     EXPECT_THAT(logLines(), ElementsAre("[HOOK] 🚫 Bloccato: Cmd+Q"));
     EXPECT_TRUE(mac().isRunning());
     EXPECT_EQ(screen(), "none");
@@ -75,7 +76,7 @@ TEST_F(LifecycleTest, RefusesToQuitByTheKeyInALockdownWithoutAHook) {
     enterLockdown();
     participant().pressCommand("q");
     mac().runFor(1);
-    EXPECT_EQ(texts("terminate-refused").size(), 1u);
+    EXPECT_EQ(texts(ClientEvent::terminateRefused).size(), 1u);
     EXPECT_TRUE(mac().isRunning());
 }
 

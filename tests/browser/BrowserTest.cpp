@@ -73,13 +73,13 @@ void BrowserTest::keepMainBusyAndRelease(double seconds) {
 }
 
 double BrowserTest::timeOf(std::string_view line) const {
-    for (const auto& event : events("log")) {
+    for (const auto& event : events(ClientEvent::log)) {
         if (event.text == line) return event.time;
     }
     return -1;
 }
 
-std::vector<double> BrowserTest::timesOf(std::string_view kind) const {
+std::vector<double> BrowserTest::timesOf(const EventKind& kind) const {
     std::vector<double> times;
     for (const auto& event : events(kind)) times.push_back(event.time);
     return times;
@@ -87,7 +87,7 @@ std::vector<double> BrowserTest::timesOf(std::string_view kind) const {
 
 std::vector<std::string> BrowserTest::activationOptions() const {
     std::vector<std::string> options;
-    for (const auto& event : events("application-activate")) options.push_back(event.field("options"));
+    for (const auto& event : events(ApplicationEvent::activate)) options.push_back(event.field(Field::options));
     return options;
 }
 

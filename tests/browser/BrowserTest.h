@@ -53,7 +53,7 @@ class BrowserTest : public virtualmac::MacTest {
     /// When the line was first logged. Negative if it was not.
     double timeOf(std::string_view line) const;
     /// The times of all events of that kind.
-    std::vector<double> timesOf(std::string_view kind) const;
+    std::vector<double> timesOf(const EventKind& kind) const;
     /// The options of all requests to activate an application.
     std::vector<std::string> activationOptions() const;
     std::size_t count(std::string_view line) const;

@@ -36,7 +36,7 @@ TEST_F(BusyMainThread, DelaysTheActivationOnTheWorkspaceRoute) {
     mac().runFor(3.7);
     keepMainBusy(0.7);
     mac().runFor(5);
-    const auto activations = timesOf("application-activate");
+    const auto activations = timesOf(ApplicationEvent::activate);
     ASSERT_THAT(activations, SizeIs(1));
     EXPECT_NEAR(activations.front() - start, 4.4, 1e-6);
     EXPECT_NEAR(timeOf("[FULLSCREEN] Tentativo 1/8...") - start, 4.9, 1e-6);
@@ -82,7 +82,7 @@ TEST_F(BusyMainThread, NeitherActivatesNorAttemptsForALauncherThatItDropsMeanwhi
     keepMainBusyAndRelease(0.7);
     mac().runFor(30);
     EXPECT_THAT(lines("[BROWSER] Nuova finestra #"), SizeIs(1));
-    EXPECT_THAT(events("application-activate"), IsEmpty());
+    EXPECT_THAT(events(ApplicationEvent::activate), IsEmpty());
     EXPECT_THAT(lines("[FULLSCREEN]"), IsEmpty());
     expectNothingLeft();
 }
@@ -100,7 +100,7 @@ TEST_F(BusyMainThread, MakesNoAttemptForALauncherThatOnlyItsLaunchKeptAlive) {
         // The launch has long ended when the main thread gets to its last block.
         keepMainBusy(0.7);
         mac().runFor(30);
-        EXPECT_THAT(events("process-started"), SizeIs(1));
+        EXPECT_THAT(events(ProcessEvent::started), SizeIs(1));
         EXPECT_THAT(lines("[BROWSER] Google Chrome PID "), SizeIs(1));
         EXPECT_THAT(lines("[FULLSCREEN]"), IsEmpty());
         expectNothingLeft();

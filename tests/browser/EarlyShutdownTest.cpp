@@ -46,8 +46,8 @@ TEST_F(EarlyShutdown, OnceTheProcessIsKnownEndsItAndTheFirstAttemptFindsNone) {
         EXPECT_FALSE(isRunning(process));
         mac().runFor(30);
         EXPECT_THAT(lines("["), ElementsAre("[BROWSER] Kill Google Chrome", "[FULLSCREEN] Tentativo 1/8..."));
-        EXPECT_THAT(events("process-started"), IsEmpty());
-        EXPECT_THAT(events("application-force-terminate"), IsEmpty());
+        EXPECT_THAT(events(ProcessEvent::started), IsEmpty());
+        EXPECT_THAT(events(ApplicationEvent::forceTerminate), IsEmpty());
         EXPECT_EQ(launcher().browserPID(), std::nullopt);
         EXPECT_EQ(launcher().browserApp(), nullptr);
         EXPECT_FALSE(launcher().isConfirmedFullscreen());

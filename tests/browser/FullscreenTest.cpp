@@ -26,14 +26,14 @@ class Fullscreen : public BrowserTest {
     /// The attributes written, as "ATTRIBUTE=VALUE", without refused writes.
     std::vector<std::string> writes() {
         std::vector<std::string> all;
-        for (const auto& event : events("accessibility-set")) {
-            if (event.field("error").empty()) all.push_back(event.text + "=" + event.field("value"));
+        for (const auto& event : events(ElementEvent::set)) {
+            if (event.field(Field::error).empty()) all.push_back(event.text + "=" + event.field(Field::value));
         }
         return all;
     }
     std::vector<double> attemptTimes() {
         std::vector<double> times;
-        for (const auto& event : events("log")) {
+        for (const auto& event : events(ClientEvent::log)) {
             if (event.text.starts_with("[FULLSCREEN] Tentativo")) times.push_back(event.time);
         }
         return times;
@@ -60,7 +60,7 @@ TEST_F(Fullscreen, ThatIsAlreadyReachedIsConfirmedWithoutAWrite) {
     mac().runFor(5);
     EXPECT_THAT(lines("[FULLSCREEN]"),
                 ElementsAre("[FULLSCREEN] Tentativo 1/8...", "[FULLSCREEN] ✅ Già in fullscreen"));
-    EXPECT_THAT(events("accessibility-set"), IsEmpty());
+    EXPECT_THAT(events(ElementEvent::set), IsEmpty());
     EXPECT_TRUE(logged("[MONITOR] Fullscreen confermato"));
 }
 
@@ -98,7 +98,7 @@ TEST_F(Fullscreen, IsTriedEveryTwoAndAHalfSecondsForTwenty) {
     for (std::size_t each = 1; each < times.size(); ++each) EXPECT_NEAR(times[each] - times[each - 1], 2.5, 1e-6);
     EXPECT_NEAR(timeOf("[FULLSCREEN] Max retry raggiunti — rimango massimizzato") - times.front(), 20.0, 1e-6);
     // The browser is activated half a second before each attempt but the first.
-    const auto activations = timesOf("application-activate");
+    const auto activations = timesOf(ApplicationEvent::activate);
     ASSERT_THAT(activations, SizeIs(8));
     EXPECT_NEAR(activations.front() - times.front(), 2.0, 1e-6);
     EXPECT_THAT(activationOptions(), Each("0"));
@@ -144,7 +144,7 @@ TEST_F(Fullscreen, WritesTheSizeThoughThePositionIsRefused) {
     faults().fail(Operation::write, "AXPosition", accessibilityCannotComplete);
     launchToFirstAttempt();
     mac().runFor(0.1);
-    EXPECT_THAT(texts("accessibility-set"), ElementsAre("AXFullScreen", "AXPosition", "AXSize"));
+    EXPECT_THAT(texts(ElementEvent::set), ElementsAre("AXFullScreen", "AXPosition", "AXSize"));
     EXPECT_THAT(writes(), ElementsAre("AXSize=1440 900"));
 }
 
@@ -154,7 +154,7 @@ TEST_F(Fullscreen, IsRetriedWithoutAWindowAndNothingIsMaximised) {
     mac().runFor(60);
     EXPECT_EQ(count("[FULLSCREEN] Nessuna finestra AX — riprovo tra 2s"), 8u);
     EXPECT_EQ(lines("[FULLSCREEN]").back(), "[FULLSCREEN] Max retry raggiunti — rimango massimizzato");
-    EXPECT_THAT(events("accessibility-set"), IsEmpty());
+    EXPECT_THAT(events(ElementEvent::set), IsEmpty());
 }
 
 TEST_F(Fullscreen, TakesAListThatCannotBeReadForNoWindow) {

@@ -21,8 +21,8 @@ TEST_F(ProcessRoute, StartsTheBrowserOnTheMeetingAndSaysSo) {
     make(true);
     launch();
     mac().runFor(10);
-    ASSERT_THAT(events("process-started"), SizeIs(1));
-    const auto process = events("process-started").front().field("pid");
+    ASSERT_THAT(events(ProcessEvent::started), SizeIs(1));
+    const auto process = events(ProcessEvent::started).front().field(Field::pid);
     EXPECT_THAT(logLines(),
                 ElementsAre("[BROWSER] Reset stato per nuova sessione", "[BROWSER] URL Meet: https://meet.example/abc",
                             "[BROWSER] Browser selezionato: Google Chrome", "[BROWSER] Finestre prima: 0",
@@ -41,16 +41,13 @@ TEST_F(ProcessRoute, GivesTheProcessItsEightArgumentsAsTheyStand) {
     const std::string address = "https://meet.example/a b?c='\"&d=$(touch x);`y`|è\n#z";
     launch(address);
     mac().runFor(5);
-    const auto started = events("process-started");
+    const auto started = events(ProcessEvent::started);
     ASSERT_THAT(started, SizeIs(1));
     EXPECT_EQ(started.front().text, virtualmac::chromePath);
-    std::vector<std::string> arguments;
-    for (const auto& [name, value] : started.front().fields) {
-        if (name == "argument") arguments.push_back(value);
-    }
-    EXPECT_THAT(arguments, ElementsAre("--app=" + address, "--new-window", "--no-first-run",
-                                       "--no-default-browser-check", "--disable-extensions", "--disable-tab-strip",
-                                       "--disable-session-crashed-bubble", "--disable-infobars"));
+    EXPECT_THAT(started.front().all(Field::argument),
+                ElementsAre("--app=" + address, "--new-window", "--no-first-run", "--no-default-browser-check",
+                            "--disable-extensions", "--disable-tab-strip", "--disable-session-crashed-bubble",
+                            "--disable-infobars"));
 }
 
 TEST_F(ProcessRoute, OpensABareCodeOnGoogleMeet) {
@@ -58,7 +55,8 @@ TEST_F(ProcessRoute, OpensABareCodeOnGoogleMeet) {
     launch("abc-defg-hij");
     mac().runFor(5);
     EXPECT_TRUE(logged("[BROWSER] URL Meet: https://meet.google.com/abc-defg-hij"));
-    EXPECT_EQ(events("process-started").front().field("argument"), "--app=https://meet.google.com/abc-defg-hij");
+    EXPECT_EQ(events(ProcessEvent::started).front().field(Field::argument),
+              "--app=https://meet.google.com/abc-defg-hij");
 }
 
 TEST_F(ProcessRoute, CountsTheWindowsBeforeTheLaunch) {
@@ -86,8 +84,8 @@ TEST_F(ProcessRoute, WaitsTwoSecondsForTheProcessAndOneMoreBeforeTheFirstAttempt
     const double start = mac().now();
     launch();
     mac().runFor(10);
-    const auto process = events("process-started").front().field("pid");
-    EXPECT_NEAR(timesOf("process-started").front() - start, 0, 1e-6);
+    const auto process = events(ProcessEvent::started).front().field(Field::pid);
+    EXPECT_NEAR(timesOf(ProcessEvent::started).front() - start, 0, 1e-6);
     EXPECT_NEAR(timeOf("[BROWSER] Google Chrome PID (new): " + process) - start, 2, 1e-6);
     EXPECT_NEAR(timeOf("[FULLSCREEN] Tentativo 1/8...") - start, 3, 1e-6);
 }
@@ -97,7 +95,7 @@ TEST_F(ProcessRoute, TakesTheCandidateInTheHomeFolderWhereTheOtherDoesNotExist) 
     install(inHome.c_str(), virtualmac::chrome());
     launch();
     mac().runFor(1);
-    EXPECT_THAT(texts("process-started"), ElementsAre(inHome));
+    EXPECT_THAT(texts(ProcessEvent::started), ElementsAre(inHome));
 }
 
 TEST_F(ProcessRoute, TakesTheFirstCandidateThatExists) {
@@ -105,7 +103,7 @@ TEST_F(ProcessRoute, TakesTheFirstCandidateThatExists) {
     install((std::string("/Users/partecipante") + virtualmac::chromePath).c_str(), virtualmac::chrome());
     launch();
     mac().runFor(1);
-    EXPECT_THAT(texts("process-started"), ElementsAre(virtualmac::chromePath));
+    EXPECT_THAT(texts(ProcessEvent::started), ElementsAre(virtualmac::chromePath));
 }
 
 TEST_F(ProcessRoute, DoesNotSeeABrokenLink) {
@@ -127,7 +125,7 @@ TEST_F(ProcessRoute, KeepsTheBrowserThatRunsAlready) {
     EXPECT_EQ(launcher().browserApp()->processIdentifier(), before);
     EXPECT_TRUE(launcher().wasPreExisting());
     // The second one was started anyway.
-    EXPECT_THAT(events("process-started"), SizeIs(2));
+    EXPECT_THAT(events(ProcessEvent::started), SizeIs(2));
 }
 
 TEST_F(ProcessRoute, NamesChromeForAnEdgeThatRunsAlready) {
@@ -165,7 +163,7 @@ TEST_F(ProcessRoute, TakesTheProcessThatABrowserForksInto) {
     installChrome([](auto& chrome) { chrome.forks = {0.2, 0.3}; });
     launch();
     mac().runFor(2.5);
-    const auto started = events("process-started").front().field("pid");
+    const auto started = events(ProcessEvent::started).front().field(Field::pid);
     EXPECT_TRUE(launcher().browserPID().has_value());
     EXPECT_NE(pid(launcher().browserPID().value_or(0)), started);
     EXPECT_TRUE(logged("[BROWSER] Google Chrome PID (new): " + pid(launcher().browserPID().value_or(0))));
@@ -175,7 +173,7 @@ TEST_F(ProcessRoute, FallsBackOnTheStartedProcessWhenItHasEndedAtOnce) {
     installChrome([](auto& chrome) { chrome.exitsAfter = 0.1; });
     launch();
     mac().runFor(5);
-    const auto started = events("process-started").front().field("pid");
+    const auto started = events(ProcessEvent::started).front().field(Field::pid);
     EXPECT_TRUE(logged("[BROWSER] Google Chrome PID (fallback): " + started));
     EXPECT_EQ(pid(launcher().browserPID().value_or(0)), started);
     EXPECT_EQ(launcher().browserApp(), nullptr);
@@ -186,7 +184,7 @@ TEST_F(ProcessRoute, FallsBackOnAProcessWithoutABundle) {
     installChrome([](auto& chrome) { chrome.application.bundleIdentifier.reset(); });
     launch();
     mac().runFor(2.5);
-    const auto started = events("process-started").front().field("pid");
+    const auto started = events(ProcessEvent::started).front().field(Field::pid);
     EXPECT_TRUE(logged("[BROWSER] Google Chrome PID (fallback): " + started));
     ASSERT_NE(launcher().browserApp(), nullptr);
     EXPECT_EQ(pid(launcher().browserApp()->processIdentifier()), started);
@@ -200,7 +198,8 @@ TEST_F(ProcessRoute, TakesAZombieForGone) {
     launch();
     mac().runFor(5);
     EXPECT_EQ(launcher().browserApp(), nullptr);
-    EXPECT_TRUE(logged("[BROWSER] Google Chrome PID (fallback): " + events("process-started").front().field("pid")));
+    EXPECT_TRUE(
+        logged("[BROWSER] Google Chrome PID (fallback): " + events(ProcessEvent::started).front().field(Field::pid)));
 }
 
 struct Unusable {
@@ -221,7 +220,7 @@ TEST_P(UnusableExecutable, EndsTheLaunchWithAnErrorThoughItIsThere) {
     mac().runFor(30);
     ASSERT_THAT(lines("[BROWSER] ❌ Errore lancio: "), SizeIs(1));
     EXPECT_GT(lines("[BROWSER] ❌ Errore lancio: ").front().size(), std::string("[BROWSER] ❌ Errore lancio: ").size());
-    EXPECT_THAT(events("process-started"), IsEmpty());
+    EXPECT_THAT(events(ProcessEvent::started), IsEmpty());
     EXPECT_THAT(lines("[FULLSCREEN]"), IsEmpty());
     EXPECT_FALSE(called);
     EXPECT_EQ(launcher().browserPID(), std::nullopt);

@@ -45,8 +45,8 @@ TEST_F(Shutdown, EndsTheBrowserThatTheClientStarted) {
     close();
     EXPECT_THAT(lines("["), ElementsAre("[BROWSER] Kill Google Chrome"));
     EXPECT_FALSE(isRunning(process));
-    EXPECT_THAT(events("application-terminate"), SizeIs(1));
-    EXPECT_THAT(events("application-force-terminate"), IsEmpty());
+    EXPECT_THAT(events(ApplicationEvent::terminate), SizeIs(1));
+    EXPECT_THAT(events(ApplicationEvent::forceTerminate), IsEmpty());
     // The browser takes 0.3 seconds to end and is checked every 0.2.
     EXPECT_NEAR(mac().now() - start, 0.4, 1e-6);
     expectForgotten();
@@ -66,7 +66,7 @@ TEST_F(Shutdown, ForcesABrowserThatIgnoresTheRequestAfterTwoSeconds) {
     const auto process = launcher().browserPID().value_or(0);
     const double start = mac().now();
     close();
-    const auto forced = timesOf("application-force-terminate");
+    const auto forced = timesOf(ApplicationEvent::forceTerminate);
     ASSERT_THAT(forced, SizeIs(1));
     EXPECT_GE(forced.front() - start, 2.0 - 1e-6);
     EXPECT_LE(forced.front() - start, 2.2 + 1e-6);
@@ -100,9 +100,9 @@ TEST_F(Shutdown, WaitsTwoSecondsForABrowserItKnowsByItsNumberOnlyAndSignalsNobod
     close();
     EXPECT_NEAR(mac().now() - start, 2.0, 0.2 + 1e-6);
     EXPECT_GE(mac().now() - start, 2.0 - 1e-6);
-    EXPECT_THAT(events("application-terminate"), IsEmpty());
-    EXPECT_THAT(events("application-force-terminate"), IsEmpty());
-    EXPECT_THAT(events("signal"), IsEmpty());
+    EXPECT_THAT(events(ApplicationEvent::terminate), IsEmpty());
+    EXPECT_THAT(events(ApplicationEvent::forceTerminate), IsEmpty());
+    EXPECT_THAT(events(ProcessEvent::signal), IsEmpty());
     EXPECT_FALSE(mac().processes().find(process)->isTerminated());
     expectForgotten();
 }
@@ -117,8 +117,8 @@ TEST_F(Shutdown, WaitsForASafariItKnowsByItsWindowOnlyAndDoesNotAskItToEnd) {
     close();
     EXPECT_GE(mac().now() - start, 2.0 - 1e-6);
     EXPECT_LE(mac().now() - start, 2.2 + 1e-6);
-    EXPECT_THAT(events("application-terminate"), IsEmpty());
-    EXPECT_THAT(events("application-force-terminate"), IsEmpty());
+    EXPECT_THAT(events(ApplicationEvent::terminate), IsEmpty());
+    EXPECT_THAT(events(ApplicationEvent::forceTerminate), IsEmpty());
     EXPECT_TRUE(isRunning(process));
     expectForgotten();
 }
@@ -144,9 +144,9 @@ TEST_F(Shutdown, ClosesEveryWindowOfABrowserThatRanBefore) {
                 ElementsAre("[BROWSER] Chiudo finestra lockdown (Google Chrome pre-existing, processo non killato)"));
     EXPECT_THAT(mac().desktop().windowsOf(process), IsEmpty());
     EXPECT_TRUE(isRunning(process));
-    EXPECT_THAT(events("application-terminate"), IsEmpty());
-    EXPECT_THAT(events("application-force-terminate"), IsEmpty());
-    EXPECT_THAT(events("signal"), IsEmpty());
+    EXPECT_THAT(events(ApplicationEvent::terminate), IsEmpty());
+    EXPECT_THAT(events(ApplicationEvent::forceTerminate), IsEmpty());
+    EXPECT_THAT(events(ProcessEvent::signal), IsEmpty());
     expectForgotten();
 }
 
@@ -174,11 +174,11 @@ TEST_F(Shutdown, TakesWindowsOutOfFullScreenFirstWithAPauseEach) {
     close();
     // Two windows in full screen, half a second each.
     EXPECT_NEAR(mac().now() - start, 1.0, 1e-6);
-    const auto left = events("accessibility-set");
+    const auto left = events(ElementEvent::set);
     ASSERT_THAT(left, SizeIs(2));
-    for (const auto& each : left) EXPECT_EQ(each.text + "=" + each.field("value"), "AXFullScreen=false");
+    for (const auto& each : left) EXPECT_EQ(each.text + "=" + each.field(Field::value), "AXFullScreen=false");
     EXPECT_NEAR(left[1].time - left[0].time, 0.5, 1e-6);
-    EXPECT_THAT(texts("accessibility-action"), ElementsAre("AXPress", "AXPress", "AXPress", "AXPress"));
+    EXPECT_THAT(texts(ElementEvent::action), ElementsAre("AXPress", "AXPress", "AXPress", "AXPress"));
     mac().runFor(2);
     EXPECT_THAT(mac().desktop().windowsOf(process), IsEmpty());
 }
@@ -189,7 +189,7 @@ TEST_F(Shutdown, ClosesAWindowThatStaysInFullScreenAfterTheSamePause) {
     const double start = mac().now();
     close();
     EXPECT_NEAR(mac().now() - start, 0.5, 1e-6);
-    EXPECT_THAT(texts("accessibility-action"), ElementsAre("AXPress", "AXPress"));
+    EXPECT_THAT(texts(ElementEvent::action), ElementsAre("AXPress", "AXPress"));
     mac().runFor(2);
     EXPECT_THAT(mac().desktop().windowsOf(process), IsEmpty());
 }
@@ -201,7 +201,7 @@ TEST_F(Shutdown, ClosesTheWindowsInTheirOrder) {
     ASSERT_THAT(listed, SizeIs(5));
     close();
     std::vector<std::string> pressed;
-    for (const auto& press : events("accessibility-action")) pressed.push_back(press.field("window"));
+    for (const auto& press : events(ElementEvent::action)) pressed.push_back(press.field(Field::window));
     EXPECT_EQ(pressed, listed);
 }
 
@@ -236,7 +236,7 @@ TEST_F(Shutdown, DoesNotPauseForAWindowWhoseFullScreenCannotBeRead) {
     const double start = mac().now();
     close();
     EXPECT_NEAR(mac().now() - start, 0, 1e-6);
-    EXPECT_THAT(events("accessibility-set"), IsEmpty());
+    EXPECT_THAT(events(ElementEvent::set), IsEmpty());
 }
 
 TEST_F(Shutdown, ForgetsABrowserWhoseWindowsCannotBeRead) {
@@ -350,7 +350,7 @@ TEST_F(BringingToFront, ActivatesTheBrowserAndNamesIt) {
     mac().onMain([this] { launcher().bringToFront(); });
     mac().runFor(1);
     EXPECT_THAT(logLines(), ElementsAre("[BROWSER] Google Chrome portato in primo piano"));
-    EXPECT_THAT(texts("application-activate"), ElementsAre("Google Chrome"));
+    EXPECT_THAT(texts(ApplicationEvent::activate), ElementsAre("Google Chrome"));
     EXPECT_THAT(activationOptions(), ElementsAre("2"));
     mac().onMain([this] {
         EXPECT_EQ(computer().frontmostApplication.frontmostApplication()->localizedName(), "Google Chrome");

@@ -37,11 +37,11 @@ TEST_F(WorkspaceRoute, OpensTheMeetingInSafariAndSaysSo) {
                             "[BROWSER] Nuova finestra #" + number + ": 'https://meet.example/abc' pid=" + process,
                             "[FULLSCREEN] Tentativo 1/8...", "[FULLSCREEN] ✅ Fullscreen attivato via AX",
                             "[MONITOR] Fullscreen confermato"));
-    const auto opened = events("application-opened");
+    const auto opened = events(ApplicationEvent::opened);
     ASSERT_THAT(opened, SizeIs(1));
     EXPECT_EQ(opened.front().text, meeting);
-    EXPECT_EQ(opened.front().field("application"), "file:///Applications/Safari.app");
-    EXPECT_EQ(opened.front().field("activates"), "yes");
+    EXPECT_EQ(opened.front().field(Field::application), "file:///Applications/Safari.app");
+    EXPECT_EQ(opened.front().field(Field::activates), "yes");
     EXPECT_EQ(launcher().browserPID(), safari());
     EXPECT_EQ(launcher().browserApp()->processIdentifier(), safari());
     EXPECT_FALSE(launcher().wasPreExisting());
@@ -50,7 +50,7 @@ TEST_F(WorkspaceRoute, OpensTheMeetingInSafariAndSaysSo) {
 TEST_F(WorkspaceRoute, OpensABareCodeOnGoogleMeet) {
     launch("abc-defg-hij");
     mac().runFor(20);
-    EXPECT_THAT(texts("application-opened"), ElementsAre("https://meet.google.com/abc-defg-hij"));
+    EXPECT_THAT(texts(ApplicationEvent::opened), ElementsAre("https://meet.google.com/abc-defg-hij"));
 }
 
 TEST_F(WorkspaceRoute, WaitsThreeSecondsAfterTheWindowThenActivatesThenHalfASecond) {
@@ -60,7 +60,7 @@ TEST_F(WorkspaceRoute, WaitsThreeSecondsAfterTheWindowThenActivatesThenHalfASeco
     mac().runFor(20);
     // The third look, at 1.2 seconds, finds it.
     EXPECT_NEAR(timeOf(windowLine()) - start, 1.2, 1e-6);
-    const auto activations = timesOf("application-activate");
+    const auto activations = timesOf(ApplicationEvent::activate);
     ASSERT_THAT(activations, SizeIs(1));
     EXPECT_NEAR(activations.front() - start, 4.2, 1e-6);
     EXPECT_THAT(activationOptions(), ElementsAre("0"));
@@ -142,7 +142,7 @@ TEST_F(WorkspaceRoute, TakesAnAnswerThatComesAfterTheDiscovery) {
     mac().runFor(30);
     EXPECT_TRUE(logged("[BROWSER] Safari PID: " + std::to_string(safari())));
     // There was nothing to activate after the pause: the window's process was known, but not its application.
-    EXPECT_THAT(events("application-activate"), IsEmpty());
+    EXPECT_THAT(events(ApplicationEvent::activate), IsEmpty());
     EXPECT_TRUE(launcher().isConfirmedFullscreen());
 }
 
@@ -195,7 +195,7 @@ TEST_F(WorkspaceRoute, ReturnsSilentlyForAnAddressThatFormsNoURL) {
         launch(address);
         mac().runFor(30);
         EXPECT_EQ(logLines().back(), "[BROWSER] Finestre prima: 0") << address;
-        EXPECT_THAT(events("application-opened"), IsEmpty()) << address;
+        EXPECT_THAT(events(ApplicationEvent::opened), IsEmpty()) << address;
         EXPECT_EQ(launcher().browserPID(), std::nullopt) << address;
         EXPECT_FALSE(called) << address;
     }
@@ -210,7 +210,7 @@ TEST_F(WorkspaceRoute, ReturnsSilentlyWhenSafarisAddressFormsNoURL) {
     launch();
     mac().runFor(30);
     EXPECT_EQ(logLines().back(), "[BROWSER] Finestre prima: 0");
-    EXPECT_THAT(events("application-opened"), IsEmpty());
+    EXPECT_THAT(events(ApplicationEvent::opened), IsEmpty());
     EXPECT_FALSE(called);
 }
 
@@ -223,9 +223,9 @@ TEST_F(WorkspaceRoute, OpensSafariForFirefoxAndLooksForAWindowOfFirefox) {
     mac().applications().openWindow(other, {});
     mac().runFor(20);
     EXPECT_TRUE(logged("[BROWSER] Browser selezionato: Firefox"));
-    EXPECT_EQ(events("application-opened").at(0).field("application"), "file:///Applications/Safari.app");
+    EXPECT_EQ(events(ApplicationEvent::opened).at(0).field(Field::application), "file:///Applications/Safari.app");
     EXPECT_EQ(launcher().detectedBrowser(), SupportedBrowser::firefox);
-    EXPECT_THAT(events("process-started"), IsEmpty());
+    EXPECT_THAT(events(ProcessEvent::started), IsEmpty());
     EXPECT_TRUE(logged("[BROWSER] ⚠ Finestra non trovata entro timeout"));
 }
 
@@ -305,7 +305,7 @@ TEST_F(WorkspaceRoute, LeavesAConfirmationThatCameBeforeItsFirstAttempt) {
     attempt();
     ASSERT_TRUE(launcher().isConfirmedFullscreen());
     mac().runFor(3);
-    EXPECT_THAT(events("application-activate"), SizeIs(1));
+    EXPECT_THAT(events(ApplicationEvent::activate), SizeIs(1));
     EXPECT_EQ(lines("[FULLSCREEN] Tentativo"), std::vector<std::string>{"[FULLSCREEN] Tentativo 1/8..."});
     EXPECT_TRUE(launcher().isConfirmedFullscreen());
     EXPECT_EQ(launcher().fullscreenRetryCount(), 1);

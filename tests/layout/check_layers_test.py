@@ -28,6 +28,7 @@ MISTAKES = {
     "src/platform/linux/ui/R.cpp": ['#include "platform/linux/LinuxComputer.h"', "the folder ui must not know platform/linux/LinuxComputer.h"],
     "src/platform/virtual/world/S.h": ['#include "platform/virtual/desktop/VirtualScreens.h"', "the folder world must not know"],
     "src/platform/macos/bridge/T.mm": ['#import "platform/macos/ui/MacWindow.h"', "the folder bridge must not know"],
+    "src/platform/virtual/journal/V.h": ['#include "platform/virtual/scheduler/Moment.h"', "the folder journal must not know"],
     "src/platform/linux/novelty/U.cpp": ["", "does not know the folder novelty"],
 }
 ALLOWED = {
@@ -40,6 +41,7 @@ ALLOWED = {
     "src/platform/ui/Allowed.h": '#include "platform/threads/Block.h"\n#include <functional>',
     "src/platform/linux/Allowed.cpp": '#include "platform/threads/Clock.h"\n#include "platform/linux/ui/LinuxWindow.h"\n#include <QWidget>',
     "src/platform/linux/ui/Allowed.cpp": '#include "platform/linux/x11/X11Windows.h"\n#include "platform/portable/ICUText.h"',
+    "src/platform/virtual/scheduler/Allowed.h": '#include "platform/virtual/journal/Journal.h"',
     "src/platform/linux/keyboard/guard/Allowed.cpp": '#include "platform/linux/x11/X11Connection.h"',
 }
 

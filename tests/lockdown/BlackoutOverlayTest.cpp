@@ -236,12 +236,10 @@ TEST_F(BlackoutOverlay, IsTakenFromTheScreenBeforeItIsClosed) {
     activate();
     change({builtIn, above});
     deactivate();
-    std::vector<std::string> order;
-    for (const auto& event : events()) {
-        if (event.kind.starts_with("overlay-")) order.push_back(event.kind);
-    }
-    EXPECT_THAT(order, ElementsAre("overlay-shown", "overlay-hidden", "overlay-closed", "overlay-shown",
-                                   "overlay-hidden", "overlay-closed"));
+    std::vector<EventKind> order;
+    for (const auto& event : events<OverlayEvent>()) order.push_back(event.kind);
+    EXPECT_THAT(order, ElementsAre(OverlayEvent::shown, OverlayEvent::hidden, OverlayEvent::closed, OverlayEvent::shown,
+                                   OverlayEvent::hidden, OverlayEvent::closed));
 }
 
 TEST_F(BlackoutOverlay, FollowsADisplayThatIsPluggedIn) {

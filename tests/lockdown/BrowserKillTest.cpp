@@ -45,8 +45,8 @@ TEST_F(BrowserKillTest, ForcesTheBrowserToEnd) {
     openChrome();
     kill();
     EXPECT_THAT(lines("[MONITOR]"), ElementsAre(line("✅ OK"), confirmed()));
-    EXPECT_THAT(texts("application-force-terminate"), ElementsAre("Google Chrome"));
-    EXPECT_THAT(texts("signal"), IsEmpty());
+    EXPECT_THAT(texts(ApplicationEvent::forceTerminate), ElementsAre("Google Chrome"));
+    EXPECT_THAT(texts(ProcessEvent::signal), IsEmpty());
     EXPECT_FALSE(isRunning(process()));
     EXPECT_LT(duration(), 0.5);
 }
@@ -55,7 +55,7 @@ TEST_F(BrowserKillTest, SendsASignalWhenThatFails) {
     openChrome([](auto& chrome) { chrome.application.refusesForceTerminate = true; });
     kill();
     EXPECT_THAT(lines("[MONITOR]"), ElementsAre(line("⚠️ forceTerminate fallito, fallback SIGKILL"), confirmed()));
-    EXPECT_THAT(texts("signal"), ElementsAre("9"));
+    EXPECT_THAT(texts(ProcessEvent::signal), ElementsAre("9"));
     EXPECT_FALSE(isRunning(process()));
 }
 
@@ -66,7 +66,7 @@ TEST_F(BrowserKillTest, SendsASignalToAProcessThatIsNoApplication) {
     kill();
     EXPECT_THAT(lines("[MONITOR]"),
                 ElementsAre(line("NSRunningApplication non trovato, SIGKILL diretto"), confirmed()));
-    EXPECT_THAT(texts("signal"), ElementsAre("9"));
+    EXPECT_THAT(texts(ProcessEvent::signal), ElementsAre("9"));
 }
 
 TEST_F(BrowserKillTest, LooksEveryTenthOfASecondWhetherItHasEnded) {
@@ -85,7 +85,7 @@ TEST_F(BrowserKillTest, SaysSoEvenOfAProcessThatWithstandsItAll) {
     EXPECT_TRUE(isRunning(process()));
     EXPECT_NEAR(duration(), 1.5, 1e-6);
     // forceTerminate reported success, so nothing else is tried.
-    EXPECT_THAT(texts("signal"), IsEmpty());
+    EXPECT_THAT(texts(ProcessEvent::signal), IsEmpty());
 }
 
 TEST_F(BrowserKillTest, SaysSoOfAProcessThatOutlivesTheSignal) {

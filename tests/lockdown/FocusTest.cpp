@@ -29,10 +29,10 @@ TEST_F(Focus, OfAnotherApplicationIsAViolationAndTheBrowserComesBack) {
     runTicks(1);
     EXPECT_THAT(monitorLines(), ElementsAre("[MONITOR] Focus su Note — riporto Google Chrome in primo piano"));
     EXPECT_THAT(violations(), ElementsAre("Note"));
-    EXPECT_THAT(texts("application-activate"), ElementsAre("Google Chrome"));
+    EXPECT_THAT(texts(ApplicationEvent::activate), ElementsAre("Google Chrome"));
     runTicks(3);
     EXPECT_THAT(violations(), ElementsAre("Note"));
-    EXPECT_THAT(texts("application-frontmost"), testing::ElementsAre("Note", "Google Chrome"));
+    EXPECT_THAT(texts(ApplicationEvent::frontmost), testing::ElementsAre("Note", "Google Chrome"));
 }
 
 TEST_F(Focus, HeldOnToIsAViolationOnEveryTick) {
@@ -124,7 +124,7 @@ TEST_F(Focus, WithNobodyToTellComesBackAllTheSame) {
     bringForward("Note", "com.example.notes");
     runTicks(1);
     EXPECT_THAT(monitorLines(), ElementsAre("[MONITOR] Focus su Note — riporto Google Chrome in primo piano"));
-    EXPECT_THAT(texts("application-activate"), ElementsAre("Google Chrome"));
+    EXPECT_THAT(texts(ApplicationEvent::activate), ElementsAre("Google Chrome"));
 }
 
 TEST_F(Focus, OfAnotherBrowserIsAViolation) {
@@ -217,7 +217,7 @@ TEST_F(WrongWindow, OfTheBrowserInFrontIsPutRightWithoutAViolation) {
     runTicks(1);
     EXPECT_THAT(monitorLines(), ElementsAre(line));
     EXPECT_THAT(violations(), IsEmpty());
-    EXPECT_THAT(texts("application-activate"), ElementsAre("Google Chrome"));
+    EXPECT_THAT(texts(ApplicationEvent::activate), ElementsAre("Google Chrome"));
 }
 
 TEST_F(WrongWindow, ThatDoesNotTellItsStateIsWrong) {

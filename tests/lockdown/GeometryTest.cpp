@@ -71,11 +71,11 @@ TEST_F(Geometry, IsTriedToMakeFullScreenHalfASecondAfterTheRepair) {
     place({100, 100}, {1440, 900});
     runTicks(1);
     EXPECT_EQ(attempts(), 0u);
-    const double tick = events("accessibility-set").at(0).time;
+    const double tick = events(ElementEvent::set).at(0).time;
     mac().runFor(0.5);
     EXPECT_EQ(attempts(), 1u);
     double attempt = 0;
-    for (const auto& event : events("log")) {
+    for (const auto& event : events(ClientEvent::log)) {
         if (event.text.starts_with("[FULLSCREEN] Tentativo")) attempt = event.time;
     }
     EXPECT_NEAR(attempt - tick, 0.5, 1e-6);
@@ -84,7 +84,7 @@ TEST_F(Geometry, IsTriedToMakeFullScreenHalfASecondAfterTheRepair) {
 TEST_F(Geometry, ActivatesTheBrowserWithTheRepair) {
     place({100, 100}, {1440, 900});
     runTicks(1);
-    EXPECT_THAT(texts("application-activate"), ElementsAre("Google Chrome"));
+    EXPECT_THAT(texts(ApplicationEvent::activate), ElementsAre("Google Chrome"));
 }
 
 TEST_F(Geometry, ActivatesTheBrowserWithoutOptions) {
@@ -99,9 +99,9 @@ TEST_F(Geometry, IsToldThenRepairedThenActivated) {
     runTicks(1);
     std::vector<std::string> order;
     for (const auto& event : events()) {
-        if (event.kind == "log") order.push_back(event.text);
-        if (event.kind == "accessibility-set") order.push_back(event.text + "=" + event.field("value"));
-        if (event.kind == "application-activate") order.push_back("activate " + event.text);
+        if (event.kind == ClientEvent::log) order.push_back(event.text);
+        if (event.kind == ElementEvent::set) order.push_back(event.text + "=" + event.field(Field::value));
+        if (event.kind == ApplicationEvent::activate) order.push_back("activate " + event.text);
     }
     EXPECT_THAT(order, ElementsAre("[MONITOR] Finestra spostata pos:(100,100) — ripristino",
                                    "[MONITOR] Finestra ridimensionata (50%×50%) — ripristino", "AXPosition=0 0",
@@ -274,7 +274,7 @@ TEST_F(GeometryWithoutAnApplication, ActivatesNothingAndIsTriedToMakeFullScreenA
     place({100, 100}, {1440, 900});
     runTicks(1);
     EXPECT_THAT(writes(), ElementsAre("AXPosition=0 0", "AXSize=1440 900"));
-    EXPECT_THAT(texts("application-activate"), IsEmpty());
+    EXPECT_THAT(texts(ApplicationEvent::activate), IsEmpty());
     mac().runFor(0.5);
     EXPECT_EQ(attempts(), 1u);
 }

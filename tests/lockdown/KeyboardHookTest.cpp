@@ -111,8 +111,8 @@ TEST_F(KeyboardHook, SwallowsCommandShift4AsCmd4) {
     press("cmd+shift+4");
     EXPECT_THAT(logLines(), ElementsAre("[HOOK] Hook tastiera attivato", "[HOOK] 🚫 Bloccato: Cmd+4"));
     EXPECT_THAT(blocked(), ElementsAre("Cmd+4"));
-    EXPECT_THAT(texts("key-swallowed"), ElementsAre("cmd+shift+4"));
-    EXPECT_THAT(texts("key-delivered"), Not(Contains("cmd+shift+4")));
+    EXPECT_THAT(texts(KeyboardEvent::swallowed), ElementsAre("cmd+shift+4"));
+    EXPECT_THAT(texts(KeyboardEvent::delivered), Not(Contains("cmd+shift+4")));
 }
 
 TEST_F(KeyboardHook, LetsTheOthersThroughUnsaid) {
@@ -121,8 +121,8 @@ TEST_F(KeyboardHook, LetsTheOthersThroughUnsaid) {
     for (const char* key : {"cmd+0", "cmd+comma", "escape", "a", "f5", "alt+left", "ctrl+f", "shift+tab"}) press(key);
     EXPECT_THAT(logLines(), ElementsAre("[HOOK] Hook tastiera attivato"));
     EXPECT_THAT(blocked(), IsEmpty());
-    EXPECT_THAT(texts("key-swallowed"), IsEmpty());
-    EXPECT_THAT(texts("key-delivered"),
+    EXPECT_THAT(texts(KeyboardEvent::swallowed), IsEmpty());
+    EXPECT_THAT(texts(KeyboardEvent::delivered),
                 IsSupersetOf({"cmd+0", "cmd+comma", "escape", "a", "f5", "alt+left", "ctrl+f"}));
 }
 
@@ -138,7 +138,7 @@ TEST_F(KeyboardHook, WithNobodyToTellSwallowsAndLogsAllTheSame) {
     start();
     press("cmd+tab");
     EXPECT_THAT(logLines(), Contains("[HOOK] 🚫 Bloccato: Cmd+Tab"));
-    EXPECT_THAT(texts("key-swallowed"), ElementsAre("cmd+tab"));
+    EXPECT_THAT(texts(KeyboardEvent::swallowed), ElementsAre("cmd+tab"));
 }
 
 TEST_F(KeyboardHook, LogsASwallowedKeyBeforeItTells) {
@@ -153,7 +153,7 @@ TEST_F(KeyboardHook, ThatIsStoppedSwallowsNothing) {
     start();
     stop();
     press("cmd+q");
-    EXPECT_THAT(texts("key-swallowed"), IsEmpty());
+    EXPECT_THAT(texts(KeyboardEvent::swallowed), IsEmpty());
     EXPECT_THAT(blocked(), IsEmpty());
 }
 
@@ -173,10 +173,10 @@ TEST_F(KeyboardHook, ThatTheSystemHasDisabledStaysSo) {
     mac().postToMain([this] { computer().threads.sleep(3); });
     press("cmd+q");
     mac().runFor(5);
-    EXPECT_THAT(texts("tap-disabled"), ElementsAre("timeout"));
+    EXPECT_THAT(texts(KeyboardEvent::tapDisabled), ElementsAre("timeout"));
     EXPECT_TRUE(hook().isActive());
     press("cmd+q");
-    EXPECT_THAT(texts("key-swallowed"), IsEmpty());
+    EXPECT_THAT(texts(KeyboardEvent::swallowed), IsEmpty());
     EXPECT_THAT(logLines(), ElementsAre("[HOOK] Hook tastiera attivato"));
     EXPECT_EQ(mac().keyboard().enabledTaps(), 0u);
     stop();
@@ -189,8 +189,8 @@ TEST_F(KeyboardHook, WhosePermissionIsTakenAwayIsNotEnabledAgain) {
     press("cmd+q");
     mac().trust().setTrusted(true);
     press("cmd+q");
-    EXPECT_THAT(texts("tap-disabled"), ElementsAre("user input"));
-    EXPECT_THAT(texts("key-swallowed"), IsEmpty());
+    EXPECT_THAT(texts(KeyboardEvent::tapDisabled), ElementsAre("user input"));
+    EXPECT_THAT(texts(KeyboardEvent::swallowed), IsEmpty());
 }
 
 TEST_F(KeyboardHook, WorksWhileAnAlertIsUp) {

@@ -88,7 +88,7 @@ ProcessIdentifier MonitorTest::bringForward(const std::string& name, const std::
 
 std::vector<std::string> MonitorTest::writes() const {
     std::vector<std::string> all;
-    for (const auto& event : events("accessibility-set")) all.push_back(event.text + "=" + event.field("value"));
+    for (const auto& event : events(ElementEvent::set)) all.push_back(event.text + "=" + event.field(Field::value));
     return all;
 }
 

@@ -28,7 +28,7 @@ class SpaceChange : public MonitorTest {
         mac().windowList().withhold(virtualmac::WindowKey::isOnscreen);
         mac().spaces().swipe(Direction::left);
     }
-    double timeOfChange() { return events("space-changed").at(0).time; }
+    double timeOfChange() { return events(SystemEvent::spaceChanged).at(0).time; }
 };
 
 TEST_F(SpaceChange, AwayFromTheMeetingEndsTheSessionAndKillsTheBrowser) {

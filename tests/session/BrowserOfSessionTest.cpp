@@ -65,7 +65,7 @@ TEST_F(BrowserOfSessionTest, ThatRanBeforeGoesOnWithoutItsWindows) {
     EXPECT_THAT(logLines(),
                 Contains("[BROWSER] Chiudo finestra lockdown (Google Chrome pre-existing, processo non killato)"));
     EXPECT_THAT(logLines(), Contains("[SESSION] Browser terminato"));
-    EXPECT_THAT(events("signal"), IsEmpty());
+    EXPECT_THAT(events(ProcessEvent::signal), IsEmpty());
     expectNothingLeft();
 }
 
@@ -142,7 +142,7 @@ class EndDuringTheLaunch : public BrowserOfSessionTest {
         mac().runFor(30);
     }
     double timeOf(std::string_view line) const {
-        for (const auto& event : events("log")) {
+        for (const auto& event : events(ClientEvent::log)) {
             if (event.text == line) return event.time;
         }
         return -1;
@@ -157,8 +157,8 @@ class EndDuringTheLaunch : public BrowserOfSessionTest {
         EXPECT_TRUE(isClosable());
         EXPECT_THAT(logLines(), Not(Contains("✅ Step 1/4: Fullscreen completato")));
         EXPECT_THAT(lines("[FULLSCREEN]"), IsEmpty());
-        EXPECT_THAT(events("status-item-installed"), IsEmpty());
-        EXPECT_THAT(events("application-activate"), IsEmpty());
+        EXPECT_THAT(events(StatusItemEvent::installed), IsEmpty());
+        EXPECT_THAT(events(ApplicationEvent::activate), IsEmpty());
         expectNothingLeft();
     }
     void TearDown() override {
@@ -193,7 +193,7 @@ TEST_F(EndDuringTheLaunch, EndsABrowserWhoseProcessIsKnown) {
     keepMainBusyAt(2.95);
     EXPECT_EQ(chrome(), 0);
     EXPECT_THAT(lines("[BROWSER]"), IsEmpty());
-    EXPECT_THAT(events("process-started"), IsEmpty());
+    EXPECT_THAT(events(ProcessEvent::started), IsEmpty());
     expectNothingBroughtBack();
 }
 
@@ -218,8 +218,8 @@ TEST_F(EndDuringTheLaunch, LeavesSafariItsWindowThatIsStillLookedFor) {
     EXPECT_THAT(lines("[BROWSER]"), ElementsAre("[BROWSER] Safari PID: " + std::to_string(process),
                                                 "[BROWSER] Nuova finestra #" + std::to_string(windows.front().number) +
                                                     ": 'https://meet.example/abc' pid=" + std::to_string(process)));
-    EXPECT_THAT(events("accessibility-action"), IsEmpty());
-    EXPECT_THAT(events("application-terminate"), IsEmpty());
+    EXPECT_THAT(events(ElementEvent::action), IsEmpty());
+    EXPECT_THAT(events(ApplicationEvent::terminate), IsEmpty());
     expectNothingBroughtBack();
 }
 
@@ -231,10 +231,10 @@ TEST_F(BrowserOfSessionTest, IsStartedOnceByTwoPressesUnderThePermissionPrompt) 
     ASSERT_EQ(mac().capture().prompts(), 1u);
     participant().press("joinButton");
     mac().runFor(3);
-    EXPECT_THAT(events("process-started"), IsEmpty());
+    EXPECT_THAT(events(ProcessEvent::started), IsEmpty());
     participant().answerPermissionPrompt(true);
     mac().runFor(10);
-    EXPECT_THAT(events("process-started"), SizeIs(1));
+    EXPECT_THAT(events(ProcessEvent::started), SizeIs(1));
     const auto lines = logLines();
     EXPECT_EQ(std::count(lines.begin(), lines.end(), "🔒 Step 1/4: Fullscreen browser..."), 2);
     EXPECT_EQ(std::count(lines.begin(), lines.end(), "[BROWSER] Reset stato per nuova sessione"), 1);

@@ -8,6 +8,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::Pair;
 using virtualmac::NetworkAnswer;
 
 class EndOfSessionTest : public ClientTest {
@@ -49,7 +50,7 @@ TEST_F(EndOfSessionTest, RunsInItsOrderWhenTheParticipantEndsIt) {
     EXPECT_EQ(screen(), "endView");
     EXPECT_EQ(text("endMessageLabel"), "Sessione terminata dall'utente");
     EXPECT_TRUE(isClosable());
-    EXPECT_THAT(texts("activate"), testing::SizeIs(1));
+    EXPECT_THAT(texts(ClientEvent::activate), testing::SizeIs(1));
     expectNothingLeft();
 }
 
@@ -60,15 +61,18 @@ TEST_F(EndOfSessionTest, TakesTheStatusItemAwayBeforeTheWindowComesBack) {
     forgetEvents();
     participant().answerAlert("Termina");
     mac().runFor(10);
-    std::vector<std::string> order;
+    std::vector<std::pair<EventKind, std::string>> order;
     for (const auto& event : events()) {
-        if (event.kind == "status-item-removed" || event.kind == "window-style" || event.kind == "window-shown" ||
-            event.kind == "activate" || event.kind == "text" || event.kind.starts_with("view-")) {
-            order.push_back(event.kind + " " + event.text);
+        if (event.kind == StatusItemEvent::removed || event.kind == WindowEvent::style ||
+            event.kind == WindowEvent::shown || event.kind == ClientEvent::activate ||
+            event.kind == ControlEvent::text || event.kind.isA<ViewEvent>()) {
+            order.emplace_back(event.kind, event.text);
         }
     }
-    EXPECT_THAT(order, ElementsAre("status-item-removed 🔒 Vantrel", "window-style Vantrel", "window-shown Vantrel",
-                                   "activate ", "text endMessageLabel", "view-hidden joinView", "view-shown endView"));
+    EXPECT_THAT(order, ElementsAre(Pair(StatusItemEvent::removed, "🔒 Vantrel"), Pair(WindowEvent::style, "Vantrel"),
+                                   Pair(WindowEvent::shown, "Vantrel"), Pair(ClientEvent::activate, ""),
+                                   Pair(ControlEvent::text, "endMessageLabel"), Pair(ViewEvent::hidden, "joinView"),
+                                   Pair(ViewEvent::shown, "endView")));
 }
 
 TEST_F(EndOfSessionTest, ComesWithTheServersWord) {

@@ -47,16 +47,18 @@ TEST_F(LockdownTest, HidesTheWindowAfterTheFirstHeartbeat) {
     launch();
     forgetEvents();
     enterLockdown();
-    std::vector<std::string> order;
+    std::vector<EventKind> order;
     for (const auto& event : events()) {
-        if (event.kind == "request" && event.text.ends_with("/api/heartbeat")) order.push_back("heartbeat");
-        if (event.kind == "status-item-installed" || event.kind == "window-hidden" || event.kind == "window-style") {
+        const bool isHeartbeat = event.kind == NetworkEvent::request && event.text.ends_with("/api/heartbeat");
+        if (isHeartbeat || event.kind == StatusItemEvent::installed || event.kind == WindowEvent::hidden ||
+            event.kind == WindowEvent::style) {
             order.push_back(event.kind);
         }
     }
     ASSERT_GE(order.size(), 4u);
-    order.resize(4);
-    EXPECT_THAT(order, ElementsAre("window-style", "status-item-installed", "heartbeat", "window-hidden"));
+    order.erase(order.begin() + 4, order.end());
+    EXPECT_THAT(
+        order, ElementsAre(WindowEvent::style, StatusItemEvent::installed, NetworkEvent::request, WindowEvent::hidden));
     EXPECT_FALSE(isClosable());
 }
 

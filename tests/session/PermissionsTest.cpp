@@ -45,7 +45,7 @@ TEST_F(AccessibilityTest, RefusesQuittingWhileItsAlertIsUp) {
     participant().logOut();
     mac().runFor(1);
     EXPECT_TRUE(mac().isRunning());
-    EXPECT_THAT(texts("terminate-refused"), testing::SizeIs(1));
+    EXPECT_THAT(texts(ClientEvent::terminateRefused), testing::SizeIs(1));
 }
 
 TEST_F(AccessibilityTest, OpensThePaneWhenAsked) {
@@ -95,7 +95,7 @@ TEST_F(CaptureTest, AsksForTheMicrophoneFirstAndGoesOnWhenBothAreDecided) {
     launch();
     join();
     mac().runFor(60);
-    EXPECT_THAT(texts("permission-requested"), ElementsAre("microphone", "camera"));
+    EXPECT_THAT(texts(PermissionEvent::requested), ElementsAre("microphone", "camera"));
     EXPECT_THAT(logLines(), Not(Contains("✅ Step 1/4: Fullscreen completato")));
     participant().answerPermissionPrompt(true);
     mac().runFor(60);
@@ -124,7 +124,7 @@ TEST_F(CaptureTest, LogsTheStatusOfWhatWasDecidedBefore) {
     enterLockdown();
     EXPECT_THAT(logLines(), Contains("[TCC] Microfono: stato già definito (1)"));
     EXPECT_THAT(logLines(), Contains("[TCC] Camera: stato già definito (2)"));
-    EXPECT_THAT(texts("permission-requested"), IsEmpty());
+    EXPECT_THAT(texts(PermissionEvent::requested), IsEmpty());
 }
 
 }  // namespace

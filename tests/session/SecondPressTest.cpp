@@ -76,7 +76,7 @@ class SecondPressTest : public ClientTest {
         return std::count(lines.begin(), lines.end(), line);
     }
     double timeOf(std::string_view line) const {
-        for (const auto& event : events("log")) {
+        for (const auto& event : events(ClientEvent::log)) {
             if (event.text == line) return event.time;
         }
         ADD_FAILURE() << "not logged: " << line;
@@ -113,7 +113,7 @@ class SecondPressTest : public ClientTest {
         forgetEvents();
         participant().pressKey(*virtualmac::KeyStroke::parse("cmd+tab"));
         mac().runFor(0);
-        EXPECT_THAT(texts("key-swallowed"), ElementsAre("cmd+tab"));
+        EXPECT_THAT(texts(KeyboardEvent::swallowed), ElementsAre("cmd+tab"));
         EXPECT_THAT(logLines(), ElementsAre("[HOOK] 🚫 Bloccato: Cmd+Tab"));
     }
 };
@@ -144,7 +144,7 @@ TEST_F(SecondPressTest, UnderThePromptOpensOneBrowser) {
     pressTwiceUnderThePrompt();
     participant().answerPermissionPrompt(true);
     mac().runFor(10);
-    EXPECT_THAT(events("process-started"), SizeIs(1));
+    EXPECT_THAT(events(ProcessEvent::started), SizeIs(1));
     EXPECT_EQ(count("[BROWSER] Reset stato per nuova sessione"), 1);
 }
 
@@ -281,7 +281,7 @@ TEST_F(SecondPressTest, ThatWaitsForAPromptIsNoStepOfTheNextLockdown) {
     EXPECT_EQ(screen(), "joinView");
     mac().runFor(0.2);
     EXPECT_EQ(count(fullscreenDone), 1);
-    EXPECT_THAT(events("process-started"), SizeIs(1));
+    EXPECT_THAT(events(ProcessEvent::started), SizeIs(1));
     mac().runFor(5);
     EXPECT_EQ(count(fullscreenDone), 1);
     expectOneLockdown();
@@ -294,7 +294,7 @@ TEST_F(SecondPressTest, WhoseBrowserIsLaunchedIsNoStepOfTheNextLockdown) {
     mac().runFor(1);
     join("ALTRA");
     mac().runFor(5.1);
-    ASSERT_THAT(events("process-started"), SizeIs(2));
+    ASSERT_THAT(events(ProcessEvent::started), SizeIs(2));
     participant().openStatusMenu();
     participant().chooseMenuItem("Termina sessione");
     mac().runFor(0.1);

@@ -95,7 +95,7 @@ TEST_F(WholeLockdown, ReportsATakenFocusToTheServer) {
     mac().runFor(16);
     EXPECT_THAT(bodies("/api/heartbeat").back(), HasSubstr(R"("type":"FOCUS_VIOLATION")"));
     EXPECT_THAT(bodies("/api/heartbeat").back(), HasSubstr("Note"));
-    EXPECT_EQ(texts("application-frontmost").back(), "Google Chrome");
+    EXPECT_EQ(texts(ApplicationEvent::frontmost).back(), "Google Chrome");
 }
 
 TEST_F(WholeLockdown, EndsWithTheBrowsersWindow) {
@@ -177,7 +177,7 @@ TEST_F(WholeLockdown, LeavesTheKeysAloneAfterItsEnd) {
     forgetEvents();
     press("cmd+tab");
     mac().runFor(1);
-    EXPECT_THAT(texts("key-swallowed"), IsEmpty());
+    EXPECT_THAT(texts(KeyboardEvent::swallowed), IsEmpty());
 }
 
 TEST_F(WholeLockdown, WithTheStatusMenuLeftOpenForAMinuteWatchesOnAfterwards) {
@@ -197,7 +197,7 @@ TEST_F(WholeLockdown, SwallowsKeysWhileTheStatusMenuIsOpen) {
     mac().runFor(5);
     press("cmd+tab");
     mac().runFor(1);
-    EXPECT_THAT(texts("key-swallowed"), ElementsAre("cmd+tab"));
+    EXPECT_THAT(texts(KeyboardEvent::swallowed), ElementsAre("cmd+tab"));
     participant().closeMenu();
 }
 
@@ -241,7 +241,7 @@ class TwoCauses : public WholeLockdown {
         launch();
         join();
         mac().runFor(10);
-        const auto requests = events("request");
+        const auto requests = events(NetworkEvent::request);
         const auto first = std::find_if(requests.begin(), requests.end(),
                                         [](const auto& request) { return request.text.ends_with("/api/heartbeat"); });
         ASSERT_NE(first, requests.end());

@@ -24,8 +24,17 @@ TEST_F(AlertsTest, ReturnsTheIndexOfTheButtonThatWasPressed) {
     show("Uno", {"Sì", "No"});
     participant().answerAlert("No");
     mac().runFor(0);
-    EXPECT_EQ((Lines{"alert-shown Uno; style=critical; information=Perché; button=Sì; button=No",
-                     "participant answer No", "alert-answered No; message=Uno", "log Uno 1"}),
+    EXPECT_EQ((Happenings{
+                  {AlertEvent::shown,
+                   "Uno",
+                   {{Field::style, "critical"},
+                    {Field::information, "Perché"},
+                    {Field::button, "Sì"},
+                    {Field::button, "No"}}},
+                  {Deed::answerAlert, "No"},
+                  {AlertEvent::answered, "No", {{Field::message, "Uno"}}},
+                  {ClientEvent::log, "Uno 1"},
+              }),
               transcript());
 }
 
@@ -41,7 +50,7 @@ TEST_F(AlertsTest, AnswersTheOneInFront) {
     show("Due", {"A", "C"});
     participant().answerAlert("B");
     mac().runFor(0);
-    EXPECT_EQ("the alert has no such button", events("participant").at(0).field("ignored"));
+    EXPECT_EQ("the alert has no such button", events<Deed>().at(0).field(Field::ignored));
     participant().answerAlert("A");
     mac().runFor(0);
     EXPECT_EQ(Lines{"Due 0"}, logLines());
@@ -50,7 +59,7 @@ TEST_F(AlertsTest, AnswersTheOneInFront) {
     EXPECT_EQ((Lines{"Due 0", "Uno 1"}), logLines());
     participant().answerAlert("A");
     mac().runFor(0);
-    EXPECT_EQ("no alert is up", events("participant").back().field("ignored"));
+    EXPECT_EQ("no alert is up", events<Deed>().back().field(Field::ignored));
 }
 
 TEST_F(AlertsTest, KeepsTheParticipantFromEverythingElse) {
@@ -63,7 +72,7 @@ TEST_F(AlertsTest, KeepsTheParticipantFromEverythingElse) {
         deed();
         mac().runFor(0);
         ASSERT_EQ(1U, events().size());
-        EXPECT_EQ("an alert is up", events().front().field("ignored"));
+        EXPECT_EQ("an alert is up", events().front().field(Field::ignored));
     }
 }
 

@@ -58,7 +58,12 @@ class ApplicationTest : public MacTest {
 
 TEST_F(ApplicationTest, TellsTheDelegateThatLaunchingHasFinished) {
     launch(TerminateReply::now);
-    EXPECT_EQ((Lines{"activation-policy 0", "main-menu ,Edit", "log launched"}), transcript());
+    EXPECT_EQ((Happenings{
+                  {ClientEvent::activationPolicy, "0"},
+                  {ClientEvent::mainMenu, ",Edit"},
+                  {ClientEvent::log, "launched"},
+              }),
+              transcript());
     EXPECT_TRUE(mac().isRunning());
     EXPECT_FALSE(returned);
 }
@@ -68,7 +73,13 @@ TEST_F(ApplicationTest, EndsWhenTheDelegateAnswersNow) {
     forgetEvents();
     participant().pressCommand("q");
     mac().runFor(1);
-    EXPECT_EQ((Lines{"participant command q", "terminate-asked", "log asked", "terminated"}), transcript());
+    EXPECT_EQ((Happenings{
+                  {Deed::pressCommand, "q"},
+                  {ClientEvent::terminateAsked},
+                  {ClientEvent::log, "asked"},
+                  {ClientEvent::terminated},
+              }),
+              transcript());
     EXPECT_TRUE(returned);
     EXPECT_FALSE(mac().isRunning());
 }
@@ -78,7 +89,13 @@ TEST_F(ApplicationTest, GoesOnWhenTheDelegateRefuses) {
     forgetEvents();
     participant().logOut();
     mac().runFor(1);
-    EXPECT_EQ((Lines{"participant log-out", "terminate-asked", "log asked", "terminate-refused"}), transcript());
+    EXPECT_EQ((Happenings{
+                  {Deed::logOut},
+                  {ClientEvent::terminateAsked},
+                  {ClientEvent::log, "asked"},
+                  {ClientEvent::terminateRefused},
+              }),
+              transcript());
     EXPECT_TRUE(mac().isRunning());
 }
 
@@ -104,7 +121,7 @@ TEST_F(ApplicationTest, IsNotHeardOfOnceItHasEnded) {
     mac().runFor(0);
     forgetEvents();
     mac().runFor(10);
-    EXPECT_EQ(Lines{}, transcript());
+    EXPECT_EQ(Happenings{}, transcript());
     mac().drain();
     EXPECT_EQ(Leftovers{}, mac().leftovers());
 }
@@ -168,8 +185,15 @@ TEST_F(ApplicationTest, RunsAMainMenusItemAfterTrackingHasEnded) {
     mac().runFor(0);
     participant().chooseMenuItem("Undo");
     mac().runFor(0.1);
-    EXPECT_EQ((Lines{"participant open-menu Edit", "menu-opened Edit", "log block", "participant choose Undo",
-                     "menu-closed Edit; chosen=Undo", "log undo", "log tick"}),
+    EXPECT_EQ((Happenings{
+                  {Deed::openMenu, "Edit"},
+                  {MenuEvent::opened, "Edit"},
+                  {ClientEvent::log, "block"},
+                  {Deed::chooseMenuItem, "Undo"},
+                  {MenuEvent::closed, "Edit", {{Field::chosen, "Undo"}}},
+                  {ClientEvent::log, "undo"},
+                  {ClientEvent::log, "tick"},
+              }),
               transcript());
     mac().onMain([&] { timer.reset(); });
 }
@@ -179,8 +203,8 @@ TEST_F(ApplicationTest, IgnoresKeysThatNobodyAnswers) {
     participant().pressCommand("Q");
     participant().pressCommand("z");
     mac().runFor(0);
-    EXPECT_EQ("no menu item answers", events("participant").at(0).field("ignored"));
-    EXPECT_EQ("only a text field would answer", events("participant").at(1).field("ignored"));
+    EXPECT_EQ("no menu item answers", events<Deed>().at(0).field(Field::ignored));
+    EXPECT_EQ("only a text field would answer", events<Deed>().at(1).field(Field::ignored));
 }
 
 TEST_F(ApplicationTest, RefusesToBeTouchedOffTheMainThread) {

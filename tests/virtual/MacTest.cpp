@@ -1,19 +1,9 @@
 #include "tests/virtual/MacTest.h"
 
 #include <cstdlib>
+#include <string_view>
 
 namespace vantrel::virtualmac {
-
-namespace {
-
-std::string line(const Event& event) {
-    std::string text = event.kind;
-    if (!event.text.empty()) text += " " + event.text;
-    for (const auto& [name, value] : event.fields) text += "; " + name + "=" + value;
-    return text;
-}
-
-}  // namespace
 
 bool isFreeRunning() {
     const char* value = std::getenv("VANTREL_FREE_RUNNING");
@@ -56,24 +46,21 @@ std::vector<Event> MacTest::events() const {
     return events_;
 }
 
-std::vector<Event> MacTest::events(std::string_view kind) const {
-    std::vector<Event> found;
-    for (auto& event : events()) {
-        if (event.kind == kind) found.push_back(std::move(event));
-    }
+std::vector<Event> MacTest::events(const EventKind& kind) const {
+    std::vector<Event> found = events();
+    std::erase_if(found, [&kind](const Event& event) { return event.kind != kind; });
     return found;
 }
 
-std::vector<std::string> MacTest::texts(std::string_view kind) const {
+std::vector<std::string> MacTest::texts(const EventKind& kind) const {
     std::vector<std::string> found;
     for (auto& event : events(kind)) found.push_back(std::move(event.text));
     return found;
 }
 
-std::vector<std::string> MacTest::transcript() const {
-    std::vector<std::string> lines;
-    for (const auto& event : events()) lines.push_back(line(event));
-    return lines;
+Happenings MacTest::transcript() const {
+    const auto all = events();
+    return {all.begin(), all.end()};
 }
 
 void MacTest::forgetEvents() {

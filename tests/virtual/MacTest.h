@@ -5,11 +5,11 @@
 #include <memory>
 #include <mutex>
 #include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "platform/virtual/VirtualMac.h"
+#include "tests/virtual/EventPrinting.h"
 
 namespace vantrel::virtualmac {
 
@@ -25,6 +25,23 @@ bool isFreeRunning();
 /// What lives on the main thread is made there and dies there: see makeOnMain.
 class MacTest : public testing::Test {
   protected:
+    // For the tests of the rules, which are in another namespace.
+    using ApplicationEvent = virtualmac::ApplicationEvent;
+    using ClientEvent = virtualmac::ClientEvent;
+    using ControlEvent = virtualmac::ControlEvent;
+    using ElementEvent = virtualmac::ElementEvent;
+    using EventKind = virtualmac::EventKind;
+    using Field = virtualmac::Field;
+    using KeyboardEvent = virtualmac::KeyboardEvent;
+    using NetworkEvent = virtualmac::NetworkEvent;
+    using OverlayEvent = virtualmac::OverlayEvent;
+    using PermissionEvent = virtualmac::PermissionEvent;
+    using ProcessEvent = virtualmac::ProcessEvent;
+    using StatusItemEvent = virtualmac::StatusItemEvent;
+    using SystemEvent = virtualmac::SystemEvent;
+    using ViewEvent = virtualmac::ViewEvent;
+    using WindowEvent = virtualmac::WindowEvent;
+
     MacTest() : MacTest(optionsFromEnvironment()) {}
     explicit MacTest(Options options);
     ~MacTest() override;
@@ -41,12 +58,19 @@ class MacTest : public testing::Test {
 
     /// Everything that has happened, in order.
     std::vector<Event> events() const;
-    std::vector<Event> events(std::string_view kind) const;
+    std::vector<Event> events(const EventKind& kind) const;
+    /// The events of a family: events<Deed>().
+    template <class Family>
+    std::vector<Event> events() const {
+        std::vector<Event> found = events();
+        std::erase_if(found, [](const Event& event) { return !event.kind.isA<Family>(); });
+        return found;
+    }
     /// The texts of the events of that kind.
-    std::vector<std::string> texts(std::string_view kind) const;
-    std::vector<std::string> logLines() const { return texts("log"); }
-    /// One line an event: "kind text; name=value; name=value", trailing blanks dropped; without the times.
-    std::vector<std::string> transcript() const;
+    std::vector<std::string> texts(const EventKind& kind) const;
+    std::vector<std::string> logLines() const { return texts(ClientEvent::log); }
+    /// Everything that has happened, in order, without the times.
+    Happenings transcript() const;
     void forgetEvents();
 
     /// From now on misuse does not fail the test; expectedMisuse() hands out all there was, for the test to compare.

@@ -39,7 +39,11 @@ TEST_F(NetworkTest, DeliversTheHandlersAnswerAfterItsLatency) {
     EXPECT_EQ(1U, mac().leftovers().requests);
     EXPECT_EQ(Lines{}, logLines());
     mac().runFor(0.1);
-    EXPECT_EQ((Lines{"request GET http://h/x", "reply http://h/x; status=201; body=body", "log reply 201 body"}),
+    EXPECT_EQ((Happenings{
+                  {NetworkEvent::request, "GET http://h/x"},
+                  {NetworkEvent::reply, "http://h/x", {{Field::status, "201"}, {Field::body, "body"}}},
+                  {ClientEvent::log, "reply 201 body"},
+              }),
               transcript());
     EXPECT_EQ(0U, mac().leftovers().requests);
     EXPECT_EQ(1U, mac().network().sent().size());
@@ -99,10 +103,14 @@ TEST_F(NetworkTest, FollowsRedirectsHopByHop) {
     mac().runUntilIdle();
     EXPECT_EQ(3.0, mac().now());
     EXPECT_EQ((Lines{"POST http://h/one {}", "GET http://h/two -", "GET http://other/three -"}), seen);
-    EXPECT_EQ(
-        (Lines{"request POST http://h/one; body={}", "redirect GET http://h/two", "redirect GET http://other/three",
-               "reply http://h/one; status=200; body=done", "log reply 200 done"}),
-        transcript());
+    EXPECT_EQ((Happenings{
+                  {NetworkEvent::request, "POST http://h/one", {{Field::body, "{}"}}},
+                  {NetworkEvent::redirect, "GET http://h/two"},
+                  {NetworkEvent::redirect, "GET http://other/three"},
+                  {NetworkEvent::reply, "http://h/one", {{Field::status, "200"}, {Field::body, "done"}}},
+                  {ClientEvent::log, "reply 200 done"},
+              }),
+              transcript());
 }
 
 TEST_F(NetworkTest, GivesUpAfterSixteenRedirects) {

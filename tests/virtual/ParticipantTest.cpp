@@ -64,7 +64,7 @@ class ParticipantTest : public MacTest {
     /// Lets it happen; why it was ignored.
     std::string ignored() {
         mac().runFor(0);
-        return events("participant").back().field("ignored");
+        return events<Deed>().back().field(Field::ignored);
     }
 
     std::unique_ptr<Window> window_;
@@ -129,7 +129,7 @@ TEST_F(ParticipantTest, TypesIntoAFieldThatIsOnTheScreen) {
     participant().type("name", "Grace");
     EXPECT_EQ("", ignored());
     EXPECT_EQ("Grace", mac().windows().front()->text("name"));
-    EXPECT_EQ("Grace", events("participant").back().field("value"));
+    EXPECT_EQ("Grace", events<Deed>().back().field(Field::value));
 }
 
 TEST_F(ParticipantTest, CannotTypeWhereNoFieldCanBeUsed) {
@@ -187,10 +187,15 @@ TEST_F(ParticipantTest, ChoosesFromTheStatusMenu) {
     participant().chooseMenuItem("Termina sessione");
     EXPECT_EQ("", ignored());
     EXPECT_FALSE(mac().menus().isOpen());
-    EXPECT_EQ((Lines{"participant open-status-menu", "menu-opened 🔒 Vantrel",
-                     "participant choose Corso [ABC]; ignored=the menu has no such item to choose",
-                     "participant press go; ignored=a menu is open", "participant choose Termina sessione",
-                     "menu-closed 🔒 Vantrel; chosen=Termina sessione", "log end chosen"}),
+    EXPECT_EQ((Happenings{
+                  {Deed::openStatusMenu},
+                  {MenuEvent::opened, "🔒 Vantrel"},
+                  {Deed::chooseMenuItem, "Corso [ABC]", {{Field::ignored, "the menu has no such item to choose"}}},
+                  {Deed::press, "go", {{Field::ignored, "a menu is open"}}},
+                  {Deed::chooseMenuItem, "Termina sessione"},
+                  {MenuEvent::closed, "🔒 Vantrel", {{Field::chosen, "Termina sessione"}}},
+                  {ClientEvent::log, "end chosen"},
+              }),
               transcript());
 }
 
@@ -214,10 +219,15 @@ TEST_F(ParticipantTest, SeesTheStatusItemComeAndGo) {
     mac().onMain([this] { computer().statusBar.removeStatusItem(*item_); });
     EXPECT_EQ(0U, mac().leftovers().statusItems);
     mac().onMain([this] { item_.reset(); });
-    EXPECT_EQ(
-        (Lines{"status-item-installed", "status-item-title 🔒 Vantrel",
-               "status-item-menu; item=[Corso [ABC]]; item=-; item=Termina sessione", "status-item-removed 🔒 Vantrel"}),
-        transcript());
+    EXPECT_EQ((Happenings{
+                  {StatusItemEvent::installed},
+                  {StatusItemEvent::title, "🔒 Vantrel"},
+                  {StatusItemEvent::menu,
+                   {},
+                   {{Field::item, "[Corso [ABC]]"}, {Field::item, "-"}, {Field::item, "Termina sessione"}}},
+                  {StatusItemEvent::removed, "🔒 Vantrel"},
+              }),
+              transcript());
 }
 
 TEST_F(ParticipantTest, ClosesAWindowThatHasACloseButton) {

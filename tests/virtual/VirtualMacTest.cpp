@@ -18,7 +18,7 @@ TEST_F(VirtualMacTest, HasTwoClocksOfWhichOnlyTheCalendarGoesOnWhileTheLidIsClos
     mac().clock().closeLid(600);
     EXPECT_EQ(1.5, computer().clock.uptime());
     EXPECT_EQ("2026-03-02T08:10:01Z", computer().dates.string(computer().clock.secondsSince1970()));
-    EXPECT_EQ(Lines{"lid 600"}, transcript());
+    EXPECT_EQ((Happenings{{SystemEvent::lid, "600"}}), transcript());
 }
 
 TEST_F(VirtualMacTest, KeepsSettings) {
@@ -27,7 +27,7 @@ TEST_F(VirtualMacTest, KeepsSettings) {
     EXPECT_EQ(std::nullopt, computer().userDefaults.string("b"));
     computer().userDefaults.set("b", "due");
     EXPECT_EQ((VirtualUserDefaults::Values{{"a", "1"}, {"b", "due"}}), mac().defaults().values());
-    EXPECT_EQ(Lines{"setting-saved b; value=due"}, transcript());
+    EXPECT_EQ((Happenings{{ClientEvent::settingSaved, "b", {{Field::value, "due"}}}}), transcript());
 }
 
 TEST_F(VirtualMacTest, KnowsWhichFilesExist) {
@@ -71,7 +71,7 @@ TEST_F(VirtualMacTest, TellsOfDisplaysThroughTheMainQueue) {
     EXPECT_FALSE(mac().screens().unplug("DELL"));
     mac().runFor(0);
     EXPECT_EQ((Lines{"2 Display integrato", "1 Display integrato"}), logLines());
-    EXPECT_EQ("Display integrato 0 0 1440 900", events("screens-changed").back().field("screen"));
+    EXPECT_EQ("Display integrato 0 0 1440 900", events(SystemEvent::screensChanged).back().field(Field::screen));
     mac().onMain([&] { observation.reset(); });
     mac().screens().unplug("Display integrato");
     mac().onMain([&] { EXPECT_EQ(std::nullopt, computer().screens.mainScreen()); });
@@ -113,8 +113,14 @@ TEST_F(VirtualMacTest, AnswersForPermissionsThatAreDecidedAndAsksForTheOthers) {
     request(MediaType::video);
     mac().runUntilIdle();
     EXPECT_EQ(3.0, mac().now());
-    EXPECT_EQ((Lines{"permission-requested camera", "permission-prompt camera", "permission-requested camera",
-                     "permission-answered camera; granted=no", "log no", "log no"}),
+    EXPECT_EQ((Happenings{
+                  {PermissionEvent::requested, "camera"},
+                  {PermissionEvent::prompt, "camera"},
+                  {PermissionEvent::requested, "camera"},
+                  {PermissionEvent::answered, "camera", {{Field::granted, "no"}}},
+                  {ClientEvent::log, "no"},
+                  {ClientEvent::log, "no"},
+              }),
               transcript());
     EXPECT_EQ(AuthorizationStatus::denied, capture.status(MediaType::video));
 }
@@ -125,7 +131,7 @@ TEST_F(VirtualMacTest, AsksForAccessibilityOnlyWhenItIsNotTrusted) {
     EXPECT_FALSE(computer().accessibilityTrust.isProcessTrusted());
     EXPECT_FALSE(computer().accessibilityTrust.isProcessTrustedWithPrompt());
     EXPECT_EQ(1, mac().trust().prompts());
-    EXPECT_EQ(Lines{"accessibility-prompt"}, transcript());
+    EXPECT_EQ((Happenings{{PermissionEvent::accessibilityPrompt}}), transcript());
 }
 
 TEST_F(VirtualMacTest, OpensAddressesUnlessNothingDoes) {
@@ -135,7 +141,11 @@ TEST_F(VirtualMacTest, OpensAddressesUnlessNothingDoes) {
         EXPECT_FALSE(computer().workspace.open(URL{"http://b/"}));
     });
     EXPECT_EQ(Lines{"http://a/"}, mac().workspace().opened());
-    EXPECT_EQ((Lines{"url-opened http://a/; opened=yes", "url-opened http://b/; opened=no"}), transcript());
+    EXPECT_EQ((Happenings{
+                  {ClientEvent::urlOpened, "http://a/", {{Field::opened, "yes"}}},
+                  {ClientEvent::urlOpened, "http://b/", {{Field::opened, "no"}}},
+              }),
+              transcript());
 }
 
 TEST_F(VirtualMacTest, ListsRunningApplicationsUntilTheyEnd) {
@@ -162,9 +172,14 @@ TEST_F(VirtualMacTest, ListsRunningApplicationsUntilTheyEnd) {
     EXPECT_TRUE(applications.withBundleIdentifier("com.google.Chrome").empty());
     EXPECT_EQ(nullptr, applications.withProcessIdentifier(process));
     EXPECT_FALSE(mac().applications().exit(process));
-    EXPECT_EQ((Lines{"application-started Chrome; pid=501", "application-activate Chrome; pid=501; options=2",
-                     "application-terminate Chrome; pid=501", "application-frontmost Chrome; pid=501",
-                     "application-force-terminate Chrome; pid=501", "application-exited Chrome; pid=501"}),
+    EXPECT_EQ((Happenings{
+                  {ApplicationEvent::started, "Chrome", {{Field::pid, "501"}}},
+                  {ApplicationEvent::activate, "Chrome", {{Field::pid, "501"}, {Field::options, "2"}}},
+                  {ApplicationEvent::terminate, "Chrome", {{Field::pid, "501"}}},
+                  {ApplicationEvent::frontmost, "Chrome", {{Field::pid, "501"}}},
+                  {ApplicationEvent::forceTerminate, "Chrome", {{Field::pid, "501"}}},
+                  {ApplicationEvent::exited, "Chrome", {{Field::pid, "501"}}},
+              }),
               transcript());
 }
 
@@ -187,7 +202,7 @@ TEST_F(VirtualMacTest, DoesWhatItIsToldAtItsMoment) {
     EXPECT_EQ((Lines{"after 1", "late"}), logLines());
     mac().runUntilIdle();
     EXPECT_EQ(3.0, mac().now());
-    EXPECT_EQ(3.0, events("log").back().time);
+    EXPECT_EQ(3.0, events(ClientEvent::log).back().time);
 }
 
 TEST(Numbers, AreWrittenWithoutAnExponent) {

@@ -58,8 +58,15 @@ TEST_F(WindowsTest, ShowsAndHidesItselfAndItsViews) {
         window.orderOut();
         window.orderOut();
     });
-    EXPECT_EQ((Lines{"window-centered Vantrel", "window-shown Vantrel; frame=0 0 480 360", "window-key Vantrel",
-                     "view-hidden form", "view-shown end", "window-style Vantrel; mask=1", "window-hidden Vantrel"}),
+    EXPECT_EQ((Happenings{
+                  {WindowEvent::centered, "Vantrel"},
+                  {WindowEvent::shown, "Vantrel", {{Field::frame, "0 0 480 360"}}},
+                  {WindowEvent::key, "Vantrel"},
+                  {ViewEvent::hidden, "form"},
+                  {ViewEvent::shown, "end"},
+                  {WindowEvent::style, "Vantrel", {{Field::mask, "1"}}},
+                  {WindowEvent::hidden, "Vantrel"},
+              }),
               transcript());
     const auto state = mac().windows().all().at(0);
     EXPECT_FALSE(state.visible);
@@ -81,7 +88,11 @@ TEST_F(WindowsTest, HoldsTheTextsAndStatesOfItsControls) {
         window.setEnabled("go", false);
         EXPECT_EQ("Grace", window.text("name"));
     });
-    EXPECT_EQ((Lines{"text name; value=Grace", "disabled go"}), transcript());
+    EXPECT_EQ((Happenings{
+                  {ControlEvent::text, "name", {{Field::value, "Grace"}}},
+                  {ControlEvent::disabled, "go"},
+              }),
+              transcript());
     EXPECT_EQ("Grace", mac().windows().all().at(0).text("name"));
     EXPECT_FALSE(mac().windows().all().at(0).isEnabled("go"));
     drop();
@@ -108,7 +119,7 @@ TEST_F(WindowsTest, TakesItselfOffTheScreenWhenItIsDestroyed) {
     onMain([](Window& window) { window.makeKeyAndOrderFront(); });
     forgetEvents();
     drop();
-    EXPECT_EQ(Lines{"window-hidden Vantrel"}, transcript());
+    EXPECT_EQ((Happenings{{WindowEvent::hidden, "Vantrel"}}), transcript());
 }
 
 TEST_F(WindowsTest, MayBeDestroyedByItsOwnAction) {

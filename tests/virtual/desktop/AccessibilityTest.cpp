@@ -64,16 +64,25 @@ TEST_F(AccessibilityTest, WritesAndActionsAreTold) {
     EXPECT_EQ(accessibilitySuccess, read<Element>(element, "AXCloseButton").value()->performAction("AXPress"));
     EXPECT_TRUE(windows().empty());
     EXPECT_EQ(
-        (Lines{"accessibility-set AXPosition; pid=501; window=1001; value=0 0",
-               "app-window-moved Lezione; pid=501; number=1001; frame=0 24 800 600",
-               "accessibility-set AXSize; pid=501; window=1001; value=1440 900",
-               "app-window-moved Lezione; pid=501; number=1001; frame=0 24 1440 900",
-               "accessibility-set AXFullScreen; pid=501; window=1001; value=true",
-               "space-changed Display integrato; space=full screen of Lezione",
-               "app-window-fullscreen Lezione; pid=501; number=1001; frame=0 0 1440 900; on=yes",
-               "accessibility-set AXPosition; pid=501; window=1001; value=9 9",
-               "accessibility-action AXPress; pid=501; window=1001", "app-window-closed Lezione; pid=501; number=1001",
-               "space-changed Display integrato; space=desktop 1"}),
+        (Happenings{
+            {ElementEvent::set, "AXPosition", {{Field::pid, "501"}, {Field::window, "1001"}, {Field::value, "0 0"}}},
+            {AppWindowEvent::moved,
+             "Lezione",
+             {{Field::pid, "501"}, {Field::number, "1001"}, {Field::frame, "0 24 800 600"}}},
+            {ElementEvent::set, "AXSize", {{Field::pid, "501"}, {Field::window, "1001"}, {Field::value, "1440 900"}}},
+            {AppWindowEvent::moved,
+             "Lezione",
+             {{Field::pid, "501"}, {Field::number, "1001"}, {Field::frame, "0 24 1440 900"}}},
+            {ElementEvent::set, "AXFullScreen", {{Field::pid, "501"}, {Field::window, "1001"}, {Field::value, "true"}}},
+            {SystemEvent::spaceChanged, "Display integrato", {{Field::space, "full screen of Lezione"}}},
+            {AppWindowEvent::fullScreen,
+             "Lezione",
+             {{Field::pid, "501"}, {Field::number, "1001"}, {Field::frame, "0 0 1440 900"}, {Field::on, "yes"}}},
+            {ElementEvent::set, "AXPosition", {{Field::pid, "501"}, {Field::window, "1001"}, {Field::value, "9 9"}}},
+            {ElementEvent::action, "AXPress", {{Field::pid, "501"}, {Field::window, "1001"}}},
+            {AppWindowEvent::closed, "Lezione", {{Field::pid, "501"}, {Field::number, "1001"}}},
+            {SystemEvent::spaceChanged, "Display integrato", {{Field::space, "desktop 1"}}},
+        }),
         transcript());
 }
 
@@ -96,7 +105,7 @@ TEST_F(AccessibilityTest, HasTheSystemsErrors) {
     EXPECT_EQ(-25202, error(element, "AXFullScreen"));
     EXPECT_EQ(-25202, element->setAttribute("AXFullScreen", true));
     EXPECT_EQ(-25202, button->performAction("AXPress"));
-    EXPECT_EQ("-25202", events("accessibility-action").back().field("error"));
+    EXPECT_EQ("-25202", events(ElementEvent::action).back().field(Field::error));
     const Element application = app();
     mac().processes().exit(process);
     EXPECT_EQ(-25204, error(application, "AXWindows"));

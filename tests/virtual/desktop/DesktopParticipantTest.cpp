@@ -10,7 +10,7 @@ using Lines = std::vector<std::string>;
 
 class DesktopParticipantTest : public DesktopTest {
   protected:
-    std::string ignored() { return events("participant").back().field("ignored"); }
+    std::string ignored() { return events<DesktopDeed>().back().field(Field::ignored); }
 };
 
 TEST_F(DesktopParticipantTest, DragsResizesMinimisesAndRestoresAWindow) {
@@ -26,7 +26,7 @@ TEST_F(DesktopParticipantTest, DragsResizesMinimisesAndRestoresAWindow) {
     participant().restoreWindowOf("Google Chrome");
     mac().runFor(0);
     EXPECT_TRUE(isOnScreen());
-    EXPECT_EQ("participant move Google Chrome; value=300 200", transcript().front());
+    EXPECT_EQ((Happening{DesktopDeed::moveWindow, "Google Chrome", {{Field::value, "300 200"}}}), transcript().front());
 }
 
 TEST_F(DesktopParticipantTest, ClosesAWindowAndQuitsAnApplication) {
@@ -109,7 +109,7 @@ TEST_F(DesktopParticipantTest, BringsTheClientToTheFrontWithAClickIntoItsWindow)
     participant().press("ok");
     mac().runFor(0);
     EXPECT_EQ(mac().applications().ownProcess(), mac().desktop().front().front().process);
-    EXPECT_EQ(Lines{"Vantrel"}, texts("application-frontmost"));
+    EXPECT_EQ(Lines{"Vantrel"}, texts(ApplicationEvent::frontmost));
     mac().onMain([&] { own.reset(); });
 }
 

@@ -10,8 +10,14 @@ TEST_F(DesktopTest, KeepsWindowsBelowTheMenuBar) {
     EXPECT_EQ((Rect{{10, 24}, {800, 600}}), state().frame);
     EXPECT_TRUE(mac().desktop().resize(window, {1440, 900}));
     EXPECT_EQ((Rect{{10, 24}, {1440, 900}}), state().frame);
-    EXPECT_EQ((Lines{"app-window-moved Lezione; pid=501; number=1001; frame=10 24 800 600",
-                     "app-window-moved Lezione; pid=501; number=1001; frame=10 24 1440 900"}),
+    EXPECT_EQ((Happenings{
+                  {AppWindowEvent::moved,
+                   "Lezione",
+                   {{Field::pid, "501"}, {Field::number, "1001"}, {Field::frame, "10 24 800 600"}}},
+                  {AppWindowEvent::moved,
+                   "Lezione",
+                   {{Field::pid, "501"}, {Field::number, "1001"}, {Field::frame, "10 24 1440 900"}}},
+              }),
               transcript());
     EXPECT_FALSE(mac().desktop().move(77, {0, 0}));
 }
@@ -25,8 +31,10 @@ TEST_F(DesktopTest, HidesMinimisedWindowsAndThoseOfHiddenApplications) {
     EXPECT_FALSE(isOnScreen());
     mac().processes().find(process)->comeToFront();
     EXPECT_TRUE(isOnScreen());
-    EXPECT_EQ((Lines{"app-window-minimised Lezione; pid=501; number=1001",
-                     "app-window-restored Lezione; pid=501; number=1001"}),
+    EXPECT_EQ((Happenings{
+                  {AppWindowEvent::minimised, "Lezione", {{Field::pid, "501"}, {Field::number, "1001"}}},
+                  {AppWindowEvent::restored, "Lezione", {{Field::pid, "501"}, {Field::number, "1001"}}},
+              }),
               transcript());
 }
 
@@ -47,8 +55,12 @@ TEST_F(DesktopTest, PutsAFullScreenWindowOnASpaceOfItsOwnAfterATransition) {
     EXPECT_FALSE(mac().desktop().move(window, {5, 5}));
     EXPECT_FALSE(mac().desktop().setMinimised(window, true));
     EXPECT_EQ(1, notices);
-    EXPECT_EQ((Lines{"space-changed Display integrato; space=full screen of Lezione",
-                     "app-window-fullscreen Lezione; pid=501; number=1001; frame=0 0 1440 900; on=yes"}),
+    EXPECT_EQ((Happenings{
+                  {SystemEvent::spaceChanged, "Display integrato", {{Field::space, "full screen of Lezione"}}},
+                  {AppWindowEvent::fullScreen,
+                   "Lezione",
+                   {{Field::pid, "501"}, {Field::number, "1001"}, {Field::frame, "0 0 1440 900"}, {Field::on, "yes"}}},
+              }),
               transcript());
 }
 
@@ -65,9 +77,14 @@ TEST_F(DesktopTest, BringsTheDesktopBackWhenFullScreenEnds) {
     EXPECT_EQ((Rect{{100, 100}, {800, 600}}), state().frame);
     EXPECT_TRUE(isOnScreen());
     EXPECT_EQ(1U, mac().spaces().count());
-    EXPECT_EQ((Lines{"space-changed Display integrato; space=desktop 1",
-                     "app-window-fullscreen Lezione; pid=501; number=1001; frame=100 100 800 600; on=no"}),
-              transcript());
+    EXPECT_EQ(
+        (Happenings{
+            {SystemEvent::spaceChanged, "Display integrato", {{Field::space, "desktop 1"}}},
+            {AppWindowEvent::fullScreen,
+             "Lezione",
+             {{Field::pid, "501"}, {Field::number, "1001"}, {Field::frame, "100 100 800 600"}, {Field::on, "no"}}},
+        }),
+        transcript());
 }
 
 TEST_F(DesktopTest, BringsTheDesktopBackWhenAFullScreenWindowGoes) {
@@ -84,7 +101,7 @@ TEST_F(DesktopTest, BringsTheDesktopBackWhenAFullScreenWindowGoes) {
     settle();
     EXPECT_EQ(4, notices);
     EXPECT_EQ(1U, mac().spaces().count());
-    EXPECT_TRUE(texts("app-window-fullscreen").size() == 1) << "the second transition has no end";
+    EXPECT_TRUE(texts(AppWindowEvent::fullScreen).size() == 1) << "the second transition has no end";
 }
 
 TEST_F(DesktopTest, LeavesAFullScreenWindowAloneWhenAnotherWindowOnItsSpaceGoes) {
@@ -99,7 +116,10 @@ TEST_F(DesktopTest, LeavesAFullScreenWindowAloneWhenAnotherWindowOnItsSpaceGoes)
     EXPECT_EQ(0, notices);
     EXPECT_TRUE(mac().spaces().isFullScreen());
     EXPECT_TRUE(isOnScreen());
-    EXPECT_EQ((Lines{"app-window-closed Finestrella; pid=501; number=1002"}), transcript());
+    EXPECT_EQ((Happenings{
+                  {AppWindowEvent::closed, "Finestrella", {{Field::pid, "501"}, {Field::number, "1002"}}},
+              }),
+              transcript());
 }
 
 TEST_F(DesktopTest, NamesAFullScreenSpaceByTheWindowThatItBelongsTo) {
@@ -113,7 +133,7 @@ TEST_F(DesktopTest, NamesAFullScreenSpaceByTheWindowThatItBelongsTo) {
     forgetEvents();
     mac().spaces().switchTo(1);
     mac().runFor(0);
-    EXPECT_EQ("full screen of Lezione", events("space-changed").at(0).field("space"));
+    EXPECT_EQ("full screen of Lezione", events(SystemEvent::spaceChanged).at(0).field(Field::space));
 }
 
 TEST_F(DesktopTest, TellsTheOldStateInItsFlagsForAMomentAfterAChangeOfSpace) {
@@ -217,7 +237,7 @@ TEST_F(DesktopTest, SharesTheSpacesAmongAllDisplaysWhenTheyAreNotSeparate) {
     settle();
     EXPECT_FALSE(mac().desktop().isOnScreen(second));
     EXPECT_EQ(1U, mac().desktop().spaces().size());
-    EXPECT_EQ(Lines{""}, texts("space-changed"));
+    EXPECT_EQ(Lines{""}, texts(SystemEvent::spaceChanged));
 }
 
 TEST_F(DesktopTest, TellsNobodyWhoHasStoppedListening) {

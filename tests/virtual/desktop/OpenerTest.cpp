@@ -26,9 +26,14 @@ class OpenerTest : public MacTest {
 
 TEST_F(OpenerTest, StartsSafariAndTellsItsProcess) {
     open();
-    EXPECT_EQ((Lines{"application-opened https://lezione/; application=file:///Applications/Safari.app; activates=yes",
-                     "process-started /Applications/Safari.app/Contents/MacOS/Safari; pid=501; "
-                     "argument=https://lezione/"}),
+    EXPECT_EQ((Happenings{
+                  {ApplicationEvent::opened,
+                   "https://lezione/",
+                   {{Field::application, "file:///Applications/Safari.app"}, {Field::activates, "yes"}}},
+                  {ProcessEvent::started,
+                   "/Applications/Safari.app/Contents/MacOS/Safari",
+                   {{Field::pid, "501"}, {Field::argument, "https://lezione/"}}},
+              }),
               transcript());
     mac().runUntilIdle();
     EXPECT_EQ(Lines{"501"}, logLines());
@@ -43,7 +48,7 @@ TEST_F(OpenerTest, UsesTheSafariThatRuns) {
     mac().runUntilIdle();
     EXPECT_EQ(Lines{std::to_string(safari)}, logLines());
     EXPECT_EQ(1U, mac().desktop().windowsOf(safari).size());
-    EXPECT_TRUE(events("process-started").empty());
+    EXPECT_TRUE(events(ProcessEvent::started).empty());
 }
 
 TEST_F(OpenerTest, FailsForAnApplicationThatIsNotInstalled) {
@@ -55,7 +60,7 @@ TEST_F(OpenerTest, FailsForAnApplicationThatIsNotInstalled) {
     EXPECT_EQ((Lines{"L’applicazione “Safari” non può essere aperta.",
                      "L’applicazione “Google Chrome” non può essere aperta."}),
               logLines());
-    EXPECT_TRUE(events("process-started").empty());
+    EXPECT_TRUE(events(ProcessEvent::started).empty());
 }
 
 TEST_F(OpenerTest, FailsForAnApplicationThatCannotBeStartedButNotForOneThatRuns) {
@@ -65,7 +70,7 @@ TEST_F(OpenerTest, FailsForAnApplicationThatCannotBeStartedButNotForOneThatRuns)
     open();
     mac().runUntilIdle();
     EXPECT_EQ(Lines{"L’applicazione è danneggiata."}, logLines());
-    EXPECT_TRUE(events("process-started").empty());
+    EXPECT_TRUE(events(ProcessEvent::started).empty());
     const auto running = mac().processes().start(safariPath);
     mac().runUntilIdle();
     open();

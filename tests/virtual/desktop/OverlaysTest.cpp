@@ -58,12 +58,12 @@ TEST_F(OverlaysTest, AWindowOfTheSameLayerLiesAboveUntilTheOverlayIsRaised) {
         overlay->orderFrontRegardless();
     });
     EXPECT_EQ("", list().front().name);
-    EXPECT_EQ(1U, events("overlay-raised").size());
+    EXPECT_EQ(1U, events(OverlayEvent::raised).size());
     above.layer = 1001;
     mac().applications().openWindow(process, above);
     mac().onMain([this] { overlay->orderFrontRegardless(); });
     EXPECT_EQ("Sopra", list().front().name) << "no order reaches a higher layer";
-    EXPECT_EQ(1U, events("overlay-raised").size());
+    EXPECT_EQ(1U, events(OverlayEvent::raised).size());
 }
 
 TEST_F(OverlaysTest, TellsWhatIsSeenAndNothingTwice) {
@@ -81,9 +81,12 @@ TEST_F(OverlaysTest, TellsWhatIsSeenAndNothingTwice) {
         overlay->orderFrontRegardless();
         overlay->setLevel(1);
     });
-    EXPECT_EQ((Lines{"overlay-shown 1440 -180 1920 1080; level=1000; label=Vantrel",
-                     "overlay-level 1440 -180 1920 1080; level=900", "overlay-hidden 1440 -180 1920 1080",
-                     "overlay-closed 1440 -180 1920 1080"}),
+    EXPECT_EQ((Happenings{
+                  {OverlayEvent::shown, "1440 -180 1920 1080", {{Field::level, "1000"}, {Field::label, "Vantrel"}}},
+                  {OverlayEvent::level, "1440 -180 1920 1080", {{Field::level, "900"}}},
+                  {OverlayEvent::hidden, "1440 -180 1920 1080"},
+                  {OverlayEvent::closed, "1440 -180 1920 1080"},
+              }),
               transcript());
     EXPECT_EQ(0U, mac().leftovers().overlays);
 }
@@ -99,9 +102,11 @@ TEST_F(OverlaysTest, ThatSomebodyClosesIsBackWhenItIsOrderedToTheFront) {
     EXPECT_EQ(std::nullopt, list().front().isOnscreen);
     mac().onMain([this] { overlay->orderFrontRegardless(); });
     EXPECT_EQ(true, list().front().isOnscreen);
-    EXPECT_EQ(
-        (Lines{"overlay-hidden 1440 -180 1920 1080", "overlay-shown 1440 -180 1920 1080; level=1000; label=Vantrel"}),
-        transcript());
+    EXPECT_EQ((Happenings{
+                  {OverlayEvent::hidden, "1440 -180 1920 1080"},
+                  {OverlayEvent::shown, "1440 -180 1920 1080", {{Field::level, "1000"}, {Field::label, "Vantrel"}}},
+              }),
+              transcript());
 }
 
 TEST_F(OverlaysTest, NeverHasTheKeyboardOrTheFront) {

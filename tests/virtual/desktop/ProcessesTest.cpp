@@ -46,9 +46,9 @@ TEST_F(ProcessesTest, StartsOnlyWhatIsExecutable) {
     mac().processes().failLaunches("Risorse esaurite.");
     EXPECT_EQ("Risorse esaurite.", failure(safariPath));
     mac().processes().failLaunches({});
-    EXPECT_EQ(Lines{}, transcript());
+    EXPECT_EQ(Happenings{}, transcript());
     launch(safariPath);
-    EXPECT_EQ("process-started", events().at(0).kind);
+    EXPECT_EQ(ProcessEvent::started, events().at(0).kind);
 }
 
 TEST_F(ProcessesTest, ThatCannotBeStartedByTheClientMayBeStartedByOthers) {
@@ -57,7 +57,7 @@ TEST_F(ProcessesTest, ThatCannotBeStartedByTheClientMayBeStartedByOthers) {
     mac().processes().install(chromePath, broken);
     EXPECT_TRUE(computer().files.fileExists(chromePath));
     EXPECT_EQ("L’applicazione è danneggiata.", failure(chromePath));
-    EXPECT_EQ(Lines{}, transcript());
+    EXPECT_EQ(Happenings{}, transcript());
     const auto process = mac().processes().start(chromePath);
     mac().runUntilIdle();
     EXPECT_NE(nullptr, application(process));
@@ -81,9 +81,13 @@ TEST_F(ProcessesTest, HandsTheArgumentsOnAsTheyStand) {
     const Lines arguments{"--app=https://x/?q=\"a b\"$(ls)", "", "è\n"};
     const auto process = launch(chromePath, arguments);
     EXPECT_EQ(arguments, mac().processes().find(process)->origin().arguments);
-    EXPECT_EQ((Lines{"process-started " + std::string(chromePath) + "; pid=501; argument=" + arguments[0] +
-                     "; argument=; argument=è\n"}),
-              transcript());
+    EXPECT_EQ(
+        (Happenings{
+            {ProcessEvent::started,
+             chromePath,
+             {{Field::pid, "501"}, {Field::argument, arguments[0]}, {Field::argument, ""}, {Field::argument, "è\n"}}},
+        }),
+        transcript());
 }
 
 TEST_F(ProcessesTest, ListAnApplicationAMomentAfterItsStartAndItsWindowLater) {
@@ -97,11 +101,16 @@ TEST_F(ProcessesTest, ListAnApplicationAMomentAfterItsStartAndItsWindowLater) {
     mac().runFor(0.5);
     ASSERT_EQ(1U, mac().desktop().windowsOf(process).size());
     EXPECT_EQ("https://lezione", mac().desktop().windowsOf(process).front().title);
-    EXPECT_EQ((Lines{"process-started " + std::string(chromePath) + "; pid=501; argument=--app=https://lezione",
-                     "application-started Google Chrome; pid=501",
-                     "app-window-opened https://lezione; pid=501; number=1001; frame=60 60 1200 780",
-                     "application-frontmost Google Chrome; pid=501"}),
-              transcript());
+    EXPECT_EQ(
+        (Happenings{
+            {ProcessEvent::started, chromePath, {{Field::pid, "501"}, {Field::argument, "--app=https://lezione"}}},
+            {ApplicationEvent::started, "Google Chrome", {{Field::pid, "501"}}},
+            {AppWindowEvent::opened,
+             "https://lezione",
+             {{Field::pid, "501"}, {Field::number, "1001"}, {Field::frame, "60 60 1200 780"}}},
+            {ApplicationEvent::frontmost, "Google Chrome", {{Field::pid, "501"}}},
+        }),
+        transcript());
 }
 
 TEST_F(ProcessesTest, HandOverToTheInstanceThatRuns) {
@@ -113,7 +122,7 @@ TEST_F(ProcessesTest, HandOverToTheInstanceThatRuns) {
     EXPECT_EQ(std::vector{first}, running("com.google.Chrome"));
     EXPECT_EQ(2U, mac().desktop().windowsOf(first).size());
     EXPECT_FALSE(mac().processes().find(second)->isAlive());
-    EXPECT_EQ(Lines{chromePath}, texts("process-exited"));
+    EXPECT_EQ(Lines{chromePath}, texts(ProcessEvent::exited));
 }
 
 TEST_F(ProcessesTest, GoOnUnderAnotherIdentifierAfterAFork) {
@@ -137,7 +146,8 @@ TEST_F(ProcessesTest, ThatExitAtOnceAreNeverListed) {
     const auto process = launch(chromePath);
     mac().runFor(5);
     EXPECT_EQ(nullptr, application(process));
-    EXPECT_EQ((Lines{"process-started", "process-exited"}), (Lines{events().at(0).kind, events().at(1).kind}));
+    EXPECT_EQ(ProcessEvent::started, events().at(0).kind);
+    EXPECT_EQ(ProcessEvent::exited, events().at(1).kind);
     EXPECT_EQ(2U, events().size());
 }
 
@@ -159,7 +169,7 @@ TEST_F(ProcessesTest, ThatDieTakeTheirWindowsAlong) {
     EXPECT_TRUE(mac().processes().exit(process));
     EXPECT_TRUE(handle->isTerminated());
     EXPECT_TRUE(mac().desktop().windows().empty());
-    EXPECT_EQ(Lines{"Lezione"}, texts("app-window-closed"));
+    EXPECT_EQ(Lines{"Lezione"}, texts(AppWindowEvent::closed));
     EXPECT_FALSE(handle->terminate());
     EXPECT_FALSE(mac().processes().exit(process));
     EXPECT_EQ(0, mac().applications().openWindow(process, {"Tardi"}));
@@ -191,8 +201,8 @@ TEST_F(ProcessesTest, AreKilledBySignalNineWhateverTheyIgnore) {
     mac().runFor(0);
     EXPECT_TRUE(handle->isTerminated());
     EXPECT_FALSE(computer().processLauncher.sendSignal(process, 9));
-    EXPECT_EQ((Lines{"15", "9", "9"}), texts("signal"));
-    EXPECT_EQ("no such process", events("signal").back().field("error"));
+    EXPECT_EQ((Lines{"15", "9", "9"}), texts(ProcessEvent::signal));
+    EXPECT_EQ("no such process", events(ProcessEvent::signal).back().field(Field::error));
 }
 
 TEST_F(ProcessesTest, MayTakeTheirTimeToBeKilledOrRefuseTheForce) {
@@ -260,7 +270,7 @@ TEST_F(FrontmostTest, StaysWhereItIsWhenActivationIsDeclined) {
     EXPECT_TRUE(application(process)->activate(ActivationOptions::ignoringOtherApps));
     mac().runFor(1);
     EXPECT_EQ("nobody", frontmost());
-    EXPECT_EQ(Lines{"Google Chrome"}, texts("application-activate"));
+    EXPECT_EQ(Lines{"Google Chrome"}, texts(ApplicationEvent::activate));
 }
 
 }  // namespace

@@ -57,7 +57,7 @@ TEST_F(KeyDeliveryTest, CommandSpaceShowsSpotlight) {
     pressAndSee("cmd+tab");
     pressAndSee("cmd+space");
     EXPECT_EQ("Spotlight", inFront());
-    EXPECT_EQ(Lines{"Spotlight"}, texts("application-started"));
+    EXPECT_EQ(Lines{"Spotlight"}, texts(ApplicationEvent::started));
 }
 
 TEST_F(KeyDeliveryTest, OtherKeysOnlyReachTheApplication) {
@@ -68,7 +68,7 @@ TEST_F(KeyDeliveryTest, OtherKeysOnlyReachTheApplication) {
     mac().runFor(0);
     EXPECT_TRUE(mac().processes().find(chrome)->isAlive());
     EXPECT_FALSE(state().fullScreen);
-    EXPECT_EQ((Lines{"q", "cmd+ctrl+q", "ctrl+f", "alt+w"}), texts("key-delivered"));
+    EXPECT_EQ((Lines{"q", "cmd+ctrl+q", "ctrl+f", "alt+w"}), texts(KeyboardEvent::delivered));
 }
 
 TEST_F(KeyDeliveryTest, NothingOfItHappensToKeysThatATapSwallows) {
@@ -79,21 +79,22 @@ TEST_F(KeyDeliveryTest, NothingOfItHappensToKeysThatATapSwallows) {
         press(key);
     }
     mac().runFor(5);
-    EXPECT_EQ(9U, texts("key-swallowed").size());
+    EXPECT_EQ(9U, texts(KeyboardEvent::swallowed).size());
     EXPECT_TRUE(mac().keys().received().empty());
     EXPECT_TRUE(mac().processes().find(chrome)->isAlive());
     EXPECT_EQ(before, mac().desktop().windows().size());
     EXPECT_TRUE(mac().desktop().isOnScreen(window));
     EXPECT_EQ((Rect{{100, 100}, {800, 600}}), state().frame);
     EXPECT_EQ("Google Chrome", inFront());
-    EXPECT_EQ(Lines{}, texts("space-changed"));
+    EXPECT_EQ(Lines{}, texts(SystemEvent::spaceChanged));
 }
 
 TEST_F(KeyDeliveryTest, AKeyWithNobodyInFrontGoesNowhere) {
     mac().processes().exit(chrome);
     mac().processes().exit(terminal);
     pressAndSee("cmd+q");
-    EXPECT_EQ("key-delivered cmd+q; code=12; flags=1048576", transcript().back());
+    EXPECT_EQ((Happening{KeyboardEvent::delivered, "cmd+q", {{Field::code, "12"}, {Field::flags, "1048576"}}}),
+              transcript().back());
 }
 
 }  // namespace

@@ -28,8 +28,15 @@ TEST_F(KeyboardTapTest, SwallowsWhatTheDecisionNamesAndDeliversTheRest) {
     forgetEvents();
     pressAndSee("a");
     pressAndSee("cmd+q");
-    EXPECT_EQ((Lines{"participant key a", "key-delivered a; code=0; flags=0; application=Google Chrome",
-                     "participant key cmd+q", "log shortcut", "key-swallowed cmd+q; code=12; flags=1048576"}),
+    EXPECT_EQ((Happenings{
+                  {DesktopDeed::pressKey, "a"},
+                  {KeyboardEvent::delivered,
+                   "a",
+                   {{Field::code, "0"}, {Field::flags, "0"}, {Field::application, "Google Chrome"}}},
+                  {DesktopDeed::pressKey, "cmd+q"},
+                  {ClientEvent::log, "shortcut"},
+                  {KeyboardEvent::swallowed, "cmd+q", {{Field::code, "12"}, {Field::flags, "1048576"}}},
+              }),
               transcript());
     EXPECT_EQ(1U, mac().keys().received().size());
 }
@@ -39,8 +46,8 @@ TEST_F(KeyboardTapTest, HearsAKeyThatIsHeldDownAgainAndAgain) {
     participant().pressKey(12, KeyStroke::command, 4);
     mac().runFor(1);
     EXPECT_EQ((Lines{"shortcut", "shortcut", "shortcut", "shortcut"}), logLines());
-    EXPECT_NEAR(3 * DesktopParticipant::repeatInterval, events("key-swallowed").back().time, 1e-9);
-    EXPECT_EQ("4", events("participant").front().field("times"));
+    EXPECT_NEAR(3 * DesktopParticipant::repeatInterval, events(KeyboardEvent::swallowed).back().time, 1e-9);
+    EXPECT_EQ("4", events<DesktopDeed>().front().field(Field::times));
 }
 
 TEST_F(KeyboardTapTest, IsAskedUnderAnAlertAndAMenuAndWhileTimersStandStill) {
@@ -87,12 +94,12 @@ TEST_F(KeyboardTapTest, IsDisabledWhenItsThreadDoesNotAnswerForASecondAndStaysSo
     press("cmd+m");
     press("cmd+w");
     mac().runFor(0.9);
-    EXPECT_EQ(Lines{}, texts("key-delivered"));
+    EXPECT_EQ(Lines{}, texts(KeyboardEvent::delivered));
     EXPECT_FALSE(state().minimised);
     mac().runFor(0.2);
-    EXPECT_EQ(Lines{"timeout"}, texts("tap-disabled"));
-    EXPECT_NEAR(1.5, events("tap-disabled").front().time, 1e-9);
-    EXPECT_EQ((Lines{"cmd+m", "cmd+w"}), texts("key-delivered"));
+    EXPECT_EQ(Lines{"timeout"}, texts(KeyboardEvent::tapDisabled));
+    EXPECT_NEAR(1.5, events(KeyboardEvent::tapDisabled).front().time, 1e-9);
+    EXPECT_EQ((Lines{"cmd+m", "cmd+w"}), texts(KeyboardEvent::delivered));
     mac().runFor(2);
     EXPECT_EQ(1, notices);
     EXPECT_EQ(static_cast<std::uint32_t>(KeyEventType::tapDisabledByTimeout), lastNotice);
@@ -110,7 +117,7 @@ TEST_F(KeyboardTapTest, AnswersInTimeAfterAShortSleep) {
     press("cmd+q");
     mac().runFor(3);
     EXPECT_EQ(Lines{"shortcut"}, logLines());
-    EXPECT_EQ(Lines{}, texts("tap-disabled"));
+    EXPECT_EQ(Lines{}, texts(KeyboardEvent::tapDisabled));
     EXPECT_EQ(1U, mac().keyboard().enabledTaps());
 }
 
@@ -121,8 +128,8 @@ TEST_F(KeyboardTapTest, DeliversAKeyWhoseReportTakesTooLong) {
     });
     press("cmd+m");
     mac().runFor(2);
-    EXPECT_EQ(Lines{"cmd+m"}, texts("key-delivered"));
-    EXPECT_EQ(Lines{}, texts("key-swallowed"));
+    EXPECT_EQ(Lines{"cmd+m"}, texts(KeyboardEvent::delivered));
+    EXPECT_EQ(Lines{}, texts(KeyboardEvent::swallowed));
     EXPECT_TRUE(state().minimised);
 }
 
@@ -134,7 +141,7 @@ TEST_F(KeyboardTapTest, IsDisabledWhenThePermissionIsRevoked) {
     pressAndSee("cmd+m");
     EXPECT_FALSE(state().minimised);
     mac().runUntil(6);
-    EXPECT_EQ(Lines{"user input"}, texts("tap-disabled"));
+    EXPECT_EQ(Lines{"user input"}, texts(KeyboardEvent::tapDisabled));
     EXPECT_EQ(1, notices);
     EXPECT_EQ(static_cast<std::uint32_t>(KeyEventType::tapDisabledByUserInput), lastNotice);
     mac().trust().setTrusted(true);
@@ -156,7 +163,7 @@ TEST_F(KeyboardTapTest, IsRefusedWithoutThePermissionAndByAFault) {
     for (int attempt = 0; attempt < 3; ++attempt) {
         mac().onMain([this] { EXPECT_EQ(nullptr, computer().keyboardTaps.create(everyShortcut, {})); });
     }
-    EXPECT_EQ(5U, texts("keyboard-tap-refused").size());
+    EXPECT_EQ(5U, texts(KeyboardEvent::tapRefused).size());
     EXPECT_EQ(1U, mac().leftovers().keyboardTaps);
 }
 
@@ -171,7 +178,7 @@ TEST_F(KeyboardTapTest, LetsKeysPassAfterItsEndAlsoThoseThatWait) {
     mac().runFor(0.4);
     EXPECT_FALSE(state().minimised);
     mac().runFor(0.2);
-    EXPECT_EQ(Lines{"cmd+m"}, texts("key-delivered"));
+    EXPECT_EQ(Lines{"cmd+m"}, texts(KeyboardEvent::delivered));
     EXPECT_TRUE(state().minimised);
     EXPECT_EQ(0U, mac().leftovers().keyboardTaps);
     EXPECT_EQ(Lines{}, logLines());
@@ -224,7 +231,7 @@ TEST_F(KeyboardTapTest, SeesTheKeyEquivalentsOfTheMenuToo) {
     participant().pressCommand("q");
     mac().runFor(0);
     EXPECT_EQ(1, chosen);
-    EXPECT_EQ(Lines{"cmd+q"}, texts("key-swallowed"));
+    EXPECT_EQ(Lines{"cmd+q"}, texts(KeyboardEvent::swallowed));
     mac().onMain([this] { tap.reset(); });
     mac().onMain([this] { computer().application.activate(); });
     pressAndSee("cmd+q");

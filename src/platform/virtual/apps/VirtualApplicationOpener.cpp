@@ -44,8 +44,10 @@ void VirtualApplicationOpener::open(const std::vector<URL>& urls, const URL& app
                                     Completion completion) {
     engine_.platformCall();
     if (engine_.isOver()) return;
-    engine_.journal.emit("application-opened", urls.empty() ? "" : urls.front().absoluteString,
-                         {{"application", application.absoluteString}, {"activates", activates ? "yes" : "no"}});
+    engine_.journal.emit(
+        {ApplicationEvent::opened,
+         urls.empty() ? "" : urls.front().absoluteString,
+         {{Field::application, application.absoluteString}, {Field::activates, activates ? "yes" : "no"}}});
     Behaviour behaviour;
     {
         const std::lock_guard guard(mutex_);

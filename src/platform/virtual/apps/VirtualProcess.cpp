@@ -8,39 +8,40 @@ bool VirtualProcess::isTerminated() const {
 }
 
 bool VirtualProcess::activate(ActivationOptions options) {
-    const Journal::Fields more{{"options", std::to_string(static_cast<int>(options))}};
-    if (!ask("application-activate", more)) return false;
+    const Fields more{{Field::options, std::to_string(static_cast<int>(options))}};
+    if (!ask(ApplicationEvent::activate, more)) return false;
     if (description_.declinesActivation) return true;
     engine_.world.after(description_.activationDelay, [self = shared_from_this()] { self->comeToFront(); });
     return true;
 }
 
 bool VirtualProcess::terminate() {
-    if (!ask("application-terminate")) return false;
+    if (!ask(ApplicationEvent::terminate)) return false;
     if (!description_.ignoresTerminate) exitAfter(description_.exitDelay);
     return true;
 }
 
 bool VirtualProcess::forceTerminate() {
-    if (!ask("application-force-terminate")) return false;
+    if (!ask(ApplicationEvent::forceTerminate)) return false;
     if (description_.refusesForceTerminate) return false;
     if (!description_.ignoresForceTerminate) exitAfter(description_.exitDelay);
     return true;
 }
 
-bool VirtualProcess::ask(const char* kind, const Journal::Fields& more) {
+bool VirtualProcess::ask(ApplicationEvent kind, const Fields& more) {
     engine_.platformCall();
     if (!isAlive() || engine_.isOver()) return false;
-    Journal::Fields fields{{"pid", std::to_string(origin_.identifier)}};
+    Fields fields{{Field::pid, std::to_string(origin_.identifier)}};
     fields.insert(fields.end(), more.begin(), more.end());
-    engine_.journal.emit(kind, description_.name, std::move(fields));
+    engine_.journal.emit({kind, description_.name, std::move(fields)});
     return true;
 }
 
 void VirtualProcess::appear() {
     State expected = State::starting;
     if (!state_.compare_exchange_strong(expected, State::running) || !description_.isApplication) return;
-    engine_.journal.emit("application-started", description_.name, {{"pid", std::to_string(origin_.identifier)}});
+    engine_.journal.emit(
+        {ApplicationEvent::started, description_.name, {{Field::pid, std::to_string(origin_.identifier)}}});
 }
 
 bool VirtualProcess::exit() {
@@ -50,8 +51,9 @@ bool VirtualProcess::exit() {
         if (before == State::zombie || before == State::gone) return false;
     } while (!state_.compare_exchange_weak(before, end));
     const bool wasListed = before == State::running && description_.isApplication;
-    engine_.journal.emit(wasListed ? "application-exited" : "process-exited",
-                         wasListed ? description_.name : origin_.path, {{"pid", std::to_string(origin_.identifier)}});
+    engine_.journal.emit({wasListed ? EventKind(ApplicationEvent::exited) : ProcessEvent::exited,
+                          wasListed ? description_.name : origin_.path,
+                          {{Field::pid, std::to_string(origin_.identifier)}}});
     desktop_.processEnded(origin_.identifier);
     return true;
 }

@@ -59,7 +59,7 @@ class VirtualProcess final : public RunningApplication, public std::enable_share
 
   private:
     /// False when it cannot be asked. The event has the fields that the kind has beside the process.
-    bool ask(const char* kind, const Journal::Fields& more = {});
+    bool ask(ApplicationEvent kind, const Fields& more = {});
 
     Engine& engine_;
     VirtualDesktop& desktop_;

@@ -64,9 +64,9 @@ bool VirtualProcessLauncher::sendSignal(ProcessIdentifier process, int signal) {
     if (engine_.isOver()) return false;
     const auto found = find(process);
     const bool sent = found && found->state() != VirtualProcess::State::gone;
-    Journal::Fields fields{{"pid", std::to_string(process)}};
-    if (!sent) fields.emplace_back("error", "no such process");
-    engine_.journal.emit("signal", std::to_string(signal), std::move(fields));
+    Fields fields{{Field::pid, std::to_string(process)}};
+    if (!sent) fields.emplace_back(Field::error, "no such process");
+    engine_.journal.emit({ProcessEvent::signal, std::to_string(signal), std::move(fields)});
     return sent && found->receive(signal);
 }
 
@@ -124,9 +124,9 @@ ProcessIdentifier VirtualProcessLauncher::start(const std::string& executablePat
         older = running(*installed.application.bundleIdentifier);
     }
     const auto process = make(executablePath, arguments, installed.application);
-    Journal::Fields fields{{"pid", std::to_string(process->processIdentifier())}};
-    for (const std::string& argument : arguments) fields.emplace_back("argument", argument);
-    engine_.journal.emit("process-started", executablePath, std::move(fields));
+    Fields fields{{Field::pid, std::to_string(process->processIdentifier())}};
+    for (const std::string& argument : arguments) fields.emplace_back(Field::argument, argument);
+    engine_.journal.emit({ProcessEvent::started, executablePath, std::move(fields)});
     if (older) {
         process->exitAfter(*installed.handsOverIn);
         openWindows(older, installed, addressIn(arguments), 0);

@@ -23,7 +23,7 @@ class VirtualWorkspace final : public Workspace {
             const std::lock_guard guard(mutex_);
             opened_.push_back(url.absoluteString);
         }
-        engine_.journal.emit("url-opened", url.absoluteString, {{"opened", opened ? "yes" : "no"}});
+        engine_.journal.emit({ClientEvent::urlOpened, url.absoluteString, {{Field::opened, opened ? "yes" : "no"}}});
         return opened;
     }
 

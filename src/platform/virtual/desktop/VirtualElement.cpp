@@ -31,8 +31,7 @@ std::variant<AccessibilityValue, AccessibilityError> VirtualAccessibility::Eleme
 
 template <class Function>
 AccessibilityError VirtualAccessibility::Element::carryOut(AccessibilityFaults::Operation operation,
-                                                           std::string_view name, Journal::Fields fields,
-                                                           Function intent) {
+                                                           std::string_view name, Fields fields, Function intent) {
     owner_.engine_.platformCall();
     if (owner_.engine_.isOver()) return accessibilityCannotComplete;
     Intent intended = AccessibilityError(owner_.reach(process_));
@@ -40,21 +39,21 @@ AccessibilityError VirtualAccessibility::Element::carryOut(AccessibilityFaults::
         const auto fault = owner_.faults_.strike(operation, name, process_);
         intended = fault ? Intent(std::get<AccessibilityError>(*fault)) : intent();
     }
-    Journal::Fields all{{"pid", std::to_string(process_)}};
-    if (window_ != 0) all.emplace_back("window", std::to_string(window_));
+    Fields all{{Field::pid, std::to_string(process_)}};
+    if (window_ != 0) all.emplace_back(Field::window, std::to_string(window_));
     for (auto& field : fields) all.push_back(std::move(field));
     const auto* error = std::get_if<AccessibilityError>(&intended);
-    if (error != nullptr && *error != accessibilitySuccess) all.emplace_back("error", std::to_string(*error));
+    if (error != nullptr && *error != accessibilitySuccess) all.emplace_back(Field::error, std::to_string(*error));
     const bool isWrite = operation == AccessibilityFaults::Operation::write;
-    owner_.engine_.journal.emit(isWrite ? "accessibility-set" : "accessibility-action", std::string(name),
-                                std::move(all));
+    owner_.engine_.journal.emit(
+        {isWrite ? ElementEvent::set : ElementEvent::action, std::string(name), std::move(all)});
     if (error != nullptr) return *error;
     std::get<Block>(intended)();
     return accessibilitySuccess;
 }
 
 AccessibilityError VirtualAccessibility::Element::setAttribute(std::string_view name, const AccessibilityValue& value) {
-    return carryOut(AccessibilityFaults::Operation::write, name, {{"value", describe(value)}},
+    return carryOut(AccessibilityFaults::Operation::write, name, {{Field::value, describe(value)}},
                     [&] { return write(name, value); });
 }
 

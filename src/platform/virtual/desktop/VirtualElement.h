@@ -37,7 +37,7 @@ class VirtualAccessibility::Element : public AccessibilityElement {
   private:
     /// Tells of the write or the action and then does it.
     template <class Function>
-    AccessibilityError carryOut(AccessibilityFaults::Operation operation, std::string_view name, Journal::Fields fields,
+    AccessibilityError carryOut(AccessibilityFaults::Operation operation, std::string_view name, Fields fields,
                                 Function intent);
 };
 

@@ -58,9 +58,9 @@ void VirtualScreens::setUp(Displays displays) {
 }
 
 void VirtualScreens::change(Displays displays) {
-    Journal::Fields fields;
+    Fields fields;
     for (const auto& screen : displays.screens) {
-        fields.emplace_back("screen", screen.localizedName + " " + describe(screen.frame));
+        fields.emplace_back(Field::screen, screen.localizedName + " " + describe(screen.frame));
     }
     int notices = 0;
     double every = 0;
@@ -70,7 +70,7 @@ void VirtualScreens::change(Displays displays) {
         notices = notices_;
         every = noticesEvery_;
     }
-    engine_.journal.emit("screens-changed", {}, std::move(fields));
+    engine_.journal.emit({SystemEvent::screensChanged, {}, std::move(fields)});
     if (notices > 0) changes_.post();
     for (int notice = 1; notice < notices; ++notice) engine_.world.after(notice * every, [this] { changes_.post(); });
 }

@@ -48,7 +48,7 @@ std::unique_ptr<Observation> VirtualSpaces::observeActiveSpaceDidChange(Block bl
 }
 
 bool VirtualSpaces::swipe(Direction direction, const std::string& display) {
-    return desktop_.change([&](DesktopState& state, VirtualDesktop::Happenings&) {
+    return desktop_.change([&](DesktopState& state, Happenings&) {
         const SpaceRow& row = rowNamed(state, display);
         // To the left of the first one lies nothing: the number wraps and is too large.
         return show(state, row, direction == Direction::left ? place(row) - 1 : place(row) + 1);
@@ -57,13 +57,12 @@ bool VirtualSpaces::swipe(Direction direction, const std::string& display) {
 
 bool VirtualSpaces::switchTo(std::size_t place, const std::string& display) {
     return desktop_.change(
-        [&](DesktopState& state, VirtualDesktop::Happenings&) { return show(state, rowNamed(state, display), place); });
+        [&](DesktopState& state, Happenings&) { return show(state, rowNamed(state, display), place); });
 }
 
 void VirtualSpaces::addDesktop(const std::string& display) {
-    desktop_.change([&](DesktopState& state, VirtualDesktop::Happenings&) {
-        state.spaces.add(rowNamed(state, display).spaces.back().id, false);
-    });
+    desktop_.change(
+        [&](DesktopState& state, Happenings&) { state.spaces.add(rowNamed(state, display).spaces.back().id, false); });
 }
 
 std::size_t VirtualSpaces::current(const std::string& display) const {

@@ -50,7 +50,7 @@ std::unique_ptr<KeyboardTap> VirtualKeyboardTaps::createFilter(KeyFilter filter)
         }
         if (!refused) taps_.insert(taps_.begin(), state);
     }
-    engine_.journal.emit(refused ? "keyboard-tap-refused" : "keyboard-tap-created");
+    engine_.journal.emit({refused ? KeyboardEvent::tapRefused : KeyboardEvent::tapCreated});
     if (refused) return nullptr;
     return std::make_unique<Tap>(*this, std::move(state));
 }
@@ -141,8 +141,10 @@ void VirtualKeyboardTaps::swallow(std::uint64_t question) {
         event = keys_.front().event;
     }
     if (event.type == KeyEventType::keyDown) {
-        engine_.journal.emit("key-swallowed", KeyStroke{event.keyCode, event.flags}.text(),
-                             {{"code", std::to_string(event.keyCode)}, {"flags", std::to_string(event.flags)}});
+        engine_.journal.emit(
+            {KeyboardEvent::swallowed,
+             KeyStroke{event.keyCode, event.flags}.text(),
+             {{Field::code, std::to_string(event.keyCode)}, {Field::flags, std::to_string(event.flags)}}});
     }
     engine_.world.after(0, [this] { goOn(); });
 }
@@ -174,7 +176,7 @@ void VirtualKeyboardTaps::disable(const StatePointer& tap, KeyEventType notice) 
         if (open_ != 0 && keys_.front().ahead.front() == tap) waiting = open_;
     }
     const bool timedOut = notice == KeyEventType::tapDisabledByTimeout;
-    engine_.journal.emit("tap-disabled", timedOut ? "timeout" : "user input");
+    engine_.journal.emit({KeyboardEvent::tapDisabled, timedOut ? "timeout" : "user input"});
     engine_.mainLoop.postEvent([this, tap, notice] {
         std::shared_ptr<const KeyFilter> filter;
         {
@@ -207,7 +209,7 @@ void VirtualKeyboardTaps::remove(const StatePointer& tap) {
         // What is being answered right now is answered yet: a tap may end in its own report.
         if (open_ != 0 && open_ != heard_ && keys_.front().ahead.front() == tap) waiting = open_;
     }
-    engine_.journal.emit("keyboard-tap-removed");
+    engine_.journal.emit({KeyboardEvent::tapRemoved});
     if (waiting != 0) pass(waiting);
 }
 

@@ -10,19 +10,19 @@ namespace {
 
 constexpr int maximumRedirects = 16;
 
-Journal::Fields described(const URLRequest& request) {
-    Journal::Fields fields;
+Fields described(const URLRequest& request) {
+    Fields fields;
     for (const auto& [name, value] : request.headers)
-        fields.emplace_back("header", std::string(name).append(": ").append(value));
-    if (request.body && !request.body->empty()) fields.emplace_back("body", *request.body);
+        fields.emplace_back(Field::header, std::string(name).append(": ").append(value));
+    if (request.body && !request.body->empty()) fields.emplace_back(Field::body, *request.body);
     return fields;
 }
 
-Journal::Fields described(const URLReply& reply) {
-    Journal::Fields fields;
-    if (reply.error) fields.emplace_back("error", reply.error->localizedDescription);
-    if (reply.statusCode) fields.emplace_back("status", std::to_string(*reply.statusCode));
-    if (reply.data) fields.emplace_back("body", *reply.data);
+Fields described(const URLReply& reply) {
+    Fields fields;
+    if (reply.error) fields.emplace_back(Field::error, reply.error->localizedDescription);
+    if (reply.statusCode) fields.emplace_back(Field::status, std::to_string(*reply.statusCode));
+    if (reply.data) fields.emplace_back(Field::body, *reply.data);
     return fields;
 }
 
@@ -40,7 +40,7 @@ void VirtualURLSession::dataTask(URLRequest request, Completion completion) {
         sent_.push_back({toSeconds(engine_.scheduler.now()), task->request});
         ++underWay_;
     }
-    engine_.journal.emit("request", task->request.method + " " + task->address, described(task->request));
+    engine_.journal.emit({NetworkEvent::request, task->request.method + " " + task->address, described(task->request)});
     if (!isSupported(task->request.url)) return deliver(task, 0, failure(unsupportedURLText));
     engine_.world.after(0, [this, task] { ask(task); });
 }
@@ -85,7 +85,7 @@ void VirtualURLSession::follow(const TaskPointer& task, URLRequest next, double 
     if (++task->redirects > maximumRedirects) return deliver(task, after, failure(tooManyRedirectsText));
     if (!isSupported(next.url)) return deliver(task, after, failure(unsupportedURLText));
     engine_.world.after(after, [this, task, next = std::move(next)]() mutable {
-        engine_.journal.emit("redirect", next.method + " " + next.url.absoluteString);
+        engine_.journal.emit({NetworkEvent::redirect, next.method + " " + next.url.absoluteString});
         task->request = std::move(next);
         ask(task);
     });
@@ -98,7 +98,7 @@ void VirtualURLSession::deliver(const TaskPointer& task, double after, URLReply 
             --underWay_;
         }
         if (engine_.mainLoop.isOver()) return;
-        engine_.journal.emit("reply", task->address, described(reply));
+        engine_.journal.emit({NetworkEvent::reply, task->address, described(reply)});
         // The completion goes as soon as it has been called, as the task does.
         const Completion completion = std::move(task->completion);
         completion(std::move(reply));

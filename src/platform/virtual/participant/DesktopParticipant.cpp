@@ -28,17 +28,17 @@ constexpr std::array modifierKeys = {ModifierKey{55, KeyStroke::command}, Modifi
 
 }  // namespace
 
-void DesktopParticipant::perform(const std::string& what, const Journal::Fields& fields, const Deed& deed) {
+void DesktopParticipant::perform(const Happening& what, const Attempt& attempt) {
     bool told = false;
     const auto heard = [&] {
         told = true;
-        dependencies_.engine.journal.emit("participant", what, fields);
+        dependencies_.engine.journal.emit(what);
     };
-    const std::string ignored = deed(heard);
+    const std::string ignored = attempt(heard);
     if (told) return;
-    Journal::Fields all = fields;
-    if (!ignored.empty()) all.emplace_back("ignored", ignored);
-    dependencies_.engine.journal.emit("participant", what, std::move(all));
+    Happening all = what;
+    if (!ignored.empty()) all.fields.emplace_back(Field::ignored, ignored);
+    dependencies_.engine.journal.emit(std::move(all));
 }
 
 void DesktopParticipant::bringClientToFront() {
@@ -50,9 +50,9 @@ void DesktopParticipant::bringToFront(ProcessIdentifier process) {
     dependencies_.processes.find(process)->comeToFront();
 }
 
-void DesktopParticipant::inWorld(std::string what, Journal::Fields fields, Deed deed) {
-    dependencies_.engine.world.after(0, [this, what = std::move(what), fields = std::move(fields),
-                                         deed = std::move(deed)] { perform(what, fields, deed); });
+void DesktopParticipant::inWorld(Happening what, Attempt attempt) {
+    dependencies_.engine.world.after(
+        0, [this, what = std::move(what), attempt = std::move(attempt)] { perform(what, attempt); });
 }
 
 std::shared_ptr<VirtualProcess> DesktopParticipant::running(const std::string& application) const {
@@ -63,23 +63,23 @@ std::shared_ptr<VirtualProcess> DesktopParticipant::running(const std::string& a
     return found == all.end() ? nullptr : *found;
 }
 
-void DesktopParticipant::withWindow(const std::string& what, const std::string& application, Journal::Fields fields,
-                                    const std::function<bool(const AppWindow&)>& pick, WindowDeed deed) {
-    inWorld(what + " " + application, std::move(fields),
-            [this, application, pick, deed = std::move(deed)](const auto& heard) -> std::string {
+void DesktopParticipant::withWindow(const Happening& what, const std::function<bool(const AppWindow&)>& pick,
+                                    WindowAttempt attempt) {
+    inWorld(what,
+            [this, application = what.text, pick, attempt = std::move(attempt)](const auto& heard) -> std::string {
                 const auto process = running(application);
                 if (!process) return "it does not run";
                 const auto windows = dependencies_.desktop.windowsOf(process->processIdentifier());
                 const auto found = std::find_if(windows.begin(), windows.end(), pick);
                 if (found == windows.end()) return "it has no such window";
                 heard();
-                deed(*found);
+                attempt(*found);
                 return {};
             });
 }
 
 void DesktopParticipant::openApplication(const std::string& executablePath) {
-    inWorld("open " + executablePath, {}, [this, executablePath](const auto& heard) -> std::string {
+    inWorld({DesktopDeed::openApplication, executablePath}, [this, executablePath](const auto& heard) -> std::string {
         if (!dependencies_.processes.isExecutable(executablePath)) return "it cannot be started";
         heard();
         dependencies_.processes.start(executablePath);
@@ -88,7 +88,7 @@ void DesktopParticipant::openApplication(const std::string& executablePath) {
 }
 
 void DesktopParticipant::bringToFront(const std::string& application) {
-    inWorld("bring-to-front " + application, {}, [this, application](const auto& heard) -> std::string {
+    inWorld({DesktopDeed::bringToFront, application}, [this, application](const auto& heard) -> std::string {
         const auto process = running(application);
         if (!process) return "it does not run";
         heard();
@@ -98,7 +98,7 @@ void DesktopParticipant::bringToFront(const std::string& application) {
 }
 
 void DesktopParticipant::quit(const std::string& application) {
-    inWorld("quit " + application, {}, [this, application](const auto& heard) -> std::string {
+    inWorld({DesktopDeed::quit, application}, [this, application](const auto& heard) -> std::string {
         const auto process = running(application);
         if (!process) return "it does not run";
         if (process->description().ignoresTerminate) return "it goes on";
@@ -109,7 +109,7 @@ void DesktopParticipant::quit(const std::string& application) {
 }
 
 void DesktopParticipant::kill(const std::string& application) {
-    inWorld("kill " + application, {}, [this, application](const auto& heard) -> std::string {
+    inWorld({DesktopDeed::kill, application}, [this, application](const auto& heard) -> std::string {
         const auto process = running(application);
         if (!process) return "it does not run";
         heard();
@@ -120,29 +120,30 @@ void DesktopParticipant::kill(const std::string& application) {
 }
 
 void DesktopParticipant::moveWindowOf(const std::string& application, Point origin) {
-    withWindow("move", application, {{"value", shortest(origin.x) + " " + shortest(origin.y)}}, isMovable,
-               [this, origin](const AppWindow& window) {
+    withWindow({DesktopDeed::moveWindow, application, {{Field::value, shortest(origin.x) + " " + shortest(origin.y)}}},
+               isMovable, [this, origin](const AppWindow& window) {
                    bringToFront(window.owner);
                    dependencies_.desktop.move(window.number, origin);
                });
 }
 
 void DesktopParticipant::resizeWindowOf(const std::string& application, Size size) {
-    withWindow("resize", application, {{"value", shortest(size.width) + " " + shortest(size.height)}}, isMovable,
-               [this, size](const AppWindow& window) {
-                   bringToFront(window.owner);
-                   dependencies_.desktop.resize(window.number, size);
-               });
+    withWindow(
+        {DesktopDeed::resizeWindow, application, {{Field::value, shortest(size.width) + " " + shortest(size.height)}}},
+        isMovable, [this, size](const AppWindow& window) {
+            bringToFront(window.owner);
+            dependencies_.desktop.resize(window.number, size);
+        });
 }
 
 void DesktopParticipant::minimiseWindowOf(const std::string& application) {
-    withWindow("minimise", application, {}, isMovable,
+    withWindow({DesktopDeed::minimiseWindow, application}, isMovable,
                [this](const AppWindow& window) { dependencies_.desktop.setMinimised(window.number, true); });
 }
 
 void DesktopParticipant::restoreWindowOf(const std::string& application) {
     withWindow(
-        "restore", application, {}, [](const AppWindow& window) { return window.minimised; },
+        {DesktopDeed::restoreWindow, application}, [](const AppWindow& window) { return window.minimised; },
         [this](const AppWindow& window) {
             dependencies_.desktop.setMinimised(window.number, false);
             bringToFront(window.owner);
@@ -151,14 +152,15 @@ void DesktopParticipant::restoreWindowOf(const std::string& application) {
 
 void DesktopParticipant::closeWindowOf(const std::string& application) {
     withWindow(
-        "close", application, {}, [](const AppWindow& window) { return isVisible(window) && window.hasCloseButton; },
+        {DesktopDeed::closeWindow, application},
+        [](const AppWindow& window) { return isVisible(window) && window.hasCloseButton; },
         [this](const AppWindow& window) {
             if (!window.refusesToClose) dependencies_.desktop.close(window.number);
         });
 }
 
 void DesktopParticipant::toggleFullScreenOf(const std::string& application) {
-    withWindow("full-screen", application, {}, isVisible, [this](const AppWindow& window) {
+    withWindow({DesktopDeed::toggleFullScreen, application}, isVisible, [this](const AppWindow& window) {
         bringToFront(window.owner);
         dependencies_.desktop.setFullScreen(window.number, !window.fullScreen);
     });
@@ -166,17 +168,19 @@ void DesktopParticipant::toggleFullScreenOf(const std::string& application) {
 
 void DesktopParticipant::swipe(VirtualSpaces::Direction direction) {
     const bool left = direction == VirtualSpaces::Direction::left;
-    inWorld(left ? "swipe left" : "swipe right", {}, [this, direction, left](const auto& heard) -> std::string {
-        const std::size_t place = dependencies_.spaces.current();
-        if (left ? place == 0 : place + 1 == dependencies_.spaces.count()) return "there is no Space beside this one";
-        heard();
-        dependencies_.spaces.swipe(direction);
-        return {};
-    });
+    inWorld({left ? DesktopDeed::swipeLeft : DesktopDeed::swipeRight},
+            [this, direction, left](const auto& heard) -> std::string {
+                const std::size_t place = dependencies_.spaces.current();
+                if (left ? place == 0 : place + 1 == dependencies_.spaces.count())
+                    return "there is no Space beside this one";
+                heard();
+                dependencies_.spaces.swipe(direction);
+                return {};
+            });
 }
 
 void DesktopParticipant::openWindowOf(const std::string& application, const NewWindow& window) {
-    inWorld("new-window " + application, {}, [this, application, window](const auto& heard) -> std::string {
+    inWorld({DesktopDeed::openWindow, application}, [this, application, window](const auto& heard) -> std::string {
         const auto process = running(application);
         if (!process) return "it does not run";
         heard();
@@ -200,29 +204,30 @@ void DesktopParticipant::deliver(const KeyStroke& key) {
 
 void DesktopParticipant::pressKey(std::int64_t keyCode, std::uint64_t flags, int times) {
     const KeyStroke key{keyCode, flags};
-    Journal::Fields fields;
-    if (times > 1) fields.emplace_back("times", std::to_string(times));
-    inWorld("key " + key.text(), std::move(fields), [this, key, times](const auto& heard) -> std::string {
-        heard();
-        changeFlags(key.flags, true);
-        for (int press = 0; press < times; ++press) {
-            const auto down = [this, key, isLast = press + 1 == times] {
-                dependencies_.keyboard.press({KeyEventType::keyDown, key.keyCode, key.flags},
-                                             [this, key] { deliver(key); });
-                if (isLast) changeFlags(key.flags, false);
-            };
-            if (press == 0) {
-                down();
-            } else {
-                dependencies_.engine.world.after(press * repeatInterval, down);
-            }
-        }
-        return {};
-    });
+    Fields fields;
+    if (times > 1) fields.emplace_back(Field::times, std::to_string(times));
+    inWorld({DesktopDeed::pressKey, key.text(), std::move(fields)},
+            [this, key, times](const auto& heard) -> std::string {
+                heard();
+                changeFlags(key.flags, true);
+                for (int press = 0; press < times; ++press) {
+                    const auto down = [this, key, isLast = press + 1 == times] {
+                        dependencies_.keyboard.press({KeyEventType::keyDown, key.keyCode, key.flags},
+                                                     [this, key] { deliver(key); });
+                        if (isLast) changeFlags(key.flags, false);
+                    };
+                    if (press == 0) {
+                        down();
+                    } else {
+                        dependencies_.engine.world.after(press * repeatInterval, down);
+                    }
+                }
+                return {};
+            });
 }
 
-void DesktopParticipant::pressThrough(const std::string& what, const KeyStroke& key, Block passed) {
-    inWorld(what, {}, [this, key, passed = std::move(passed)](const auto& heard) -> std::string {
+void DesktopParticipant::pressThrough(Happening what, const KeyStroke& key, Block passed) {
+    inWorld(std::move(what), [this, key, passed = std::move(passed)](const auto& heard) -> std::string {
         heard();
         changeFlags(key.flags, true);
         dependencies_.keyboard.press({KeyEventType::keyDown, key.keyCode, key.flags}, passed);

@@ -8,11 +8,11 @@
 #include "platform/desktop/Geometry.h"
 #include "platform/virtual/apps/VirtualProcessLauncher.h"
 #include "platform/virtual/desktop/VirtualSpaces.h"
+#include "platform/virtual/journal/Journal.h"
 #include "platform/virtual/keyboard/KeyStroke.h"
 #include "platform/virtual/keyboard/VirtualKeyboardTaps.h"
 #include "platform/virtual/participant/KeyDelivery.h"
 #include "platform/virtual/scheduler/Engine.h"
-#include "platform/virtual/scheduler/Journal.h"
 #include "platform/virtual/world/VirtualDesktop.h"
 
 namespace vantrel::virtualmac {
@@ -67,29 +67,28 @@ class DesktopParticipant {
     /// Whether a tap of the client stands.
     bool isTapped() const { return dependencies_.keyboard.taps() > 0; }
     /// The key goes through the taps; `passed` runs on the world's thread when none has swallowed it.
-    void pressThrough(const std::string& what, const KeyStroke& key, Block passed);
+    void pressThrough(Happening what, const KeyStroke& key, Block passed);
 
     /// Does it and returns why it has no effect; empty when it has one.
-    using Deed = std::function<std::string(const std::function<void()>& heard)>;
+    using Attempt = std::function<std::string(const std::function<void()>& heard)>;
 
     /// The event is written down before what comes of it, or with the reason when nothing does.
-    void perform(const std::string& what, const Journal::Fields& fields, const Deed& deed);
+    void perform(const Happening& what, const Attempt& attempt);
     /// A click into the client's window does that.
     void bringClientToFront();
 
   private:
-    using WindowDeed = std::function<void(const AppWindow&)>;
+    using WindowAttempt = std::function<void(const AppWindow&)>;
 
-    void inWorld(std::string what, Journal::Fields fields, Deed deed);
+    void inWorld(Happening what, Attempt attempt);
     /// The modifiers as they go down or up.
     void changeFlags(std::uint64_t flags, bool down);
     void deliver(const KeyStroke& key);
     /// A click into another application's window does that.
     void bringToFront(ProcessIdentifier process);
     std::shared_ptr<VirtualProcess> running(const std::string& application) const;
-    /// The deed is done to the window that `pick` takes of the application's.
-    void withWindow(const std::string& what, const std::string& application, Journal::Fields fields,
-                    const std::function<bool(const AppWindow&)>& pick, WindowDeed deed);
+    /// The deed is done to the window that `pick` takes of the application's; the application is the text of `what`.
+    void withWindow(const Happening& what, const std::function<bool(const AppWindow&)>& pick, WindowAttempt attempt);
 
     const Dependencies dependencies_;
 };

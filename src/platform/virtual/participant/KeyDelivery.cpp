@@ -27,9 +27,9 @@ bool KeyDelivery::deliver(const KeyStroke& key) {
         const std::lock_guard guard(mutex_);
         received_.push_back({key, receiver ? receiver->processIdentifier() : 0});
     }
-    Journal::Fields fields{{"code", std::to_string(key.keyCode)}, {"flags", std::to_string(key.flags)}};
-    if (receiver) fields.emplace_back("application", receiver->description().name);
-    dependencies_.engine.journal.emit("key-delivered", key.text(), std::move(fields));
+    Fields fields{{Field::code, std::to_string(key.keyCode)}, {Field::flags, std::to_string(key.flags)}};
+    if (receiver) fields.emplace_back(Field::application, receiver->description().name);
+    dependencies_.engine.journal.emit({KeyboardEvent::delivered, key.text(), std::move(fields)});
     if (systemAction) {
         systemAction();
     } else if (receiver) {

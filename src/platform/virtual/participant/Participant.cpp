@@ -5,9 +5,9 @@
 
 namespace vantrel::virtualmac {
 
-void Participant::post(std::string what, Journal::Fields fields, Deed deed) {
-    dependencies_.engine.mainLoop.postEvent([this, what = std::move(what), fields = std::move(fields),
-                                             deed = std::move(deed)] { perform(what, fields, deed); });
+void Participant::post(Happening what, Attempt attempt) {
+    dependencies_.engine.mainLoop.postEvent(
+        [this, what = std::move(what), attempt = std::move(attempt)] { perform(what, attempt); });
 }
 
 std::string Participant::busy() const {
@@ -26,8 +26,8 @@ std::string Participant::whyNoMenu() const {
 }
 
 void Participant::type(const std::string& fieldId, std::string text) {
-    Journal::Fields fields{{"value", text}};
-    post("type " + fieldId, std::move(fields), [this, fieldId, text = std::move(text)](const auto&) -> std::string {
+    Happening what{Deed::type, fieldId, {{Field::value, text}}};
+    post(std::move(what), [this, fieldId, text = std::move(text)](const auto&) -> std::string {
         if (auto why = busy(); !why.empty()) return why;
         const auto window = dependencies_.windows.front();
         if (!window || !window->shows(fieldId)) return "it is not on the screen";
@@ -49,7 +49,7 @@ std::string Participant::press(const WindowState& window, const Control& button,
 }
 
 void Participant::press(const std::string& button) {
-    post("press " + button, {}, [this, button](const auto& heard) -> std::string {
+    post({Deed::press, button}, [this, button](const auto& heard) -> std::string {
         if (auto why = busy(); !why.empty()) return why;
         const auto window = dependencies_.windows.front();
         if (!window) return "no window is on the screen";
@@ -66,7 +66,7 @@ void Participant::press(const std::string& button) {
 }
 
 void Participant::pressReturn() {
-    post("return", {}, [this](const auto& heard) { return performReturn(heard); });
+    post({Deed::pressReturn}, [this](const auto& heard) { return performReturn(heard); });
 }
 
 std::string Participant::performReturn(const std::function<void()>& heard) {
@@ -88,7 +88,7 @@ std::string Participant::performReturn(const std::function<void()>& heard) {
 }
 
 void Participant::answerAlert(const std::string& buttonTitle) {
-    post("answer " + buttonTitle, {}, [this, buttonTitle](const auto& heard) -> std::string {
+    post({Deed::answerAlert, buttonTitle}, [this, buttonTitle](const auto& heard) -> std::string {
         const auto alerts = dependencies_.alerts.up();
         if (alerts.empty()) return "no alert is up";
         if (isMenuInFront()) return "a menu is open";
@@ -108,7 +108,7 @@ void Participant::track(const std::string& title, const Menu& menu, std::uint64_
 }
 
 void Participant::openStatusMenu() {
-    post("open-status-menu", {}, [this](const auto& heard) -> std::string {
+    post({Deed::openStatusMenu}, [this](const auto& heard) -> std::string {
         if (auto why = busy(); !why.empty()) return why;
         const auto items = dependencies_.statusBar.items();
         if (items.empty()) return "there is no status item";
@@ -120,7 +120,7 @@ void Participant::openStatusMenu() {
 }
 
 void Participant::openMainMenu(const std::string& title) {
-    post("open-menu " + title, {}, [this, title](const auto& heard) -> std::string {
+    post({Deed::openMenu, title}, [this, title](const auto& heard) -> std::string {
         if (auto why = busy(); !why.empty()) return why;
         const Menu mainMenu = dependencies_.application.mainMenu();
         for (const MenuItem& item : mainMenu.items) {
@@ -134,14 +134,14 @@ void Participant::openMainMenu(const std::string& title) {
 }
 
 void Participant::chooseMenuItem(const std::string& title) {
-    post("choose " + title, {}, [this, title](const auto&) -> std::string {
+    post({Deed::chooseMenuItem, title}, [this, title](const auto&) -> std::string {
         if (auto why = whyNoMenu(); !why.empty()) return why;
         return dependencies_.menus.choose(title) ? "" : "the menu has no such item to choose";
     });
 }
 
 void Participant::closeMenu() {
-    post("close-menu", {}, [this](const auto&) -> std::string {
+    post({Deed::closeMenu}, [this](const auto&) -> std::string {
         auto why = whyNoMenu();
         if (why.empty()) dependencies_.menus.close();
         return why;
@@ -149,8 +149,8 @@ void Participant::closeMenu() {
 }
 
 void Participant::pressCommand(const std::string& key) {
-    const std::string what = "command " + key;
-    if (!isTapped()) return post(what, {}, [this, key](const auto& heard) { return performKeyEquivalent(key, heard); });
+    const Happening what{Deed::pressCommand, key};
+    if (!isTapped()) return post(what, [this, key](const auto& heard) { return performKeyEquivalent(key, heard); });
     const bool isUpper = key.size() == 1 && key[0] >= 'A' && key[0] <= 'Z';
     const std::string letter = isUpper ? std::string(1, static_cast<char>(key[0] - 'A' + 'a')) : key;
     KeyStroke stroke = KeyStroke::parse(letter).value_or(KeyStroke{});
@@ -184,7 +184,7 @@ void Participant::keyForClient(const KeyStroke& key) {
 }
 
 void Participant::closeWindow() {
-    post("close-window", {}, [this](const auto& heard) -> std::string {
+    post({Deed::closeWindow}, [this](const auto& heard) -> std::string {
         if (auto why = busy(); !why.empty()) return why;
         const auto window = dependencies_.windows.front();
         if (!window) return "no window is on the screen";
@@ -196,7 +196,7 @@ void Participant::closeWindow() {
 }
 
 void Participant::logOut() {
-    post("log-out", {}, [this](const auto& heard) -> std::string {
+    post({Deed::logOut}, [this](const auto& heard) -> std::string {
         heard();
         dependencies_.application.terminate();
         return {};
@@ -205,9 +205,9 @@ void Participant::logOut() {
 
 void Participant::answerPermissionPrompt(bool granted) {
     dependencies_.engine.world.after(0, [this, granted] {
-        Journal::Fields fields{{"value", granted ? "yes" : "no"}};
-        if (!dependencies_.capture.answer(granted)) fields.emplace_back("ignored", "no permission prompt is up");
-        dependencies_.engine.journal.emit("participant", "answer-permission", std::move(fields));
+        Fields fields{{Field::value, granted ? "yes" : "no"}};
+        if (!dependencies_.capture.answer(granted)) fields.emplace_back(Field::ignored, "no permission prompt is up");
+        dependencies_.engine.journal.emit({Deed::answerPermission, {}, std::move(fields)});
     });
 }
 

@@ -3,8 +3,8 @@
 #include <functional>
 #include <string>
 
+#include "platform/virtual/journal/Journal.h"
 #include "platform/virtual/participant/DesktopParticipant.h"
-#include "platform/virtual/scheduler/Journal.h"
 #include "platform/virtual/system/VirtualCaptureAuthorization.h"
 #include "platform/virtual/ui/MenuTracking.h"
 #include "platform/virtual/ui/VirtualAlerts.h"
@@ -55,7 +55,7 @@ class Participant final : public DesktopParticipant {
     void answerPermissionPrompt(bool granted);
 
   private:
-    void post(std::string what, Journal::Fields fields, Deed deed);
+    void post(Happening what, Attempt attempt);
     /// What keeps the participant from the windows; empty for nothing.
     std::string busy() const;
     bool isMenuInFront() const;

@@ -8,7 +8,7 @@ namespace vantrel::virtualmac {
 Engine::Engine(const Options& options)
     : onMisuse_(options.onMisuse),
       scheduler({options.seed, options.freeRunning, [this](const std::string& what) { misuse(what); }}),
-      journal(scheduler, options.onEvent),
+      journal([this] { return toSeconds(scheduler.now()); }, options.onEvent),
       mainLoop(scheduler),
       world(scheduler, Scheduler::Rank::world),
       urlSession(scheduler, Scheduler::Rank::urlSession),

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/virtual/scheduler/Journal.h"
+#include "platform/virtual/journal/Journal.h"
 #include "platform/virtual/scheduler/MainRunLoop.h"
 #include "platform/virtual/scheduler/Options.h"
 #include "platform/virtual/scheduler/Scheduler.h"

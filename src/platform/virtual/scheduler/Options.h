@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/virtual/scheduler/Event.h"
+#include "platform/virtual/journal/Event.h"
 
 namespace vantrel::virtualmac {
 

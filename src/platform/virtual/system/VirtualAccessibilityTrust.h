@@ -23,7 +23,7 @@ class VirtualAccessibilityTrust final : public AccessibilityTrust {
         if (trusted_) return true;
         if (engine_.isOver()) return false;
         ++prompts_;
-        engine_.journal.emit("accessibility-prompt");
+        engine_.journal.emit({PermissionEvent::accessibilityPrompt});
         return false;
     }
 

@@ -22,7 +22,7 @@ AuthorizationStatus VirtualCaptureAuthorization::status(MediaType media) const {
 void VirtualCaptureAuthorization::requestAccess(MediaType media, std::function<void(bool granted)> completion) {
     engine_.platformCall();
     if (engine_.isOver()) return;
-    engine_.journal.emit("permission-requested", name(media));
+    engine_.journal.emit({PermissionEvent::requested, name(media)});
     std::optional<Automatic> automatic;
     {
         const std::lock_guard guard(mutex_);
@@ -38,7 +38,7 @@ void VirtualCaptureAuthorization::requestAccess(MediaType media, std::function<v
         prompts_.back().completions.push_back(std::move(completion));
         if (const auto found = automatic_.find(media); found != automatic_.end()) automatic = found->second;
     }
-    engine_.journal.emit("permission-prompt", name(media));
+    engine_.journal.emit({PermissionEvent::prompt, name(media)});
     if (!automatic) return;
     engine_.world.after(automatic->after, [this, media, granted = automatic->granted] { answer(media, granted); });
 }
@@ -73,7 +73,7 @@ bool VirtualCaptureAuthorization::answer(std::optional<MediaType> media, bool gr
         prompts_.erase(up);
         status_[prompt.media] = granted ? AuthorizationStatus::authorized : AuthorizationStatus::denied;
     }
-    engine_.journal.emit("permission-answered", name(prompt.media), {{"granted", granted ? "yes" : "no"}});
+    engine_.journal.emit({PermissionEvent::answered, name(prompt.media), {{Field::granted, granted ? "yes" : "no"}}});
     for (auto& completion : prompt.completions) {
         engine_.workers.run([completion = std::move(completion), granted] { completion(granted); });
     }

@@ -12,7 +12,7 @@ class VirtualLog final : public Log {
 
     void print(std::string_view line) override {
         engine_.platformCall();
-        engine_.journal.emit("log", std::string(line));
+        engine_.journal.emit({ClientEvent::log, std::string(line)});
     }
 
   private:

@@ -16,7 +16,7 @@ void VirtualUserDefaults::set(std::string_view key, std::string_view value) {
     engine_.platformCall();
     if (engine_.isOver()) return;
     put(std::string(key), std::string(value));
-    engine_.journal.emit("setting-saved", std::string(key), {{"value", std::string(value)}});
+    engine_.journal.emit({ClientEvent::settingSaved, std::string(key), {{Field::value, std::string(value)}}});
 }
 
 VirtualUserDefaults::Values VirtualUserDefaults::values() const {

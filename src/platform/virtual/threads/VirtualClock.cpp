@@ -16,7 +16,7 @@ double VirtualClock::secondsSince1970() const {
 
 void VirtualClock::closeLid(double seconds) {
     offset_ = offset_ + seconds;
-    engine_.journal.emit("lid", shortest(seconds));
+    engine_.journal.emit({SystemEvent::lid, shortest(seconds)});
 }
 
 }  // namespace vantrel::virtualmac

@@ -19,7 +19,7 @@ std::optional<MenuItem> MenuTracking::track(const std::string& title, const Menu
         number_ = engine_.nextInFront();
         chosen_.reset();
     }
-    engine_.journal.emit("menu-opened", title);
+    engine_.journal.emit({MenuEvent::opened, title});
     engine_.mainLoop.run(MainRunLoop::Mode::tracking, [this] { return !isOpen(); });
     std::optional<MenuItem> chosen;
     {
@@ -27,9 +27,9 @@ std::optional<MenuItem> MenuTracking::track(const std::string& title, const Menu
         open_.reset();
         chosen.swap(chosen_);
     }
-    Journal::Fields fields;
-    if (chosen) fields.emplace_back("chosen", chosen->title);
-    engine_.journal.emit("menu-closed", title, std::move(fields));
+    Fields fields;
+    if (chosen) fields.emplace_back(Field::chosen, chosen->title);
+    engine_.journal.emit({MenuEvent::closed, title, std::move(fields)});
     return chosen;
 }
 

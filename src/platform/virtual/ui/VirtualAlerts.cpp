@@ -26,9 +26,9 @@ std::size_t VirtualAlerts::runModal(const Alert& alert) {
         const std::lock_guard guard(mutex_);
         stack_.push_back(shown);
     }
-    Journal::Fields fields{{"style", name(alert.style)}, {"information", alert.informativeText}};
-    for (const auto& button : shown->alert.buttons) fields.emplace_back("button", button);
-    engine_.journal.emit("alert-shown", alert.messageText, std::move(fields));
+    Fields fields{{Field::style, name(alert.style)}, {Field::information, alert.informativeText}};
+    for (const auto& button : shown->alert.buttons) fields.emplace_back(Field::button, button);
+    engine_.journal.emit({AlertEvent::shown, alert.messageText, std::move(fields)});
     if (engine_.isMainThread()) {
         engine_.mainLoop.run(MainRunLoop::Mode::modal, [this, shown] {
             const std::lock_guard guard(mutex_);
@@ -72,7 +72,8 @@ bool VirtualAlerts::answer(const ShownPointer& shown, std::size_t index) {
         const std::lock_guard guard(mutex_);
         shown->answer = index;
     }
-    engine_.journal.emit("alert-answered", shown->alert.buttons[index], {{"message", shown->alert.messageText}});
+    engine_.journal.emit(
+        {AlertEvent::answered, shown->alert.buttons[index], {{Field::message, shown->alert.messageText}}});
     return true;
 }
 

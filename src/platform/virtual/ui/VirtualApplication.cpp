@@ -15,7 +15,7 @@ const MenuItem* findKeyEquivalent(const Menu& menu, std::string_view key) {
 
 void VirtualApplication::setActivationPolicy(ActivationPolicy policy) {
     engine_.mainThreadCall("Application.setActivationPolicy");
-    engine_.journal.emit("activation-policy", std::to_string(static_cast<int>(policy)));
+    engine_.journal.emit({ClientEvent::activationPolicy, std::to_string(static_cast<int>(policy))});
 }
 
 void VirtualApplication::setDelegate(std::weak_ptr<ApplicationDelegate> delegate) {
@@ -36,7 +36,7 @@ void VirtualApplication::setMainMenu(const Menu& menu) {
         const std::lock_guard guard(mutex_);
         mainMenu_ = menu;
     }
-    engine_.journal.emit("main-menu", titles);
+    engine_.journal.emit({ClientEvent::mainMenu, titles});
 }
 
 void VirtualApplication::run() {
@@ -54,25 +54,25 @@ void VirtualApplication::run() {
 
 void VirtualApplication::activate() {
     engine_.mainThreadCall("Application.activate");
-    engine_.journal.emit("activate");
+    engine_.journal.emit({ClientEvent::activate});
     if (!engine_.isOver()) desktop_.bringToFront({ownProcess_, {}});
 }
 
 void VirtualApplication::terminate() {
     engine_.mainThreadCall("Application.terminate");
     if (engine_.mainLoop.isOver()) return;
-    engine_.journal.emit("terminate-asked");
+    engine_.journal.emit({ClientEvent::terminateAsked});
     std::shared_ptr<ApplicationDelegate> delegate;
     {
         const std::lock_guard guard(mutex_);
         delegate = delegate_.lock();
     }
     if (delegate && delegate->applicationShouldTerminate() == TerminateReply::cancel) {
-        engine_.journal.emit("terminate-refused");
+        engine_.journal.emit({ClientEvent::terminateRefused});
         return;
     }
     if (engine_.mainLoop.isOver()) return;
-    engine_.journal.emit("terminated");
+    engine_.journal.emit({ClientEvent::terminated});
     engine_.endProcess();
 }
 

@@ -24,7 +24,7 @@ class VirtualOverlays::Shown final : public Overlay {
             const std::lock_guard guard(overlays_.mutex_);
             if (isClosed_ || std::exchange(state_->description.level, level) == level) return;
         }
-        tell("overlay-level", {{"level", std::to_string(level)}});
+        tell(OverlayEvent::level, {{Field::level, std::to_string(level)}});
     }
 
     void orderFrontRegardless() override {
@@ -42,8 +42,8 @@ class VirtualOverlays::Shown final : public Overlay {
             }
             wasVisible = std::exchange(state_->visible, true);
         }
-        if (!wasVisible) return tell("overlay-shown", whatIsSeen());
-        if (wasUnder) tell("overlay-raised", {});
+        if (!wasVisible) return tell(OverlayEvent::shown, whatIsSeen());
+        if (wasUnder) tell(OverlayEvent::raised, {});
     }
 
     void orderOut() override {
@@ -52,7 +52,7 @@ class VirtualOverlays::Shown final : public Overlay {
             const std::lock_guard guard(overlays_.mutex_);
             if (!std::exchange(state_->visible, false)) return;
         }
-        tell("overlay-hidden", {});
+        tell(OverlayEvent::hidden, {});
     }
 
     /// Idempotent.
@@ -64,18 +64,18 @@ class VirtualOverlays::Shown final : public Overlay {
             std::erase(overlays_.overlays_, state_);
             state_->visible = false;
         }
-        tell("overlay-closed", {});
+        tell(OverlayEvent::closed, {});
     }
 
   private:
     /// Only the main thread changes a description.
-    void tell(const char* kind, Journal::Fields fields) {
-        overlays_.engine_.journal.emit(kind, describe(state_->description.frame), std::move(fields));
+    void tell(OverlayEvent kind, Fields fields) {
+        overlays_.engine_.journal.emit({kind, describe(state_->description.frame), std::move(fields)});
     }
 
-    Journal::Fields whatIsSeen() const {
-        Journal::Fields fields{{"level", std::to_string(state_->description.level)}};
-        for (const OverlayLabel& label : state_->description.labels) fields.emplace_back("label", label.text);
+    Fields whatIsSeen() const {
+        Fields fields{{Field::level, std::to_string(state_->description.level)}};
+        for (const OverlayLabel& label : state_->description.labels) fields.emplace_back(Field::label, label.text);
         return fields;
     }
 
@@ -109,7 +109,7 @@ bool VirtualOverlays::closeShown(const Rect& frame) {
         if (found == overlays_.end()) return false;
         (*found)->visible = false;
     }
-    engine_.journal.emit("overlay-hidden", describe(frame));
+    engine_.journal.emit({OverlayEvent::hidden, describe(frame)});
     return true;
 }
 

@@ -29,19 +29,19 @@ class VirtualStatusBar::Item final : public StatusItem {
             const std::lock_guard guard(bar_.mutex_);
             state_->title = title;
         }
-        bar_.engine_.journal.emit("status-item-title", title);
+        bar_.engine_.journal.emit({StatusItemEvent::title, title});
     }
 
     void setMenu(const Menu& menu) override {
         bar_.engine_.mainThreadCall("StatusItem.setMenu");
-        Journal::Fields fields;
-        for (const MenuItem& item : menu.items) fields.emplace_back("item", described(item));
+        Fields fields;
+        for (const MenuItem& item : menu.items) fields.emplace_back(Field::item, described(item));
         Menu before = menu;
         {
             const std::lock_guard guard(bar_.mutex_);
             std::swap(state_->menu, before);
         }
-        bar_.engine_.journal.emit("status-item-menu", {}, std::move(fields));
+        bar_.engine_.journal.emit({StatusItemEvent::menu, {}, std::move(fields)});
     }
 
     /// Idempotent.
@@ -51,7 +51,7 @@ class VirtualStatusBar::Item final : public StatusItem {
             if (std::erase(bar_.items_, state_) == 0) return;
         }
         bar_.menus_.cancel(state_->number);
-        bar_.engine_.journal.emit("status-item-removed", state_->title);
+        bar_.engine_.journal.emit({StatusItemEvent::removed, state_->title});
     }
 
   private:
@@ -67,7 +67,7 @@ std::unique_ptr<StatusItem> VirtualStatusBar::statusItem(double) {
         state->number = ++made_;
         items_.push_back(state);
     }
-    engine_.journal.emit("status-item-installed");
+    engine_.journal.emit({StatusItemEvent::installed});
     return std::make_unique<Item>(*this, std::move(state));
 }
 

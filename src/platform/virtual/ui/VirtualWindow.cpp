@@ -15,7 +15,7 @@ VirtualWindows::VirtualWindow::~VirtualWindow() {
 void VirtualWindows::VirtualWindow::center() {
     owner_.engine_.mainThreadCall("Window.center");
     owner_.with(number_, [](Record& record) { record.state.centered = true; });
-    owner_.engine_.journal.emit("window-centered", state().title);
+    owner_.engine_.journal.emit({WindowEvent::centered, state().title});
 }
 
 void VirtualWindows::VirtualWindow::setIsVisible(bool visible) {
@@ -47,7 +47,7 @@ void VirtualWindows::VirtualWindow::setStyleMask(unsigned mask) {
     const WindowState before = state();
     if (before.styleMask == mask) return;
     owner_.with(number_, [mask](Record& record) { record.state.styleMask = mask; });
-    owner_.engine_.journal.emit("window-style", before.title, {{"mask", std::to_string(mask)}});
+    owner_.engine_.journal.emit({WindowEvent::style, before.title, {{Field::mask, std::to_string(mask)}}});
 }
 
 std::optional<std::string> VirtualWindows::VirtualWindow::text(std::string_view id) const {
@@ -71,7 +71,7 @@ void VirtualWindows::VirtualWindow::setText(std::string_view id, std::string_vie
             }
         }
     });
-    owner_.engine_.journal.emit("text", std::string(id), {{"value", std::string(text)}});
+    owner_.engine_.journal.emit({ControlEvent::text, std::string(id), {{Field::value, std::string(text)}}});
 }
 
 void VirtualWindows::VirtualWindow::setEnabled(std::string_view id, bool enabled) {
@@ -88,7 +88,7 @@ void VirtualWindows::VirtualWindow::setEnabled(std::string_view id, bool enabled
             record.state.disabled.emplace(id);
         }
     });
-    owner_.engine_.journal.emit(enabled ? "enabled" : "disabled", std::string(id));
+    owner_.engine_.journal.emit({enabled ? ControlEvent::enabled : ControlEvent::disabled, std::string(id)});
 }
 
 void VirtualWindows::VirtualWindow::setViewHidden(std::string_view viewId, bool hidden) {
@@ -102,7 +102,7 @@ void VirtualWindows::VirtualWindow::setViewHidden(std::string_view viewId, bool 
             if (each.id == viewId) each.hidden = hidden;
         }
     });
-    owner_.engine_.journal.emit(hidden ? "view-hidden" : "view-shown", std::string(viewId));
+    owner_.engine_.journal.emit({hidden ? ViewEvent::hidden : ViewEvent::shown, std::string(viewId)});
 }
 
 WindowState VirtualWindows::VirtualWindow::state() const {
@@ -119,21 +119,21 @@ void VirtualWindows::VirtualWindow::show(bool asKey) {
         record.state.key = record.state.key || asKey;
     });
     if (!before.visible) {
-        owner_.engine_.journal.emit("window-shown", before.title, {{"frame", describe(before.contentRect)}});
+        owner_.engine_.journal.emit({WindowEvent::shown, before.title, {{Field::frame, describe(before.contentRect)}}});
     }
     if (!asKey || before.key) return;
     {
         const std::lock_guard guard(owner_.mutex_);
         for (Record& record : owner_.windows_) record.state.key = record.state.number == number_;
     }
-    owner_.engine_.journal.emit("window-key", before.title);
+    owner_.engine_.journal.emit({WindowEvent::key, before.title});
 }
 
 void VirtualWindows::VirtualWindow::hide() {
     const WindowState before = state();
     if (!before.visible) return;
     owner_.with(number_, [](Record& record) { record.state.visible = record.state.key = false; });
-    owner_.engine_.journal.emit("window-hidden", before.title);
+    owner_.engine_.journal.emit({WindowEvent::hidden, before.title});
 }
 
 }  // namespace vantrel::virtualmac

@@ -65,7 +65,7 @@ void VirtualWindows::close(int number) {
         record.state.visible = record.state.key = false;
         title = record.state.title;
     });
-    engine_.journal.emit("window-closed", title);
+    engine_.journal.emit({WindowEvent::closed, title});
 }
 
 bool VirtualWindows::with(int number, const std::function<void(Record&)>& function) const {

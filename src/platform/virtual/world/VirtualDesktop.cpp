@@ -8,16 +8,14 @@ namespace vantrel::virtualmac {
 
 namespace {
 
-using Happening = VirtualDesktop::Happening;
-
-Happening about(std::string kind, const AppWindow& window) {
-    return {std::move(kind),
+Happening about(AppWindowEvent kind, const AppWindow& window) {
+    return {kind,
             window.title,
-            {{"pid", std::to_string(window.owner)}, {"number", std::to_string(window.number)}}};
+            {{Field::pid, std::to_string(window.owner)}, {Field::number, std::to_string(window.number)}}};
 }
 
 Happening withFrame(Happening happening, const AppWindow& window) {
-    happening.fields.emplace_back("frame", describe(window.frame));
+    happening.fields.emplace_back(Field::frame, describe(window.frame));
     return happening;
 }
 
@@ -33,14 +31,15 @@ std::string describe(const DesktopState& state, const SpaceRow& row) {
     return "desktop " + std::to_string(desktop);
 }
 
-std::vector<Happening> spaceChanges(const DesktopState& state, const std::vector<SpaceRow>& before) {
-    std::vector<Happening> changes;
+Happenings spaceChanges(const DesktopState& state, const std::vector<SpaceRow>& before) {
+    Happenings changes;
     for (const SpaceRow& row : state.spaces.rows()) {
         const bool wasCurrent = std::any_of(before.begin(), before.end(),
                                             [&row](const SpaceRow& each) { return each.current == row.current; });
         const bool isNew = std::none_of(before.begin(), before.end(),
                                         [&row](const SpaceRow& each) { return each.display == row.display; });
-        if (!wasCurrent && !isNew) changes.push_back({"space-changed", row.display, {{"space", describe(state, row)}}});
+        if (!wasCurrent && !isNew)
+            changes.push_back({SystemEvent::spaceChanged, row.display, {{Field::space, describe(state, row)}}});
     }
     return changes;
 }
@@ -49,7 +48,7 @@ std::vector<Happening> spaceChanges(const DesktopState& state, const std::vector
 
 void VirtualDesktop::tell(std::unique_lock<std::mutex>& guard, const std::vector<SpaceRow>& before,
                           const std::vector<FrontCandidate>& frontBefore, Happenings happenings) const {
-    const std::vector<Happening> changes = spaceChanges(state_, before);
+    const Happenings changes = spaceChanges(state_, before);
     for (const Happening& change : changes) {
         const std::string& display = change.text;
         engine_.world.after(flagDelay_, [this, display, number = ++changes_[display]] {
@@ -62,14 +61,14 @@ void VirtualDesktop::tell(std::unique_lock<std::mutex>& guard, const std::vector
     const FrontCandidate front = state_.front.empty() ? FrontCandidate{} : state_.front.front();
     guard.unlock();
     for (Happening& each : happenings) {
-        engine_.journal.emit(std::move(each.kind), std::move(each.text), std::move(each.fields));
+        engine_.journal.emit(std::move(each));
     }
     for (const Happening& change : changes) {
-        engine_.journal.emit(change.kind, change.text, change.fields);
+        engine_.journal.emit(change);
         if (onSpaceChange) onSpaceChange();
     }
     if (frontChanged && !front.name.empty()) {
-        engine_.journal.emit("application-frontmost", front.name, {{"pid", std::to_string(front.process)}});
+        engine_.journal.emit({ApplicationEvent::frontmost, front.name, {{Field::pid, std::to_string(front.process)}}});
     }
 }
 
@@ -116,7 +115,7 @@ bool VirtualDesktop::close(std::int64_t number) {
     const bool closed = change([&](DesktopState& state, Happenings& happenings) {
         const auto window = state.close(number);
         if (!window) return false;
-        happenings.push_back(about("app-window-closed", *window));
+        happenings.push_back(about(AppWindowEvent::closed, *window));
         if (window->layer == 0 && state.windowsOf(window->owner).empty()) emptied = window->owner;
         return true;
     });
@@ -128,7 +127,7 @@ bool VirtualDesktop::setMinimised(std::int64_t number, bool minimised) {
     return changeWindow(number, [minimised](DesktopState& state, AppWindow& window, Happenings& happenings) {
         if (window.minimised == minimised || window.fullScreen || window.inTransition) return false;
         window.minimised = minimised;
-        happenings.push_back(about(minimised ? "app-window-minimised" : "app-window-restored", window));
+        happenings.push_back(about(minimised ? AppWindowEvent::minimised : AppWindowEvent::restored, window));
         if (!minimised) state.raise(window.number);
         return true;
     });
@@ -139,7 +138,7 @@ bool VirtualDesktop::setFrame(std::int64_t number, const std::function<Rect(cons
         const Rect before = window.frame;
         if (!state.setFrame(window, next(before))) return false;
         if (window.frame == before) return true;
-        happenings.push_back(withFrame(about("app-window-moved", window), window));
+        happenings.push_back(withFrame(about(AppWindowEvent::moved, window), window));
         return true;
     });
 }
@@ -155,7 +154,7 @@ bool VirtualDesktop::resize(std::int64_t number, Size size) {
 bool VirtualDesktop::setTitle(std::int64_t number, const std::string& title) {
     return changeWindow(number, [&title](DesktopState&, AppWindow& window, Happenings& happenings) {
         window.title = title;
-        happenings.push_back(about("app-window-title", window));
+        happenings.push_back(about(AppWindowEvent::title, window));
         return true;
     });
 }
@@ -183,8 +182,8 @@ bool VirtualDesktop::setFullScreen(std::int64_t number, bool fullScreen) {
     engine_.world.after(duration, [this, number, fullScreen] {
         changeWindow(number, [fullScreen](DesktopState& state, AppWindow& window, Happenings& happenings) {
             state.finishTransition(window, fullScreen);
-            auto ended = withFrame(about("app-window-fullscreen", window), window);
-            ended.fields.emplace_back("on", fullScreen ? "yes" : "no");
+            auto ended = withFrame(about(AppWindowEvent::fullScreen, window), window);
+            ended.fields.emplace_back(Field::on, fullScreen ? "yes" : "no");
             happenings.push_back(std::move(ended));
             return true;
         });
@@ -210,7 +209,7 @@ std::int64_t VirtualDesktop::open(ProcessIdentifier owner, const std::string& ow
     return change([&](DesktopState& state, Happenings& happenings) {
         const AppWindow& window = state.open(++made_, owner, ownerName, made);
         const std::int64_t number = window.number;
-        happenings.push_back(withFrame(about("app-window-opened", window), window));
+        happenings.push_back(withFrame(about(AppWindowEvent::opened, window), window));
         if (made.activates && made.layer == 0) state.bringToFront({owner, ownerName});
         return number;
     });
@@ -226,7 +225,7 @@ void VirtualDesktop::processEnded(ProcessIdentifier process) {
         for (const AppWindow& window : windows) {
             if (window.owner != process) continue;
             state.close(window.number);
-            happenings.push_back(about("app-window-closed", window));
+            happenings.push_back(about(AppWindowEvent::closed, window));
         }
         state.leaveFront(process);
     });

@@ -65,13 +65,6 @@ class VirtualDesktop {
     std::function<void()> onSpaceChange;
     std::function<void(ProcessIdentifier)> onLastWindowClosed;
 
-    struct Happening {
-        std::string kind;
-        std::string text;
-        Journal::Fields fields;
-    };
-    using Happenings = std::vector<Happening>;
-
     /// Runs `function(state, happenings)` with the mutex held; what it adds to the happenings is told afterwards.
     template <class Function>
     auto change(Function function) const {

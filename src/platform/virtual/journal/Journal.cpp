@@ -1,11 +1,11 @@
-#include "platform/virtual/scheduler/Journal.h"
+#include "platform/virtual/journal/Journal.h"
 
 namespace vantrel::virtualmac {
 
-void Journal::emit(std::string kind, std::string text, Fields fields) {
+void Journal::emit(Happening happening) {
     const std::lock_guard guard(mutex_);
     if (muted_ || !sink_) return;
-    sink_(Event{toSeconds(scheduler_.now()), std::move(kind), std::move(text), std::move(fields)});
+    sink_(Event{std::move(happening), uptime_()});
 }
 
 void Journal::mute() {

@@ -1,0 +1,59 @@
+#pragma once
+
+namespace vantrel::virtualmac {
+
+// What the participant does, as families of events. Each may have the field ignored, which says why it had no effect.
+
+/// With the client and its Mac. The text says with what.
+enum class Deed {
+    /// The field's id; value (what is typed).
+    type,
+    /// The button's id or title.
+    press,
+    /// No text.
+    pressReturn,
+    /// The button's title.
+    answerAlert,
+    /// No text.
+    openStatusMenu,
+    /// The menu's title.
+    openMenu,
+    /// The item's title.
+    chooseMenuItem,
+    /// No text.
+    closeMenu,
+    /// The letter of a key equivalent; an upper-case one means Shift as well.
+    pressCommand,
+    /// No text.
+    closeWindow,
+    /// No text.
+    logOut,
+    /// No text; value (yes, no).
+    answerPermission,
+};
+
+/// With other applications, Spaces and the keyboard. The text is the application's name where nothing else is said.
+enum class DesktopDeed {
+    /// The executable's path.
+    openApplication,
+    bringToFront,
+    quit,
+    kill,
+    /// The name; value "x y".
+    moveWindow,
+    /// The name; value "width height".
+    resizeWindow,
+    minimiseWindow,
+    restoreWindow,
+    closeWindow,
+    openWindow,
+    toggleFullScreen,
+    /// No text: to the Space on the left.
+    swipeLeft,
+    /// No text.
+    swipeRight,
+    /// The key, as KeyStroke writes it; times? how often.
+    pressKey,
+};
+
+}  // namespace vantrel::virtualmac
