@@ -30,10 +30,9 @@ class VirtualKeyboardTaps final : public KeyboardTaps {
     /// Null also without the Accessibility permission.
     [[nodiscard]] std::unique_ptr<KeyboardTap> create(KeyDecision decision, KeyReport report) override;
 
-    /// Whether the tap swallows the key; what it answers to a notice that it was disabled is not looked at. Main
-    /// thread.
+    /// Whether the tap swallows the key. Its answer to a notification that it was disabled is ignored. Main thread.
     using KeyFilter = std::function<bool(const KeyEvent&)>;
-    /// The tap beneath create(), as the system has it: it knows no names, and nobody is told beside it.
+    /// The lower level of create(), as in the system: it knows no names and reports nothing.
     [[nodiscard]] std::unique_ptr<KeyboardTap> createFilter(KeyFilter filter);
 
     /// Driver-facing, any thread: the system refuses the next `times` taps. 0 ends that.
