@@ -8,10 +8,10 @@
 
 namespace vantrel::practice {
 
-/// The deepest that what is sent may be nested. No body needs more than three.
+/// The maximum nesting of a body. None needs more than three.
 constexpr int deepestNesting = 16;
 
-/// A body read as JSON. Deep nesting is refused before it is read: each level would cost memory and time of its own.
+/// A body read as JSON. Deep nesting is refused before parsing: each level would cost memory and time.
 std::variant<nlohmann::json, BodyError> jsonBody(std::string_view body);
 
 }  // namespace vantrel::practice

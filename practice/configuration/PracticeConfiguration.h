@@ -28,7 +28,7 @@ struct PracticeConfiguration {
     /// The address under which participants reach the server, for meeting links. Empty: taken from each request's Host
     /// header.
     std::string publicAddress;
-    /// What the trainer's page and the control interface ask for; empty: nothing.
+    /// The password of the trainer's page and the control interface. Empty: none is needed.
     std::string trainerPassword;
     /// After this many seconds without a heartbeat the trainer's page shows a participant as lost: two and a half of
     /// the client's intervals, and a little more for transmission.

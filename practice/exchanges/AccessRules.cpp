@@ -8,7 +8,7 @@ namespace vantrel::practice {
 
 namespace {
 
-/// Seconds that a wrong password costs whoever tries many.
+/// The delay in seconds after a wrong password, against attempts with many.
 constexpr double wrongPasswordDelay = 1;
 
 std::string inLowerCase(std::string_view text) {
@@ -19,7 +19,7 @@ std::string inLowerCase(std::string_view text) {
     return lower;
 }
 
-/// "127.0.0.1:8787", "[::1]:8787" and "localhost" without the port.
+/// Removes the port from "127.0.0.1:8787", "[::1]:8787" and "localhost".
 std::string_view withoutPort(std::string_view host) {
     if (host.substr(0, 1) == "[") return host.substr(0, host.find(']') + 1);
     return host.substr(0, host.find(':'));
@@ -29,7 +29,8 @@ bool hasOnly(std::string_view text, std::string_view characters) {
     return !text.empty() && text.find_first_not_of(characters) == std::string_view::npos;
 }
 
-/// An address in numbers. A name's owner can make it lead here; nobody can do that with a number.
+/// Whether it is a numeric address. The owner of a name can make it point here; nobody can do that with a numeric
+/// address.
 bool isNumeric(std::string_view host) {
     if (host.size() > 2 && host.front() == '[' && host.back() == ']') {
         return hasOnly(host.substr(1, host.size() - 2), "0123456789abcdef:.");

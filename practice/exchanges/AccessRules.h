@@ -11,20 +11,20 @@
 
 namespace vantrel::practice {
 
-/// Who may use the trainer's page and the control interface: whoever knows the password, if there is one, and no page
-/// of another site that happens to be open in the same browser.
+/// Decides who may use the trainer's page and the control interface: anybody who knows the password, if there is one,
+/// but no page of another site that happens to be open in the same browser.
 class AccessRules {
   public:
     explicit AccessRules(const PracticeConfiguration& configuration);
 
-    /// Empty when the request may pass.
+    /// Empty if the request may pass.
     std::optional<PracticeReply> refusal(const PracticeRequest& request) const;
 
   private:
     bool isOwnHost(const std::string& host) const;
     bool isOwnOrigin(const std::string& origin, const std::string& host) const;
 
-    // As in the public address, in lower case; empty without one.
+    // From the public address, in lower case. Empty without one.
     std::string publicOrigin_;
     std::string publicHost_;
     TrainerPassword password_;

@@ -24,7 +24,7 @@ using nlohmann::json;
 constexpr std::size_t newestListed = 50;
 constexpr std::size_t everything = std::numeric_limits<std::size_t>::max();
 
-/// Written entry by entry: all of them as JSON values at once would take many times the memory.
+/// Written entry by entry: all entries as JSON values at once would need many times the memory.
 template <typename Entry>
 PracticeReply listReply(const std::vector<Entry>& entries) {
     PracticeReply reply;

@@ -16,7 +16,7 @@ using nlohmann::json;
 
 bool isUtf8(const std::string& bytes) {
     try {
-        // Writing is where the library looks at the bytes.
+        // The library checks the bytes only when writing.
         return !json(bytes).dump().empty();
     } catch (const json::exception&) {
         return false;

@@ -10,12 +10,12 @@
 
 namespace vantrel::practice {
 
-// What the control interface shows, as practice/README.md describes it.
+// The values that the control interface shows; see practice/README.md.
 
 nlohmann::json jsonOf(const ReceivedExchange& exchange);
 nlohmann::json jsonOf(const PageReportLog::Entry& entry);
 nlohmann::json jsonOf(const ReplyBender::Entry& entry);
-/// With the newest heartbeats and violations, as many of each at most.
+/// With at most `newest` heartbeats and violations, the newest ones.
 nlohmann::json jsonOf(const PracticeParticipant& participant, const ParticipantHistory& history, std::size_t newest);
 
 }  // namespace vantrel::practice

@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::string_view scheme = "basic ";
 
-/// Empty when the header is not of that scheme.
+/// Empty if the header uses another scheme.
 std::optional<std::string> passwordIn(const std::string& header) {
     const bool isBasic =
         header.size() > scheme.size() &&
@@ -27,7 +27,7 @@ std::optional<std::string> passwordIn(const std::string& header) {
     return decoded->substr(colon + 1);
 }
 
-/// Takes a time that depends on what was given, and not on how much of it is right.
+/// The time depends on the length of what was given, not on how much of it is right.
 bool isTheSame(std::string_view given, std::string_view kept) {
     volatile unsigned int difference = given.size() == kept.size() ? 0 : 1;
     for (std::size_t index = 0; index < given.size(); ++index) {

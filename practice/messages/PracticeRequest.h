@@ -10,7 +10,7 @@ namespace vantrel::practice {
 
 /// One request as it was received.
 struct PracticeRequest {
-    /// The longest body that is taken, in bytes.
+    /// The largest accepted body, in bytes.
     static constexpr std::size_t largestBody = std::size_t{1024} * 1024;
 
     std::string method;
@@ -19,7 +19,7 @@ struct PracticeRequest {
     std::vector<std::pair<std::string, std::string>> headers;
     /// The body's bytes, whatever they are.
     std::string body;
-    /// It was longer than that, and is not here.
+    /// The body was larger and has been dropped.
     bool bodyIsTooLarge = false;
 
     /// The first header of that name, ignoring ASCII case. Empty if there is none.

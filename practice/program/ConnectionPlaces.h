@@ -8,25 +8,25 @@
 
 namespace vantrel::practice {
 
-/// Counts the connections, and knows which of them still owe their request. Any thread; what is called from here is
-/// called without the lock.
+/// Counts the connections, and knows which ones have not sent their request yet. Any thread. Callbacks run without the
+/// lock.
 class ConnectionPlaces {
   public:
     using End = std::function<void()>;
 
     explicit ConnectionPlaces(std::size_t places) : places_(places) {}
 
-    /// A connection that has begun, which `end` would end. Where it is one too many, the one whose request has been
-    /// awaited longest is ended for it.
+    /// Registers a new connection, which `end` would end. If there are too many, ends the one that has waited longest
+    /// for its request.
     std::uint64_t begin(End end);
-    /// Its request has come in, or is refused: it is not ended for another any more.
+    /// The request has arrived or was refused: from now on the connection is not ended for another one.
     void requestHasCome(std::uint64_t connection);
-    /// It is over. Returns whether somebody was told to wait and need wait no longer.
+    /// The connection is over. Returns whether a caller was told to wait and can stop waiting.
     bool over(std::uint64_t connection);
 
-    /// False when no place is left and none can be made. Then `over` tells when that has changed.
+    /// False if no place is free and none can be made. `over` then reports when that has changed.
     bool mayAccept();
-    /// Ends the connection whose request has been awaited longest, if there is one.
+    /// Ends the connection that has waited longest for its request, if there is one.
     void makePlace();
 
   private:

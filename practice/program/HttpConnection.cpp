@@ -21,9 +21,9 @@ namespace asio = boost::asio;
 namespace beast = boost::beast;
 namespace http = boost::beast::http;
 
-/// How long what is sent after a refusal is read away.
+/// How long the client's data is read and dropped after a refusal.
 constexpr std::chrono::seconds readingAway{5};
-/// What a client may send after its request before it counts as gone.
+/// How much a client may send after its request before it counts as gone.
 constexpr std::size_t surplusAllowed = std::size_t{64} * 1024;
 
 bool expectsContinue(const HttpRequest& request) {
@@ -48,7 +48,7 @@ void HttpConnection::start() {
         if (!self) return;
         asio::post(self->stream_.get_executor(), [self] { self->stream_.close(); });
     });
-    // One deadline for the whole request: a client that sends a byte now and then gains nothing by it.
+    // One deadline for the whole request: a client gains nothing by sending a byte now and then.
     stream_.expires_after(surroundings_.limits.requestTime);
     http::async_read_header(stream_, buffer_, parser_,
                             [self = shared_from_this()](Error error, std::size_t) { self->headerCame(error); });
@@ -112,7 +112,7 @@ void HttpConnection::answer(PracticeRequest request) {
 void HttpConnection::deliver() {
     if (reply_.dropConnection) return;
     if (reply_.stallAfterHeaders) return sendHeaderAndStall();
-    // Before the bytes: whoever has read the reply and then asks must find it delivered.
+    // Before the bytes are sent: a client that has read the reply and then asks must find it delivered.
     if (reply_.delaySeconds > 0) surroundings_.practice.noteDelivery(reply_.exchange, true);
     send(httpResponse(std::move(reply_)), !isHead_);
 }

@@ -21,17 +21,17 @@
 
 namespace vantrel::practice {
 
-/// One connection with its one exchange: the request is read, answered, and the reply sent as it asks to be. It keeps
-/// itself alive through what it waits for, and closes when it waits for nothing more. Its handlers run one after
-/// another, on the executor of its socket.
+/// One connection with one exchange: reads the request, answers it, and sends the reply as it says. It keeps itself
+/// alive through its pending operations and closes when there are none. Its handlers run one after another, on its
+/// socket's executor.
 class HttpConnection : public std::enable_shared_from_this<HttpConnection> {
   public:
-    /// What the connection shares with the others; outlives it.
+    /// What the connection shares with the others. Must outlive it.
     struct Surroundings {
         PracticeServer& practice;
         const HttpLimits limits;
         ConnectionPlaces places;
-        /// A place has become free that somebody waits for. Any thread.
+        /// Called when a place has become free and somebody waits for one. Any thread.
         std::function<void()> placeIsFree;
     };
 
@@ -48,16 +48,16 @@ class HttpConnection : public std::enable_shared_from_this<HttpConnection> {
     void headerCame(Error error);
     void readBody();
     void bodyCame(Error error);
-    /// What the HTTP library did not take.
+    /// Answers a request that the HTTP library rejected.
     void refuse(Error error);
     void answer(PracticeRequest request);
     void deliver();
     void sendHeaderAndStall();
     void send(HttpResponse response, bool withBody);
     void sent(Error error);
-    /// Reads away what is still sent, so that closing does not destroy a reply on its way.
+    /// Reads and drops what the client still sends, so that closing does not destroy a reply on its way.
     void readAway();
-    /// Calls back once the client has gone, or sent much that nobody asked for.
+    /// Calls back once the client has gone, or has sent too much after its request.
     void watchClient(std::function<void()> clientHasGone);
 
     Surroundings& surroundings_;

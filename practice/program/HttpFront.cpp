@@ -23,9 +23,9 @@ namespace asio = boost::asio;
 using Tcp = asio::ip::tcp;
 using Error = boost::beast::error_code;
 
-/// More than one even on one processor: a long reply is written while short ones go on.
+/// Several even on one processor, so that short replies do not wait for a long one.
 constexpr unsigned int fewestThreads = 4;
-/// Until the next try when the system has no descriptor left.
+/// The delay before the next try if the system has no descriptor left.
 constexpr std::chrono::milliseconds untilNextTry{50};
 
 }  // namespace
@@ -61,7 +61,7 @@ class HttpFront::Listener {
 
   private:
     void accept() {
-        // Each connection on a strand of its own, the acceptor on another: none of them needs a lock.
+        // Each connection has its own strand, and so has the acceptor: none of them needs a lock.
         acceptor_.async_accept(asio::make_strand(io_), [this](Error error, Tcp::socket socket) {
             if (error) return tryAgainLater();
             std::make_shared<HttpConnection>(std::move(socket), surroundings_)->start();
@@ -82,7 +82,7 @@ class HttpFront::Listener {
         asio::post(acceptor_.get_executor(), [this] { accept(); });
     }
 
-    // What connections refer to; they go with the context.
+    // Used by the connections, which are destroyed with the context.
     HttpConnection::Surroundings surroundings_;
     std::atomic<bool> isEnding_{false};
     asio::io_context io_;

@@ -5,14 +5,14 @@
 
 namespace vantrel::practice {
 
-/// What a connection may take.
+/// The limits of a connection.
 struct HttpLimits {
     std::size_t connections = 1000;
-    /// From the connection's beginning until its request has come in whole, however many pieces it comes in.
+    /// From the connection's beginning until its request is complete, in however many pieces it arrives.
     std::chrono::milliseconds requestTime = std::chrono::seconds(20);
     /// From the reply's first byte to its last.
     std::chrono::milliseconds replyTime = std::chrono::seconds(60);
-    /// Of the request's line and headers.
+    /// For the request line and the headers.
     std::size_t headerBytes = std::size_t{16} * 1024;
 };
 

@@ -11,10 +11,10 @@ namespace vantrel::practice {
 using HttpRequest = boost::beast::http::request<boost::beast::http::string_body>;
 using HttpResponse = boost::beast::http::response<boost::beast::http::string_body>;
 
-/// The request as it came in, its headers sorted by name.
+/// The request as received, with its headers sorted by name.
 PracticeRequest practiceRequest(HttpRequest message);
 
-/// The reply with its length, on a connection that closes after it. A header that a line break would split is left out.
+/// The reply with its length, on a connection that closes after it. Leaves out a header that contains a line break.
 HttpResponse httpResponse(PracticeReply reply);
 
 }  // namespace vantrel::practice

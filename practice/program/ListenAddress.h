@@ -5,7 +5,7 @@
 
 namespace vantrel::practice {
 
-/// An IPv4 or IPv6 address in numbers, to listen on.
+/// A numeric IPv4 or IPv6 address to listen on.
 class ListenAddress {
   public:
     /// 127.0.0.1.
@@ -15,7 +15,7 @@ class ListenAddress {
     const std::string& text() const { return text_; }
     /// Whether only this computer can reach it.
     bool isLoopback() const { return isLoopback_; }
-    /// "http://127.0.0.1:8787", "http://[::1]:8787".
+    /// Such as "http://127.0.0.1:8787" or "http://[::1]:8787".
     std::string url(int port) const;
 
   private:

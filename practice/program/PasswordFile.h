@@ -9,7 +9,7 @@ struct PasswordError {
     std::string message;
 };
 
-/// The file's first line, of 8 bytes at least. A password among the options would stand in every list of processes.
+/// The file's first line, at least 8 bytes. A password on the command line would be visible in every process list.
 std::variant<std::string, PasswordError> readPasswordFile(const std::string& path);
 
 }  // namespace vantrel::practice

@@ -8,7 +8,7 @@ namespace {
 
 std::size_t bytesOf(const PracticeRequest& request) {
     std::size_t bytes = request.method.size() + request.path.size() + request.body.size();
-    // What holds a header counts as well: many short ones take more than their text.
+    // The containers of headers count too: many short headers need more memory than their text.
     for (const auto& header : request.headers) bytes += sizeof header + header.first.size() + header.second.size();
     return bytes;
 }

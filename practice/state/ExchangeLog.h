@@ -16,12 +16,12 @@ namespace vantrel::practice {
 class ExchangeLog {
   public:
     static constexpr std::size_t exchangesKept = 10000;
-    /// Of methods, paths, headers and bodies together.
+    /// The total of methods, paths, headers and bodies.
     static constexpr std::size_t bytesKept = std::size_t{32} * 1024 * 1024;
 
     /// Returns the exchange's number. A reply without delay counts as delivered unless something else is reported.
     std::uint64_t record(const PracticeRequest& request, const PracticeReply& reply, bool bent, double now);
-    /// A number that is not kept any more is ignored.
+    /// Ignores a number that is no longer kept.
     void noteDelivery(std::uint64_t number, bool delivered);
     /// Numbering continues.
     void clear();

@@ -5,7 +5,7 @@
 
 namespace vantrel::practice {
 
-/// The text's beginning, as many bytes at most, and no character cut in two. What stands in UTF-8 stays so.
+/// The beginning of the text, at most `longest` bytes, without cutting a character in two. UTF-8 stays valid.
 std::string keptText(std::string text, std::size_t longest);
 
 }  // namespace vantrel::practice

@@ -12,10 +12,10 @@
 
 namespace vantrel::practice {
 
-/// What the meeting pages reported. Any thread.
+/// The reports of the meeting pages. Any thread.
 ///
-/// Pages are numbered from 1 as they first report. The oldest reports are forgotten, and so are the oldest pages: one
-/// that reports again after that counts as a new one.
+/// Pages are numbered from 1 in the order of their first reports. The oldest reports are forgotten, and so are the
+/// oldest pages: one that reports again after that counts as new.
 class PageReportLog {
   public:
     static constexpr std::size_t reportsKept = 5000;

@@ -8,10 +8,10 @@
 
 namespace vantrel::practice {
 
-/// A time of the form 2024-05-17T09:41:07Z without a piece of memory of its own: a day holds very many.
+/// A time such as 2024-05-17T09:41:07Z that allocates nothing, because a day contains very many.
 class TimeText {
   public:
-    /// The text has to have that form.
+    /// The text must have that form.
     explicit TimeText(std::string_view text) { text.copy(characters_.data(), characters_.size()); }
 
     std::string_view text() const { return {characters_.data(), characters_.size()}; }
@@ -29,7 +29,7 @@ struct ReceivedHeartbeat {
     bool disconnecting = false;
 };
 
-/// A violation as reported, in the participant's own words.
+/// A violation as reported, with the participant's own texts.
 struct ReceivedViolation {
     std::string type;
     std::string detail;
@@ -39,7 +39,7 @@ struct ReceivedViolation {
     double receivedAt = 0;
 };
 
-/// The newest of what was heard of one participant, the oldest first.
+/// The newest messages of one participant, in order of arrival.
 struct ParticipantHistory {
     /// Ten hours, at one every 15 seconds.
     static constexpr std::size_t heartbeatsKept = 2400;

@@ -21,7 +21,7 @@ class ParticipantPresence {
     /// if there was none) is too long ago. Otherwise in. A lost participant who sends again is in.
     Presence of(const PracticeParticipant& participant, double now) const;
 
-    /// When the participant was last heard of: the notice, the last heartbeat or the join.
+    /// When the participant last sent something: the notice, the last heartbeat or the join.
     static double heardAt(const PracticeParticipant& participant);
 
   private:

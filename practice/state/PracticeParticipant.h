@@ -9,7 +9,7 @@
 
 namespace vantrel::practice {
 
-/// One join, and what was heard last of it.
+/// One join, and the participant's latest messages.
 struct PracticeParticipant {
     /// Counted from 1, over all sessions.
     std::uint64_t number = 0;
@@ -24,7 +24,7 @@ struct PracticeParticipant {
     std::optional<double> leftAt;
     /// The last one that was not the disconnect notice.
     std::optional<ReceivedHeartbeat> lastHeartbeat;
-    /// With the notice, and with those that are no longer kept.
+    /// Includes the notice, and heartbeats that are no longer kept.
     std::size_t heartbeatCount = 0;
     std::size_t violationCount = 0;
 };

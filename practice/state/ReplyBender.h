@@ -11,8 +11,8 @@
 
 namespace vantrel::practice {
 
-/// The rules by which replies are bent, in the order they were added. The first that matches and is not used up bends a
-/// reply, alone. Any thread.
+/// The reply rules in the order they were added. Only the first one that matches and is not used up changes a reply.
+/// Any thread.
 class ReplyBender {
   public:
     static constexpr std::size_t rulesKept = 256;
@@ -25,11 +25,11 @@ class ReplyBender {
         bool isUsedUp() const { return rule.times && used >= *rule.times; }
     };
 
-    /// Returns the rule's number, counted from 1. Rules that are used up stay in the list until it is full; then the
-    /// oldest of them makes place. Empty when there is no place.
+    /// Returns the rule's number, counted from 1. Rules that are used up stay until the list is full; then the oldest
+    /// of them is removed. Empty if there is no place.
     std::optional<std::uint64_t> add(BendRule rule);
     void clear();
-    /// The rule that bends this request's reply, if one does; it counts as used once more.
+    /// The rule for this request's reply, if any. Counts one use of it.
     std::optional<BendRule> ruleFor(const PracticeRequest& request);
 
     std::vector<Entry> entries() const;

@@ -13,7 +13,7 @@
 
 namespace vantrel::contracts {
 
-/// A virtual Mac on trial. Its computer() may be asked for something else that stands over the same Mac.
+/// A virtual Mac under test. Its computer() may be replaced by another one over the same Mac.
 class VirtualContractHost : public ContractHost, public KeyboardHost, public DisplayHost, public SpacesHost {
   public:
     VirtualContractHost();

@@ -1,4 +1,4 @@
-"""The hook that is offered lets a sound commit pass and stops each mistake, by what is staged and not by the work tree."""
+"""The optional hook lets a good commit pass and stops each mistake. It checks what is staged, not the work tree."""
 
 import os
 import pathlib

@@ -9,8 +9,8 @@ thread_local std::size_t allocations = 0;
 
 }  // namespace
 
-// Both are seen by the callers' compiler as declarations only: inlined, a pair of malloc and free behind new and delete
-// is taken for a mistake.
+// Callers' compilers see both only as declarations. If malloc and free were inlined behind new and delete, the compiler
+// would report a mismatch.
 void* operator new(std::size_t size) {
     ++allocations;
     if (void* memory = std::malloc(size)) return memory;

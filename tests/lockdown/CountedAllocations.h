@@ -4,7 +4,7 @@
 
 namespace vantrel {
 
-/// How often the calling thread has allocated so far. An executable that links this has its allocator replaced.
+/// How often the calling thread has allocated so far. Linking this replaces the executable's allocator.
 std::size_t countedAllocations();
 
 }  // namespace vantrel

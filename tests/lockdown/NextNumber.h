@@ -5,7 +5,7 @@
 
 namespace vantrel {
 
-/// The smallest number greater than `value`: what a rule sees that asks for "more than".
+/// The smallest number greater than `value`, for a rule that asks for "more than".
 inline double justAbove(double value) {
     return std::nextafter(value, std::numeric_limits<double>::infinity());
 }

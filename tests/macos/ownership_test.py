@@ -54,7 +54,7 @@ def problems(text):
 def main():
     files = sorted(path for folder in ("src/platform/macos", "src/app", "tests/macos")
                    for path in (ROOT / folder).rglob("*.mm")
-                   # The stand-ins are what gives.
+                   # The stand-ins are the other side: they provide these functions.
                    if "standins" not in path.parts)
     labels = mistakes = 0
     for path in files:

@@ -7,7 +7,7 @@ namespace {
 
 constexpr std::size_t mebibyte = std::size_t{1024} * 1024;
 
-/// What the server keeps and takes is bounded.
+/// The server's memory and its input are bounded.
 class Bounds : public testing::Test {
   protected:
     nlohmann::json received() { return parsed(server.handle(get("/control/received"))); }

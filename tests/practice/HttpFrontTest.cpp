@@ -22,7 +22,7 @@ std::string postWith(const std::string& path, const std::string& headers, const 
     return "POST " + path + " HTTP/1.1\r\n" + host + headers + "\r\n" + body;
 }
 
-/// What connections may take and what they cost others, in this process so that the limits can be small.
+/// The limits of connections and their effect on others. Runs in this process, so that the limits can be small.
 class Front : public testing::Test {
   protected:
     void listen(HttpLimits limits) {
@@ -105,7 +105,7 @@ TEST_F(Front, WhenAllPlacesAreTakenTheOneAwaitedLongestMakesPlace) {
     std::vector<RawConnection> silent;
     for (int count = 0; count < 4; ++count) {
         silent.emplace_back(port);
-        // One after the other, so that the first is the one awaited longest.
+        // One after the other, so that the first one has waited longest.
         std::this_thread::sleep_for(20ms);
     }
     EXPECT_TRUE(isSuccess(answerTo(probe)));
@@ -124,7 +124,7 @@ TEST_F(Front, AConnectionWhoseReplyIsDelayedKeepsItsPlace) {
     ASSERT_TRUE(first.send(probe));
     ASSERT_TRUE(second.send(probe));
     awaitReceived(2);
-    // One more is let in and answered, or waits until a place is free; it ends nobody.
+    // Another one is accepted and answered, or waits until a place is free. It ends no other.
     std::thread third([&] { EXPECT_TRUE(isSuccess(answerTo(probe))); });
     std::this_thread::sleep_for(50ms);
     EXPECT_TRUE(second.isOpen());

@@ -5,7 +5,7 @@
 
 namespace vantrel::practice::test {
 
-/// A connection to 127.0.0.1 over which any bytes go, whether HTTP or not.
+/// A connection to 127.0.0.1 for any bytes, HTTP or not.
 class RawConnection {
   public:
     explicit RawConnection(int port);
@@ -13,11 +13,11 @@ class RawConnection {
     RawConnection(RawConnection&& other) noexcept;
     RawConnection& operator=(RawConnection&&) = delete;
 
-    /// Whether all bytes could be handed on.
+    /// Whether all bytes could be sent.
     bool send(std::string_view bytes) const;
-    /// Everything until the other side closes, or cuts the connection off.
+    /// Everything until the other side closes or resets the connection.
     std::string readAll() const;
-    /// Whether the other side still holds the connection; bytes that came in count as that.
+    /// Whether the other side keeps the connection open. Received bytes count as open.
     bool isOpen() const;
     void close();
 

@@ -148,7 +148,7 @@ class TrainerPage(unittest.TestCase):
             self.browser.value("document.documentElement.scrollWidth<=document.documentElement.clientWidth"))
 
     def other_site(self, page):
-        """The address of another site, on this computer too, with this one page."""
+        """A page with the address of another site, also on this computer."""
         class Site(http.server.BaseHTTPRequestHandler):
             def do_GET(self):
                 self.send_response(200)
@@ -172,7 +172,7 @@ class TrainerPage(unittest.TestCase):
         self.assertIn("frame-ancestors", self.log())
 
         def posts(path):
-            """Whether such a page can send it at all; the reply it may not read."""
+            """Whether such a page can send the request at all. It may not read the reply."""
             return self.browser.value(
                 f"fetch('{server.address}{path}',{{method:'POST',mode:'no-cors'}}).then(()=>true,()=>false)")
 
@@ -185,7 +185,7 @@ class TrainerPage(unittest.TestCase):
         self.assertEqual(len(server.ask("GET", "/control/received")[1]), 1)
 
     def log(self):
-        """What stands in the browser's console, once there is something."""
+        """The browser's console, once it contains something."""
         end = time.monotonic() + headless_chromium.PATIENCE
         texts = []
         while not texts and time.monotonic() < end:

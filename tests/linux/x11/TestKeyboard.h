@@ -9,7 +9,7 @@
 
 namespace vantrel::linuxdesktop {
 
-// The positions of some keys, which every keyboard has.
+// The positions of some keys that every keyboard has.
 constexpr xcb_keycode_t positionOfA = 38;
 constexpr xcb_keycode_t positionOfB = 56;
 constexpr xcb_keycode_t positionOfQ = 24;

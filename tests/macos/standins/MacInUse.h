@@ -4,8 +4,8 @@
 
 namespace vantrel::standins {
 
-/// The virtual Mac that every stand-in hands its calls on to, for as long as this lives. One at a time, made before the
-/// first stand-in is used and gone before the Mac is.
+/// The virtual Mac that every stand-in passes its calls to, while this object lives. One at a time, created before the
+/// first stand-in is used and destroyed before the Mac.
 class MacInUse {
   public:
     explicit MacInUse(virtualmac::VirtualMac& mac);
@@ -14,17 +14,17 @@ class MacInUse {
     MacInUse& operator=(const MacInUse&) = delete;
 };
 
-/// Any thread. Ends the process when there is none.
+/// Any thread. Ends the process if there is none.
 virtualmac::VirtualMac& mac();
 
-/// Whether there is a Mac, and the process on it is not over: what is left behind then, the system takes away.
+/// Whether there is a Mac and its process is not over. After that, the system frees what is left.
 bool processGoesOn();
 
-/// Makes the block one that has an autorelease pool, as the system gives one to every event, and to every block of a
-/// queue and of a thread of its own. Any thread.
+/// Wraps the block in an autorelease pool, as the system does for every event and every block of a queue or thread. Any
+/// thread.
 Block withPool(Block block);
 
-/// Counts what the main run loop has taken up. What is a snapshot of the system's is renewed by it. Any thread.
+/// The number of times that the main run loop has taken up work. Each time renews the system's snapshots. Any thread.
 long turnsOfTheMainLoop();
 
 }  // namespace vantrel::standins

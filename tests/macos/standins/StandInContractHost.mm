@@ -8,7 +8,7 @@
 namespace vantrel::contracts {
 namespace {
 
-/// The macOS platform on trial, over the virtual Mac.
+/// The macOS platform under test, over the virtual Mac.
 class StandInContractHost final : public VirtualContractHost {
   public:
     StandInContractHost() : inUse_(mac()) {

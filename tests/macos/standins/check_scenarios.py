@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
-"""check_scenarios.py PROGRAM SCENARIOS LIST: every scenario, played through the macOS platform, has the transcript beside
-it, to the byte, but for those that the list names. One of these that has become the same has to leave the list.
+"""check_scenarios.py PROGRAM SCENARIOS LIST: checks that every scenario, played through the macOS platform, has the
+transcript beside it, to the byte, except those in the list. If one of these has become the same, it must leave the
+list.
 
 A line of the list is THEME/NAME: REASON.
 """
@@ -26,7 +27,7 @@ def read_list(path):
 
 
 def differs(program, scenario):
-    """What is different when it is played; empty for nothing."""
+    """The difference when it is played. Empty for none."""
     expected = scenario.with_suffix(".transcript")
     status, actual, messages = play(program, scenario)
     found = difference(expected.read_bytes().decode(), actual, expected.name)
@@ -34,7 +35,7 @@ def differs(program, scenario):
 
 
 def judge(differences, reasons):
-    """What is wrong, given what is different and what is named."""
+    """The mistakes, given the differences found and those in the list."""
     wrong = [f"{name} is different through the macOS platform:\n{found}"
              for name, found in sorted(differences.items()) if found and name not in reasons]
     wrong += [f"{name} is the same by now: take it out of the list" for name in sorted(reasons)

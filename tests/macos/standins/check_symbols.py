@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""check_symbols.py OBJECT LIST: what the object leaves undefined is in the list. (Which of its names a compiler asks for
-depends on how it optimises, so that some may be left over.)
+"""check_symbols.py OBJECT LIST: checks that all undefined symbols of the object are in the list. (The compiler's
+optimisation decides which of them it needs, so the list may contain more.)
 
-Names of the project's own, of the C++ library and of the Objective-C classes are not listed one by one; what a stand-in
-does not define fails to link.
+Names of the project, of the C++ library and of the Objective-C classes are not listed; if a stand-in lacks one,
+linking fails.
 """
 import pathlib
 import re

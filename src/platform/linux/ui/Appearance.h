@@ -22,7 +22,7 @@ class Appearance {
     static constexpr int menuBarHeight = 26;
 };
 
-/// Points of the interface to pixels of the screen. One point is one pixel here.
+/// From points of the interface to pixels of the screen. One point is one pixel here.
 int pixels(double points);
 
 /// UTF-8 to Qt. Invalid bytes become replacement characters.

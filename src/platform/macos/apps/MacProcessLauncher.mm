@@ -16,7 +16,7 @@ static_assert(SIGKILL == 9);
 
 namespace {
 
-// The kernel would cut the text off there, and so start another file or the right one with something else.
+// The kernel would stop at the zero byte, and start another file or pass another argument.
 bool holdsZero(std::string_view text) {
     return text.find('\0') != std::string_view::npos;
 }

@@ -24,7 +24,7 @@ class MacRunningApplication final : public RunningApplication {
   public:
     /// Null for nil and for an application whose process is gone.
     static std::shared_ptr<MacRunningApplication> wrap(NSRunningApplication* application);
-    /// The same, but an application whose process is gone is a terminated one.
+    /// The same, but an application whose process is gone counts as terminated.
     static std::shared_ptr<MacRunningApplication> wrapEvenEnded(NSRunningApplication* application);
 
     /// Without a start time the process is gone.

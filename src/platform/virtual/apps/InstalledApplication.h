@@ -37,7 +37,7 @@ struct ApplicationDescription {
 /// What happens when an executable is started.
 struct InstalledApplication {
     ApplicationDescription application;
-    /// It cannot be started by the client, and that is the system's error.
+    /// The client cannot start it and gets this system error.
     std::optional<std::string> startFailure;
     /// Until it is listed among the running applications.
     double appearsAfter = 0.1;

@@ -29,17 +29,17 @@ class VirtualScreens final : public Screens {
     void setUp(Displays displays);
     /// Changes the displays and tells observers.
     void change(Displays displays);
-    /// With the following the primary display stays the first one and at (0, 0): when it goes, moves or comes back, the
-    /// others get new coordinates.
+    /// For the following operations: the primary display is always the first one, at (0, 0). When it goes, moves or
+    /// comes back, the others get new coordinates.
     void plug(Screen screen);
-    /// The following are false when there is none of that name. When the last one that is listed goes, one that
-    /// mirrored it shows its own picture.
+    /// The following return false if no display has that name. When the last listed display goes, one that mirrored it
+    /// shows its own picture.
     bool unplug(std::string_view name);
     /// Moves the display or changes its resolution.
     bool setFrame(std::string_view name, const Rect& frame);
     /// The display shows what another one shows and is not listed. From then on only unmirror() and unplug() find it.
     bool mirror(std::string_view name);
-    /// It is listed again, as the primary one if it was that.
+    /// Lists it again, as the primary one if it was that.
     bool unmirror(std::string_view name);
     /// From now on it has the keyboard focus. Without a notification.
     bool focus(std::string_view name);
@@ -50,11 +50,11 @@ class VirtualScreens final : public Screens {
     std::size_t observers() const { return changes_.observers(); }
 
   private:
-    /// A display that mirrors, as it was listed.
+    /// A mirroring display, as it was listed before.
     struct Mirrored {
         Screen screen;
         bool wasPrimary = false;
-        /// Where the display that took a primary one's place lay.
+        /// Where the display was that replaced a primary one.
         Point successor;
     };
 

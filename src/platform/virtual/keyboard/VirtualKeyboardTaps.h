@@ -16,10 +16,10 @@
 
 namespace vantrel::virtualmac {
 
-/// The way of the keys through the client's taps, one key after the other. A tap is asked on the main thread, in every
-/// mode of its run loop, the newest tap first. One whose thread does not answer within `tapTimeout` is disabled by the
-/// system, and so are all taps when the client loses the Accessibility permission: the key that waits goes on, and so
-/// does every later one. A disabled tap hears of it on the main thread and stays disabled.
+/// Passes keys through the client's taps, one after the other. A tap is asked on the main thread, in every mode of its
+/// run loop, the newest tap first. If its thread does not answer within `tapTimeout`, the system disables it. If the
+/// client loses the Accessibility permission, the system disables all taps. The waiting key then passes, and so does
+/// every later one. A disabled tap is told on the main thread and stays disabled.
 class VirtualKeyboardTaps final : public KeyboardTaps {
   public:
     static constexpr double tapTimeout = 1;
@@ -30,20 +30,19 @@ class VirtualKeyboardTaps final : public KeyboardTaps {
     /// Null also without the Accessibility permission.
     [[nodiscard]] std::unique_ptr<KeyboardTap> create(KeyDecision decision, KeyReport report) override;
 
-    /// Whether the tap swallows the key; what it answers to a notice that it was disabled is not looked at. Main
-    /// thread.
+    /// Whether the tap swallows the key. Its answer to a notification that it was disabled is ignored. Main thread.
     using KeyFilter = std::function<bool(const KeyEvent&)>;
-    /// The tap beneath create(), as the system has it: it knows no names, and nobody is told beside it.
+    /// The lower level of create(), as in the system: it knows no names and reports nothing.
     [[nodiscard]] std::unique_ptr<KeyboardTap> createFilter(KeyFilter filter);
 
-    /// Driver-facing, any thread: the system refuses the next taps, so many of them; 0 ends it.
+    /// Driver-facing, any thread: the system refuses the next `times` taps. 0 ends that.
     void refuse(int times);
-    /// The taps that stand, and those of them that are not disabled.
+    /// The taps that exist, and those of them that are not disabled.
     std::size_t taps() const;
     std::size_t enabledTaps() const;
 
-    /// A key event comes from the keyboard. `passed`, if there is one, runs on the world's thread when no tap has
-    /// swallowed it. World's thread.
+    /// The keyboard sends a key event. `passed`, if not null, runs on the world's thread if no tap has swallowed it.
+    /// World's thread.
     void press(const KeyEvent& event, Block passed);
 
   private:
@@ -56,13 +55,13 @@ class VirtualKeyboardTaps final : public KeyboardTaps {
     struct Pressed {
         KeyEvent event;
         Block passed;
-        /// The taps that have not seen it, in the order in which they do.
+        /// The taps still to be asked, in order.
         std::vector<StatePointer> ahead;
     };
 
     void ask();
     void decide(const StatePointer& tap, std::uint64_t question, const KeyEvent& event);
-    /// The tap that was asked that question lets the key pass.
+    /// The tap with that open question lets the key pass.
     void pass(std::uint64_t question);
     void swallow(std::uint64_t question);
     void giveUp(const StatePointer& tap, std::uint64_t question);
@@ -77,10 +76,10 @@ class VirtualKeyboardTaps final : public KeyboardTaps {
     /// Newest first.
     std::vector<StatePointer> taps_;
     int refusals_ = 0;
-    /// The first one is on its way.
+    /// The first one is being passed through the taps.
     std::deque<Pressed> keys_;
     std::uint64_t questions_ = 0;
-    /// The question that waits for an answer; 0 when none does.
+    /// The question that waits for an answer, or 0.
     std::uint64_t open_ = 0;
     /// The question that the main thread is answering.
     std::uint64_t heard_ = 0;

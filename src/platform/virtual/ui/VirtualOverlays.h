@@ -39,8 +39,8 @@ class VirtualOverlays final : public Overlays {
     std::vector<State> all() const;
     /// Driver-facing, any thread: something in the system moves them all to that level.
     void forceLevel(int level);
-    /// Driver-facing, any thread: somebody closes the overlay of that frame. It is off the screen until the client
-    /// orders it to the front again. False when none is shown there.
+    /// Driver-facing, any thread: somebody closes the overlay with that frame. It is off the screen until the client
+    /// orders it to the front again. False if none is shown there.
     bool closeShown(const Rect& frame);
 
   private:

@@ -14,7 +14,7 @@ using namespace vantrel::standins;
 
 CFStringRef kAXTrustedCheckOptionPrompt = (__bridge CFStringRef) @"AXTrustedCheckOptionPrompt";
 
-/// Without an element of the virtual Mac's it is the system-wide one.
+/// Without an element of the virtual Mac it is the system-wide element.
 @interface VantrelElement : NSObject <VantrelTyped>
 @end
 
@@ -69,7 +69,7 @@ id geometryOf(AXValueType type, const void* value) {
     return (__bridge_transfer id)AXValueCreate(type, value);
 }
 
-/// What a value is to the program; a type that the virtual Mac does not tell is a text.
+/// A value as the program gets it. A type that the virtual Mac does not report becomes a text.
 id objectOf(const vantrel::AccessibilityValue& value, pid_t process) {
     if (const bool* boolean = std::get_if<bool>(&value)) return [NSNumber numberWithBool:*boolean];
     if (const auto* point = std::get_if<vantrel::Point>(&value)) {
@@ -128,7 +128,7 @@ AXUIElementRef AXUIElementCreateSystemWide() {
     return (__bridge_retained AXUIElementRef)(id)element;
 }
 
-// The virtual Mac has the time-outs by itself: the shorter one for as long as a tap stands.
+// The virtual Mac applies the timeouts itself: the shorter one while a tap exists.
 AXError AXUIElementSetMessagingTimeout(AXUIElementRef, float) {
     return kAXErrorSuccess;
 }

@@ -6,9 +6,9 @@
 
 namespace vantrel::standins {
 
-/// The menu as the virtual Mac shows it. An item is enabled as AppKit's automatic enabling has it: with a submenu, or
-/// with an action that its target answers. Whether somebody in the responder chain answers the action of an item
-/// without a target is not looked at: it counts as answered. Choosing an item sends its action to its target.
+/// The menu as the virtual Mac shows it. Items are enabled as AppKit does it: if they have a submenu, or an action that
+/// their target handles. The responder chain is not searched: an action without a target counts as handled. Choosing an
+/// item sends its action to its target.
 Menu descriptionOf(NSMenu* _Nullable menu);
 
 }  // namespace vantrel::standins

@@ -18,7 +18,7 @@ NSNotificationName NSApplicationDidChangeScreenParametersNotification =
 
 namespace {
 
-/// What the virtual Mac tells goes on to AppKit's delegate.
+/// Forwards the virtual Mac's calls to AppKit's delegate.
 class DelegateRelay final : public vantrel::ApplicationDelegate {
   public:
     void applicationDidFinishLaunching() override {
@@ -48,7 +48,7 @@ class DelegateRelay final : public vantrel::ApplicationDelegate {
     std::shared_ptr<DelegateRelay> _relay;
 }
 
-// Made off the main thread it would have no event loop.
+// Created off the main thread, it would have no event loop.
 + (NSApplication*)sharedApplication {
     if (NSApp != nil) return NSApp;
     if (!mac().engine().isMainThread()) fatal("the first sharedApplication off the main thread");

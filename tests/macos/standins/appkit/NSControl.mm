@@ -11,7 +11,7 @@
 using namespace vantrel::standins;
 
 @interface NSControl (VantrelText)
-/// What the participant reads on it: a button's title, any other's value.
+/// The text that the participant reads: a button's title, any other control's value.
 - (NSString*)vantrel_text;
 - (void)vantrel_setText:(NSString*)text;
 - (vantrel::Control)vantrel_control;
@@ -31,7 +31,7 @@ using namespace vantrel::standins;
     return self;
 }
 
-// In a window the text is the virtual Mac's, where the participant types.
+// In a window the virtual Mac has the text, because the participant types there.
 - (NSString*)vantrel_text {
     const std::string identifier = [self vantrel_id];
     auto* const window = [self vantrel_virtualWindow];
@@ -42,7 +42,7 @@ using namespace vantrel::standins;
 - (void)vantrel_setText:(NSString*)text {
     if (text == nil) raise(@"NSInvalidArgumentException", @"a control's text that is nil");
     const std::string identifier = [self vantrel_id];
-    // Made, if need be, with the text as it was.
+    // Creates the window if necessary, with the text as it was.
     auto* const window = [self vantrel_virtualWindow];
     _text = [text copy];
     if (window != nullptr && !identifier.empty()) window->setText(identifier, bytesOf(text));

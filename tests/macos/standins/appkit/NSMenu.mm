@@ -88,7 +88,7 @@ using namespace vantrel::standins;
     _items.push_back(item);
 }
 
-// The virtual Mac closes the menu of an item that leaves the status bar by itself.
+// The virtual Mac itself closes the menu of an item that leaves the status bar.
 - (void)cancelTracking {
 }
 

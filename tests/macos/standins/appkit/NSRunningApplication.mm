@@ -9,7 +9,7 @@
 
 using namespace vantrel::standins;
 
-/// Whether it has ended is a snapshot: it changes on a turn of the main run loop alone.
+/// Whether it has ended is a snapshot, which changes only when the main run loop turns.
 @implementation NSRunningApplication {
     std::shared_ptr<vantrel::RunningApplication> _application;
     std::mutex _mutex;

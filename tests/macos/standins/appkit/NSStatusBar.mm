@@ -81,7 +81,7 @@ using namespace vantrel::standins;
     return bar;
 }
 
-// The caller holds the item; without a reference it leaves the bar.
+// The caller owns the item. Without a reference it leaves the bar.
 - (NSStatusItem*)statusItemWithLength:(CGFloat)length {
     return [[NSStatusItem alloc] initWithLength:length];
 }

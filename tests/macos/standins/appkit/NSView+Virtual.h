@@ -7,23 +7,23 @@
 
 #include "platform/ui/Window.h"
 
-/// What a view has to do with the window of the virtual Mac that it hangs in. Until that is made a view keeps what it
-/// is told to itself.
+/// The connection of a view to its window on the virtual Mac. Until that window is created, the view keeps its own
+/// state.
 @interface NSView (VantrelVirtual)
 
-/// The view hangs in that window from now on, with all below it.
+/// From now on the view, with all its subviews, is in that window.
 - (void)vantrel_moveToWindow:(nullable NSWindow*)window;
-/// The window of the virtual Mac; null as long as the view hangs in none.
+/// The window on the virtual Mac. Null while the view is in none.
 - (nullable vantrel::Window*)vantrel_virtualWindow;
 - (std::string)vantrel_id;
 
 /// A view of controls as the virtual Mac shows it.
 - (vantrel::View)vantrel_viewDescription;
-/// Empty for a view that is no control.
+/// Empty for a view that is not a control.
 - (std::optional<vantrel::Control>)vantrel_controlDescription;
-/// The view of that id, at or below this one.
+/// The view with that id: this one or one below it.
 - (nullable NSView*)vantrel_named:(const std::string&)identifier;
-/// What the description cannot say, once the window stands.
+/// Sets what the description cannot contain, once the window exists.
 - (void)vantrel_tellState;
 
 @end

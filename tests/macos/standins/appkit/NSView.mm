@@ -83,7 +83,7 @@ using namespace vantrel::standins;
                           point.y >= _frame.origin.y && point.y < _frame.origin.y + _frame.size.height;
     if (_hidden || !isInside) return nil;
     const NSPoint within = NSMakePoint(point.x - _frame.origin.x, point.y - _frame.origin.y);
-    // The last one lies on top.
+    // The last one is on top.
     for (auto view = _subviews.rbegin(); view != _subviews.rend(); ++view) {
         if (NSView* hit = [*view hitTest:within]) return hit;
     }

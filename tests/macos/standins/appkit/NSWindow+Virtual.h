@@ -6,9 +6,9 @@
 
 @interface NSWindow (VantrelVirtual)
 
-/// Those that are not closed, oldest first.
+/// The windows that are not closed, oldest first.
 + (NSArray<NSWindow*>*)vantrel_all;
-/// The window of the virtual Mac, made if it is not yet; null for one without a border, or when it is closed.
+/// The window on the virtual Mac, created if necessary. Null for one without a border or a closed one.
 - (nullable vantrel::Window*)vantrel_virtualWindow;
 
 @end

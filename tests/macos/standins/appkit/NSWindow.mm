@@ -18,7 +18,7 @@ using namespace vantrel::standins;
 
 namespace {
 
-/// Not counted: a window leaves when it closes or ends. Main thread.
+/// Weak: a window is removed when it is closed or destroyed. Main thread.
 std::vector<__unsafe_unretained NSWindow*>& living() {
     static auto* const windows = new std::vector<__unsafe_unretained NSWindow*>;
     return *windows;
@@ -30,8 +30,8 @@ void requireMainThread(const char* what) {
 
 }  // namespace
 
-/// A window with a border is one of the virtual Mac's windows, one without is one of its overlays. Either is made when
-/// something is first done to the window or to a view that hangs in it: before that its parts are not together.
+/// A window with a border is one of the virtual Mac's windows, one without is one of its overlays. Either is created
+/// when the window, or a view in it, is first used; before that its parts are not complete.
 @implementation NSWindow {
     NSRect _frame;
     NSWindowStyleMask _styleMask;
@@ -184,7 +184,7 @@ void requireMainThread(const char* what) {
     requireMainThread("setFrame:");
     if (_window || _overlay) raise(@"NSInvalidArgumentException", @"moving a window that stands is not stood in for");
     _frame = frame;
-    // The last that is done to a cover before it is handed out.
+    // The last step in preparing a cover.
     if ([self vantrel_isBorderless]) [self vantrel_makeOverlay];
 }
 
@@ -208,7 +208,7 @@ void requireMainThread(const char* what) {
     _isShownOverlay = false;
 }
 
-// One that is released when it is closed goes with the last reference but the caller's.
+// A window that is released when closed is destroyed with the last reference other than the caller's.
 - (void)close {
     requireMainThread("close");
     if (_isClosed) return;

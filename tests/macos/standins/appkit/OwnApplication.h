@@ -2,7 +2,7 @@
 
 namespace vantrel::standins {
 
-/// The application object goes with its Mac; the next sharedApplication makes a new one.
+/// Destroys the application object with its Mac. The next sharedApplication creates a new one.
 void forgetOwnApplication();
 
 }  // namespace vantrel::standins

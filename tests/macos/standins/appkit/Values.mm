@@ -1,4 +1,4 @@
-// Colours, fonts and the like: what the virtual Mac does not show is kept, as far as a description wants it.
+// Colours, fonts and the like: what the virtual Mac does not show is stored if a description needs it.
 #include "tests/macos/standins/appkit/Values.h"
 
 #import <AppKit/AppKit.h>

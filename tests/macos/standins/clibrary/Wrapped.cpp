@@ -1,5 +1,5 @@
-// The C library as the product's objects see it: their calls of these functions come here (the linker's --wrap), so
-// that no test signals a process of the computer that it runs on, or writes where the client writes.
+// The C library as the product's objects see it: the linker's --wrap redirects their calls of these functions here. So
+// no test signals a process of its computer or writes to the client's output.
 #include <poll.h>
 #include <sys/time.h>
 #include <sys/types.h>
@@ -49,7 +49,7 @@ int __wrap_fcntl(int descriptor, int, ...) {
     return 0;
 }
 
-// Standard output takes everything at once.
+// Standard output accepts everything at once.
 int __wrap_poll(pollfd*, nfds_t, int) {
     fatal("the client waits for standard output");
 }
@@ -61,7 +61,7 @@ std::uint64_t __wrap_clock_gettime_nsec_np(int clock) {
     return static_cast<std::uint64_t>(clocks.secondsSince1970() * nanosecondsPerSecond);
 }
 
-// The facts about one process. Its number stands for the moment at which it was started: both only rise.
+// The facts about one process. Its number also serves as its start time: both only increase.
 int __wrap_sysctl(int* name, unsigned count, void* old, std::size_t* oldSize, void* fresh, std::size_t) {
     const bool isKnown = count == 4 && name[0] == CTL_KERN && name[1] == KERN_PROC && name[2] == KERN_PROC_PID;
     if (!isKnown || fresh != nullptr || *oldSize < sizeof(kinfo_proc)) fatal("a sysctl that is not stood in for");

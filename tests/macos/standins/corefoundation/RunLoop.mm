@@ -20,12 +20,12 @@ CFRunLoopRef CFRunLoopGetMain() {
     return (__bridge CFRunLoopRef)(id)loop;
 }
 
-// In the common modes, whatever else the main thread is in the middle of: as an event.
+// In the common modes, whatever the main thread is doing: as an event.
 void CFRunLoopPerformBlock(CFRunLoopRef, CFTypeRef, void (^block)(void)) {
     mac().postToMain(withPool(block));
 }
 
-// The virtual Mac's main thread looks by itself.
+// The virtual Mac's main thread checks by itself.
 void CFRunLoopWakeUp(CFRunLoopRef) {}
 
 }  // extern "C"

@@ -2,14 +2,14 @@
 
 #import <Foundation/Foundation.h>
 
-/// An object of CoreFoundation's or of a framework beside it that has a type of its own.
+/// An object of CoreFoundation, or of a framework beside it, that has its own type.
 @protocol VantrelTyped <NSObject>
 - (CFTypeID)vantrel_type;
 @end
 
 namespace vantrel::standins {
 
-// Any numbers; programs compare them and nothing else.
+// The numbers do not matter; programs only compare them.
 enum TypeIdentifier : CFTypeID {
     typeOfOthers = 1,
     typeOfStrings,

@@ -18,8 +18,8 @@ using namespace vantrel::standins;
 }
 @end
 
-/// The port that a tap's events come through. It is a tap of the virtual Mac's from its creation until it is
-/// invalidated or goes; one that is not in the run loop, or disabled, hears of nothing.
+/// The port that delivers a tap's events. It is a tap of the virtual Mac from its creation until it is invalidated or
+/// destroyed. It receives nothing if it is disabled or not in the run loop.
 @interface NSMachPort : NSObject
 @end
 
@@ -42,9 +42,9 @@ using namespace vantrel::standins;
         event = [[VantrelEvent alloc] init];
         event->_key = key;
     }
-    // The callback may take its own port away.
+    // The callback may destroy its own port.
     NSMachPort* const self_ = self;
-    // With a notice there is no event.
+    // A notification has no event.
     void* const reference = (__bridge void*)event;
     CGEventTapCallBack callback = self_->_callback;
     return reinterpret_cast<void* (*)(void*, CGEventType, void*, void*)>(callback)(nullptr, type, reference,
@@ -112,7 +112,7 @@ CFRunLoopSourceRef CFMachPortCreateRunLoopSource(CFAllocatorRef, CFMachPortRef p
 }
 
 void CFRunLoopAddSource(CFRunLoopRef, CFRunLoopSourceRef source, CFRunLoopMode mode) {
-    // In the default mode alone no key would come under an alert.
+    // In the default mode only, no key would arrive under an alert.
     if (mode != kCFRunLoopCommonModes) fatal("a source in a mode that is not stood in for");
     sourceOf(source)->_port->_isInRunLoop = true;
 }

@@ -47,7 +47,7 @@ extern "C" {
 
 dispatch_time_t dispatch_time(dispatch_time_t when, int64_t nanoseconds) {
     if (when == DISPATCH_TIME_FOREVER) return when;
-    // Never zero, which would mean now once more.
+    // Never zero, which would again mean now.
     return (when == DISPATCH_TIME_NOW ? now() : when) + static_cast<dispatch_time_t>(nanoseconds);
 }
 

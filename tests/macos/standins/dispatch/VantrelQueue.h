@@ -8,13 +8,13 @@
 @interface VantrelQueue : NSObject <OS_dispatch_queue>
 - (instancetype)initAsMain:(bool)isMain;
 @property(readonly) bool isMain;
-/// The virtual Mac's.
+/// The virtual Mac's queue.
 - (vantrel::DispatchQueue&)queue;
 @end
 
 namespace vantrel::standins {
 
-/// Zero for a moment that has passed.
+/// Zero for a past moment.
 double secondsUntil(dispatch_time_t moment);
 
 }  // namespace vantrel::standins

@@ -1,4 +1,4 @@
-// A constant text is not counted. Without automatic reference counting, which forbids to say so.
+// A constant text is not reference-counted. Compiled without automatic reference counting, which would not allow that.
 #import <Foundation/Foundation.h>
 
 @interface __NSCFConstantString : NSString

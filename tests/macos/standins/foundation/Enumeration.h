@@ -6,7 +6,7 @@
 
 namespace vantrel::standins {
 
-/// Fast enumeration of all objects at once. `changes` is raised by whoever changes the collection.
+/// Fast enumeration of all objects at once. Code that changes the collection must increase `changes`.
 inline NSUInteger enumerate(std::vector<id>& objects, unsigned long& changes, NSFastEnumerationState* _Nonnull state) {
     if (state->state != 0) return 0;
     state->state = 1;

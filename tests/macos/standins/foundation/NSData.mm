@@ -24,7 +24,7 @@
     return _bytes.size();
 }
 
-// Null for no bytes at all.
+// Null if there are no bytes.
 - (const void*)bytes {
     return _bytes.empty() ? nullptr : _bytes.data();
 }

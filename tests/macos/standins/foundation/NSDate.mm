@@ -46,7 +46,7 @@ using namespace vantrel::standins;
 
 @end
 
-/// The formatter's own options: a date, a time to the second, Greenwich.
+/// The formatter's default options: a date, a time in seconds, Greenwich.
 @implementation NSISO8601DateFormatter
 
 - (instancetype)init {

@@ -8,7 +8,7 @@
 
 using vantrel::standins::raise;
 
-/// Keeps the order in which the keys came; on a Mac nothing may depend on any.
+/// Keeps the keys in the order of insertion. On a Mac, code must not depend on any order.
 @implementation NSDictionary {
   @protected
     std::vector<id> _keys;
@@ -95,7 +95,7 @@ using vantrel::standins::raise;
     [self vantrel_set:object forKey:key];
 }
 
-// Nil takes the key away.
+// Nil removes the key.
 - (void)setObject:(id)object forKeyedSubscript:(id<NSCopying>)key {
     if (object != nil) {
         [self vantrel_set:object forKey:key];

@@ -94,7 +94,7 @@ std::string written(id object) {
     return "{" + members + "}";
 }
 
-/// What the virtual Mac looks at when it was told which object shall not be written.
+/// The virtual Mac needs this form to decide which objects must fail.
 vantrel::JSONValue valueOf(id object) {
     if ([object isKindOfClass:[NSString class]]) return bytesOf(object);
     if ([object isKindOfClass:[__NSCFBoolean class]]) return static_cast<bool>([object boolValue]);
@@ -118,7 +118,7 @@ vantrel::JSONValue valueOf(id object) {
     return isWritable(object, 0);
 }
 
-// Without options a slash comes out escaped, as the option that leaves the escapes out says.
+// By default slashes are escaped; there is an option not to escape them.
 + (NSData*)dataWithJSONObject:(id)object options:(NSJSONWritingOptions)options error:(NSError* __autoreleasing*)error {
     if (options != 0 || !isWritable(object, 0)) {
         vantrel::standins::raise(@"NSInvalidArgumentException", @"Invalid type in JSON write");

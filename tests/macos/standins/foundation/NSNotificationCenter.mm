@@ -24,7 +24,7 @@ using namespace vantrel::standins;
 
 namespace {
 
-/// By token. A center holds its observers until they are removed.
+/// By token. A center keeps its observers until they are removed.
 std::mutex mutex;
 std::map<void*, std::unique_ptr<vantrel::Observation>>& observations() {
     static auto* const all = new std::map<void*, std::unique_ptr<vantrel::Observation>>;
@@ -33,7 +33,8 @@ std::map<void*, std::unique_ptr<vantrel::Observation>>& observations() {
 
 }  // namespace
 
-/// The default center hears of the displays, the workspace's own of the Spaces, and neither of the other's.
+/// The default center gets the notifications of displays, the workspace's own center those of Spaces, and neither gets
+/// the other's.
 @implementation NSNotificationCenter {
     bool _isWorkspaces;
 }

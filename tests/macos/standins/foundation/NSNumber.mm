@@ -15,7 +15,7 @@
 
 @end
 
-/// The class of true and false, which is a subclass of NSNumber's.
+/// The class of true and false, a subclass of NSNumber.
 @interface __NSCFBoolean : NSNumber
 @end
 
@@ -42,7 +42,7 @@
     return static_cast<int>(self.longLongValue);
 }
 
-// Toward zero; what is too large has no answer that could be relied on.
+// Rounds toward zero. The result is not defined for values that are too large.
 - (long long)longLongValue {
     constexpr double limit = 9.2e18;
     return std::fabs(_value) < limit ? static_cast<long long>(_value) : 0;

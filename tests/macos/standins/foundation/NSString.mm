@@ -11,11 +11,11 @@ using vantrel::standins::textOf;
 using vantrel::standins::utf16;
 using vantrel::standins::utf8;
 
-/// A text that was made at run time.
+/// A text created at run time.
 @interface VantrelString : NSString
 @end
 
-/// A text of the program's own, as the compiler has laid it out. It never dies.
+/// A text literal, in the compiler's layout. It is never destroyed.
 @interface __NSCFConstantString : NSString
 @end
 
@@ -52,7 +52,7 @@ extern "C" id objc_retainAutorelease(id object);
     return [self vantrel_units].size();
 }
 
-// Valid for as long as the pool that is open.
+// Valid until the current pool ends.
 - (const char*)UTF8String {
     const auto bytes = utf8([self vantrel_units], false);
     if (!bytes) return nullptr;
@@ -60,11 +60,11 @@ extern "C" id objc_retainAutorelease(id object);
     return static_cast<const char*>([(NSData*)objc_retainAutorelease(data) bytes]);
 }
 
-// GLib has Unicode's tables with the special cases, and in the C locale no language's own.
+// GLib has Unicode's tables with the special cases. In the C locale it applies no language's own rules.
 - (NSString*)uppercaseString {
     const std::string bytes = vantrel::standins::bytesOf(self);
     std::string upper;
-    // A zero byte ends a text for GLib.
+    // GLib ends a text at a zero byte.
     for (std::size_t at = 0; at <= bytes.size();) {
         const std::size_t zero = std::min(bytes.find('\0', at), bytes.size());
         char* const piece = g_utf8_strup(bytes.data() + at, static_cast<gssize>(zero - at));

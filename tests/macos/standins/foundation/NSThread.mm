@@ -17,7 +17,7 @@ using vantrel::standins::withPool;
 
 @end
 
-/// The main queue; any other is the URL session's.
+/// The main queue. Any other one is the URL session's.
 @implementation NSOperationQueue {
     bool _isMain;
 }

@@ -8,13 +8,13 @@
 
 using namespace vantrel::standins;
 
-/// The run loop holds the timer, and the timer its block, until it is invalidated or, without repeats, has fired.
+/// The run loop owns the timer, and the timer its block, until it is invalidated or, without repeats, has fired.
 @implementation NSTimer {
     std::unique_ptr<vantrel::Timer> _timer;
     void (^_block)(NSTimer*);
 }
 
-// A thread of a queue has a run loop that nobody runs.
+// Nobody runs the run loop of a queue's thread.
 + (void)vantrel_requireMainThread {
     if (!mac().engine().isMainThread()) fatal("a timer off the main thread");
 }
@@ -43,7 +43,7 @@ using namespace vantrel::standins;
 
 - (void)invalidate {
     [NSTimer vantrel_requireMainThread];
-    // The run loop may hold the last reference to it.
+    // The run loop may own the last reference to it.
     NSTimer* const self_ = self;
     self_->_timer.reset();
     self_->_block = nil;

@@ -13,7 +13,7 @@ using namespace vantrel::standins;
 
 namespace {
 
-/// Whether RFC 3986 takes it as a reference.
+/// Whether it is a reference by RFC 3986.
 bool isReference(std::string_view text) {
     UriUriA uri;
     const char* error = nullptr;
@@ -22,7 +22,7 @@ bool isReference(std::string_view text) {
     return true;
 }
 
-// Six bytes at most for each byte of the path.
+// At most six bytes for each byte of the path.
 std::string fileAddress(const std::string& path) {
     constexpr std::size_t longest = 3;
     std::string address = "file://";
@@ -40,7 +40,7 @@ std::string fileAddress(const std::string& path) {
 
 }  // namespace
 
-/// As of macOS 14, whose parser is RFC 3986's.
+/// As of macOS 14, whose parser follows RFC 3986.
 @implementation NSURL {
     NSString* _text;
     NSString* _path;
@@ -52,7 +52,7 @@ std::string fileAddress(const std::string& path) {
 
 + (instancetype)URLWithString:(NSString*)text encodingInvalidCharacters:(BOOL)encoding {
     if (text == nil) vantrel::standins::raise(@"NSInvalidArgumentException", @"nil string parameter");
-    // Not stood in for: to put escapes where a character may not stand.
+    // Not implemented here: escaping characters that are not allowed.
     (void)encoding;
     const std::string bytes = bytesOf(text);
     if (bytes.empty() || !isReference(bytes)) return nil;

@@ -56,7 +56,7 @@ using namespace vantrel::standins;
     return self;
 }
 
-// A value takes the place of the one before it.
+// A value replaces the previous one.
 - (void)setValue:(NSString*)value forHTTPHeaderField:(NSString*)field {
     const std::string name = bytesOf(field);
     std::erase_if(_headers, [&name](const auto& header) { return header.first == name; });
@@ -120,7 +120,7 @@ using Handler = void (^)(NSData*, NSURLResponse*, NSError*);
     Handler _handler;
 }
 
-// Without a failure there is always a response and, as the documentation has it, data, if only of no bytes.
+// Unless the request failed, there is always a response and, by the documentation, data, possibly of no bytes.
 + (void)vantrel_hand:(const vantrel::URLReply&)reply to:(Handler)handler {
     if (reply.error) {
         handler(nil, nil, errorOf(NSURLErrorDomain, NSURLErrorUnknown, reply.error->localizedDescription));

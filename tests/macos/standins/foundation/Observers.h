@@ -2,7 +2,7 @@
 
 namespace vantrel::standins {
 
-/// Whoever observes is forgotten: the Mac that would tell is going.
+/// Forgets all observers, because the Mac that would call them is ending.
 void forgetObservers();
 
 }  // namespace vantrel::standins

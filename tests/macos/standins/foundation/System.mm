@@ -1,4 +1,4 @@
-// What the program asks of the system around it: settings, files, its bundle, its process.
+// The program's surroundings in the system: settings, files, its bundle, its process.
 #import <Foundation/Foundation.h>
 
 #include "tests/macos/standins/MacInUse.h"
@@ -38,7 +38,7 @@ using namespace vantrel::standins;
     return manager;
 }
 
-// The path ends for the kernel at a zero byte.
+// For the kernel the path ends at a zero byte.
 - (BOOL)fileExistsAtPath:(NSString*)path {
     return mac().computer().files.fileExists(bytesOf(path).c_str());
 }
@@ -80,7 +80,7 @@ NSString* NSHomeDirectory() {
     return mac().processes().ownProcess();
 }
 
-// The activity is the token: one that is not ended goes on, and is counted by the census.
+// The token is the activity: one that is not ended continues, and the census counts it.
 - (id<NSObject>)beginActivityWithOptions:(NSActivityOptions)options reason:(NSString*)reason {
     (void)options;
     if (reason.length == 0) vantrel::standins::raise(@"NSInvalidArgumentException", @"an activity without a reason");

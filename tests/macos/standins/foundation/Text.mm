@@ -17,7 +17,7 @@ bool isSurrogate(char32_t c) {
     return c >= firstSurrogate && c < afterSurrogates;
 }
 
-/// What the first byte of a character says.
+/// The meaning of a character's first byte.
 struct Lead {
     int following;
     char32_t bits;
@@ -32,7 +32,7 @@ std::optional<Lead> lead(unsigned char byte) {
     return std::nullopt;
 }
 
-/// The character at the beginning of the bytes, which it is taken from.
+/// Removes and returns the first character of the bytes.
 std::optional<char32_t> takeCharacter(std::string_view& bytes) {
     const auto first = lead(static_cast<unsigned char>(bytes.front()));
     if (!first || bytes.size() <= static_cast<std::size_t>(first->following)) return std::nullopt;

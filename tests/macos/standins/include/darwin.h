@@ -1,6 +1,6 @@
 #pragma once
 
-// What Apple's C library has beyond Linux's, included before everything else.
+// What Apple's C library has in addition to Linux's. Included before everything else.
 #include <fcntl.h>
 #include <stdint.h>
 #include <time.h>

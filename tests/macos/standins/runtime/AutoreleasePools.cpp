@@ -13,7 +13,7 @@ namespace {
 
 std::atomic<long> strays = 0;
 
-/// The pools of one thread, one upon the other. What is left goes with the thread.
+/// The stack of pools of one thread. What is left is released with the thread.
 class Pools {
   public:
     Pools() = default;
@@ -37,7 +37,7 @@ class Pools {
     }
 
   private:
-    // What an object owns may be autoreleased by its end.
+    // Destroying an object may autorelease what it owns.
     void releaseDownTo(std::size_t size) {
         while (objects_.size() > size) {
             Object* const last = objects_.back();
@@ -78,7 +78,7 @@ Object* objc_retainAutorelease(Object* object) {
     return objc_autorelease(objc_retain(object));
 }
 
-// Apple's runtime hands a returned object over without a pool where it can; nothing may depend on that.
+// Apple's runtime passes a returned object on without a pool if it can. Code must not depend on that.
 Object* objc_autoreleaseReturnValue(Object* object) {
     return objc_autorelease(object);
 }

@@ -2,7 +2,8 @@
 
 namespace vantrel::standins {
 
-/// Objects that were autoreleased on a thread without a pool, where nothing says when they go. Any thread.
+/// The number of objects autoreleased on a thread without a pool, so that nothing says when they are released. Any
+/// thread.
 long autoreleasedWithoutPool();
 
 }  // namespace vantrel::standins

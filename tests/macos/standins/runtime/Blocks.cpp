@@ -1,4 +1,4 @@
-// Blocks, as the published description of their implementation has them.
+// Blocks, by the published description of their implementation.
 #include <atomic>
 #include <cstdint>
 #include <cstdlib>
@@ -12,14 +12,14 @@ namespace vantrel::standins {
 
 namespace {
 
-// Of a block's or a variable's flags.
+// In the flags of a block or a variable.
 constexpr int countMask = 0xfffe;
 constexpr int oneReference = 2;
 constexpr int needsFree = 1 << 24;
 constexpr int hasCopyAndDispose = 1 << 25;
 constexpr int isGlobal = 1 << 28;
 
-// What a captured thing is.
+// The kind of a captured value.
 constexpr int kindMask = 0xf;
 constexpr int kindBlock = 7;
 constexpr int kindVariable = 8;
@@ -110,7 +110,7 @@ void _Block_release(const void* source) {
     std::free(block);
 }
 
-// A block on the stack is not copied by being retained.
+// Retaining a block on the stack does not copy it.
 void vantrel_retain_block(void* source) {
     auto* const block = static_cast<BlockObject*>(source);
     if ((block->flags & needsFree) != 0) block->flags += oneReference;

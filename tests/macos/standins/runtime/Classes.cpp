@@ -23,7 +23,7 @@ namespace {
 
 using namespace vantrel::standins;
 
-/// Made before everything else and never taken down: threads may still send messages while the process ends.
+/// Created before everything else and never destroyed: threads may still send messages while the process ends.
 struct Registry {
     std::mutex mutex;
     std::set<std::string, std::less<>> selectors;
@@ -47,7 +47,7 @@ void add(Class& cls, MethodList* list) {
     }
 }
 
-/// The variables of a class begin where those of its superclass end, which the compiler does not know.
+/// A class's variables begin where its superclass's end, which the compiler does not know.
 void slideVariables(ClassDescription& description, std::uint32_t superclassSize) {
     if (superclassSize <= description.instanceStart) return;
     const auto* list = description.variables;

@@ -1,4 +1,5 @@
-// An Objective-C exception is a C++ exception whose type is a class, so that both run through each other's frames.
+// An Objective-C exception is a C++ exception whose type is a class, so that each can pass through frames of the other
+// language.
 #include <cxxabi.h>
 #include <unwind.h>
 
@@ -13,7 +14,7 @@ using namespace vantrel::standins;
 
 extern "C" {
 
-/// Laid out as the compiler writes it for a class that can be thrown.
+/// The compiler's layout for a class that can be thrown.
 struct ClassType {
     const void* const* virtualTable;
     const char* name;
@@ -27,14 +28,14 @@ static bool isNot() {
     return false;
 }
 
-/// Whether a catch of `wanted` takes what was thrown. A null class is that of every object.
+/// Whether a catch of `wanted` accepts what was thrown. A null class accepts every object.
 static bool catches(const ClassType* wanted, const ClassType* thrown, void** object, unsigned) {
     constexpr int firstFunction = 2;
     if (thrown->virtualTable != objc_ehtype_vtable + firstFunction) return false;
     return wanted->cls == nullptr || isKindOf((*static_cast<Object**>(*object))->isa, wanted->cls);
 }
 
-// As std::type_info has it: offset, its own type, two destructors, is_pointer, is_function, do_catch, do_upcast.
+// The layout of std::type_info: offset, its own type, two destructors, is_pointer, is_function, do_catch, do_upcast.
 const void* objc_ehtype_vtable[] = {nullptr,
                                     nullptr,
                                     reinterpret_cast<const void*>(doNothing),
@@ -54,7 +55,7 @@ static void releaseThrown(void* place) {
 [[noreturn]] void objc_exception_throw(Object* object) {
     auto* const place = static_cast<Object**>(abi::__cxa_allocate_exception(sizeof(Object*)));
     *place = objc_retain(object);
-    // Every object is thrown as `id`; what it is, the catch finds out.
+    // Every object is thrown as `id`. The catch finds out its class.
     abi::__cxa_throw(place, const_cast<std::type_info*>(reinterpret_cast<const std::type_info*>(&OBJC_EHTYPE_id)),
                      releaseThrown);
 }

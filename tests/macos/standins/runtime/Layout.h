@@ -2,14 +2,14 @@
 
 #include <cstdint>
 
-/// What the compiler writes for Apple's second Objective-C ABI, as far as it is read here. The names of the fields are
+/// The parts that are read here of what the compiler writes for Apple's second Objective-C ABI. The field names are
 /// this project's.
 namespace vantrel::standins {
 
 struct Class;
 struct ClassMethods;
 
-/// Selectors of one name are one pointer, once a class has been loaded.
+/// Selectors of the same name are the same pointer once a class has been loaded.
 using Selector = const char*;
 using Implementation = void (*)();
 
@@ -26,11 +26,11 @@ struct MethodList {
 };
 
 struct InstanceVariable {
-    /// Where the compiled code looks for the variable's place.
+    /// Where the compiled code finds the variable's offset.
     long* offset;
     const char* name;
     const char* type;
-    /// The exponent of two.
+    /// As the exponent of two.
     std::uint32_t alignment;
     std::uint32_t size;
 };
@@ -75,7 +75,7 @@ struct Category {
     MethodList* classMethods;
 };
 
-/// What a message to super names: its receiver, and the class in whose method it stands.
+/// The contents of a message to super: its receiver, and the class whose method sends it.
 struct SuperMessage {
     Object* receiver;
     Class* current;

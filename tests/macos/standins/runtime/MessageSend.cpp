@@ -1,4 +1,4 @@
-// Sending a message: the arguments stay where they are while the method is looked for, which C++ cannot say.
+// Sends a message. The arguments stay in place while the method is looked up, which C++ cannot express.
 #if !defined(__x86_64__)
 #error "The stand-ins' Objective-C runtime is written for x86-64."
 #endif

@@ -1,4 +1,4 @@
-// The root class and the classes of blocks. Without automatic reference counting, which stands on what is here.
+// The root class and the classes of blocks. Compiled without automatic reference counting, which is built on them.
 #import <Foundation/Foundation.h>
 
 #include "tests/macos/standins/runtime/Classes.h"
@@ -59,7 +59,7 @@ void _Block_release(const void* block);
     return objc_autorelease(self);
 }
 
-// Classes are not counted.
+// Classes are not reference-counted.
 + (id)retain {
     return self;
 }

@@ -13,7 +13,7 @@ namespace vantrel::standins {
 
 namespace {
 
-/// Lies before every object.
+/// Precedes every object in memory.
 struct alignas(std::max_align_t) Header {
     std::atomic<long> references = 1;
 };
@@ -22,7 +22,7 @@ Header& headerOf(Object* object) {
     return *(reinterpret_cast<Header*>(object) - 1);
 }
 
-/// Never taken down: threads may still make objects while the process ends.
+/// Never destroyed: threads may still create objects while the process ends.
 struct Census {
     std::mutex mutex;
     std::map<std::string, long> living;

@@ -7,20 +7,20 @@
 
 namespace vantrel::standins {
 
-/// Objects that live, by the name of their class; copied blocks are counted under "block". Any thread.
+/// The living objects, by the name of their class. Copied blocks count as "block". Any thread.
 std::map<std::string, long> livingObjects();
 
-/// Counts one more object of that name, or one less.
+/// Counts one object of that name more or less.
 void census(const char* name, int change);
 
 extern "C" {
 
-// The root class's part.
+// The part of the root class.
 Object* vantrel_allocate(Class* cls);
 void vantrel_deallocate(Object* object);
 Object* vantrel_retain(Object* object);
 void vantrel_release(Object* object);
-/// One more reference, unless the last one has gone.
+/// Adds a reference, unless the last one is gone.
 bool vantrel_try_retain(Object* object);
 
 Object* objc_msgSend(Object* receiver, Selector name, ...);

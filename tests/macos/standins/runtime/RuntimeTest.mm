@@ -10,7 +10,7 @@
 namespace vantrel::standins {
 namespace {
 
-/// Says that it ends.
+/// Reports its own end.
 struct Witness {
     bool* ended = nullptr;
     ~Witness() {

@@ -10,7 +10,7 @@ namespace vantrel::standins {
 
 namespace {
 
-/// The places that refer weakly to an object. One lock for all of them, under which no message is sent.
+/// The places that refer weakly to an object. One lock for all of them; no message is sent under it.
 struct Places {
     std::mutex mutex;
     std::unordered_map<Object*, std::unordered_set<Object**>> of;
@@ -44,7 +44,7 @@ void forgetWeakReferences(Object* object) {
 extern "C" {
 
 Object* objc_storeWeak(Object** place, Object* object) {
-    // An object that is dying is not referred to any more; the reference keeps it until it is entered.
+    // A dying object gets no more weak references. The reference keeps it alive until the place is registered.
     const bool lives = object != nullptr && vantrel_try_retain(object);
     {
         Places& places = Places::shared();

@@ -4,7 +4,7 @@
 
 namespace vantrel::standins {
 
-/// Every weak reference to the object is nil from now on. Any thread.
+/// From now on every weak reference to the object is nil. Any thread.
 void forgetWeakReferences(Object* object);
 
 }  // namespace vantrel::standins

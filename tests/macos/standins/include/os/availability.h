@@ -1,5 +1,5 @@
 #pragma once
 
-// Here every version is there.
+// Every version is available here.
 #define API_AVAILABLE(...)
 #define API_DEPRECATED(...)

@@ -3,7 +3,7 @@
 #include <sys/time.h>
 #include <sys/types.h>
 
-// As far as the facts about one process go.
+// Only what the facts about one process need.
 enum { CTL_KERN = 1, KERN_PROC = 14, KERN_PROC_PID = 1 };
 enum { SRUN = 2, SZOMB = 5 };
 
