@@ -5,7 +5,7 @@
 
 namespace vantrel::rehearsal {
 
-// What the client does and shows, in words.
+// Describes what the client does and shows.
 
 EventEntry entryOf(virtualmac::ClientEvent kind, const virtualmac::Happening& event);
 EventEntry entryOf(virtualmac::NetworkEvent kind, const virtualmac::Happening& event);

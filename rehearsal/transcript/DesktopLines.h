@@ -5,7 +5,7 @@
 
 namespace vantrel::rehearsal {
 
-// What the Mac and the other applications do, in words.
+// Describes what the Mac and the other applications do.
 
 EventEntry entryOf(virtualmac::SystemEvent kind, const virtualmac::Happening& event);
 EventEntry entryOf(virtualmac::ProcessEvent kind, const virtualmac::Happening& event);

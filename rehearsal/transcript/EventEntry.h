@@ -5,7 +5,7 @@
 
 namespace vantrel::rehearsal {
 
-/// What an event becomes in the transcript.
+/// An event as an entry of the transcript.
 struct EventEntry {
     std::string kind;
     std::string text;

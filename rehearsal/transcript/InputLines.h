@@ -5,7 +5,7 @@
 
 namespace vantrel::rehearsal {
 
-// Keys, taps and overlays, in words.
+// Describes keys, taps and overlays.
 
 EventEntry entryOf(virtualmac::KeyboardEvent kind, const virtualmac::Happening& event);
 EventEntry entryOf(virtualmac::OverlayEvent kind, const virtualmac::Happening& event);

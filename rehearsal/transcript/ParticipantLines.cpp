@@ -11,7 +11,7 @@ using virtualmac::Field;
 using virtualmac::Happening;
 
 std::string pressesCommand(const std::string& text) {
-    // An upper-case letter means Shift as well.
+    // An upper-case letter also needs Shift.
     const char key = text.empty() ? ' ' : text.back();
     const bool isLower = key >= 'a' && key <= 'z';
     return std::string("presses ") + (isLower ? "Command-" : "Command-Shift-") +

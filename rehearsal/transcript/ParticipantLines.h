@@ -5,7 +5,7 @@
 
 namespace vantrel::rehearsal {
 
-// What the participant does, in words.
+// Describes what the participant does.
 
 EventEntry entryOf(virtualmac::Deed deed, const virtualmac::Happening& event);
 EventEntry entryOf(virtualmac::DesktopDeed deed, const virtualmac::Happening& event);

@@ -8,9 +8,9 @@
 namespace vantrel::virtualmac {
 namespace {
 
-/// "Enumeration::enumerator", as the compiler writes it in the name of this very function: GCC "… [with auto Value =
-/// namespace::Enumeration::enumerator; …]", Clang "… [Value = namespace::Enumeration::enumerator]". What is no
-/// enumerator is written as a number.
+/// "Enumeration::enumerator", taken from the compiler's name of this function: GCC "… [with auto Value =
+/// namespace::Enumeration::enumerator; …]", Clang "… [Value = namespace::Enumeration::enumerator]". Other values are
+/// written as numbers.
 template <auto Value>
 constexpr std::string_view nameOf() {
     constexpr std::string_view function = __PRETTY_FUNCTION__;

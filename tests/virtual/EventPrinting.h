@@ -6,7 +6,7 @@
 
 namespace vantrel::virtualmac {
 
-// How googletest shows events when an expectation on them fails.
+// Prints events in googletest when an expectation fails.
 
 void PrintTo(const EventKind& kind, std::ostream* stream);
 void PrintTo(const Happening& happening, std::ostream* stream);

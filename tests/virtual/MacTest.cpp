@@ -79,8 +79,8 @@ std::vector<std::string> MacTest::expectedMisuse() const {
 }
 
 void MacTest::dropOnMain() {
-    // Under an alert or a menu the main thread still takes events; once the process is over nothing runs there any
-    // more, and the Mac drops them itself.
+    // Under an alert or a menu the main thread still handles events. Once the process is over, nothing runs there, and
+    // the Mac drops the objects itself.
     auto kept = std::make_shared<std::vector<std::shared_ptr<void>>>(std::move(kept_));
     kept_.clear();
     mac().postToMain([kept] {

@@ -13,16 +13,16 @@
 
 namespace vantrel::virtualmac {
 
-/// The options of a test's Mac: VANTREL_SEED=N and VANTREL_FREE_RUNNING=1 in the environment set its seed and mode.
+/// The options of a test's Mac. VANTREL_SEED=N and VANTREL_FREE_RUNNING=1 in the environment set its seed and mode.
 Options optionsFromEnvironment();
 
 /// Whether the environment asks for real threads without a baton.
 bool isFreeRunning();
 
-/// A test with a virtual Mac of its own. The test is the Mac's driver. Misuse fails the test. What a test hands in may
-/// run at once in the free-running mode, so it looks at the effect only after a wait (runFor(0) is one).
+/// A test with its own virtual Mac. The test is the Mac's driver. Misuse fails the test. In the free-running mode
+/// submitted blocks may run at once, so a test checks the effect only after a wait (runFor(0) is one).
 ///
-/// What lives on the main thread is made there and dies there: see makeOnMain.
+/// Objects of the main thread are created and destroyed there: see makeOnMain.
 class MacTest : public testing::Test {
   protected:
     // For the tests of the rules, which are in another namespace.
@@ -46,7 +46,7 @@ class MacTest : public testing::Test {
     explicit MacTest(Options options);
     ~MacTest() override;
 
-    /// Ends the Mac while the test's own members still live. Who overrides it calls it last.
+    /// Ends the Mac while the test's own members still exist. An override must call it last.
     void TearDown() override;
 
     Computer& computer() { return mac().computer(); }
@@ -56,7 +56,7 @@ class MacTest : public testing::Test {
     /// Ends the Mac early: drains it and joins its threads.
     void end() { mac_.reset(); }
 
-    /// Everything that has happened, in order.
+    /// All events so far, in order.
     std::vector<Event> events() const;
     std::vector<Event> events(const EventKind& kind) const;
     /// The events of a family: events<Deed>().
@@ -69,11 +69,11 @@ class MacTest : public testing::Test {
     /// The texts of the events of that kind.
     std::vector<std::string> texts(const EventKind& kind) const;
     std::vector<std::string> logLines() const { return texts(ClientEvent::log); }
-    /// Everything that has happened, in order, without the times.
+    /// All events so far, in order, without the times.
     Happenings transcript() const;
     void forgetEvents();
 
-    /// From now on misuse does not fail the test; expectedMisuse() hands out all there was, for the test to compare.
+    /// From now on misuse does not fail the test. expectedMisuse() returns all of it for the test to compare.
     void expectMisuse();
     std::vector<std::string> expectedMisuse() const;
 
@@ -88,7 +88,7 @@ class MacTest : public testing::Test {
         });
         return weak;
     }
-    /// Drops what makeOnMain made, on the main thread, newest first.
+    /// Drops the objects of makeOnMain on the main thread, newest first.
     void dropOnMain();
 
   private:
@@ -98,7 +98,7 @@ class MacTest : public testing::Test {
     std::vector<std::string> misuse_;
     std::vector<std::shared_ptr<void>> kept_;
     std::unique_ptr<VirtualMac> mac_;
-    /// Blocks that run while the Mac ends still ask for it.
+    /// Kept because blocks that run while the Mac ends still use it.
     VirtualMac* pointer_ = nullptr;
 };
 

@@ -61,7 +61,7 @@ class ParticipantTest : public MacTest {
             item_->setMenu(menu);
         });
     }
-    /// Lets it happen; why it was ignored.
+    /// Lets it happen and returns why it was ignored.
     std::string ignored() {
         mac().runFor(0);
         return events<Deed>().back().field(Field::ignored);

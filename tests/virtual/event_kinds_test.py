@@ -1,5 +1,5 @@
-"""event_kinds_test.py COMPILER ROOT: events are told apart by the compiler. An expectation on a kind or a field that
-does not exist does not compile, and neither does a transcript that has no line for a kind."""
+"""event_kinds_test.py COMPILER ROOT: checks that the compiler distinguishes events. An expectation on a missing kind
+or field must not compile, nor a transcript that lacks a line for a kind."""
 import os
 import pathlib
 import re
@@ -15,7 +15,7 @@ HEAD = '#include "platform/virtual/journal/Event.h"\nusing namespace vantrel::vi
 
 
 def compiled(path, *folders):
-    """What the compiler says of the file; nothing when it compiles."""
+    """The compiler's messages for the file. Empty if it compiles."""
     folders = [f"-I{folder}" for folder in (*folders, ROOT / "src", ROOT)]
     command = [COMPILER, "-std=c++20", "-fsyntax-only", "-Wall", "-Wextra", "-Werror", *folders, str(path)]
     result = subprocess.run(command, capture_output=True, text=True, env=os.environ | {"LC_ALL": "C"}, check=False)

@@ -136,7 +136,7 @@ TEST_F(AccessibilityTest, WaitsSixSecondsForAnApplicationThatDoesNotAnswer) {
     EXPECT_EQ(8.0, mac().now());
 }
 
-// What the main thread asks in a row would otherwise keep a key waiting for longer than the system lets a tap live.
+// Otherwise the main thread's calls in a row would hold up a key for longer than the system tolerates from a tap.
 TEST_F(AccessibilityTest, UnderATapWaitsHalfASecondAndForASecondNotAgain) {
     std::unique_ptr<KeyboardTap> tap;
     mac().onMain(

@@ -211,7 +211,7 @@ TEST_F(DesktopTest, KnowsTheEndsOfTheRowOfSpaces) {
 
 TEST_F(DesktopTest, GivesEachDisplaySpacesOfItsOwn) {
     mac().screens().plug({"DELL", {{1440, 0}, {1920, 1080}}});
-    // Side by side with the lower edges in line: its top lies 180 points above the primary one's.
+    // Side by side with level bottom edges: its top is 180 points above the primary one's.
     const auto second = mac().applications().openWindow(process, {"Di là", {{1600, -150}, {500, 400}}});
     EXPECT_EQ(-150, mac().desktop().window(second)->frame.origin.y);
     mac().desktop().setFullScreen(second, true);

@@ -10,7 +10,7 @@ class KeyboardTapTest : public KeyboardTest {};
 std::atomic<int> notices = 0;
 std::atomic<std::uint32_t> lastNotice = 0;
 
-/// As everyShortcut, and notes the notices that the tap is disabled.
+/// Like everyShortcut; also records that the tap was disabled.
 std::string_view watchful(const KeyEvent& event) noexcept {
     if (event.type == KeyEventType::tapDisabledByTimeout || event.type == KeyEventType::tapDisabledByUserInput) {
         ++notices;

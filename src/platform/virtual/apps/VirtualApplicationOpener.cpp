@@ -8,7 +8,7 @@ namespace vantrel::virtualmac {
 
 namespace {
 
-/// "%20" becomes a space; what is not an escape stays.
+/// "%20" becomes a space. What is not an escape does not change.
 std::string unescaped(const std::string& text) {
     const auto digit = [](char c) {
         const std::string_view digits = "0123456789abcdef";
@@ -29,7 +29,7 @@ struct ApplicationFile {
     std::string executable;
 };
 
-/// "file:///Applications/X.app" is the application X, whose executable bears its name.
+/// "file:///Applications/X.app" is the application X, whose executable has the same name.
 ApplicationFile applicationFile(const URL& url) {
     std::string path = unescaped(URLComponents::split(url.absoluteString).path);
     while (path.size() > 1 && path.ends_with('/')) path.pop_back();

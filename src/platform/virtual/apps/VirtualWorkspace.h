@@ -10,7 +10,7 @@
 
 namespace vantrel::virtualmac {
 
-/// Opens addresses by writing them down.
+/// "Opens" addresses by recording them.
 class VirtualWorkspace final : public Workspace {
   public:
     explicit VirtualWorkspace(Engine& engine) : engine_(engine) {}
@@ -27,7 +27,7 @@ class VirtualWorkspace final : public Workspace {
         return opened;
     }
 
-    /// Driver-facing, any thread: nothing opens any more.
+    /// Driver-facing, any thread: from now on opening fails.
     void setFailing(bool failing) { failing_ = failing; }
     std::vector<std::string> opened() const {
         const std::lock_guard guard(mutex_);

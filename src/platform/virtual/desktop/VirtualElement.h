@@ -22,7 +22,7 @@ class VirtualAccessibility::Element : public AccessibilityElement {
 
   protected:
     using Answer = AccessibilityFaults::Answer;
-    /// What a write or an action is going to do, or why it cannot.
+    /// What a write or an action will do, or its error.
     using Intent = std::variant<Block, AccessibilityError>;
 
     virtual Answer read(std::string_view name) const = 0;
@@ -35,7 +35,7 @@ class VirtualAccessibility::Element : public AccessibilityElement {
     const std::int64_t window_;
 
   private:
-    /// Tells of the write or the action and then does it.
+    /// Records the write or the action and then performs it.
     template <class Function>
     AccessibilityError carryOut(AccessibilityFaults::Operation operation, std::string_view name, Fields fields,
                                 Function intent);

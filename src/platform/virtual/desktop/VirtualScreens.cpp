@@ -111,7 +111,7 @@ void VirtualScreens::putBack(Displays& displays, Mirrored mirrored) {
             screen.frame.origin.x += mirrored.successor.x;
             screen.frame.origin.y += mirrored.successor.y;
         }
-        // The focus stays where it is.
+        // The focus does not change.
         ++displays.main;
     }
     screens.insert(mirrored.wasPrimary ? screens.begin() : screens.end(), std::move(mirrored.screen));

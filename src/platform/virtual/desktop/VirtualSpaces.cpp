@@ -20,7 +20,7 @@ std::size_t place(const SpaceRow& row) {
     return static_cast<std::size_t>(found - row.spaces.begin());
 }
 
-/// Shows the Space and gives the keyboard to the window that lies in front there.
+/// Shows the Space and gives the keyboard to its front window.
 bool show(DesktopState& state, const SpaceRow& row, std::size_t place) {
     if (place >= row.spaces.size()) return false;
     const int space = row.spaces[place].id;
@@ -50,7 +50,7 @@ std::unique_ptr<Observation> VirtualSpaces::observeActiveSpaceDidChange(Block bl
 bool VirtualSpaces::swipe(Direction direction, const std::string& display) {
     return desktop_.change([&](DesktopState& state, Happenings&) {
         const SpaceRow& row = rowNamed(state, display);
-        // To the left of the first one lies nothing: the number wraps and is too large.
+        // There is nothing to the left of the first one: the number wraps and is too large.
         return show(state, row, direction == Direction::left ? place(row) - 1 : place(row) + 1);
     });
 }

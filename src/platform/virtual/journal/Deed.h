@@ -2,9 +2,10 @@
 
 namespace vantrel::virtualmac {
 
-// What the participant does, as families of events. Each may have the field ignored, which says why it had no effect.
+// What the participant does, as families of events. Each event may have the field ignored, which says why it had no
+// effect.
 
-/// With the client and its Mac. The text says with what.
+/// Actions on the client and its Mac. The text says on what.
 enum class Deed {
     /// The field's id; value (what is typed).
     type,
@@ -22,7 +23,7 @@ enum class Deed {
     chooseMenuItem,
     /// No text.
     closeMenu,
-    /// The letter of a key equivalent; an upper-case one means Shift as well.
+    /// The letter of a key equivalent; an upper-case one also needs Shift.
     pressCommand,
     /// No text.
     closeWindow,
@@ -32,7 +33,7 @@ enum class Deed {
     answerPermission,
 };
 
-/// With other applications, Spaces and the keyboard. The text is the application's name where nothing else is said.
+/// Actions on other applications, Spaces and the keyboard. The text is the application's name, except where noted.
 enum class DesktopDeed {
     /// The executable's path.
     openApplication,

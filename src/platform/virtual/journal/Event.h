@@ -13,7 +13,7 @@ namespace vantrel::virtualmac {
 
 using Fields = std::vector<std::pair<Field, std::string>>;
 
-/// What happened, without its time. Kinds, their texts and their fields: EventKind.h.
+/// An event without its time. EventKind.h lists kinds, texts and fields.
 struct Happening {
     EventKind kind;
     std::string text = {};
@@ -25,7 +25,7 @@ struct Happening {
         return std::any_of(fields.begin(), fields.end(), [name](const auto& each) { return each.first == name; });
     }
 
-    /// The first field of that name; empty when there is none.
+    /// The first field of that name. Empty if there is none.
     std::string field(Field name) const {
         for (const auto& [key, value] : fields) {
             if (key == name) return value;
@@ -45,14 +45,14 @@ struct Happening {
 
 using Happenings = std::vector<Happening>;
 
-/// Something that happened on the virtual Mac and that someone outside can see.
+/// An event on the virtual Mac that can be seen from outside.
 struct Event : Happening {
     /// Seconds of uptime.
     double time = 0;
 };
 
-/// Called on whatever thread acts, one event at a time, in the order of the events. It may look at the Mac and post to
-/// it, but neither waits nor makes a platform call.
+/// Called on the acting thread, one event at a time, in the order of the events. It may look at the Mac and post to it,
+/// but must not wait or make a platform call.
 using EventSink = std::function<void(const Event&)>;
 
 }  // namespace vantrel::virtualmac

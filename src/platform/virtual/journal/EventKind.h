@@ -8,9 +8,9 @@
 
 namespace vantrel::virtualmac {
 
-// What can happen, a family an enumeration. Beside each kind stands its text, then its fields in their order; a field
-// that is marked ? may be missing, fields marked * come any number of times. A new kind needs a line in
-// rehearsal/transcript/, where the compiler asks for it; a new family stands in EventKind as well.
+// All events; each family is an enumeration. Beside each kind is its text, followed by its fields in order; a field
+// marked ? may be missing, fields marked * may be repeated. A new kind needs a line in rehearsal/transcript/, where the
+// compiler asks for it. A new family must be added to EventKind too.
 
 /// What this application does as a whole.
 enum class ClientEvent {
@@ -26,7 +26,7 @@ enum class ClientEvent {
     terminateAsked,
     /// No text.
     terminateRefused,
-    /// No text: the process is over, nothing of it is heard any more.
+    /// No text: the process is over, nothing more of it is recorded.
     terminated,
     /// The address; opened (yes, no).
     urlOpened,
@@ -88,7 +88,7 @@ enum class StatusItemEvent {
     installed,
     /// The title.
     title,
-    /// No text; item* title, "-" for a separator, in brackets when disabled.
+    /// No text; item* title, "-" for a separator, in brackets if disabled.
     menu,
     /// The title.
     removed,
@@ -123,8 +123,8 @@ enum class KeyboardEvent {
     tapDisabled,
     /// The key, as KeyStroke writes it; code, flags.
     swallowed,
-    /// The key; code, flags, application? (none: it is a shortcut of the system, or nobody is in front). Before what it
-    /// brings about.
+    /// The key; code, flags, application? (none: it is a system shortcut, or no application is in front). Comes before
+    /// its effects.
     delivered,
 };
 
@@ -134,7 +134,7 @@ enum class OverlayEvent {
     shown,
     /// Frame.
     hidden,
-    /// Frame: it is above a window that lay above it.
+    /// Frame: it is now above a window that was above it.
     raised,
     /// Frame.
     closed,
@@ -162,7 +162,7 @@ enum class ProcessEvent {
     signal,
 };
 
-/// A running application, other than this one but for frontmost.
+/// A running application. Only frontmost may be about this one.
 enum class ApplicationEvent {
     /// Name; pid.
     started,
@@ -174,7 +174,7 @@ enum class ApplicationEvent {
     terminate,
     /// Name; pid.
     forceTerminate,
-    /// Name of the application that is in front now; pid. The client is not told of when it asked for it itself
+    /// Name of the application that is in front now; pid. Not sent when the client itself asked for it
     /// (ClientEvent::activate).
     frontmost,
     /// The address; application (its address), activates (yes, no).
@@ -197,13 +197,13 @@ enum class AppWindowEvent {
 
 /// An accessibility element.
 enum class ElementEvent {
-    /// The attribute; pid, window?, value, error? Before what it brings about.
+    /// The attribute; pid, window?, value, error? Comes before its effects.
     set,
     /// The action; pid, window?, error?
     action,
 };
 
-/// What has happened: a kind of one of the families.
+/// A kind of one of the families.
 class EventKind {
   public:
     using Family = std::variant<ClientEvent, NetworkEvent, AlertEvent, WindowEvent, ViewEvent, ControlEvent,
@@ -218,7 +218,7 @@ class EventKind {
         return std::holds_alternative<Kind>(family_);
     }
 
-    /// Calls `function` with the kind as a value of its own enumeration.
+    /// Calls `function` with the kind as a value of its enumeration.
     template <class Function>
     auto visit(Function&& function) const {
         return std::visit(std::forward<Function>(function), family_);

@@ -2,7 +2,7 @@
 
 namespace vantrel::virtualmac {
 
-/// The names of what an event tells beside its text. What each means stands beside the kinds of events that have it.
+/// The names of an event's fields. EventKind.h describes them beside the kinds.
 enum class Field {
     activates,
     application,

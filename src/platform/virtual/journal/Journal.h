@@ -8,20 +8,19 @@
 
 namespace vantrel::virtualmac {
 
-/// Hands what happens to the sink, with the time that `uptime` tells in seconds. Any thread, without the scheduler's
-/// mutex held.
+/// Passes events to the sink, with the time from `uptime` in seconds. Any thread, without the scheduler's mutex held.
 class Journal {
   public:
     Journal(std::function<double()> uptime, EventSink sink) : uptime_(std::move(uptime)), sink_(std::move(sink)) {}
 
     void emit(Happening happening);
 
-    /// Nothing is emitted from now on.
+    /// From now on no event is emitted.
     void mute();
 
   private:
     const std::function<double()> uptime_;
-    // A sink may look at the Mac, and what it does may be an event again.
+    // Recursive: a sink may look at the Mac, and that may cause another event.
     std::recursive_mutex mutex_;
     EventSink sink_;
     bool muted_ = false;

@@ -114,7 +114,7 @@ void VirtualKeyboardTaps::decide(const StatePointer& tap, std::uint64_t question
         const std::lock_guard guard(mutex_);
         if (open_ != question) return;
         heard_ = question;
-        // The tap may end in its own filter.
+        // The tap may be destroyed in its own filter.
         filter = tap->filter;
     }
     if (!filter || !(*filter)(event)) return pass(question);
@@ -199,14 +199,14 @@ void VirtualKeyboardTaps::disableAll() {
 
 void VirtualKeyboardTaps::remove(const StatePointer& tap) {
     std::uint64_t waiting = 0;
-    // What it owns goes here, on the main thread, though questions may still be on their way.
+    // Destroyed here on the main thread, with everything it owns, even if questions are still on their way.
     std::shared_ptr<const KeyFilter> filter;
     {
         const std::lock_guard guard(mutex_);
         std::erase(taps_, tap);
         tap->enabled = false;
         filter.swap(tap->filter);
-        // What is being answered right now is answered yet: a tap may end in its own report.
+        // A question that is being answered right now still counts: a tap may end in its own report.
         if (open_ != 0 && open_ != heard_ && keys_.front().ahead.front() == tap) waiting = open_;
     }
     engine_.journal.emit({KeyboardEvent::tapRemoved});

@@ -99,7 +99,7 @@ void VirtualURLSession::deliver(const TaskPointer& task, double after, URLReply 
         }
         if (engine_.mainLoop.isOver()) return;
         engine_.journal.emit({NetworkEvent::reply, task->address, described(reply)});
-        // The completion goes as soon as it has been called, as the task does.
+        // The completion is destroyed as soon as it has been called, as with a real task.
         const Completion completion = std::move(task->completion);
         completion(std::move(reply));
     });

@@ -17,9 +17,9 @@
 
 namespace vantrel::virtualmac {
 
-/// What the participant does with other applications and Spaces. Any thread. Nothing of it needs the client, so it
-/// happens apart from the client's threads, whatever the client shows. An application goes by its name and is the
-/// oldest one that runs; its window is the front one.
+/// What the participant does with other applications and Spaces. Any thread. None of this needs the client, so it
+/// happens outside the client's threads, whatever the client shows. An application is found by its name, the oldest
+/// running one first; its window is the front one.
 class DesktopParticipant {
   public:
     struct Dependencies {
@@ -33,26 +33,26 @@ class DesktopParticipant {
 
     void openApplication(const std::string& executablePath);
     void bringToFront(const std::string& application);
-    /// Asks it to end, as its menu does.
+    /// Asks it to end, like its menu.
     void quit(const std::string& application);
-    /// Signal 9, from somewhere else on the Mac.
+    /// Signal 9, sent from elsewhere on the Mac.
     void kill(const std::string& application);
-    /// The top left corner, from the top left of the primary display.
+    /// Moves its top left corner, counted from the top left of the primary display.
     void moveWindowOf(const std::string& application, Point origin);
     void resizeWindowOf(const std::string& application, Size size);
     void minimiseWindowOf(const std::string& application);
-    /// Takes the minimised window out of the Dock.
+    /// Restores the minimised window from the Dock.
     void restoreWindowOf(const std::string& application);
     void closeWindowOf(const std::string& application);
     /// To full screen or back.
     void toggleFullScreenOf(const std::string& application);
-    /// Shows the Space beside the current one of the primary display.
+    /// Shows the Space beside the current one on the primary display.
     void swipe(VirtualSpaces::Direction direction);
-    /// A further window of an application, which comes to the front with it.
+    /// Opens another window of an application, which comes to the front with it.
     void openWindowOf(const std::string& application, const NewWindow& window);
 
-    /// Presses the modifiers, then the key, `times` times in a row as when it is held down, then lets go. Every event
-    /// goes through the client's taps; what they let pass, KeyDelivery tells.
+    /// Presses the modifiers, then the key `times` times as if it were held down, and releases all. Every event goes
+    /// through the client's taps. KeyDelivery describes what happens to keys that pass.
     void pressKey(std::int64_t keyCode, std::uint64_t flags, int times = 1);
     void pressKey(const KeyStroke& key, int times = 1) { pressKey(key.keyCode, key.flags, times); }
     /// Seconds between the presses of a key that is held down.
@@ -62,32 +62,32 @@ class DesktopParticipant {
     explicit DesktopParticipant(const Dependencies& dependencies) : dependencies_(dependencies) {}
     ~DesktopParticipant() = default;
 
-    /// A key that the client gets, being in front. World's thread.
+    /// A key for the client, which is in front. World's thread.
     virtual void keyForClient(const KeyStroke& key) = 0;
-    /// Whether a tap of the client stands.
+    /// Whether the client has a tap.
     bool isTapped() const { return dependencies_.keyboard.taps() > 0; }
-    /// The key goes through the taps; `passed` runs on the world's thread when none has swallowed it.
+    /// Sends the key through the taps. `passed` runs on the world's thread if none has swallowed it.
     void pressThrough(Happening what, const KeyStroke& key, Block passed);
 
-    /// Does it and returns why it has no effect; empty when it has one.
+    /// Does it, and returns why it had no effect, or an empty text.
     using Attempt = std::function<std::string(const std::function<void()>& heard)>;
 
-    /// The event is written down before what comes of it, or with the reason when nothing does.
+    /// Records the event before its effects, or with the reason if it has none.
     void perform(const Happening& what, const Attempt& attempt);
-    /// A click into the client's window does that.
+    /// The effect of a click into the client's window.
     void bringClientToFront();
 
   private:
     using WindowAttempt = std::function<void(const AppWindow&)>;
 
     void inWorld(Happening what, Attempt attempt);
-    /// The modifiers as they go down or up.
+    /// The modifiers as they are pressed or released.
     void changeFlags(std::uint64_t flags, bool down);
     void deliver(const KeyStroke& key);
-    /// A click into another application's window does that.
+    /// The effect of a click into another application's window.
     void bringToFront(ProcessIdentifier process);
     std::shared_ptr<VirtualProcess> running(const std::string& application) const;
-    /// The deed is done to the window that `pick` takes of the application's; the application is the text of `what`.
+    /// Does the deed to the window that `pick` chooses among the application's. The application is the text of `what`.
     void withWindow(const Happening& what, const std::function<bool(const AppWindow&)>& pick, WindowAttempt attempt);
 
     const Dependencies dependencies_;

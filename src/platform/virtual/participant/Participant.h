@@ -14,9 +14,9 @@
 
 namespace vantrel::virtualmac {
 
-/// Whoever sits in front of the Mac. Any thread; each operation on the client becomes an event of the main thread, and
-/// the journal's "participant" event tells whether it had any effect: `ignored` then says why not. While alerts are up
-/// or a menu is open only the one in front answers, which is whichever opened last.
+/// The person using the Mac. Any thread. Each operation on the client becomes an event of the main thread. The
+/// journal's "participant" event says whether it had an effect; if not, `ignored` says why. While alerts are shown or a
+/// menu is open, only the front one reacts, which is the one opened last.
 class Participant final : public DesktopParticipant {
   public:
     struct Dependencies : DesktopParticipant::Dependencies {
@@ -31,39 +31,39 @@ class Participant final : public DesktopParticipant {
     explicit Participant(const Dependencies& dependencies)
         : DesktopParticipant(dependencies), dependencies_(dependencies) {}
 
-    /// Replaces what stands in a field.
+    /// Replaces the text of a field.
     void type(const std::string& fieldId, std::string text);
-    /// Clicks the button of that id, or else of that title.
+    /// Clicks the button with that id, or else that title.
     void press(const std::string& button);
     /// The key equivalent "\r" of a button in the key window, or the first button of an alert.
     void pressReturn();
     void answerAlert(const std::string& buttonTitle);
     /// Clicks the oldest status item.
     void openStatusMenu();
-    /// Clicks the main menu's submenu of that title.
+    /// Opens the main menu's submenu with that title.
     void openMainMenu(const std::string& title);
     void chooseMenuItem(const std::string& title);
     void closeMenu();
-    /// A key equivalent of the main menu, a letter; an upper-case one means Shift as well. With the client in front,
-    /// whatever is; it goes through the client's taps, too.
+    /// A key equivalent of the main menu, given as a letter; an upper-case one also needs Shift. The client comes to
+    /// the front first. The key goes through the client's taps, too.
     void pressCommand(const std::string& key);
-    /// The close button of the window in front.
+    /// Clicks the close button of the front window.
     void closeWindow();
     /// The system asks the application to terminate.
     void logOut();
-    /// The oldest permission prompt; the system's, so it works whatever the application shows.
+    /// Answers the oldest permission prompt. The system shows it, so it works whatever the application shows.
     void answerPermissionPrompt(bool granted);
 
   private:
     void post(Happening what, Attempt attempt);
-    /// What keeps the participant from the windows; empty for nothing.
+    /// What keeps the participant from the windows. Empty for nothing.
     std::string busy() const;
     bool isMenuInFront() const;
-    /// Why the participant cannot use the open menu; empty when that is possible.
+    /// Why the participant cannot use the open menu. Empty if that is possible.
     std::string whyNoMenu() const;
     std::string press(const WindowState& window, const Control& button, const std::function<void()>& heard);
     void track(const std::string& title, const Menu& menu, std::uint64_t statusItem = 0);
-    /// What the main menu does on Command with that key.
+    /// What the main menu does for Command with that key.
     std::string performKeyEquivalent(const std::string& key, const std::function<void()>& heard);
     /// What Return does.
     std::string performReturn(const std::function<void()>& heard);

@@ -16,8 +16,8 @@
 
 namespace vantrel::virtualmac {
 
-/// What every part of the virtual Mac works with: the time, the threads and the journal. Parts guard what they hold by
-/// a mutex of their own, which is never held across a wait, an event or a call-back.
+/// What every part of the virtual Mac needs: the time, the threads and the journal. Each part guards its state by its
+/// own mutex, which is never held across a wait, an event or a callback.
 class Engine {
   public:
     explicit Engine(const Options& options);
@@ -25,24 +25,24 @@ class Engine {
     Engine& operator=(const Engine&) = delete;
 
     void start();
-    /// Driver: lets every thread end. Whatever still waits is let go. False when a thread goes on nonetheless.
+    /// Driver: lets every thread end, and releases whatever still waits. False if a thread continues anyway.
     bool stop();
-    /// Driver, after stop(): joins the threads, and aborts when one goes on.
+    /// Driver, after stop(): joins the threads. Aborts if one continues.
     void join();
 
-    /// To be called first in a platform call: a moment at which other threads may go on. Calls that only compute or
-    /// count (JSON, URLs, texts, dates, dispatch groups) and the end of a timer do without.
+    /// Call this first in a platform call: other threads may run now. Not needed for calls that only compute or count
+    /// (JSON, URLs, texts, dates, dispatch groups) and for the end of a timer.
     void platformCall() { scheduler.yield(); }
-    /// The same for what belongs to the main thread. Elsewhere it is misuse, and the call goes on nonetheless.
+    /// The same for calls that belong to the main thread. On another thread it is misuse, but the call continues.
     void mainThreadCall(std::string_view what);
-    /// Alerts and menus are numbered as they open: the one with the highest number lies in front.
+    /// Alerts and menus are numbered as they open. The one with the highest number is in front.
     std::uint64_t nextInFront() { return ++opened_; }
     bool isMainThread() const { return scheduler.callersRank() == Scheduler::Rank::main; }
 
     void misuse(const std::string& what) const;
 
-    /// The process is over: nothing of it is heard or sent any more. A real one would not get so far, so that what its
-    /// threads still ask of the Mac has no effect.
+    /// The process is over: nothing more of it is recorded or sent. Its threads may still call the Mac, where a real
+    /// process would be gone, so their calls have no effect.
     void endProcess();
     bool isOver() const { return mainLoop.isOver(); }
 
@@ -54,7 +54,7 @@ class Engine {
     Scheduler scheduler;
     Journal journal;
     MainRunLoop mainLoop;
-    /// What the world and the participant do, apart from the client's threads.
+    /// Runs what the world and the participant do, outside the client's threads.
     SerialExecutor world;
     SerialExecutor urlSession;
     Workers workers;

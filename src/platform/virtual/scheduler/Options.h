@@ -10,23 +10,23 @@
 
 namespace vantrel::virtualmac {
 
-/// What a virtual Mac is made with.
+/// The options of a new virtual Mac.
 struct Options {
-    /// Orders what is due at the same moment; 0 is the natural order, in which no thread is interrupted.
+    /// Orders what is due at the same moment. 0 is the natural order, in which no thread is interrupted.
     std::uint64_t seed = 0;
-    /// Real threads without a baton, for ThreadSanitizer; the seed then replays nothing.
+    /// Real threads without a baton, for ThreadSanitizer. The seed then replays nothing.
     bool freeRunning = false;
     /// The calendar at uptime 0, in seconds since 1970: 2026-03-02T08:00:00Z.
     double calendarStart = 1772438400;
     /// The main bundle's.
     std::optional<std::string> bundleIdentifier;
-    /// Hears of wrong use of the platform: an interface touched off the main thread, a wait under a lock, a deadlock.
-    /// On the thread at fault. Without one the misuse is printed on standard error and the process aborts.
+    /// Called on misuse of the platform: an interface used off the main thread, a wait under a lock, a deadlock. Runs
+    /// on the faulty thread. Without it, misuse is printed on standard error and the process aborts.
     std::function<void(const std::string&)> onMisuse;
     EventSink onEvent;
     /// The user defaults before the first launch.
     std::map<std::string, std::string> settings;
-    /// Whether destroying the Mac with an alert up, a menu open or a thread stuck is misuse.
+    /// Whether it is misuse to destroy the Mac with an alert shown, a menu open or a thread stuck.
     bool reportLeftovers = false;
 };
 

@@ -8,7 +8,7 @@
 
 namespace vantrel::virtualmac {
 
-/// Whether the client is trusted with Accessibility: at first it is.
+/// Whether the client is trusted with Accessibility. Initially it is.
 class VirtualAccessibilityTrust final : public AccessibilityTrust {
   public:
     explicit VirtualAccessibilityTrust(Engine& engine) : engine_(engine) {}
@@ -35,7 +35,7 @@ class VirtualAccessibilityTrust final : public AccessibilityTrust {
     bool isTrusted() const { return trusted_; }
     int prompts() const { return prompts_; }
 
-    /// Set once, before the Mac starts: hears that the permission has been taken away.
+    /// Set once, before the Mac starts. Called when the permission has been withdrawn.
     std::function<void()> onRevoked;
 
   private:

@@ -53,7 +53,7 @@ void VirtualWindows::type(int number, std::string_view fieldId, std::string_view
 }
 
 void VirtualWindows::act(int number, std::string_view controlId) {
-    // A copy: the handler may do away with its own window.
+    // A copy: the handler may destroy its own window.
     std::shared_ptr<const ActionHandler> handler;
     with(number, [&handler](const Record& record) { handler = record.onAction; });
     if (handler && *handler) (*handler)(controlId);
@@ -86,7 +86,7 @@ void VirtualWindows::bringToFront(int number) {
 }
 
 void VirtualWindows::remove(int number) {
-    // Released without the mutex held: declared first, it goes last.
+    // Destroyed without the mutex held: it is declared before the lock, so it is destroyed after it.
     std::shared_ptr<const ActionHandler> handler;
     const std::lock_guard guard(mutex_);
     std::erase_if(windows_, [&](Record& record) {

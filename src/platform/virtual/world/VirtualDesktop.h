@@ -16,16 +16,16 @@
 
 namespace vantrel::virtualmac {
 
-/// The windows of the other applications and the Spaces they lie on. What changes a Space or the application in front
-/// is noticed here, whoever changed it: the journal hears of it, Space observers are told at the start of the change,
-/// and the flags of the window list follow a moment later. Any thread.
+/// The windows of the other applications and their Spaces. A change of the Space or of the front application is noticed
+/// here, whatever caused it: it is recorded in the journal, Space observers are told at the start of the change, and
+/// the window list's flags follow a moment later. Any thread.
 class VirtualDesktop {
   public:
-    /// Seconds during which window flags tell the Space before a change of Space.
+    /// For this many seconds, window flags show the Space before a change of Space.
     static constexpr double defaultFlagDelay = 0.56;
     static constexpr double defaultFullScreenDuration = 0.7;
 
-    /// `displays` tells which ones there are now. Any thread.
+    /// `displays` returns the current ones. Any thread.
     VirtualDesktop(Engine& engine, std::function<Displays()> displays)
         : engine_(engine), displays_(std::move(displays)) {}
 
@@ -33,39 +33,40 @@ class VirtualDesktop {
     std::vector<AppWindow> windows() const;
     std::vector<AppWindow> windowsOf(ProcessIdentifier process) const;
     std::optional<AppWindow> window(std::int64_t number) const;
-    /// What the on-screen flag of the window list tells.
+    /// The on-screen flag of the window list.
     bool isOnScreen(std::int64_t number) const;
     std::vector<SpaceRow> spaces() const;
     std::vector<FrontCandidate> front() const;
 
-    /// Driver-facing, what happens to a window; false when there is no such window, or it stays as it is.
+    /// Driver-facing: what happens to a window. False if there is no such window or it does not change.
     bool close(std::int64_t number);
     bool setMinimised(std::int64_t number, bool minimised);
-    /// The top left corner, from the top left of the primary display; never above the bottom of the menu bar.
+    /// Moves its top left corner, counted from the top left of the primary display; never above the bottom of the menu
+    /// bar.
     bool move(std::int64_t number, Point origin);
     bool resize(std::int64_t number, Size size);
     bool setTitle(std::int64_t number, const std::string& title);
     bool raise(std::int64_t number);
-    /// Begins the transition; it takes its time. During one nothing can be asked for.
+    /// Begins the transition, which takes time. Requests during it are refused.
     bool setFullScreen(std::int64_t number, bool fullScreen);
     void setHidden(ProcessIdentifier process, bool hidden);
-    /// Seconds during which window flags are stale after a change of Space.
+    /// How many seconds window flags are stale after a change of Space.
     void setFlagDelay(double seconds);
-    /// Seconds that transitions to and from full screen take.
+    /// How many seconds transitions to and from full screen take.
     void setFullScreenDuration(double seconds);
 
-    /// For the applications: their windows, and their coming to the front. One without a name comes unsaid, where
-    /// another event tells it.
+    /// For the applications: their windows, and coming to the front. An application without a name comes to the front
+    /// without an event, when another event shows it.
     std::int64_t open(ProcessIdentifier owner, const std::string& ownerName, const NewWindow& made);
     void bringToFront(const FrontCandidate& application);
     void processEnded(ProcessIdentifier process);
 
-    /// Set once, before the Mac starts: hears of each change of Space, and that an application has closed its last
+    /// Set once, before the Mac starts. Called on each change of Space, and when an application has closed its last
     /// window.
     std::function<void()> onSpaceChange;
     std::function<void(ProcessIdentifier)> onLastWindowClosed;
 
-    /// Runs `function(state, happenings)` with the mutex held; what it adds to the happenings is told afterwards.
+    /// Runs `function(state, happenings)` with the mutex held. What it adds to the happenings is recorded afterwards.
     template <class Function>
     auto change(Function function) const {
         Happenings happenings;
