@@ -30,6 +30,10 @@ MISTAKES = {
     "src/platform/macos/bridge/T.mm": ['#import "platform/macos/ui/MacWindow.h"', "the folder bridge must not know"],
     "src/platform/virtual/journal/V.h": ['#include "platform/virtual/scheduler/Moment.h"', "the folder journal must not know"],
     "src/platform/linux/novelty/U.cpp": ["", "does not know the folder novelty"],
+    "practice/messages/V.cpp": ['#include "practice/state/ExchangeLog.h"', "the folder messages must not know practice/state/ExchangeLog.h"],
+    "practice/exchanges/W.h": ['#include "practice/PracticeServer.h"', "the folder exchanges must not know practice/PracticeServer.h"],
+    "practice/novelty/X.cpp": ["", "does not know the folder novelty"],
+    "rehearsal/transcript/Y.h": ['#include "rehearsal/playing/Player.h"', "the folder transcript must not know rehearsal/playing/Player.h"],
 }
 ALLOWED = {
     "src/server/Allowed.h": '#include "lockdown/SessionEndReason.h"\n#include "platform/threads/Clock.h"\n#include <string>',
@@ -37,6 +41,9 @@ ALLOWED = {
     "src/app/main-linux.cpp": '#include "platform/linux/LinuxComputer.h"',
     "src/app/main-macos.mm": '#import <AppKit/AppKit.h>\n#include "platform/macos/MacComputer.h"',
     "src/app/main-linux-keyboard-guard.cpp": '#include <unistd.h>\n#include "platform/linux/keyboard/guard/KeyboardWatch.h"',
+    "practice/PracticeServer.cpp": '#include "practice/exchanges/ApiExchanges.h"\n#include <nlohmann/json.hpp>',
+    "practice/program/Allowed.cpp": '#include "practice/PracticeServer.h"\n#include <unistd.h>',
+    "rehearsal/playing/Allowed.cpp": '#include "rehearsal/scenario/Scenario.h"\n#include "practice/PracticeServer.h"',
     "src/platform/Computer.h": '#include "platform/ui/Window.h"',
     "src/platform/ui/Allowed.h": '#include "platform/threads/Block.h"\n#include <functional>',
     "src/platform/linux/Allowed.cpp": '#include "platform/threads/Clock.h"\n#include "platform/linux/ui/LinuxWindow.h"\n#include <QWidget>',
