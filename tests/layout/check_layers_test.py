@@ -1,4 +1,4 @@
-"""The check of the layers finds what it is there to find."""
+"""The check of the layers finds the mistakes that it must find."""
 
 import pathlib
 import subprocess
