@@ -15,7 +15,8 @@ PracticeServer::PracticeServer(PracticeConfiguration configuration, Clock clock)
       clock_(std::move(clock)),
       access_(configuration_),
       registry_(configuration_.sessions, ParticipantPresence(configuration_.contactLostAfterSeconds)),
-      api_(registry_, configuration_),
+      version_(configuration_.version),
+      api_(registry_, version_, configuration_),
       control_(registry_, bender_, log_, reports_),
       trainer_(registry_, configuration_),
       meeting_(registry_, reports_) {}
@@ -69,6 +70,14 @@ std::optional<std::uint64_t> PracticeServer::bend(BendRule rule) {
 
 bool PracticeServer::endSession(std::string_view code) {
     return registry_.end(upperCaseCode(code));
+}
+
+bool PracticeServer::addSession(PracticeSession session) {
+    return registry_.add(std::move(session));
+}
+
+void PracticeServer::setVersion(VersionConfiguration version) {
+    version_.set(std::move(version));
 }
 
 void PracticeServer::reset() {

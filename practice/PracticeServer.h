@@ -19,6 +19,7 @@
 #include "practice/state/PageReportLog.h"
 #include "practice/state/ParticipantHistory.h"
 #include "practice/state/PracticeParticipant.h"
+#include "practice/state/PublishedVersion.h"
 #include "practice/state/ReceivedExchange.h"
 #include "practice/state/ReplyBender.h"
 #include "practice/state/SessionRegistry.h"
@@ -49,6 +50,10 @@ class PracticeServer {
     std::optional<std::uint64_t> bend(BendRule rule);
     /// The code in any case; false when there is no such session.
     bool endSession(std::string_view code);
+    /// One more, until a reset. Its code is in upper case; false when there is a session of that code.
+    bool addSession(PracticeSession session);
+    /// What is answered about client versions from now on, after a reset too.
+    void setVersion(VersionConfiguration version);
     /// Everything as at the start: sessions, participants, bends, what was received and reported.
     void reset();
     std::vector<ReceivedExchange> received() const;
@@ -70,6 +75,7 @@ class PracticeServer {
     const AccessRules access_;
     // Each guards itself, for as long as it takes to copy values; reading a body and writing a reply hold up nobody.
     SessionRegistry registry_;
+    PublishedVersion version_;
     ReplyBender bender_;
     ExchangeLog log_;
     PageReportLog reports_;

@@ -10,8 +10,9 @@
 
 namespace vantrel::practice {
 
-ApiExchanges::ApiExchanges(SessionRegistry& registry, const PracticeConfiguration& configuration)
-    : registry_(registry), configuration_(configuration) {}
+ApiExchanges::ApiExchanges(SessionRegistry& registry, const PublishedVersion& version,
+                           const PracticeConfiguration& configuration)
+    : registry_(registry), version_(version), configuration_(configuration) {}
 
 PracticeReply ApiExchanges::handle(const PracticeRequest& request, const RequestTarget& target, double now) {
     const auto& segments = target.segments();
@@ -46,10 +47,11 @@ PracticeReply ApiExchanges::join(const std::string& code, const PracticeRequest&
     const auto body = JoinBody::read(request.body);
     if (const auto* error = std::get_if<BodyError>(&body)) return errorReply(400, "invalid_body", error->message);
     const JoinBody& join = std::get<JoinBody>(body);
-    if (isOutdated(join.clientVersion)) {
-        return jsonReply(400, {{"error", "client_outdated"},
-                               {"message", configuration_.version.minimumMessage},
-                               {"downloadUrl", configuration_.version.downloadUrl}});
+    const VersionConfiguration version = version_.current();
+    if (isOutdated(join.clientVersion, version)) {
+        return jsonReply(
+            400,
+            {{"error", "client_outdated"}, {"message", version.minimumMessage}, {"downloadUrl", version.downloadUrl}});
     }
     const auto token = registry_.join(code, join, now);
     if (!token) return errorReply(503, "too_many_participants");
@@ -80,7 +82,7 @@ PracticeReply ApiExchanges::latestVersion(const RequestTarget& target) const {
     const auto currentVersion = ClientVersion::parse(current.value_or(std::string()));
     if (!currentVersion) return errorReply(400, "invalid_query", "\"current\" is not a version");
 
-    const VersionConfiguration& version = configuration_.version;
+    const VersionConfiguration version = version_.current();
     const auto latest = ClientVersion::parse(version.latest);
     if (*system != "macos" || !latest || *latest <= *currentVersion)
         return jsonReply(200, {{"updateAvailable", false}});
@@ -102,8 +104,8 @@ std::string ApiExchanges::meetLink(const PracticeSession& session, const Practic
     return base + "/meet/" + session.code;
 }
 
-bool ApiExchanges::isOutdated(const std::string& clientVersion) const {
-    const auto minimum = ClientVersion::parse(configuration_.version.minimum);
+bool ApiExchanges::isOutdated(const std::string& clientVersion, const VersionConfiguration& published) {
+    const auto minimum = ClientVersion::parse(published.minimum);
     if (!minimum) return false;
     const auto version = ClientVersion::parse(clientVersion);
     return !version || *version < *minimum;

@@ -6,6 +6,7 @@
 #include "practice/messages/PracticeReply.h"
 #include "practice/messages/PracticeRequest.h"
 #include "practice/messages/RequestTarget.h"
+#include "practice/state/PublishedVersion.h"
 #include "practice/state/SessionRegistry.h"
 
 namespace vantrel::practice {
@@ -13,7 +14,8 @@ namespace vantrel::practice {
 /// The client's requests under /api: the session, the join, the heartbeat and the version check.
 class ApiExchanges {
   public:
-    ApiExchanges(SessionRegistry& registry, const PracticeConfiguration& configuration);
+    ApiExchanges(SessionRegistry& registry, const PublishedVersion& version,
+                 const PracticeConfiguration& configuration);
 
     /// `now` in seconds since 1970.
     PracticeReply handle(const PracticeRequest& request, const RequestTarget& target, double now);
@@ -24,9 +26,10 @@ class ApiExchanges {
     PracticeReply heartbeat(const PracticeRequest& request, double now);
     PracticeReply latestVersion(const RequestTarget& target) const;
     std::string meetLink(const PracticeSession& session, const PracticeRequest& request) const;
-    bool isOutdated(const std::string& clientVersion) const;
+    static bool isOutdated(const std::string& clientVersion, const VersionConfiguration& published);
 
     SessionRegistry& registry_;
+    const PublishedVersion& version_;
     const PracticeConfiguration& configuration_;
 };
 

@@ -117,6 +117,13 @@ SessionRegistry::Heard SessionRegistry::heartbeat(const HeartbeatBody& body, dou
     return session->session.status == SessionStatus::ended ? Heard::ended : Heard::active;
 }
 
+bool SessionRegistry::add(PracticeSession session) {
+    const std::lock_guard lock(mutex_);
+    if (find(sessions_, session.code) != nullptr) return false;
+    sessions_.push_back({std::move(session), 0, {}});
+    return true;
+}
+
 bool SessionRegistry::end(std::string_view code) {
     const std::lock_guard lock(mutex_);
     Session* session = find(sessions_, code);

@@ -70,6 +70,8 @@ class SessionRegistry {
     std::optional<std::string> join(const std::string& code, const JoinBody& body, double now);
     /// Keeps the heartbeat if its token is one of its session.
     Heard heartbeat(const HeartbeatBody& body, double now);
+    /// Until the next reset. False when there is a session of that code.
+    bool add(PracticeSession session);
     /// False when there is no such session.
     bool end(std::string_view code);
 

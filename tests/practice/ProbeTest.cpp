@@ -19,6 +19,19 @@ TEST_F(Probe, TellsASessionsStatus) {
     EXPECT_EQ(parsed(server.handle(get("/api/sessions/CHIUSA")))["status"], "ENDED");
 }
 
+TEST_F(Probe, KnowsASessionThatIsAddedUntilAReset) {
+    EXPECT_TRUE(server.addSession({"NUOVA", "Titolo", SessionStatus::waiting, ""}));
+    EXPECT_EQ(parsed(server.handle(get("/api/sessions/NUOVA"))),
+              nlohmann::json({{"code", "NUOVA"}, {"title", "Titolo"}, {"status", "WAITING"}}));
+    server.reset();
+    EXPECT_EQ(server.handle(get("/api/sessions/NUOVA")).status, 404);
+}
+
+TEST_F(Probe, AddsNoSecondSessionOfOneCode) {
+    EXPECT_FALSE(server.addSession({"PROVA", "Altra", SessionStatus::ended, ""}));
+    EXPECT_EQ(parsed(server.handle(get("/api/sessions/PROVA")))["title"], "Sicurezza");
+}
+
 TEST_F(Probe, DoesNotKnowALowerCaseCode) {
     const PracticeReply reply = server.handle(get("/api/sessions/prova"));
     EXPECT_EQ(reply.status, 404);

@@ -29,6 +29,20 @@ TEST_F(VersionCheck, OffersANewerVersion) {
                                              {"downloadUrl", "https://download.example.org"}}));
 }
 
+TEST_F(VersionCheck, OffersTheVersionThatIsSetLater) {
+    VersionConfiguration later;
+    later.latest = "3.0-macOS";
+    later.severity = "info";
+    server.setVersion(later);
+    server.reset();
+    EXPECT_EQ(parsed(server.handle(get("/api/version/latest?os=macos&current=2.0-macOS"))),
+              nlohmann::json({{"updateAvailable", true},
+                              {"severity", "info"},
+                              {"latestVersion", "3.0-macOS"},
+                              {"releaseNotes", ""},
+                              {"downloadUrl", ""}}));
+}
+
 TEST_F(VersionCheck, OffersNothingToTheNewest) {
     const nlohmann::json nothing{{"updateAvailable", false}};
     EXPECT_EQ(parsed(server.handle(get("/api/version/latest?os=macos&current=2.1%2DmacOS"))), nothing);
