@@ -219,6 +219,38 @@ TEST_F(ProcessesTest, MayTakeTheirTimeToBeKilledOrRefuseTheForce) {
     EXPECT_TRUE(handle->isTerminated());
 }
 
+TEST_F(ProcessesTest, BehaveOtherwiseFromTheMomentTheyAreToldTo) {
+    const auto process = mac().applications().add({"Google Chrome", "com.google.Chrome"});
+    const auto handle = application(process);
+    ApplicationDescription stubborn{"Altro", "com.example.other"};
+    stubborn.ignoresTerminate = true;
+    stubborn.refusesForceTerminate = true;
+    stubborn.killDelay = 3;
+    mac().processes().find(process)->behaveLike(stubborn);
+    EXPECT_EQ("Google Chrome", handle->localizedName());
+    EXPECT_EQ("com.google.Chrome", handle->bundleIdentifier());
+    EXPECT_TRUE(handle->terminate());
+    EXPECT_FALSE(handle->forceTerminate());
+    mac().runFor(1);
+    EXPECT_FALSE(handle->isTerminated());
+    EXPECT_TRUE(computer().processLauncher.sendSignal(process, 9));
+    mac().runFor(2.9);
+    EXPECT_FALSE(handle->isTerminated());
+    mac().runFor(0.2);
+    EXPECT_TRUE(handle->isTerminated());
+}
+
+TEST_F(ProcessesTest, GoOnWhenTheirBundleIsUninstalled) {
+    mac().processes().install(chromePath, chrome());
+    const auto process = launch(chromePath);
+    mac().runFor(1);
+    mac().processes().uninstall(chromePath);
+    EXPECT_FALSE(computer().files.fileExists("/Applications/Google Chrome.app"));
+    EXPECT_TRUE(computer().files.fileExists("/Applications"));
+    EXPECT_EQ("Il file “Google Chrome” non esiste.", failure(chromePath));
+    EXPECT_EQ(std::vector{process}, running("com.google.Chrome"));
+}
+
 TEST_F(ProcessesTest, SurviveTheirLastWindowUnlessTheyDoNot) {
     const auto survivor = mac().applications().add({"Safari", "com.apple.Safari"});
     ApplicationDescription other{"Altro", "com.example.other"};

@@ -10,21 +10,24 @@ bool VirtualProcess::isTerminated() const {
 bool VirtualProcess::activate(ActivationOptions options) {
     const Fields more{{Field::options, std::to_string(static_cast<int>(options))}};
     if (!ask(ApplicationEvent::activate, more)) return false;
-    if (description_.declinesActivation) return true;
-    engine_.world.after(description_.activationDelay, [self = shared_from_this()] { self->comeToFront(); });
+    const auto behaviour = description();
+    if (behaviour.declinesActivation) return true;
+    engine_.world.after(behaviour.activationDelay, [self = shared_from_this()] { self->comeToFront(); });
     return true;
 }
 
 bool VirtualProcess::terminate() {
     if (!ask(ApplicationEvent::terminate)) return false;
-    if (!description_.ignoresTerminate) exitAfter(description_.exitDelay);
+    const auto behaviour = description();
+    if (!behaviour.ignoresTerminate) exitAfter(behaviour.exitDelay);
     return true;
 }
 
 bool VirtualProcess::forceTerminate() {
     if (!ask(ApplicationEvent::forceTerminate)) return false;
-    if (description_.refusesForceTerminate) return false;
-    if (!description_.ignoresForceTerminate) exitAfter(description_.exitDelay);
+    const auto behaviour = description();
+    if (behaviour.refusesForceTerminate) return false;
+    if (!behaviour.ignoresForceTerminate) exitAfter(behaviour.exitDelay);
     return true;
 }
 
@@ -35,6 +38,22 @@ bool VirtualProcess::ask(ApplicationEvent kind, const Fields& more) {
     fields.insert(fields.end(), more.begin(), more.end());
     engine_.journal.emit({kind, description_.name, std::move(fields)});
     return true;
+}
+
+ApplicationDescription VirtualProcess::description() const {
+    const std::lock_guard guard(mutex_);
+    return description_;
+}
+
+void VirtualProcess::behaveLike(const ApplicationDescription& description) {
+    const std::lock_guard guard(mutex_);
+    description_.ignoresTerminate = description.ignoresTerminate;
+    description_.ignoresForceTerminate = description.ignoresForceTerminate;
+    description_.refusesForceTerminate = description.refusesForceTerminate;
+    description_.exitDelay = description.exitDelay;
+    description_.killDelay = description.killDelay;
+    description_.activationDelay = description.activationDelay;
+    description_.declinesActivation = description.declinesActivation;
 }
 
 void VirtualProcess::appear() {
@@ -70,8 +89,9 @@ bool VirtualProcess::receive(int signal) {
     constexpr int kill = 9;
     constexpr int terminate = 15;
     if (state_ == State::gone) return false;
-    if (signal == kill) exitAfter(description_.killDelay);
-    if (signal == terminate && !description_.ignoresTerminate) exitAfter(description_.exitDelay);
+    const auto behaviour = description();
+    if (signal == kill) exitAfter(behaviour.killDelay);
+    if (signal == terminate && !behaviour.ignoresTerminate) exitAfter(behaviour.exitDelay);
     return true;
 }
 

@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <utility>
@@ -38,7 +39,7 @@ class VirtualProcess final : public RunningApplication, public std::enable_share
     bool forceTerminate() override;
 
     const Origin& origin() const { return origin_; }
-    const ApplicationDescription& description() const { return description_; }
+    ApplicationDescription description() const;
     FrontCandidate asCandidate() const { return {origin_.identifier, description_.name}; }
     State state() const { return state_; }
     /// Whether it has not ended.
@@ -46,6 +47,8 @@ class VirtualProcess final : public RunningApplication, public std::enable_share
     /// Whether it is listed among the running applications.
     bool isListed() const { return state_ == State::running && description_.isApplication; }
 
+    /// Asked to end or to come to the front, it does from now on what the description says. What it is stays.
+    void behaveLike(const ApplicationDescription& description);
     /// It is listed from now on.
     void appear();
     void appearSilently() { state_ = State::running; }
@@ -64,7 +67,9 @@ class VirtualProcess final : public RunningApplication, public std::enable_share
     Engine& engine_;
     VirtualDesktop& desktop_;
     const Origin origin_;
-    const ApplicationDescription description_;
+    mutable std::mutex mutex_;
+    /// What it is never changes; how it behaves does, under the mutex.
+    ApplicationDescription description_;
     std::atomic<State> state_ = State::starting;
 };
 

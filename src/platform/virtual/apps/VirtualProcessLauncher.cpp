@@ -81,6 +81,14 @@ void VirtualProcessLauncher::install(const std::string& executablePath, Applicat
     installed_[executablePath] = std::move(factory);
 }
 
+void VirtualProcessLauncher::uninstall(const std::string& executablePath) {
+    constexpr std::string_view bundle = ".app/";
+    const auto end = executablePath.find(bundle);
+    files_.remove(end == std::string::npos ? executablePath : executablePath.substr(0, end + bundle.size() - 1));
+    const std::lock_guard guard(mutex_);
+    installed_.erase(executablePath);
+}
+
 void VirtualProcessLauncher::failLaunches(std::optional<std::string> text) {
     const std::lock_guard guard(mutex_);
     failure_ = std::move(text);

@@ -31,6 +31,8 @@ class VirtualProcessLauncher final : public ProcessLauncher {
     /// installed at starts a process that is no application.
     void install(const std::string& executablePath, InstalledApplication application);
     void install(const std::string& executablePath, ApplicationFactory factory);
+    /// Its bundle is gone; what runs of it goes on.
+    void uninstall(const std::string& executablePath);
     /// Starts do not succeed, with that error text; empty: they do again.
     void failLaunches(std::optional<std::string> text);
 
