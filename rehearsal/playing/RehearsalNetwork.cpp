@@ -34,11 +34,27 @@ NetworkAnswer http(const practice::PracticeReply& reply, const ReplyRule& rule, 
     return {latency, std::move(answer)};
 }
 
+practice::PracticeConfiguration atAddress(const std::string& address) {
+    practice::PracticeConfiguration configuration;
+    configuration.publicAddress = address;
+    return configuration;
+}
+
 }  // namespace
 
 RehearsalNetwork::RehearsalNetwork(const ServerSetup& setup, std::function<double()> calendar)
-    : address_(setup.address), latency_(setup.latency), server_(setup.configuration, std::move(calendar)) {
-    for (const auto& rule : setup.replies) rules_.push_back({rule});
+    : address_(setup.address), server_(atAddress(setup.address), std::move(calendar)) {
+    apply(setup);
+}
+
+void RehearsalNetwork::apply(const ServerConditions& conditions) {
+    for (const auto& session : conditions.sessions) server_.addSession(session);
+    if (conditions.version) server_.setVersion(*conditions.version);
+    const std::lock_guard guard(mutex_);
+    if (conditions.latency) latency_ = *conditions.latency;
+    std::vector<Entry> entries;
+    for (const auto& rule : conditions.replies) entries.push_back({rule});
+    rules_.insert(rules_.begin(), entries.begin(), entries.end());
 }
 
 NetworkAnswer RehearsalNetwork::answer(const URLRequest& request) {
@@ -46,7 +62,7 @@ NetworkAnswer RehearsalNetwork::answer(const URLRequest& request) {
     const auto parts = URLComponents::split(address);
     const auto authority = std::string(parts.authority.value_or(""));
     if (std::string(parts.scheme.value_or("")) + "://" + authority != address_) {
-        return NetworkAnswer::failure(unknownHost, latency_);
+        return NetworkAnswer::failure(unknownHost, latency());
     }
 
     practice::PracticeRequest received;
@@ -60,7 +76,7 @@ NetworkAnswer RehearsalNetwork::answer(const URLRequest& request) {
     auto reply = server_.handle(received);
     const auto rule = ruleFor(received);
     rule.bend.applyTo(reply);
-    const double latency = latency_ + reply.delaySeconds;
+    const double latency = this->latency() + reply.delaySeconds;
     switch (rule.ending) {
         case ReplyRule::Ending::silence:
             return NetworkAnswer::silence();
@@ -84,6 +100,11 @@ void RehearsalNetwork::add(ReplyRule rule) {
 void RehearsalNetwork::removeRules() {
     const std::lock_guard guard(mutex_);
     rules_.clear();
+}
+
+double RehearsalNetwork::latency() {
+    const std::lock_guard guard(mutex_);
+    return latency_;
 }
 
 ReplyRule RehearsalNetwork::ruleFor(const practice::PracticeRequest& request) {

@@ -22,6 +22,8 @@ class RehearsalNetwork {
     /// What comes back for a request that is made now.
     virtualmac::NetworkAnswer answer(const URLRequest& request);
 
+    /// Conditions that are not empty hold from now on.
+    void apply(const ServerConditions& conditions);
     /// False when there is no such session.
     bool endSession(const std::string& code) { return server_.endSession(code); }
     /// Comes before the rules that stand already.
@@ -34,12 +36,13 @@ class RehearsalNetwork {
         std::uint64_t used = 0;
     };
 
+    double latency();
     ReplyRule ruleFor(const practice::PracticeRequest& request);
 
     const std::string address_;
-    const double latency_;
     practice::PracticeServer server_;
     std::mutex mutex_;
+    double latency_ = 0.05;
     /// The first that matches and is not used up holds.
     std::vector<Entry> rules_;
 };

@@ -13,6 +13,8 @@ std::variant<CommandLine, CommandLineError> readCommandLine(const std::vector<st
             optionsAreOver = true;
         } else if (!optionsAreOver && (argument == "--help" || argument == "-h")) {
             line.help = true;
+        } else if (!optionsAreOver && argument == "--whole") {
+            line.whole = true;
         } else if (!optionsAreOver && (argument == "--seed" || argument.starts_with("--seed="))) {
             const bool isNext = argument == "--seed";
             if (isNext && index + 1 == arguments.size()) return CommandLineError{"--seed needs a number"};

@@ -12,6 +12,8 @@ struct CommandLine {
     std::string file;
     /// Instead of the file's own.
     std::optional<std::uint64_t> seed;
+    /// With what the prelude brings, line by line.
+    bool whole = false;
     bool help = false;
 };
 

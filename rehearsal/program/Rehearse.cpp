@@ -1,15 +1,14 @@
 #include "rehearsal/program/Rehearse.h"
 
 #include <exception>
-#include <fstream>
 #include <iostream>
-#include <iterator>
-#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
 
 #include "rehearsal/program/CommandLine.h"
+#include "rehearsal/reading/FileText.h"
+#include "rehearsal/reading/PreludeFolder.h"
 #include "rehearsal/reading/ScenarioReader.h"
 
 namespace vantrel::rehearsal {
@@ -18,22 +17,26 @@ namespace {
 constexpr int misused = 1;
 constexpr int badInput = 2;
 constexpr int unwritten = 3;
+constexpr int otherPrelude = 4;
 
 constexpr const char* usage =
-    "vantrel-rehearse FILE [--seed N]\n"
-    "Plays the scenario on the virtual Mac and prints its transcript. The seed orders what is due at the same "
-    "moment;\n"
-    "without the option it is the file's, or 0. Exit status: 0; 1 when the client misused its platform; 2 for a bad\n"
-    "file or command line; 3 when the transcript could not be written.\n";
+    "vantrel-rehearse FILE [--seed N] [--whole]\n"
+    "Plays the scenario on the virtual Mac and prints its transcript. The seed orders what is due at the same\n"
+    "moment; without the option it is the file's, or 0. With --whole what a prelude brings is printed line by line,\n"
+    "instead of one line for it. Exit status: 0; 1 when the client misused its platform; 2 for a bad file or command\n"
+    "line; 3 when the transcript could not be written; 4 when the prelude's part was not the kept one.\n";
 
-std::optional<std::string> contents(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    // A folder opens like a file on some systems, and fails at the first byte.
-    file.peek();
-    if (!file.is_open() || file.bad()) return std::nullopt;
-    std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    if (file.bad()) return std::nullopt;
-    return text;
+int finish(const PlayResult& result, const Scenario& scenario, const std::string& file) {
+    if (!std::cout.flush()) {
+        std::cerr << "vantrel-rehearse: the transcript cannot be written\n";
+        return unwritten;
+    }
+    if (!result.preludeDifference.empty()) {
+        std::cerr << file << ": the part of " << scenario.prelude->name << " is not as it is kept, from "
+                  << result.preludeDifference << "\n";
+    }
+    if (!result.clean) return misused;
+    return result.preludeDifference.empty() ? 0 : otherPrelude;
 }
 
 int run(const std::vector<std::string>& arguments, const ScenarioPlayer& player) {
@@ -47,12 +50,14 @@ int run(const std::vector<std::string>& arguments, const ScenarioPlayer& player)
         std::cout << usage;
         return 0;
     }
-    const auto text = contents(line.file);
+    const auto text = fileText(line.file);
     if (!text) {
         std::cerr << line.file << ":1: the file cannot be read\n";
         return badInput;
     }
-    const auto read = readScenario(*text);
+    // Transcripts are kept for the natural order.
+    const PreludeFolder preludes(line.file, line.seed.value_or(0) == 0);
+    const auto read = readScenario(*text, [&preludes](const std::string& name) { return preludes.find(name); });
     if (const auto* problems = std::get_if<Problems>(&read)) {
         for (const auto& problem : *problems)
             std::cerr << line.file << ":" << problem.line << ": " << problem.what << "\n";
@@ -60,12 +65,7 @@ int run(const std::vector<std::string>& arguments, const ScenarioPlayer& player)
     }
     auto scenario = std::get<Scenario>(read);
     if (line.seed) scenario.mac.seed = *line.seed;
-    const bool clean = player(scenario, std::cout);
-    if (!std::cout.flush()) {
-        std::cerr << "vantrel-rehearse: the transcript cannot be written\n";
-        return unwritten;
-    }
-    return clean ? 0 : misused;
+    return finish(player(scenario, std::cout, line.whole), scenario, line.file);
 }
 
 }  // namespace

@@ -5,12 +5,13 @@
 #include <string>
 #include <vector>
 
+#include "rehearsal/playing/PlayResult.h"
 #include "rehearsal/scenario/Scenario.h"
 
 namespace vantrel::rehearsal {
 
-/// Plays a scenario and writes its transcript; false when the client misused its platform.
-using ScenarioPlayer = std::function<bool(const Scenario&, std::ostream&)>;
+/// Plays a scenario and writes its transcript, with `whole` also what its prelude brings.
+using ScenarioPlayer = std::function<PlayResult(const Scenario&, std::ostream&, bool whole)>;
 
 /// The program: reads the command line, which comes without the program's name, and the file, and has it played. The
 /// exit status.

@@ -3,6 +3,7 @@
 
 int main(int argc, char** argv) {
     using namespace vantrel::rehearsal;
-    return rehearse({argv + 1, argv + argc},
-                    [](const Scenario& scenario, std::ostream& transcript) { return play(scenario, transcript); });
+    return rehearse({argv + 1, argv + argc}, [](const Scenario& scenario, std::ostream& transcript, bool whole) {
+        return play(scenario, transcript, {.whole = whole});
+    });
 }

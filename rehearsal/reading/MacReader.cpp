@@ -8,37 +8,49 @@ namespace vantrel::rehearsal {
 
 MacSetup MacReader::read(const YAML::Node& node) {
     MacSetup mac;
-    reader_.mapping(
-        node, "'mac'",
-        {{"bundle-identifier",
-          [&](const YAML::Node& value) {
-              const auto identifier = reader_.nonEmptyText(value, "'bundle-identifier'");
-              mac.bundleIdentifier = identifier == "none" ? std::nullopt : std::optional(identifier);
-          }},
-         {"seed",
-          [&](const YAML::Node& value) {
-              mac.seed = static_cast<std::uint64_t>(reader_.whole(value, "'seed'", 0, 9'007'199'254'740'991));
-          }},
-         {"calendar", [&](const YAML::Node& value) { mac.calendar = calendar(value); }},
-         reader_.textInto("home", mac.home),
-         {"displays", [&](const YAML::Node& value) { displays(value, mac.displays); }},
-         reader_.flagInto("separate-spaces", mac.separateSpaces),
-         {"accessibility", [&](const YAML::Node& value) { mac.accessibility = accessibility(value); }},
-         {"microphone", [&](const YAML::Node& value) { mac.microphone = capture(value, "'microphone'"); }},
-         {"camera", [&](const YAML::Node& value) { mac.camera = capture(value, "'camera'"); }},
-         {"settings", [&](const YAML::Node& value) { settings(value, mac.settings); }},
-         {"browsers", [&](const YAML::Node& value) { browsers(value, mac); }},
-         {"window-flags-lag",
-          [&](const YAML::Node& value) { mac.flagDelay = reader_.number(value, "'window-flags-lag'", 0, 3600); }},
-         {"full-screen-takes",
-          [&](const YAML::Node& value) {
-              mac.fullScreenDuration = reader_.number(value, "'full-screen-takes'", 0, 3600);
-          }},
-         {"applications", [&](const YAML::Node& value) {
-              reader_.list(value, "'applications'",
-                           [&](const YAML::Node& one) { mac.applications.push_back(application(one)); });
-          }}});
+    auto members = conditionsInto(mac);
+    members.insert(members.end(),
+                   {{"bundle-identifier",
+                     [&](const YAML::Node& value) {
+                         const auto identifier = reader_.nonEmptyText(value, "'bundle-identifier'");
+                         mac.bundleIdentifier = identifier == "none" ? std::nullopt : std::optional(identifier);
+                     }},
+                    {"seed",
+                     [&](const YAML::Node& value) {
+                         mac.seed =
+                             static_cast<std::uint64_t>(reader_.whole(value, "'seed'", 0, 9'007'199'254'740'991));
+                     }},
+                    {"calendar", [&](const YAML::Node& value) { mac.calendar = calendar(value); }},
+                    reader_.textInto("home", mac.home),
+                    {"displays", [&](const YAML::Node& value) { displays(value, mac.displays); }},
+                    reader_.flagInto("separate-spaces", mac.separateSpaces),
+                    {"settings", [&](const YAML::Node& value) { settings(value, mac.settings); }}});
+    reader_.mapping(node, "'mac'", members);
     return mac;
+}
+
+MacConditions MacReader::readAfterPrelude(const YAML::Node& node) {
+    MacConditions mac;
+    auto members = conditionsInto(mac);
+    for (const char* word : {"bundle-identifier", "seed", "calendar", "home", "separate-spaces", "settings"}) {
+        members.push_back(reader_.settledByPrelude(word));
+    }
+    members.push_back(reader_.settledByPrelude("displays", "; a step can plug, unplug, arrange or mirror one"));
+    reader_.mapping(node, "'mac'", members);
+    return mac;
+}
+
+std::vector<NodeReader::Member> MacReader::conditionsInto(MacConditions& mac) {
+    return {{"accessibility", [&](const YAML::Node& value) { mac.accessibility = accessibility(value); }},
+            {"microphone", [&](const YAML::Node& value) { mac.microphone = capture(value, "'microphone'"); }},
+            {"camera", [&](const YAML::Node& value) { mac.camera = capture(value, "'camera'"); }},
+            {"browsers", [&](const YAML::Node& value) { browsers(value, mac); }},
+            secondsInto("window-flags-lag", mac.flagDelay),
+            secondsInto("full-screen-takes", mac.fullScreenDuration),
+            {"applications", [&](const YAML::Node& value) {
+                 reader_.list(value, "'applications'",
+                              [&](const YAML::Node& one) { mac.applications.push_back(application(one)); });
+             }}};
 }
 
 Screen MacReader::display(const YAML::Node& node) {
@@ -60,17 +72,18 @@ OtherApplication MacReader::application(const YAML::Node& node) {
 }
 
 std::vector<NodeReader::Member> MacReader::behaviourInto(Behaviour& behaviour) {
-    const auto seconds = [this](const char* word, std::optional<double>& place) {
-        return NodeReader::Member{word, [this, word, &place](const YAML::Node& value) {
-                                      place = reader_.number(value, "'" + std::string(word) + "'", 0, 3600);
-                                  }};
-    };
     return {reader_.flagInto("ignores-quit", behaviour.ignoresTerminate),
             reader_.flagInto("ignores-force-quit", behaviour.ignoresForceTerminate),
             reader_.flagInto("refuses-force-quit", behaviour.refusesForceTerminate),
             reader_.flagInto("declines-activation", behaviour.declinesActivation),
-            seconds("quits-in", behaviour.exitDelay),
-            seconds("killed-in", behaviour.killDelay)};
+            secondsInto("quits-in", behaviour.exitDelay),
+            secondsInto("killed-in", behaviour.killDelay)};
+}
+
+NodeReader::Member MacReader::secondsInto(const char* word, std::optional<double>& place) {
+    return {word, [this, word, &place](const YAML::Node& value) {
+                place = reader_.number(value, "'" + std::string(word) + "'", 0, 3600);
+            }};
 }
 
 bool MacReader::accessibility(const YAML::Node& node) {
@@ -118,17 +131,17 @@ InstalledBrowser MacReader::browser(const YAML::Node& node) {
                                            {"firefox", InstalledBrowser::firefox}});
 }
 
-void MacReader::browsers(const YAML::Node& node, MacSetup& mac) {
-    mac.browsers.clear();
+void MacReader::browsers(const YAML::Node& node, MacConditions& mac) {
+    auto& browsers = mac.browsers.emplace();
     reader_.list(node, "'browsers'", [&](const YAML::Node& one) {
-        if (!one.IsMap()) return mac.browsers.push_back(browser(one));
+        if (!one.IsMap()) return browsers.push_back(browser(one));
         Behaviour behaviour;
         auto members = behaviourInto(behaviour);
         std::optional<InstalledBrowser> named;
         members.push_back({"name", [&](const YAML::Node& value) { named = browser(value); }, true});
         reader_.mapping(one, "a browser", members);
         if (!named) return;
-        mac.browsers.push_back(*named);
+        browsers.push_back(*named);
         mac.behaviours[*named] = behaviour;
     });
 }

@@ -12,7 +12,10 @@ class MacReader {
   public:
     explicit MacReader(NodeReader& reader) : reader_(reader) {}
 
+    /// The Mac at the launch.
     MacSetup read(const YAML::Node& node);
+    /// What is otherwise once a prelude is over.
+    MacConditions readAfterPrelude(const YAML::Node& node);
 
     Screen display(const YAML::Node& node);
     OtherApplication application(const YAML::Node& node);
@@ -26,8 +29,10 @@ class MacReader {
     double calendar(const YAML::Node& node);
     void displays(const YAML::Node& node, std::vector<Screen>& displays);
     InstalledBrowser browser(const YAML::Node& node);
-    void browsers(const YAML::Node& node, MacSetup& mac);
+    void browsers(const YAML::Node& node, MacConditions& mac);
+    std::vector<NodeReader::Member> conditionsInto(MacConditions& mac);
     std::vector<NodeReader::Member> behaviourInto(Behaviour& behaviour);
+    NodeReader::Member secondsInto(const char* word, std::optional<double>& place);
     void settings(const YAML::Node& node, std::map<std::string, std::string>& settings);
 
     NodeReader& reader_;

@@ -133,4 +133,9 @@ NodeReader::Member NodeReader::flagInto(std::string name, bool& place) {
     return {std::move(name), [this, what, &place](const YAML::Node& node) { place = flag(node, what); }};
 }
 
+NodeReader::Member NodeReader::settledByPrelude(std::string name, std::string instead) {
+    const auto problem = quoted(name) + " is settled at the launch, by the prelude" + std::move(instead);
+    return {std::move(name), [this, problem](const YAML::Node& node) { fail(node, problem); }};
+}
+
 }  // namespace vantrel::rehearsal

@@ -64,6 +64,8 @@ class NodeReader {
     Member requiredTextInto(std::string name, std::string& place);
     Member numberInto(std::string name, double& place, double least);
     Member flagInto(std::string name, bool& place);
+    /// A word that has no place after a prelude. `instead` goes on where the sentence ends.
+    Member settledByPrelude(std::string name, std::string instead = {});
 
   private:
     std::vector<Problem>& problems_;

@@ -5,9 +5,11 @@
 #include <algorithm>
 #include <iterator>
 #include <optional>
+#include <string_view>
 #include <vector>
 
 #include "platform/portable/UTF8Validity.h"
+#include "platform/virtual/scheduler/NumberText.h"
 #include "rehearsal/reading/ActionReader.h"
 #include "rehearsal/reading/MacReader.h"
 #include "rehearsal/reading/NodeReader.h"
@@ -19,36 +21,96 @@ namespace {
 /// A year; longer runs are a slip of the pen.
 constexpr double longestRun = 31'536'000;
 
+/// preludes/ and letters, digits and hyphens, which is also a name of a file on every system.
+bool isPreludeName(const std::string& name) {
+    constexpr std::string_view folder = "preludes/";
+    constexpr std::string_view letters = "abcdefghijklmnopqrstuvwxyz0123456789-";
+    return name.starts_with(folder) && name.size() > folder.size() &&
+           name.find_first_not_of(letters, folder.size()) == std::string::npos;
+}
+
 class ScenarioReader {
   public:
-    explicit ScenarioReader(Problems& problems) : reader_(problems), mac_(reader_), server_(reader_) {}
+    ScenarioReader(Problems& problems, const PreludeSource& preludes)
+        : reader_(problems), preludes_(preludes), mac_(reader_), server_(reader_) {}
 
     Scenario read(const YAML::Node& root) {
         Scenario scenario;
+        if (root.IsMap()) beginFirst(root, scenario);
         reader_.mapping(root, "the file",
                         {reader_.requiredTextInto("title", scenario.title),
-                         {"mac", [&](const YAML::Node& value) { scenario.mac = mac_.read(value); }},
-                         {"server", [&](const YAML::Node& value) { scenario.server = server_.read(value); }},
+                         {"begins", [](const YAML::Node&) {}},
+                         {"mac", [&](const YAML::Node& value) { mac(value, scenario); }},
+                         {"server", [&](const YAML::Node& value) { server(value, scenario); }},
                          {"timeline",
                           [&](const YAML::Node& value) {
                               reader_.list(value, "'timeline'",
                                            [&](const YAML::Node& one) { step(one, scenario.timeline); });
                           },
                           true},
-                         {"until",
-                          [&](const YAML::Node& value) {
-                              scenario.until = reader_.number(value, "'until'", 0, longestRun);
-                              if (!value.IsNull()) until_ = value;
-                          },
-                          true}});
+                         {"until", [&](const YAML::Node& value) { until(value, scenario); }, true}});
         if (until_ && !scenario.timeline.empty() && scenario.until < scenario.timeline.back().at) {
             reader_.fail(*until_, "'until' comes before the last step");
         }
-        scenario.server.configuration.publicAddress = scenario.server.address;
         return scenario;
     }
 
   private:
+    /// Before everything else, wherever in the file it stands: how the rest is read hangs on it.
+    void beginFirst(const YAML::Node& root, Scenario& scenario) {
+        reader_.entries(root, "the file", [&](const YAML::Node& key, const YAML::Node& value) {
+            if (key.Scalar() == "begins") begin(value, scenario);
+        });
+    }
+
+    /// Leaves a prelude in the scenario even when there was none to find: what comes after is no setup of a launch.
+    void begin(const YAML::Node& node, Scenario& scenario) {
+        auto& prelude = scenario.prelude.emplace();
+        prelude.name = reader_.text(node, "'begins'");
+        if (!node.IsScalar()) return;
+        if (!isPreludeName(prelude.name)) {
+            return reader_.fail(node, "'begins' is not preludes/ and a name in lower case, such as preludes/lockdown");
+        }
+        auto answer = preludes_(prelude.name);
+        if (const auto* why = std::get_if<NoPrelude>(&answer)) {
+            for (const auto& sentence : *why) reader_.fail(node, sentence);
+            return;
+        }
+        auto& found = std::get<FoundPrelude>(answer);
+        if (found.scenario.mac.seed != 0) reader_.fail(node, prelude.name + " has a seed of its own");
+        scenario.mac = std::move(found.scenario.mac);
+        scenario.server = std::move(found.scenario.server);
+        prelude.timeline = std::move(found.scenario.timeline);
+        prelude.until = found.scenario.until;
+        prelude.keptTranscript = std::move(found.keptTranscript);
+        earliest_ = prelude.until;
+    }
+
+    void mac(const YAML::Node& value, Scenario& scenario) {
+        if (scenario.prelude) {
+            scenario.prelude->mac = mac_.readAfterPrelude(value);
+        } else {
+            scenario.mac = mac_.read(value);
+        }
+    }
+
+    void server(const YAML::Node& value, Scenario& scenario) {
+        if (scenario.prelude) {
+            scenario.prelude->server = server_.readAfterPrelude(value, scenario.server);
+        } else {
+            scenario.server = server_.read(value);
+        }
+    }
+
+    void until(const YAML::Node& value, Scenario& scenario) {
+        scenario.until = reader_.number(value, "'until'", 0, longestRun);
+        if (value.IsNull()) return;
+        until_ = value;
+        if (scenario.until < earliest_) {
+            reader_.fail(value, "'until' comes before the end of the prelude, " + virtualmac::shortest(earliest_));
+        }
+    }
+
     void step(const YAML::Node& node, std::vector<Step>& timeline) {
         std::optional<double> at;
         std::vector<Action> actions;
@@ -57,6 +119,10 @@ class ScenarioReader {
             if (word == "at") {
                 at = reader_.number(value, "'at'", 0, longestRun);
                 if (!timeline.empty() && *at < timeline.back().at) reader_.fail(value, "time goes back");
+                if (*at < earliest_) {
+                    reader_.fail(value,
+                                 "a step comes before the end of the prelude, " + virtualmac::shortest(earliest_));
+                }
             } else {
                 if (!actions.empty()) reader_.fail(key, "a step has a second action, '" + word + "'");
                 if (word == "together") {
@@ -96,10 +162,13 @@ class ScenarioReader {
     }
 
     NodeReader reader_;
+    const PreludeSource& preludes_;
     MacReader mac_;
     ServerReader server_;
     ActionReader actions_{reader_, mac_, server_};
     std::optional<YAML::Node> until_;
+    /// The end of the prelude.
+    double earliest_ = 0;
     int misspelt_ = -1;
 };
 
@@ -117,7 +186,7 @@ std::optional<Problem> encodingProblem(const std::string& text) {
 
 }  // namespace
 
-std::variant<Scenario, Problems> readScenario(const std::string& text) {
+std::variant<Scenario, Problems> readScenario(const std::string& text, const PreludeSource& preludes) {
     if (const auto problem = encodingProblem(text)) return Problems{*problem};
     Problems problems;
     try {
@@ -126,7 +195,7 @@ std::variant<Scenario, Problems> readScenario(const std::string& text) {
         if (documents.size() > 1) {
             NodeReader(problems).fail(documents[1], "a second document begins here; a scenario is one");
         }
-        auto scenario = ScenarioReader(problems).read(documents.front());
+        auto scenario = ScenarioReader(problems, preludes).read(documents.front());
         if (problems.empty()) return scenario;
     } catch (const YAML::Exception& exception) {
         NodeReader(problems).fail(exception.mark, "this is not YAML: " + exception.msg);

@@ -4,6 +4,7 @@
 #include <variant>
 #include <vector>
 
+#include "rehearsal/reading/PreludeSource.h"
 #include "rehearsal/reading/Problem.h"
 #include "rehearsal/scenario/Scenario.h"
 
@@ -12,7 +13,7 @@ namespace vantrel::rehearsal {
 /// All that was found, in the order of the lines.
 using Problems = std::vector<Problem>;
 
-/// Reads the text of a scenario. Whatever the bytes are, no exception leaves.
-std::variant<Scenario, Problems> readScenario(const std::string& text);
+/// Reads the text of a scenario, and what it begins with. Whatever the bytes are, no exception leaves.
+std::variant<Scenario, Problems> readScenario(const std::string& text, const PreludeSource& preludes);
 
 }  // namespace vantrel::rehearsal

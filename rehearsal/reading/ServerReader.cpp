@@ -1,7 +1,5 @@
 #include "rehearsal/reading/ServerReader.h"
 
-#include <set>
-
 #include "platform/portable/URLComponents.h"
 #include "platform/portable/URLGrammar.h"
 #include "practice/configuration/ClientVersion.h"
@@ -27,26 +25,38 @@ bool isOrigin(const std::string& address) {
 ServerSetup ServerReader::read(const YAML::Node& node) {
     ServerSetup server;
     std::set<std::string> codes;
-    reader_.mapping(node, "'server'",
-                    {{"address", [&](const YAML::Node& value) { server.address = address(value); }},
-                     reader_.numberInto("latency", server.latency, 0),
-                     {"sessions",
-                      [&](const YAML::Node& value) {
-                          reader_.list(value, "'sessions'", [&](const YAML::Node& one) {
-                              auto session = this->session(one);
-                              if (!session.code.empty() && !codes.insert(session.code).second) {
-                                  reader_.fail(one, "there are two sessions " + session.code);
-                              }
-                              server.configuration.sessions.push_back(std::move(session));
-                          });
-                      }},
-                     {"version", [&](const YAML::Node& value) { server.configuration.version = version(value); }},
-                     {"replies", [&](const YAML::Node& value) {
-                          reader_.list(value, "'replies'",
-                                       [&](const YAML::Node& one) { server.replies.push_back(rule(one)); });
-                      }}});
-    server.configuration.publicAddress = server.address;
+    auto members = conditionsInto(server, codes);
+    members.push_back({"address", [&](const YAML::Node& value) { server.address = address(value); }});
+    reader_.mapping(node, "'server'", members);
     return server;
+}
+
+ServerConditions ServerReader::readAfterPrelude(const YAML::Node& node, const ServerSetup& before) {
+    ServerConditions server;
+    std::set<std::string> codes;
+    for (const auto& session : before.sessions) codes.insert(session.code);
+    auto members = conditionsInto(server, codes);
+    members.push_back(reader_.settledByPrelude("address"));
+    reader_.mapping(node, "'server'", members);
+    return server;
+}
+
+std::vector<NodeReader::Member> ServerReader::conditionsInto(ServerConditions& server, std::set<std::string>& codes) {
+    return {{"latency", [&](const YAML::Node& value) { server.latency = reader_.number(value, "'latency'", 0); }},
+            {"sessions",
+             [&](const YAML::Node& value) {
+                 reader_.list(value, "'sessions'", [&](const YAML::Node& one) {
+                     auto session = this->session(one);
+                     if (!session.code.empty() && !codes.insert(session.code).second) {
+                         reader_.fail(one, "there are two sessions " + session.code);
+                     }
+                     server.sessions.push_back(std::move(session));
+                 });
+             }},
+            {"version", [&](const YAML::Node& value) { server.version = version(value); }},
+            {"replies", [&](const YAML::Node& value) {
+                 reader_.list(value, "'replies'", [&](const YAML::Node& one) { server.replies.push_back(rule(one)); });
+             }}};
 }
 
 ReplyRule ServerReader::rule(const YAML::Node& node) {

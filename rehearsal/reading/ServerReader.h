@@ -2,6 +2,10 @@
 
 #include <yaml-cpp/yaml.h>
 
+#include <set>
+#include <string>
+#include <vector>
+
 #include "rehearsal/reading/NodeReader.h"
 #include "rehearsal/scenario/ServerSetup.h"
 
@@ -12,10 +16,15 @@ class ServerReader {
   public:
     explicit ServerReader(NodeReader& reader) : reader_(reader) {}
 
+    /// The server at the launch.
     ServerSetup read(const YAML::Node& node);
+    /// What is otherwise once a prelude is over that began with `before`.
+    ServerConditions readAfterPrelude(const YAML::Node& node, const ServerSetup& before);
     ReplyRule rule(const YAML::Node& node);
 
   private:
+    /// `codes` are those of the sessions that there are, and more while reading.
+    std::vector<NodeReader::Member> conditionsInto(ServerConditions& server, std::set<std::string>& codes);
     std::string address(const YAML::Node& node);
     practice::PracticeSession session(const YAML::Node& node);
     practice::VersionConfiguration version(const YAML::Node& node);

@@ -1,21 +1,16 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
-#include "practice/configuration/PracticeConfiguration.h"
-#include "rehearsal/scenario/ReplyRule.h"
+#include "rehearsal/scenario/ServerConditions.h"
 
 namespace vantrel::rehearsal {
 
-/// The practice server in the virtual network.
-struct ServerSetup {
+/// The practice server in the virtual network: its address, which stays, and its first conditions. Without them it
+/// knows no session and never an update, and replies after 0.05 seconds.
+struct ServerSetup : ServerConditions {
     /// Scheme, host and port, without a slash at the end.
     std::string address = "https://server.vantrel.example";
-    practice::PracticeConfiguration configuration;
-    /// Seconds from a request to its reply.
-    double latency = 0.05;
-    std::vector<ReplyRule> replies;
 };
 
 }  // namespace vantrel::rehearsal

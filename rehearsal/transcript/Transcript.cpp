@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <iomanip>
 #include <sstream>
+#include <utility>
 
 #include "rehearsal/transcript/PrintableText.h"
 
@@ -20,7 +21,7 @@ std::string milliseconds(double seconds) {
     return text.str();
 }
 
-void addLines(std::string& lines, std::string_view text) {
+void addFurther(std::string& lines, std::string_view text) {
     static const std::string indent = std::string(timeColumns + 2 + kindColumns + 2, ' ') + "|";
     for (std::size_t start = 0; start <= text.size();) {
         const auto end = std::min(text.find('\n', start), text.size());
@@ -45,11 +46,29 @@ void Transcript::add(double seconds, std::string_view kind, std::string_view tex
         entry << std::setw(kindColumns) << std::left << kind << "  " << first << "\n";
     }
     std::string lines = entry.str();
-    if (first.size() < shown.size()) addLines(lines, std::string_view(shown).substr(first.size() + 1));
-    for (const auto& line : more) addLines(lines, printable(line));
+    if (first.size() < shown.size()) addFurther(lines, std::string_view(shown).substr(first.size() + 1));
+    for (const auto& line : more) addFurther(lines, printable(line));
 
+    addLines(lines);
+}
+
+void Transcript::addLines(std::string_view lines) {
     const std::lock_guard guard(mutex_);
-    stream_ << lines;
+    if (held_) {
+        *held_ += lines;
+    } else {
+        stream_ << lines;
+    }
+}
+
+void Transcript::hold() {
+    const std::lock_guard guard(mutex_);
+    held_.emplace();
+}
+
+std::string Transcript::takeHeld() {
+    const std::lock_guard guard(mutex_);
+    return std::exchange(held_, std::nullopt).value_or("");
 }
 
 }  // namespace vantrel::rehearsal

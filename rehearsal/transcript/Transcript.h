@@ -1,6 +1,7 @@
 #pragma once
 
 #include <mutex>
+#include <optional>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -22,9 +23,18 @@ class Transcript {
     /// `text` and `more` may hold line breaks; they are printed as printable() says.
     void add(double seconds, std::string_view kind, std::string_view text, const std::vector<std::string>& more = {});
 
+    /// Entries as they are to stand.
+    void addLines(std::string_view lines);
+
+    /// From now on entries are held back.
+    void hold();
+    /// What was held back. From now on entries are written again.
+    std::string takeHeld();
+
   private:
     std::mutex mutex_;
     std::ostream& stream_;
+    std::optional<std::string> held_;
 };
 
 }  // namespace vantrel::rehearsal

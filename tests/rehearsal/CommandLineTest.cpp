@@ -23,6 +23,11 @@ TEST(CommandLine, TakesASeedBeforeAndAfterTheFile) {
     EXPECT_EQ(line({"--seed=18446744073709551615", "a.yaml"}).seed, 18446744073709551615U);
 }
 
+TEST(CommandLine, PrintsThePreludeLineByLineWhenAsked) {
+    EXPECT_FALSE(line({"a.yaml"}).whole);
+    EXPECT_TRUE(line({"a.yaml", "--whole"}).whole);
+}
+
 TEST(CommandLine, TakesAFileWithADashAfterTwoDashes) {
     EXPECT_EQ(line({"--", "-a.yaml"}).file, "-a.yaml");
 }

@@ -35,12 +35,12 @@ std::string played(std::vector<Step> timeline, double until, bool tapped = true)
     notes.window = Rect{{200, 200}, {400, 300}};
     scenario.mac.applications.push_back(notes);
     std::ostringstream stream;
-    const bool clean = play(scenario, stream, [tapped](const Computer& computer) {
+    const auto program = [tapped](const Computer& computer) {
         std::unique_ptr<KeyboardTap> tap;
         if (tapped) tap = computer.keyboardTaps.create(commandOnly, {});
         computer.application.run();
-    });
-    EXPECT_TRUE(clean);
+    };
+    EXPECT_TRUE(play(scenario, stream, {program}).clean);
     return stream.str();
 }
 
@@ -152,13 +152,14 @@ TEST(DesktopPerformer, RefusesTapsAndTakesThePermissionAway) {
     scenario.timeline = {
         {1, DesktopAction(SetTaps{false})}, {3, DesktopAction(SetTaps{true})}, {5, SetAccessibility{false}}};
     std::ostringstream stream;
-    play(scenario, stream, [](const Computer& computer) {
+    const auto program = [](const Computer& computer) {
         std::unique_ptr<KeyboardTap> tap;
         const auto timer = computer.mainRunLoop.scheduledTimer(2, true, [&] {
             if (!tap) tap = computer.keyboardTaps.create(commandOnly, {});
         });
         computer.application.run();
-    });
+    };
+    play(scenario, stream, {program});
     EXPECT_THAT(stream.str(), HasSubstr("    1.000  fault        no keyboard tap is given\n"
                                         "    2.000  tap          is refused\n"
                                         "    3.000  fault        keyboard taps are given again\n"

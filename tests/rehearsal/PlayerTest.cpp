@@ -31,13 +31,13 @@ struct Played {
 
 Played played(const Scenario& scenario) {
     std::ostringstream stream;
-    const bool clean = play(scenario, stream);
+    const bool clean = play(scenario, stream).clean;
     return {clean, stream.str()};
 }
 
 Played played(const Scenario& scenario, const std::function<void(const Computer&)>& program) {
     std::ostringstream stream;
-    const bool clean = play(scenario, stream, program);
+    const bool clean = play(scenario, stream, {program}).clean;
     return {clean, stream.str()};
 }
 
@@ -191,21 +191,23 @@ TEST(Player, ReportsARunLoopThatIsEnteredUnderALock) {
 
 TEST(PlayerDeathTest, GivesUpOnAClientThatMisusesWithoutEnd) {
     const auto hopeless = [] {
-        play(scenario({}, 1), std::cout, [](const Computer& computer) {
+        const auto misuse = [](const Computer& computer) {
             Lock lock;
             const std::scoped_lock guard(lock);
             for (;;) computer.threads.sleep(0.1);
-        });
+        };
+        play(scenario({}, 1), std::cout, {misuse});
     };
     EXPECT_EXIT(hopeless(), testing::ExitedWithCode(1), "");
 }
 
 /// Plays what cannot be got rid of in a process of its own, and shows its transcript where death tests look.
 void playEndless(const std::function<void(const Computer&)>& block) {
-    play(scenario({}, 1), std::cerr, [&block](const Computer& computer) {
+    const auto program = [&block](const Computer& computer) {
         computer.dispatch.userInitiatedQueue().async([computer, block] { block(computer); });
         computer.application.run();
-    });
+    };
+    play(scenario({}, 1), std::cerr, {program});
 }
 
 TEST(PlayerDeathTest, WritesTheTranscriptOfAClientWhoseBackgroundWorkNeverEnds) {

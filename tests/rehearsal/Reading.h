@@ -10,9 +10,14 @@
 
 namespace vantrel::rehearsal {
 
+/// Knows no prelude.
+inline std::variant<FoundPrelude, NoPrelude> noPreludes(const std::string& name) {
+    return NoPrelude{"there is no " + name};
+}
+
 /// What the text says, which has no problem.
-inline Scenario good(const std::string& text) {
-    auto read = readScenario(text);
+inline Scenario good(const std::string& text, const PreludeSource& preludes = noPreludes) {
+    auto read = readScenario(text, preludes);
     if (const auto* problems = std::get_if<Problems>(&read)) {
         for (const auto& problem : *problems) ADD_FAILURE() << problem.line << ": " << problem.what;
         return {};
@@ -21,8 +26,8 @@ inline Scenario good(const std::string& text) {
 }
 
 /// Its problems, a line each.
-inline std::string wrong(const std::string& text) {
-    const auto read = readScenario(text);
+inline std::string wrong(const std::string& text, const PreludeSource& preludes = noPreludes) {
+    const auto read = readScenario(text, preludes);
     if (!std::holds_alternative<Problems>(read)) return "nothing";
     std::string lines;
     for (const auto& problem : std::get<Problems>(read)) {

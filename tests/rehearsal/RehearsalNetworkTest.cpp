@@ -1,3 +1,4 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "rehearsal/playing/RehearsalNetwork.h"
@@ -17,7 +18,7 @@ ServerSetup setup() {
     ServerSetup server;
     server.address = "http://server.example:8080";
     server.latency = 0.25;
-    server.configuration.sessions.push_back({"ABC", "Titolo", practice::SessionStatus::active, ""});
+    server.sessions.push_back({"ABC", "Titolo", practice::SessionStatus::active, ""});
     return server;
 }
 
@@ -83,6 +84,53 @@ TEST(RehearsalNetwork, PutsANewRuleBeforeTheOthers) {
     later.bend.status = 502;
     net.add(later);
     EXPECT_EQ(std::get<HTTPAnswer>(net.answer(get(session)).answer).status, 502);
+}
+
+TEST(RehearsalNetwork, TakesConditionsWhileItRuns) {
+    auto server = setup();
+    server.replies = {rule("/api/sessions/*")};
+    server.replies[0].bend.status = 501;
+    auto net = network(server);
+    ServerConditions conditions;
+    conditions.latency = 2;
+    conditions.sessions.push_back({"DUE", "Altra", practice::SessionStatus::active, ""});
+    conditions.version.emplace().latest = "3.0-macOS";
+    conditions.replies = {rule("/api/sessions/DUE"), rule("/api/sessions/*")};
+    conditions.replies[0].bend.times = 1;
+    conditions.replies[0].bend.status = 502;
+    conditions.replies[1].bend.times = 1;
+    conditions.replies[1].bend.status = 503;
+    net.apply(conditions);
+    const auto answer = [&net](const std::string& path) {
+        const auto whole = net.answer(get("http://server.example:8080" + path));
+        EXPECT_EQ(whole.latency, 2);
+        return std::get<HTTPAnswer>(whole.answer);
+    };
+    // The new rules in their order, then the one that stood; its body is the new session's.
+    EXPECT_EQ(answer("/api/sessions/DUE").status, 502);
+    EXPECT_EQ(answer("/api/sessions/DUE").status, 503);
+    const auto last = answer("/api/sessions/DUE");
+    EXPECT_EQ(last.status, 501);
+    EXPECT_EQ(last.body[0].bytes, R"({"code":"DUE","status":"ACTIVE","title":"Altra"})");
+    EXPECT_THAT(answer("/api/version/latest?os=macos&current=2.0-macOS").body[0].bytes,
+                testing::HasSubstr(R"("latestVersion":"3.0-macOS")"));
+}
+
+TEST(RehearsalNetwork, LeavesWhatNoConditionNames) {
+    auto net = network(setup());
+    net.apply({});
+    const auto answer = net.answer(get(session));
+    EXPECT_EQ(answer.latency, 0.25);
+    EXPECT_EQ(std::get<HTTPAnswer>(answer.answer).status, 200);
+}
+
+TEST(RehearsalNetwork, MeetsAtItsOwnAddress) {
+    auto net = network(setup());
+    URLRequest join = get(session + "/join");
+    join.method = "POST";
+    join.body = R"({"fullName":"N","email":"e@x","platform":"darwin","clientVersion":"2.0-macOS"})";
+    EXPECT_THAT(std::get<HTTPAnswer>(net.answer(join).answer).body[0].bytes,
+                testing::HasSubstr("http://server.example:8080/meet/ABC"));
 }
 
 TEST(RehearsalNetwork, EndsExchangesInEveryWay) {

@@ -25,11 +25,12 @@ TEST(ScenarioReader, FillsInWhatIsNotSaid) {
     EXPECT_EQ(scenario.mac.seed, 0U);
     EXPECT_EQ(scenario.mac.calendar, 1772438400);
     EXPECT_EQ(scenario.mac.displays, (std::vector<Screen>{{"Schermo integrato", {{0, 0}, {1440, 900}}}}));
-    EXPECT_TRUE(scenario.mac.accessibility);
-    EXPECT_EQ(scenario.mac.microphone, AuthorizationStatus::authorized);
+    EXPECT_EQ(scenario.mac.browsers, std::vector{InstalledBrowser::chrome});
+    EXPECT_EQ(scenario.mac.accessibility, std::nullopt);
+    EXPECT_EQ(scenario.mac.microphone, std::nullopt);
     EXPECT_EQ(scenario.server.address, "https://server.vantrel.example");
-    EXPECT_EQ(scenario.server.configuration.publicAddress, "https://server.vantrel.example");
-    EXPECT_EQ(scenario.server.latency, 0.05);
+    EXPECT_EQ(scenario.server.latency, std::nullopt);
+    EXPECT_FALSE(scenario.prelude);
 }
 
 TEST(ScenarioReader, ReadsTheMac) {
@@ -54,7 +55,7 @@ mac:
     EXPECT_EQ(mac.home, "/Users/altra");
     EXPECT_EQ(mac.displays, (std::vector<Screen>{{"A", {{0, 0}, {800, 600}}}, {"B", {{-1280.5, 100}, {1280.5, 720}}}}));
     EXPECT_FALSE(mac.separateSpaces);
-    EXPECT_FALSE(mac.accessibility);
+    EXPECT_EQ(mac.accessibility, false);
     EXPECT_EQ(mac.microphone, AuthorizationStatus::notDetermined);
     EXPECT_EQ(mac.camera, AuthorizationStatus::restricted);
     EXPECT_EQ(mac.settings, (std::map<std::string, std::string>{{"vt_email", "a@b"}}));
@@ -79,13 +80,14 @@ server:
                             .server;
     EXPECT_EQ(server.address, "http://127.0.0.1:80");
     EXPECT_EQ(server.latency, 1);
-    ASSERT_EQ(server.configuration.sessions.size(), 1U);
-    EXPECT_EQ(server.configuration.sessions[0].code, "AB-1");
-    EXPECT_EQ(server.configuration.sessions[0].title, "");
-    EXPECT_EQ(server.configuration.sessions[0].status, practice::SessionStatus::waiting);
-    EXPECT_EQ(server.configuration.sessions[0].meetLink, "https://m");
-    EXPECT_EQ(server.configuration.version.minimum, "3");
-    EXPECT_EQ(server.configuration.version.severity, "required");
+    ASSERT_EQ(server.sessions.size(), 1U);
+    EXPECT_EQ(server.sessions[0].code, "AB-1");
+    EXPECT_EQ(server.sessions[0].title, "");
+    EXPECT_EQ(server.sessions[0].status, practice::SessionStatus::waiting);
+    EXPECT_EQ(server.sessions[0].meetLink, "https://m");
+    ASSERT_TRUE(server.version);
+    EXPECT_EQ(server.version->minimum, "3");
+    EXPECT_EQ(server.version->severity, "required");
     ASSERT_EQ(server.replies.size(), 5U);
     const auto& first = server.replies[0];
     EXPECT_EQ(first.bend.method, "*");

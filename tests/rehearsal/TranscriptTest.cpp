@@ -45,5 +45,21 @@ TEST(Transcript, LeavesNoBlanksAtTheEndOfAnEntryWithoutText) {
     EXPECT_EQ(entry(1, "log", ""), "    1.000  log\n");
 }
 
+TEST(Transcript, HoldsEntriesBackUntilTheyAreTaken) {
+    std::ostringstream stream;
+    Transcript transcript(stream);
+    transcript.hold();
+    transcript.add(1, "log", "a");
+    transcript.add(2, "log", "b", {"more"});
+    EXPECT_EQ(stream.str(), "");
+    EXPECT_EQ(transcript.takeHeld(),
+              "    1.000  log          a\n"
+              "    2.000  log          b\n"
+              "                        | more\n");
+    transcript.add(3, "log", "c");
+    EXPECT_EQ(transcript.takeHeld(), "");
+    EXPECT_EQ(stream.str(), "    3.000  log          c\n");
+}
+
 }  // namespace
 }  // namespace vantrel::rehearsal

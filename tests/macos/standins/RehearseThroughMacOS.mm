@@ -26,7 +26,7 @@ rehearsal::Program clientOver(virtualmac::VirtualMac& mac) {
 
 int main(int argc, char** argv) {
     return rehearsal::rehearse({argv + 1, argv + argc},
-                               [](const rehearsal::Scenario& scenario, std::ostream& transcript) {
-                                   return rehearsal::playMade(scenario, transcript, clientOver);
+                               [](const rehearsal::Scenario& scenario, std::ostream& transcript, bool whole) {
+                                   return rehearsal::play(scenario, transcript, {.make = clientOver, .whole = whole});
                                });
 }

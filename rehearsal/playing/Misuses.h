@@ -1,0 +1,37 @@
+#pragma once
+
+#include <mutex>
+#include <ostream>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "rehearsal/transcript/Transcript.h"
+
+namespace vantrel::rehearsal {
+
+/// What the client did wrong, in the order in which it did. Any thread.
+class Misuses {
+  public:
+    /// `stream` is what the transcript writes to.
+    Misuses(Transcript& transcript, std::ostream& stream) : transcript_(transcript), stream_(stream) {}
+
+    /// Ends the program when there are too many.
+    void add(double time, std::string what);
+    /// For a thread that goes on for ever, which nobody could join any more.
+    [[noreturn]] void addAndExit(double time);
+    /// False when there is nothing to write.
+    bool writeAll();
+
+  private:
+    /// Ends the program as it is, with the transcript written: the client's threads cannot be ended.
+    [[noreturn]] void breakOff(double time, std::string what);
+    void write();
+
+    Transcript& transcript_;
+    std::ostream& stream_;
+    std::mutex mutex_;
+    std::vector<std::pair<double, std::string>> list_;
+};
+
+}  // namespace vantrel::rehearsal
