@@ -16,7 +16,7 @@ void pushWithin(std::deque<Value>& list, std::size_t most, Value value) {
     if (list.size() > most) list.pop_front();
 }
 
-/// Null when there is none.
+/// Null if there is none.
 template <typename Sessions>
 auto* find(Sessions& sessions, std::string_view code) {
     const auto found = std::find_if(sessions.begin(), sessions.end(),
@@ -169,7 +169,7 @@ void SessionRegistry::keep(const HeartbeatBody& body, double now, Participant& e
     participant.violationCount += count;
     session.violationCount += count;
     if (!body.disconnecting) participant.lastHeartbeat = heartbeat;
-    // A heartbeat that was overtaken by the notice does not bring anyone back.
+    // A heartbeat that arrives after the notice does not bring the participant back.
     if (body.disconnecting && !participant.leftAt) participant.leftAt = now;
 }
 

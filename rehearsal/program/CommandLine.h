@@ -10,7 +10,7 @@ namespace vantrel::rehearsal {
 
 struct CommandLine {
     std::string file;
-    /// Instead of the file's own.
+    /// Overrides the file's seed.
     std::optional<std::uint64_t> seed;
     /// With what the prelude brings, line by line.
     bool whole = false;

@@ -7,7 +7,7 @@
 
 namespace vantrel::rehearsal {
 
-/// Reads what stands under `mac`, and the values that steps share with it.
+/// Reads the values under `mac`, and those that steps share with it.
 class MacReader {
   public:
     explicit MacReader(NodeReader& reader) : reader_(reader) {}

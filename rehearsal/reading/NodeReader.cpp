@@ -34,7 +34,7 @@ void NodeReader::fail(const YAML::Mark& mark, std::string what) {
 }
 
 void NodeReader::fail(const YAML::Node& node, std::string what) {
-    // Where nothing stands after a key, the parser's mark is that of whatever comes next.
+    // If a key has no value, the parser's mark is that of the next node.
     fail(node.IsNull() && keyMark_ ? *keyMark_ : node.Mark(), std::move(what));
 }
 

@@ -14,8 +14,8 @@
 
 namespace vantrel::rehearsal {
 
-/// Reads YAML nodes and collects everything that is wrong with them; reading goes on after a problem. What a reader
-/// returns when there was one is of no use but for finding more problems.
+/// Reads YAML nodes and collects all their mistakes; it continues after a problem. After one, the returned values only
+/// serve to find more problems.
 class NodeReader {
   public:
     using Read = std::function<void(const YAML::Node&)>;
@@ -36,7 +36,7 @@ class NodeReader {
 
     /// `what` names the mapping in messages. Members are read in the order of the file.
     void mapping(const YAML::Node& node, const std::string& what, const std::vector<Member>& members);
-    /// Every entry of a mapping whose keys are free, in the order of the file.
+    /// Every entry of a mapping with free keys, in the order of the file.
     void entries(const YAML::Node& node, const std::string& what,
                  const std::function<void(const YAML::Node& key, const YAML::Node& value)>& read);
     void list(const YAML::Node& node, const std::string& what, const Read& read);
@@ -59,7 +59,7 @@ class NodeReader {
         return words.front().second;
     }
 
-    // Members that are put straight into their place, which has to outlive the reading.
+    // Members that are stored directly in `place`, which must outlive the reading.
     Member textInto(std::string name, std::string& place);
     Member requiredTextInto(std::string name, std::string& place);
     Member numberInto(std::string name, double& place, double least);
@@ -69,7 +69,7 @@ class NodeReader {
 
   private:
     std::vector<Problem>& problems_;
-    /// Of the entry that is read.
+    /// The entry being read.
     std::optional<YAML::Mark> keyMark_;
 };
 

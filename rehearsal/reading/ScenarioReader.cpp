@@ -18,7 +18,7 @@
 namespace vantrel::rehearsal {
 namespace {
 
-/// A year; longer runs are a slip of the pen.
+/// A year. A longer run is probably a typing error.
 constexpr double longestRun = 31'536'000;
 
 /// preludes/ and letters, digits and hyphens, which is also a name of a file on every system.
@@ -144,7 +144,7 @@ class ScenarioReader {
         timeline.push_back(std::move(step));
     }
 
-    /// `node` is what the word stands in.
+    /// `node` is the mapping with the word.
     void action(const YAML::Node& node, const YAML::Node& key, const YAML::Node& value, std::vector<Action>& actions) {
         const auto& word = key.Scalar();
         if (actions_.isWord(word)) {

@@ -9,7 +9,7 @@
 namespace vantrel::rehearsal {
 namespace {
 
-/// Scheme and host, with or without a port, and nothing else.
+/// Whether it is only scheme and host, with or without a port.
 bool isOrigin(const std::string& address) {
     if (!isURIReference(address)) return false;
     const auto parts = URLComponents::split(address);

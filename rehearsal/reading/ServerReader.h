@@ -11,7 +11,7 @@
 
 namespace vantrel::rehearsal {
 
-/// Reads what stands under `server`, and the reply rules that steps share with it.
+/// Reads the values under `server`, and the reply rules that steps share with it.
 class ServerReader {
   public:
     explicit ServerReader(NodeReader& reader) : reader_(reader) {}

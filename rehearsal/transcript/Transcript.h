@@ -13,14 +13,14 @@ namespace vantrel::rehearsal {
 ///
 ///      3.040  log          [SESSION] GET status HTTP: 200
 ///
-/// the seconds with three decimals in nine columns, two spaces, the kind in eleven columns, two spaces, the text.
+/// The seconds have three decimals in nine columns, then two spaces, the kind in eleven columns, two spaces, the text.
 /// Further lines of an entry begin under its text with "| ", an empty one with "|" alone. Any thread.
 class Transcript {
   public:
-    /// The stream has to outlive the transcript.
+    /// The stream must outlive the transcript.
     explicit Transcript(std::ostream& stream) : stream_(stream) {}
 
-    /// `text` and `more` may hold line breaks; they are printed as printable() says.
+    /// `text` and `more` may contain line breaks. They are printed with printable().
     void add(double seconds, std::string_view kind, std::string_view text, const std::vector<std::string>& more = {});
 
     /// Entries as they are to stand.

@@ -21,7 +21,8 @@ std::string_view commandOnly(const KeyEvent& event) noexcept {
     return event.type == KeyEventType::keyDown && (event.flags & command) != 0 ? "Command" : std::string_view();
 }
 
-/// The transcript of the steps beside a program that installs a tap and shows an overlay, or does nothing at all.
+/// The transcript of the steps. They run beside a program that installs a tap and shows an overlay, or one that does
+/// nothing.
 std::string played(std::vector<Step> timeline, double until, bool tapped = true) {
     Scenario scenario;
     scenario.title = "T";

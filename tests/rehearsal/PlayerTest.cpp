@@ -201,7 +201,7 @@ TEST(PlayerDeathTest, GivesUpOnAClientThatMisusesWithoutEnd) {
     EXPECT_EXIT(hopeless(), testing::ExitedWithCode(1), "");
 }
 
-/// Plays what cannot be got rid of in a process of its own, and shows its transcript where death tests look.
+/// Plays a client that cannot be stopped, in a process of its own, and prints the transcript where death tests look.
 void playEndless(const std::function<void(const Computer&)>& block) {
     const auto program = [&block](const Computer& computer) {
         computer.dispatch.userInitiatedQueue().async([computer, block] { block(computer); });

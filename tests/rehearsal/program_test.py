@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""program_test.py PROGRAM: what the player says and returns for good and bad input."""
+"""program_test.py PROGRAM: checks the player's messages and exit status for good and bad input."""
 import pathlib
 import subprocess
 import sys

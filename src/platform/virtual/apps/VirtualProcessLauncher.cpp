@@ -11,7 +11,7 @@ std::string lastComponent(const std::string& path) {
     return path.substr(path.rfind('/') + 1);
 }
 
-/// What a browser that was started with these arguments shows.
+/// The address that a browser shows when started with these arguments.
 std::string addressIn(const std::vector<std::string>& arguments) {
     constexpr std::string_view app = "--app=";
     for (const std::string& argument : arguments) {
@@ -32,7 +32,7 @@ VirtualProcessLauncher::VirtualProcessLauncher(Engine& engine, VirtualFileManage
     const std::string path = "/Applications/Vantrel.app/Contents/MacOS/Vantrel";
     processes_.push_back(
         std::make_shared<VirtualProcess>(engine_, desktop_, VirtualProcess::Origin{next_++, path, {}}, std::move(own)));
-    // No event tells of it: who makes the Mac knows.
+    // No event: the creator of the Mac knows.
     processes_.front()->appearSilently();
     install(safariPath, safari());
     desktop_.onLastWindowClosed = [this](ProcessIdentifier process) {
