@@ -1,6 +1,6 @@
-// practice-load [HEARTBEATS [CLIENTS]]: a day of class sent to the practice server as fast as it takes it, over
-// loopback. Ends by itself: after HEARTBEATS (384,000: 200 participants, 8 hours, one every 15 seconds) or after two
-// minutes.
+// practice-load [HEARTBEATS [CLIENTS]]: sends a day of class to the practice server as fast as the server accepts it,
+// over loopback. Ends after HEARTBEATS (by default 384,000: 200 participants, 8 hours, one every 15 seconds) or after
+// two minutes.
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
@@ -30,14 +30,14 @@ constexpr std::size_t participants = 200;
 constexpr std::size_t mostHeartbeats = 2000000;
 constexpr std::size_t mostClients = 64;
 constexpr std::chrono::seconds longest{120};
-/// One heartbeat in so many reports a violation.
+/// One heartbeat in this many reports a violation.
 constexpr std::size_t violationEvery = 20;
 
 double secondsSince(Clock::time_point start) {
     return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-/// The server's program; it ends when its standard input closes, and with this one should this one crash.
+/// The server's program. It ends when its standard input closes, so also if this program crashes.
 class Server {
   public:
     Server() {
@@ -72,14 +72,14 @@ class Server {
     Server(const Server&) = delete;
     Server& operator=(const Server&) = delete;
 
-    /// From its first line; 0 when it does not start.
+    /// From its first line. 0 if it does not start.
     int port() const {
         std::string line;
         for (char byte = 0; byte != '\n' && read(output_, &byte, 1) == 1;) line.push_back(byte);
         return std::atoi(line.substr(std::min(line.rfind(':'), line.size() - 1) + 1).c_str());
     }
 
-    /// In KiB, by the kernel's name for it: VmRSS now, VmHWM at most.
+    /// In KiB, by the kernel's name for it: VmRSS is current, VmHWM the maximum.
     long memory(const std::string& name) const {
         std::ifstream status("/proc/" + std::to_string(process_) + "/status");
         for (std::string line; std::getline(status, line);) {
@@ -105,7 +105,7 @@ class Server {
     int output_ = -1;
 };
 
-/// One exchange on a connection of its own, as the client has it; empty when it failed.
+/// One exchange on a connection of its own, like the client's. Empty if it failed.
 std::string exchange(int port, const std::string& request) {
     const int connection = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
     sockaddr_in address{};
@@ -140,7 +140,7 @@ std::string heartbeat(const std::string& token, bool withViolation) {
                     token + R"(","violations":[)" + (withViolation ? violation : "") + "]}");
 }
 
-/// The tokens of as many as joined.
+/// The tokens of all who joined.
 std::vector<std::string> join(int port) {
     std::vector<std::string> tokens;
     for (std::size_t number = 1; number <= participants; ++number) {
@@ -162,11 +162,11 @@ struct Outcome {
     double seconds = 0;
     /// Microseconds, ascending.
     std::vector<std::uint32_t> times;
-    /// Milliseconds of the trainer's page's slowest look.
+    /// Milliseconds of the trainer's page's slowest request.
     double slowestLook = 0;
 };
 
-/// The trainer's page looks once a second until it is over. Milliseconds.
+/// Requests the trainer's page's state once a second until it is over. Returns the slowest request in milliseconds.
 double slowestLookUntil(const std::atomic<bool>& isOver, int port, std::atomic<std::size_t>& failures) {
     double slowest = 0;
     while (!isOver) {

@@ -26,46 +26,47 @@
 
 namespace vantrel::practice {
 
-/// A server for trying the client out: sessions in memory, replies that tests can bend, and a record of what came in.
+/// A server for trying the client out: sessions in memory, replies that tests can change, and a record of what was
+/// received.
 ///
-/// Any thread may call anything. What is kept is bounded, however long it runs. Nothing here waits: a delay, a dropped
-/// connection or a stall is written in the reply, and whoever carries the reply does it, and tells with `noteDelivery`
-/// what became of it.
+/// Any thread may call anything. Memory use is bounded, however long it runs. Nothing here waits: the reply contains a
+/// delay, a dropped connection or a stall, and the sender of the reply carries it out and reports the result with
+/// `noteDelivery`.
 class PracticeServer {
   public:
-    /// Seconds since 1970. Any thread calls it.
+    /// Seconds since 1970. Called on any thread.
     using Clock = std::function<double()>;
 
     PracticeServer(PracticeConfiguration configuration, Clock clock);
     PracticeServer(const PracticeServer&) = delete;
     PracticeServer& operator=(const PracticeServer&) = delete;
 
-    /// Carries out one exchange. Whatever the bytes are, there is a reply.
+    /// Carries out one exchange. There is a reply whatever the bytes are.
     PracticeReply handle(const PracticeRequest& request);
 
-    /// For a reply that went out later than at once, or did not go out whole.
+    /// For a reply that was sent later, or not completely.
     void noteDelivery(std::uint64_t exchange, bool delivered);
 
     /// What the control interface does, for callers in the same process.
     std::optional<std::uint64_t> bend(BendRule rule);
-    /// The code in any case; false when there is no such session.
+    /// The code in upper or lower case. False if there is no such session.
     bool endSession(std::string_view code);
-    /// One more, until a reset. Its code is in upper case; false when there is a session of that code.
+    /// Adds a session until the next reset. Its code must be in upper case. False if there is a session with that code.
     bool addSession(PracticeSession session);
-    /// What is answered about client versions from now on, after a reset too.
+    /// From now on, the answer about client versions; a reset keeps it.
     void setVersion(VersionConfiguration version);
-    /// Everything as at the start: sessions, participants, bends, what was received and reported.
+    /// Resets everything to the start: sessions, participants, reply rules, requests received and reports.
     void reset();
     std::vector<ReceivedExchange> received() const;
-    /// What the meeting pages reported, as PageReportLog orders it.
+    /// The reports of the meeting pages, in the order of PageReportLog.
     std::vector<PageReportLog::Entry> pageReports() const;
     std::vector<PracticeSession> sessions() const;
     std::vector<PracticeParticipant> participants() const;
-    /// Empty when there is no such participant.
+    /// Empty if there is no such participant.
     ParticipantHistory history(std::uint64_t participant) const;
 
   private:
-    /// What is neither recorded nor bent.
+    /// Whether such a request is neither recorded nor changed by reply rules.
     static bool isAside(const RequestTarget& target);
     PracticeReply aside(const PracticeRequest& request, const RequestTarget& target, double now);
     PracticeReply exchange(const PracticeRequest& request, const RequestTarget& target, double now);
@@ -73,7 +74,7 @@ class PracticeServer {
     const PracticeConfiguration configuration_;
     const Clock clock_;
     const AccessRules access_;
-    // Each guards itself, for as long as it takes to copy values; reading a body and writing a reply hold up nobody.
+    // Each guards itself, only while it copies values. Reading a body and writing a reply block nobody.
     SessionRegistry registry_;
     PublishedVersion version_;
     ReplyBender bender_;

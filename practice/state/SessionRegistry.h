@@ -20,14 +20,14 @@
 
 namespace vantrel::practice {
 
-/// The sessions and who joined them, in bounded memory however long a day and whatever is sent. Any thread; what is
-/// returned are copies.
+/// The sessions and their participants, in bounded memory, however long a day is and whatever is sent. Any thread.
+/// Results are copies.
 class SessionRegistry {
   public:
     static constexpr std::size_t participantsKept = 500;
-    /// Of each session, whoever they are of.
+    /// For each session, from all of its participants together.
     static constexpr std::size_t newestViolationsKept = 200;
-    /// Bytes of a name or an address, of a violation's detail, and of words such as its type.
+    /// In bytes, for a name or an e-mail address, a violation's detail, and words such as its type.
     static constexpr std::size_t longestName = 500;
     static constexpr std::size_t longestWord = 100;
 
@@ -37,7 +37,7 @@ class SessionRegistry {
         ReceivedViolation violation;
     };
 
-    /// A session as it stands at one moment.
+    /// A session's state at one moment.
     struct SessionState {
         PracticeSession session;
         /// In the order they joined.
@@ -51,28 +51,28 @@ class SessionRegistry {
 
     SessionRegistry(std::vector<PracticeSession> sessions, ParticipantPresence presence);
 
-    /// Everything as at the start: the sessions as configured, nobody in them.
+    /// Resets to the start: the sessions as configured, without participants.
     void reset();
 
-    /// The code exactly as stored, that is in upper case; empty when there is none.
+    /// The code exactly as stored, that is in upper case. Empty if there is none.
     std::optional<PracticeSession> session(std::string_view code) const;
     std::vector<PracticeSession> sessions() const;
     std::vector<SessionState> states() const;
     /// In the order they joined, over all sessions.
     std::vector<PracticeParticipant> participants() const;
     std::optional<PracticeParticipant> participant(const std::string& token) const;
-    /// Empty when there is no such participant.
+    /// Empty if there is no such participant.
     ParticipantHistory history(std::uint64_t participant) const;
 
-    /// Returns the new participant's token. Tokens count up from 1, so that the same run gives the same tokens. When
-    /// all places are taken, whoever left or was lost is forgotten, the one heard of longest ago; when all are present,
-    /// there is no place and no token.
+    /// Returns the new participant's token. Tokens count from 1, so that the same run gives the same tokens. If all
+    /// places are taken, forgets the participant who left or was lost and last sent something longest ago. If all are
+    /// present, there is no place and no token.
     std::optional<std::string> join(const std::string& code, const JoinBody& body, double now);
-    /// Keeps the heartbeat if its token is one of its session.
+    /// Keeps the heartbeat if its token belongs to its session.
     Heard heartbeat(const HeartbeatBody& body, double now);
-    /// Until the next reset. False when there is a session of that code.
+    /// Until the next reset. False if there is a session with that code.
     bool add(PracticeSession session);
-    /// False when there is no such session.
+    /// False if there is no such session.
     bool end(std::string_view code);
 
   private:

@@ -5,7 +5,7 @@
 
 namespace vantrel::rehearsal {
 
-/// Writes how the client stands at this moment, and what it has.
+/// Writes the client's state at this moment, and what it holds.
 void writeEnd(virtualmac::VirtualMac& mac, Transcript& transcript);
 
 }  // namespace vantrel::rehearsal

@@ -17,7 +17,7 @@ constexpr std::array<Browser, 3> everyBrowser = {
     Browser{InstalledBrowser::edge, virtualmac::edgePath, virtualmac::edge},
     Browser{InstalledBrowser::firefox, virtualmac::firefoxPath, virtualmac::firefox}};
 
-/// Those that run behave as they are installed, too.
+/// Browsers that already run get the installed behaviour too.
 void installBrowsers(virtualmac::VirtualMac& mac, const MacConditions& conditions) {
     for (const auto& browser : everyBrowser) {
         if (std::find(conditions.browsers->begin(), conditions.browsers->end(), browser.name) ==

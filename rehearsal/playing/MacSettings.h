@@ -6,10 +6,10 @@
 
 namespace vantrel::rehearsal {
 
-/// Before the launch, but for the applications that run already.
+/// Prepares the Mac before the launch, except for applications that already run.
 void setUp(virtualmac::VirtualMac& mac, const MacSetup& setup);
 
-/// Conditions that are not empty hold from now on; applications are not started. On the driver's thread.
+/// Conditions that are not empty hold from now on. Applications are not started. On the driver's thread.
 void apply(virtualmac::VirtualMac& mac, const MacConditions& conditions);
 
 }  // namespace vantrel::rehearsal

@@ -13,10 +13,10 @@ namespace vantrel::rehearsal {
 /// What the client did wrong, in the order in which it did. Any thread.
 class Misuses {
   public:
-    /// `stream` is what the transcript writes to.
+    /// `stream` is where the transcript writes.
     Misuses(Transcript& transcript, std::ostream& stream) : transcript_(transcript), stream_(stream) {}
 
-    /// Ends the program when there are too many.
+    /// Ends the program if there are too many.
     void add(double time, std::string what);
     /// For a thread that goes on for ever, which nobody could join any more.
     [[noreturn]] void addAndExit(double time);

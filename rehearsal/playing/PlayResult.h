@@ -4,12 +4,12 @@
 
 namespace vantrel::rehearsal {
 
-/// What the transcript does not tell by itself.
+/// What the transcript itself does not say.
 struct PlayResult {
     /// The client did not misuse its platform.
     bool clean = true;
-    /// Where the prelude's part first differs from its kept transcript, for people; empty when it is the same to the
-    /// byte, or was not held against one.
+    /// Where the prelude's part first differs from its kept transcript, as text for people. Empty if it is the same to
+    /// the byte or there was nothing to compare.
     std::string preludeDifference;
 };
 

@@ -51,7 +51,7 @@ class Playing {
         mac_.launch([this](const Computer& computer) { program_(computer); });
     }
 
-    /// Returns what differs from the kept transcript.
+    /// Returns the difference from the kept transcript.
     std::string play(const Prelude& prelude, bool whole) {
         transcript_.hold();
         play(prelude.timeline, prelude.until);
@@ -81,8 +81,8 @@ class Playing {
 
     void end() {
         writeEnd(mac_, transcript_);
-        // What is under way goes on unheard: a thread that is stuck shows only now, when nothing else can happen any
-        // more. Without the network, that is: heartbeats to a slow server would never run out.
+        // Work under way continues without events: a stuck thread shows only now, when nothing else can happen. The
+        // network is cut off, because heartbeats to a slow server would never run out.
         mac_.engine().journal.mute();
         mac_.network().setHandler(nullptr);
         mac_.drain();
@@ -93,7 +93,7 @@ class Playing {
     /// Any thread.
     void misuse(const std::string& what) { misuses_.add(isMade_ ? mac_.now() : 0, what); }
 
-    /// What the transcript of the prelude alone would end with.
+    /// The end of the prelude's own transcript.
     std::string endEntry() {
         std::ostringstream text;
         Transcript entry(text);

@@ -9,28 +9,27 @@
 
 namespace vantrel::rehearsal {
 
-/// A program in the place of the client; it runs on the main thread.
+/// A program that replaces the client. It runs on the main thread.
 using Program = std::function<void(const Computer&)>;
 
-/// Makes the program for the Mac that it is going to run on. What it returns lives until nothing of the program runs
-/// any more.
+/// Creates the program for the Mac that will run it. The result lives until nothing of the program runs any more.
 using ProgramMaker = std::function<Program(virtualmac::VirtualMac&)>;
 
 struct PlayOptions {
-    /// Without one the client itself is played.
+    /// If empty, the client itself is played.
     Program program = {};
-    /// Goes before `program`.
+    /// Takes precedence over `program`.
     ProgramMaker make = {};
-    /// What the prelude brings is written line by line, instead of one line for it.
+    /// Writes the prelude's events line by line instead of one line for all.
     bool whole = false;
 };
 
-/// Plays the scenario on a virtual Mac of its own and writes the transcript. When the client misused its platform (the
-/// interface off the main thread, a wait under a lock, a deadlock) the transcript's last lines say how. The calling
-/// thread waits; virtual hours pass in milliseconds.
+/// Plays the scenario on its own virtual Mac and writes the transcript. If the client misused its platform (interface
+/// off the main thread, a wait under a lock, a deadlock), the transcript's last lines describe it. The calling thread
+/// waits; virtual hours pass in milliseconds.
 ///
-/// A client that misuses its platform without end, or leaves a thread that does not end, cannot be got rid of: the
-/// transcript is written and flushed, and the program exits at once, with status 1, or 3 when that failed.
+/// A client that misuses its platform without end, or whose threads do not end, cannot be stopped. The transcript is
+/// then written and flushed, and the program exits at once with status 1, or 3 if writing failed.
 PlayResult play(const Scenario& scenario, std::ostream& transcript, const PlayOptions& options = {});
 
 }  // namespace vantrel::rehearsal

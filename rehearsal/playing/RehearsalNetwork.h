@@ -19,14 +19,14 @@ class RehearsalNetwork {
     /// `calendar` in seconds since 1970.
     RehearsalNetwork(const ServerSetup& setup, std::function<double()> calendar);
 
-    /// What comes back for a request that is made now.
+    /// The answer to a request that is made now.
     virtualmac::NetworkAnswer answer(const URLRequest& request);
 
     /// Conditions that are not empty hold from now on.
     void apply(const ServerConditions& conditions);
-    /// False when there is no such session.
+    /// False if there is no such session.
     bool endSession(const std::string& code) { return server_.endSession(code); }
-    /// Comes before the rules that stand already.
+    /// Takes precedence over the existing rules.
     void add(ReplyRule rule);
     void removeRules();
 
@@ -43,7 +43,7 @@ class RehearsalNetwork {
     practice::PracticeServer server_;
     std::mutex mutex_;
     double latency_ = 0.05;
-    /// The first that matches and is not used up holds.
+    /// The first one that matches and is not used up applies.
     std::vector<Entry> rules_;
 };
 

@@ -12,7 +12,7 @@ struct CommandLine {
     std::string file;
     /// Overrides the file's seed.
     std::optional<std::uint64_t> seed;
-    /// With what the prelude brings, line by line.
+    /// With the prelude's events, line by line.
     bool whole = false;
     bool help = false;
 };

@@ -10,11 +10,11 @@
 
 namespace vantrel::rehearsal {
 
-/// Plays a scenario and writes its transcript, with `whole` also what its prelude brings.
+/// Plays a scenario and writes its transcript; with `whole` also its prelude's events.
 using ScenarioPlayer = std::function<PlayResult(const Scenario&, std::ostream&, bool whole)>;
 
-/// The program: reads the command line, which comes without the program's name, and the file, and has it played. The
-/// exit status.
+/// The program: reads the command line (`arguments`, without the program's name) and the file, and has the scenario
+/// played. Returns the exit status.
 int rehearse(const std::vector<std::string>& arguments, const ScenarioPlayer& player);
 
 }  // namespace vantrel::rehearsal

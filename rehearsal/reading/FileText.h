@@ -5,7 +5,7 @@
 
 namespace vantrel::rehearsal {
 
-/// The bytes of a file; empty when it cannot be read to its end, a folder for instance.
+/// The bytes of a file. Empty if it cannot be read completely, for example because it is a folder.
 std::optional<std::string> fileText(const std::string& path);
 
 }  // namespace vantrel::rehearsal

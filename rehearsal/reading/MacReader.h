@@ -14,7 +14,7 @@ class MacReader {
 
     /// The Mac at the launch.
     MacSetup read(const YAML::Node& node);
-    /// What is otherwise once a prelude is over.
+    /// The changes after a prelude.
     MacConditions readAfterPrelude(const YAML::Node& node);
 
     Screen display(const YAML::Node& node);

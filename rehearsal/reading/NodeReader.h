@@ -64,7 +64,7 @@ class NodeReader {
     Member requiredTextInto(std::string name, std::string& place);
     Member numberInto(std::string name, double& place, double least);
     Member flagInto(std::string name, bool& place);
-    /// A word that has no place after a prelude. `instead` goes on where the sentence ends.
+    /// A word that is not allowed after a prelude. `instead` completes the message.
     Member settledByPrelude(std::string name, std::string instead = {});
 
   private:

@@ -29,7 +29,7 @@ std::variant<FoundPrelude, NoPrelude> PreludeFolder::find(const std::string& nam
     return NoPrelude{"there is no " + name + ": neither " + here.string() + " nor " + above.string()};
 }
 
-/// Which also keeps a prelude from beginning with itself, or two with each other.
+/// This also keeps a prelude from beginning with itself, or two with each other.
 bool PreludeFolder::isAmongPreludes() const {
     std::error_code error;
     const auto whole = std::filesystem::absolute(scenarioFile_, error).lexically_normal();

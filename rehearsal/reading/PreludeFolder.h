@@ -8,11 +8,11 @@
 
 namespace vantrel::rehearsal {
 
-/// The preludes of a scenario's file: preludes/NAME.yaml in the file's own folder or, when there is none, in the folder
-/// above that.
+/// Finds the preludes of a scenario's file: preludes/NAME.yaml in the file's folder or, if missing, in the folder
+/// above.
 class PreludeFolder {
   public:
-    /// `held`: the prelude's kept transcript, beside it, is found with it; without one there is no prelude.
+    /// `held`: also loads the prelude's kept transcript beside it; if that is missing, the prelude counts as missing.
     PreludeFolder(std::filesystem::path scenarioFile, bool held)
         : scenarioFile_(std::move(scenarioFile)), held_(held) {}
 

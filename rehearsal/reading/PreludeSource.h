@@ -13,14 +13,14 @@ namespace vantrel::rehearsal {
 /// A scenario that another one begins with.
 struct FoundPrelude {
     Scenario scenario;
-    /// Empty when what is played is held against nothing.
+    /// Empty if there is nothing to compare with.
     std::optional<std::string> keptTranscript;
 };
 
-/// Why there is none, a sentence each; at least one.
+/// Why there is none: at least one sentence.
 using NoPrelude = std::vector<std::string>;
 
-/// Finds a prelude by the name that stands in a scenario, preludes/NAME.
+/// Finds a prelude by its name in a scenario, preludes/NAME.
 using PreludeSource = std::function<std::variant<FoundPrelude, NoPrelude>(const std::string& name)>;
 
 }  // namespace vantrel::rehearsal

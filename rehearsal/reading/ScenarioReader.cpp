@@ -21,7 +21,7 @@ namespace {
 /// A year. A longer run is probably a typing error.
 constexpr double longestRun = 31'536'000;
 
-/// preludes/ and letters, digits and hyphens, which is also a name of a file on every system.
+/// preludes/ with letters, digits and hyphens, which is a valid file name on every system.
 bool isPreludeName(const std::string& name) {
     constexpr std::string_view folder = "preludes/";
     constexpr std::string_view letters = "abcdefghijklmnopqrstuvwxyz0123456789-";
@@ -56,14 +56,14 @@ class ScenarioReader {
     }
 
   private:
-    /// Before everything else, wherever in the file it stands: how the rest is read hangs on it.
+    /// Before everything else, wherever it is in the file, because the reading of the rest depends on it.
     void beginFirst(const YAML::Node& root, Scenario& scenario) {
         reader_.entries(root, "the file", [&](const YAML::Node& key, const YAML::Node& value) {
             if (key.Scalar() == "begins") begin(value, scenario);
         });
     }
 
-    /// Leaves a prelude in the scenario even when there was none to find: what comes after is no setup of a launch.
+    /// Adds a prelude to the scenario even if none was found: the rest must not be read as the setup of a launch.
     void begin(const YAML::Node& node, Scenario& scenario) {
         auto& prelude = scenario.prelude.emplace();
         prelude.name = reader_.text(node, "'begins'");

@@ -10,10 +10,10 @@
 
 namespace vantrel::rehearsal {
 
-/// All that was found, in the order of the lines.
+/// All problems found, in the order of the lines.
 using Problems = std::vector<Problem>;
 
-/// Reads the text of a scenario, and what it begins with. Whatever the bytes are, no exception leaves.
+/// Reads the text of a scenario and its prelude. Never throws, whatever the bytes are.
 std::variant<Scenario, Problems> readScenario(const std::string& text, const PreludeSource& preludes);
 
 }  // namespace vantrel::rehearsal

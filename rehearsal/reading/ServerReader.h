@@ -18,12 +18,12 @@ class ServerReader {
 
     /// The server at the launch.
     ServerSetup read(const YAML::Node& node);
-    /// What is otherwise once a prelude is over that began with `before`.
+    /// The changes after a prelude that began with `before`.
     ServerConditions readAfterPrelude(const YAML::Node& node, const ServerSetup& before);
     ReplyRule rule(const YAML::Node& node);
 
   private:
-    /// `codes` are those of the sessions that there are, and more while reading.
+    /// `codes` are those of the existing sessions; reading adds more.
     std::vector<NodeReader::Member> conditionsInto(ServerConditions& server, std::set<std::string>& codes);
     std::string address(const YAML::Node& node);
     practice::PracticeSession session(const YAML::Node& node);

@@ -23,7 +23,7 @@ struct OtherApplication {
 /// What can be installed beside Safari, which is part of the system.
 enum class InstalledBrowser { chrome, edge, firefox };
 
-/// What of the Mac can be otherwise while it runs. What is empty stays as it is.
+/// What can change on the Mac while it runs. Empty values change nothing.
 struct MacConditions {
     std::optional<bool> accessibility;
     std::optional<AuthorizationStatus> microphone;
@@ -36,7 +36,7 @@ struct MacConditions {
     std::optional<double> fullScreenDuration;
     /// Seconds during which window flags are stale after a change of Space.
     std::optional<double> flagDelay;
-    /// Start to run.
+    /// Applications that start.
     std::vector<OtherApplication> applications;
 };
 

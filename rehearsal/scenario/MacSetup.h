@@ -11,8 +11,8 @@
 
 namespace vantrel::rehearsal {
 
-/// The Mac as it stands when the client is launched: what is settled from then on, and its first conditions. Conditions
-/// that are empty are the virtual Mac's own: everything granted, nothing else running.
+/// The Mac when the client is launched: what is fixed from then on, and its first conditions. Empty conditions have the
+/// virtual Mac's defaults: everything granted, nothing else running.
 struct MacSetup : MacConditions {
     /// Empty: a bundle without an identifier.
     std::optional<std::string> bundleIdentifier = "biz.quorrin.vantrel";

@@ -10,14 +10,14 @@
 
 namespace vantrel::rehearsal {
 
-/// What is played before a scenario's own steps, and what is otherwise once it is over.
+/// What is played before a scenario's own steps, and the changes after it.
 struct Prelude {
-    /// As scenarios call it: preludes/NAME.
+    /// As named in scenarios: preludes/NAME.
     std::string name;
     std::vector<Step> timeline;
     /// Seconds since the client's launch.
     double until = 0;
-    /// Its own transcript, to hold what is played against; empty when there is nothing to hold it against.
+    /// Its own transcript, for comparison. Empty if there is nothing to compare with.
     std::optional<std::string> keptTranscript;
     MacConditions mac;
     ServerConditions server;

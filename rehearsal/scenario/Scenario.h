@@ -11,16 +11,16 @@
 
 namespace vantrel::rehearsal {
 
-/// What is written: the Mac, the server, and what happens when.
+/// A written scenario: the Mac, the server, and what happens when.
 struct Scenario {
     std::string title;
-    /// At the launch: the prelude's where there is one.
+    /// At the launch. If there is a prelude, the prelude's.
     MacSetup mac;
     ServerSetup server;
     std::optional<Prelude> prelude;
-    /// Times do not go back; equal times are in the written order.
+    /// Times never decrease. Equal times keep the written order.
     std::vector<Step> timeline;
-    /// Seconds after which the run is over.
+    /// The run ends after this many seconds.
     double until = 0;
 };
 

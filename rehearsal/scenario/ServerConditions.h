@@ -8,14 +8,14 @@
 
 namespace vantrel::rehearsal {
 
-/// What of the server can be otherwise while it runs. What is empty stays as it is.
+/// What can change on the server while it runs. Empty values change nothing.
 struct ServerConditions {
     /// Seconds from a request to its reply.
     std::optional<double> latency;
-    /// Come to those that there are.
+    /// Added to the existing ones.
     std::vector<practice::PracticeSession> sessions;
     std::optional<practice::VersionConfiguration> version;
-    /// Before those that stand; of these the first that matches holds.
+    /// Take precedence over the existing rules. The first one that matches applies.
     std::vector<ReplyRule> replies;
 };
 

@@ -23,12 +23,12 @@ class Transcript {
     /// `text` and `more` may contain line breaks. They are printed with printable().
     void add(double seconds, std::string_view kind, std::string_view text, const std::vector<std::string>& more = {});
 
-    /// Entries as they are to stand.
+    /// Adds entries in their final form.
     void addLines(std::string_view lines);
 
     /// From now on entries are held back.
     void hold();
-    /// What was held back. From now on entries are written again.
+    /// The entries held back. From now on entries are written again.
     std::string takeHeld();
 
   private:

@@ -71,7 +71,7 @@ server:
     ASSERT_TRUE(server.version);
     EXPECT_EQ(server.version->latest, "2.1-macOS");
     ASSERT_EQ(server.replies.size(), 1U);
-    // What the prelude began with is as it was.
+    // What the prelude began with is unchanged.
     EXPECT_EQ(scenario.mac.accessibility, std::nullopt);
     EXPECT_EQ(scenario.mac.browsers, std::vector{InstalledBrowser::chrome});
     EXPECT_EQ(scenario.server.sessions.size(), 1U);

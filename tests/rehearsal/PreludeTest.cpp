@@ -37,7 +37,7 @@ Scenario alone(std::vector<Step> timeline, double until) {
     return scenario;
 }
 
-/// Begins with the other, of which its transcript is kept.
+/// Begins with the other scenario and its kept transcript.
 Scenario after(const Scenario& prelude, std::vector<Step> timeline, double until) {
     auto scenario = alone(std::move(timeline), until);
     scenario.mac = prelude.mac;
@@ -50,7 +50,7 @@ Scenario after(const Scenario& prelude, std::vector<Step> timeline, double until
     return scenario;
 }
 
-/// To the join button, which has been pressed.
+/// Ends when the join button has been pressed.
 Scenario joining() {
     auto scenario = alone({{2, TypeTexts{{{"sessionCodeField", "ABC"}, {"fullNameField", "N"}, {"emailField", "e@x"}}}},
                            {3, PressButton{"Avvia sessione protetta"}}},
@@ -94,7 +94,7 @@ TEST(Prelude, IsHeldAgainstItsKeptTranscriptToTheByte) {
     EXPECT_EQ(heard.result.preludeDifference,
               "line 13\n  kept:       2.000  participant  types into sessionCodeField: \"ABD\"\n"
               "  played:     2.000  participant  types into sessionCodeField: \"ABC\"");
-    // It goes on all the same.
+    // It continues anyway.
     EXPECT_THAT(heard.transcript, HasSubstr("    4.000  end "));
 }
 
@@ -131,7 +131,7 @@ TEST(Prelude, IsOverBeforeTheServerChanges) {
     rule.bend.path = "*";
     rule.bend.status = 503;
     scenario.prelude->server.replies = {rule};
-    // The probe was sent in the prelude and is answered as it was then; the join is sent afterwards.
+    // The probe was sent in the prelude and gets that time's answer. The join is sent afterwards.
     EXPECT_THAT(run(scenario).transcript,
                 StartsWith("    3.000  prelude      preludes/p\n"
                            "    3.050  reply        200 from https://server.vantrel.example/api/sessions/ABC\n"));
@@ -182,7 +182,7 @@ TEST(Prelude, LeavesABrowserThatRunsToBehaveOtherwise) {
     EXPECT_THAT(heard.transcript, Not(HasSubstr("exits")));
 }
 
-/// Breaks off in the middle of a prelude, in a process of its own.
+/// Aborts in the middle of a prelude, in a process of its own.
 void misuseInAPrelude() {
     const auto program = [](const Computer& computer) {
         computer.log.print("Prima");

@@ -15,7 +15,7 @@ inline std::variant<FoundPrelude, NoPrelude> noPreludes(const std::string& name)
     return NoPrelude{"there is no " + name};
 }
 
-/// What the text says, which has no problem.
+/// The scenario of a text without problems.
 inline Scenario good(const std::string& text, const PreludeSource& preludes = noPreludes) {
     auto read = readScenario(text, preludes);
     if (const auto* problems = std::get_if<Problems>(&read)) {
@@ -25,7 +25,7 @@ inline Scenario good(const std::string& text, const PreludeSource& preludes = no
     return std::get<Scenario>(std::move(read));
 }
 
-/// Its problems, a line each.
+/// The problems of a text, one per line.
 inline std::string wrong(const std::string& text, const PreludeSource& preludes = noPreludes) {
     const auto read = readScenario(text, preludes);
     if (!std::holds_alternative<Problems>(read)) return "nothing";
@@ -38,7 +38,7 @@ inline std::string wrong(const std::string& text, const PreludeSource& preludes 
 
 inline const std::string head = "title: T\nuntil: 100\n";
 
-/// What a step says.
+/// The action of a step.
 inline Action action(const std::string& step) {
     const auto scenario = good(head + "timeline:\n  - at: 1\n    " + step + "\n");
     return scenario.timeline.size() == 1 ? scenario.timeline[0].action : Action();

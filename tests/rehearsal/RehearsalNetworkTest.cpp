@@ -106,7 +106,7 @@ TEST(RehearsalNetwork, TakesConditionsWhileItRuns) {
         EXPECT_EQ(whole.latency, 2);
         return std::get<HTTPAnswer>(whole.answer);
     };
-    // The new rules in their order, then the one that stood; its body is the new session's.
+    // The new rules in their order, then the existing one; its body is the new session's.
     EXPECT_EQ(answer("/api/sessions/DUE").status, 502);
     EXPECT_EQ(answer("/api/sessions/DUE").status, 503);
     const auto last = answer("/api/sessions/DUE");

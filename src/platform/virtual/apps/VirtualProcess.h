@@ -15,7 +15,7 @@
 
 namespace vantrel::virtualmac {
 
-/// One process, and the handle that the client has of it. Any thread.
+/// One process, and the client's handle of it. Any thread.
 class VirtualProcess final : public RunningApplication, public std::enable_shared_from_this<VirtualProcess> {
   public:
     enum class State { starting, running, zombie, gone };
@@ -47,28 +47,28 @@ class VirtualProcess final : public RunningApplication, public std::enable_share
     /// Whether it is listed among the running applications.
     bool isListed() const { return state_ == State::running && description_.isApplication; }
 
-    /// Asked to end or to come to the front, it does from now on what the description says. What it is stays.
+    /// From now on it follows the description when asked to end or to come to the front. Its identity does not change.
     void behaveLike(const ApplicationDescription& description);
-    /// It is listed from now on.
+    /// From now on it is listed.
     void appear();
     void appearSilently() { state_ = State::running; }
-    /// False when it has ended before. Its windows go with it.
+    /// False if it has ended before. Its windows close with it.
     bool exit();
     void exitAfter(double seconds);
-    /// Comes to the front by itself or because the participant wants it.
+    /// Comes to the front by itself or through the participant.
     void comeToFront();
-    /// What kill(2) does; false when there is no such process any more.
+    /// The effect of kill(2). False if the process no longer exists.
     bool receive(int signal);
 
   private:
-    /// False when it cannot be asked. The event has the fields that the kind has beside the process.
+    /// False if it cannot be asked. `more` are the event's fields besides the process.
     bool ask(ApplicationEvent kind, const Fields& more = {});
 
     Engine& engine_;
     VirtualDesktop& desktop_;
     const Origin origin_;
     mutable std::mutex mutex_;
-    /// What it is never changes; how it behaves does, under the mutex.
+    /// Its identity never changes. Its behaviour can, under the mutex.
     ApplicationDescription description_;
     std::atomic<State> state_ = State::starting;
 };

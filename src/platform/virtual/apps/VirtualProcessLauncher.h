@@ -17,7 +17,7 @@
 
 namespace vantrel::virtualmac {
 
-/// The processes and what is installed. The client's own process is the first one.
+/// The processes, and what is installed. The client's own process is the first one.
 class VirtualProcessLauncher final : public ProcessLauncher {
   public:
     VirtualProcessLauncher(Engine& engine, VirtualFileManager& files, VirtualDesktop& desktop,
@@ -27,37 +27,37 @@ class VirtualProcessLauncher final : public ProcessLauncher {
                                                           const std::vector<std::string>& arguments) override;
     bool sendSignal(ProcessIdentifier process, int signal) override;
 
-    /// Driver-facing, any thread: the executable exists and behaves like that. An executable file that nothing was
-    /// installed at starts a process that is no application.
+    /// Driver-facing, any thread: installs an executable with this behaviour. An executable file at which nothing is
+    /// installed starts a process that is no application.
     void install(const std::string& executablePath, InstalledApplication application);
     void install(const std::string& executablePath, ApplicationFactory factory);
-    /// Its bundle is gone; what runs of it goes on.
+    /// Removes its bundle. Processes already running from it continue.
     void uninstall(const std::string& executablePath);
-    /// Starts do not succeed, with that error text; empty: they do again.
+    /// Starts fail with that error text. Empty: they work again.
     void failLaunches(std::optional<std::string> text);
 
-    /// Somebody else starts it, wherever it lies.
+    /// Starts it from outside the client, wherever it is.
     ProcessIdentifier start(const std::string& executablePath, const std::vector<std::string>& arguments = {});
-    /// An application that is there at once, started from nowhere.
+    /// An application that runs at once, without having been started.
     ProcessIdentifier add(ApplicationDescription description);
-    /// It ends by itself. False when there is none.
+    /// It ends by itself. False if it does not exist.
     bool exit(ProcessIdentifier process);
-    /// It opens a window at once; the number, 0 when it does not run.
+    /// It opens a window at once. Returns the window's number, or 0 if it does not run.
     std::int64_t openWindow(ProcessIdentifier process, const NewWindow& window);
-    /// It opens for the address what a start of that executable opens.
+    /// Opens for the address what a start of that executable would open.
     void openAddress(const std::shared_ptr<VirtualProcess>& process, const std::string& executablePath,
                      const std::string& address);
 
     /// Why the client cannot start it; empty when it can.
     std::optional<std::string> startFailure(const std::string& executablePath) const;
     bool isExecutable(std::string_view path) const { return files_.kind(path) == FileKind::executable; }
-    /// Every process that was ever started, oldest first.
+    /// Every process ever started, oldest first.
     std::vector<std::shared_ptr<VirtualProcess>> all() const;
-    /// Null when there never was one.
+    /// Null if there never was one.
     std::shared_ptr<VirtualProcess> find(ProcessIdentifier process) const;
-    /// The oldest one that has not ended; null when there is none.
+    /// The oldest one that has not ended. Null if there is none.
     std::shared_ptr<VirtualProcess> running(std::string_view bundleIdentifier) const;
-    /// The same for what the executable is.
+    /// The same, found by its executable.
     std::shared_ptr<VirtualProcess> runningFrom(const std::string& executablePath) const;
     ProcessIdentifier ownProcess() const { return all().front()->processIdentifier(); }
 
