@@ -13,7 +13,7 @@ def main():
     sys.stderr.write(messages)
     if not expected_file.exists():
         print(actual)
-        print(f"there is no {expected_file.name}; read the transcript above line by line before keeping it")
+        print(f"there is no {expected_file.name}; if every line above is right: script/rehearse --accept {scenario}")
         return 1
     diff = difference(expected_file.read_bytes().decode(), actual, expected_file.name)
     sys.stdout.write(diff)
