@@ -8,12 +8,22 @@ import server_api
 import transcript_requests
 
 
+def bases_of_prelude(path, text):
+    """The servers that the client knows from what the scenario begins with."""
+    name = transcript_requests.prelude(text)
+    if name is None:
+        return set()
+    files = (folder / f"{name}.transcript" for folder in (path.parent, path.parent.parent))
+    return transcript_requests.bases(next(file for file in files if file.exists()).read_text(encoding="utf-8"))
+
+
 def main(page, folder):
     api = server_api.ServerApi.read(page)
     counts = collections.Counter()
     wrong = cut = 0
     for path in sorted(pathlib.Path(folder).rglob("*.transcript")):
-        for found in transcript_requests.requests(path.read_text(encoding="utf-8")):
+        text = path.read_text(encoding="utf-8")
+        for found in transcript_requests.requests(text, bases_of_prelude(path, text)):
             if found.request is None:
                 problems = ["the address is under no server that the client was given"]
             elif found.is_cut:

@@ -257,6 +257,17 @@ class Sources(Judge):
         self.assertEqual(transcript_requests.requests("".join(lines[1:4]))[0].request, VERSION)
         self.assertIsNone(transcript_requests.requests("".join(lines[4:5] + lines[1:4]))[0].request)
 
+    def test_the_servers_of_a_prelude_are_known(self):
+        lines = self.TRANSCRIPT.splitlines(keepends=True)
+        after = "    4.000  prelude      preludes/p\n" + "".join(lines[6:9])
+        self.assertEqual(transcript_requests.prelude(after), "preludes/p")
+        self.assertIsNone(transcript_requests.prelude(self.TRANSCRIPT))
+        known = transcript_requests.bases("".join(lines[:6]))
+        self.assertEqual(known, {"https://server.vantrel.example", "http://altro.example:81/"})
+        self.assertIsNone(transcript_requests.requests(after)[0].request)
+        self.assertEqual(transcript_requests.requests(after, known)[0].request,
+                         Request("POST", "/api/heartbeat", JSON, b"BODY"))
+
     def test_a_cut_body_is_seen(self):
         found = transcript_requests.requests(self.TRANSCRIPT.replace("BODY", '{"clientVersion":"2… (2001 bytes)'))
         self.assertTrue(found[1].is_cut)

@@ -22,16 +22,31 @@ class Found(NamedTuple):
     is_cut: bool
 
 
-def requests(text):
-    """Every request of the client, in order. Requests that follow a redirect are the platform's and left out."""
-    found, bases = [], set()
+def requests(text, bases=()):
+    """Every request of the client, in order. Requests that follow a redirect are the platform's and left out. `bases`
+    are the addresses that the client knows before."""
+    found, bases = [], set(bases)
     for line, kind, lines in _entries(text):
-        typed = re.fullmatch(r'(?:serverUrlField: |types into serverUrlField: |vt_serverURL = )"(.*)"', lines[0])
-        if kind in ("text", "participant", "setting") and typed:
-            bases.add(typed[1].removesuffix("/"))
+        bases |= _bases(kind, lines)
         if kind == "request":
             found.append(_found(line, lines, bases or {DEFAULT_SERVER}))
     return found
+
+
+def bases(text):
+    """The addresses of servers that the client knows in the end."""
+    return set().union(*(_bases(kind, lines) for _, kind, lines in _entries(text)))
+
+
+def prelude(text):
+    """What the transcript begins with, preludes/NAME, or None."""
+    _, kind, lines = next(_entries(text), (0, "", [""]))
+    return lines[0] if kind == "prelude" else None
+
+
+def _bases(kind, lines):
+    typed = re.fullmatch(r'(?:serverUrlField: |types into serverUrlField: |vt_serverURL = )"(.*)"', lines[0])
+    return {typed[1].removesuffix("/")} if kind in ("text", "participant", "setting") and typed else set()
 
 
 def _entries(text):

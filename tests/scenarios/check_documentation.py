@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
-"""check_documentation.py PROGRAM PAGE: checks that the page's example has the transcript shown there, and that every
-other piece of a scenario on the page is accepted."""
+"""check_documentation.py PROGRAM PAGE PRELUDES: checks that the page's example has the transcript shown there, and that
+every other piece of a scenario on the page is accepted."""
 import pathlib
 import re
+import shutil
 import sys
 import tempfile
 
@@ -24,12 +25,13 @@ def whole(piece):
 def main():
     program, page_file = sys.argv[1], pathlib.Path(sys.argv[2])
     page = page_file.read_text(encoding="utf-8")
-    examples, transcripts, pieces = blocks(page, "yaml rehearsal"), blocks(page, "text transcript"), blocks(page, "yaml")
+    examples, transcripts, pieces = blocks(page, "yaml scenario"), blocks(page, "text transcript"), blocks(page, "yaml")
     if len(examples) != 1 or len(transcripts) != 1 or len(pieces) < 3:
         print(f"{page_file.name} has {len(examples)} examples, {len(transcripts)} transcripts and {len(pieces)} pieces")
         return 1
     failed = False
     with tempfile.TemporaryDirectory() as folder:
+        shutil.copytree(sys.argv[3], pathlib.Path(folder) / "preludes")
         file = pathlib.Path(folder) / "page.yaml"
         file.write_text(examples[0], encoding="utf-8")
         status, actual, messages = play(program, file)
