@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <functional>
+#include <memory>
 #include <sstream>
 #include <string>
 #include <utility>
@@ -89,6 +90,8 @@ class Playing {
         if (!mac_.end()) misuses_.addAndExit(mac_.now());
     }
 
+    bool hasExited() const { return mac_.hasExited(); }
+
   private:
     /// Any thread.
     void misuse(const std::string& what) { misuses_.add(isMade_ ? mac_.now() : 0, what); }
@@ -122,12 +125,13 @@ PlayResult play(const Scenario& scenario, std::ostream& stream, const PlayOption
     PlayResult result;
     Transcript transcript(stream);
     Misuses misuses(transcript, stream);
-    {
-        Playing playing(scenario, transcript, misuses, maker(options));
-        if (scenario.prelude) result.preludeDifference = playing.play(*scenario.prelude, options.whole);
-        playing.play(scenario.timeline, scenario.until);
-        playing.end();
-    }
+    auto playing = std::make_unique<Playing>(scenario, transcript, misuses, maker(options));
+    if (scenario.prelude) result.preludeDifference = playing->play(*scenario.prelude, options.whole);
+    playing->play(scenario.timeline, scenario.until);
+    playing->end();
+    // The stack of a main thread that has stopped in exit() refers to its Mac, so both stay until the program ends.
+    if (playing->hasExited()) static_cast<void>(playing.release());
+    playing.reset();
     result.clean = !misuses.writeAll();
     return result;
 }

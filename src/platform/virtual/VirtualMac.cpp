@@ -65,7 +65,7 @@ VirtualMac::~VirtualMac() {
 }
 
 bool VirtualMac::end() {
-    const bool leftovers = !alerts_.up().empty() || menus_.isOpen();
+    const bool leftovers = !hasExited() && (!alerts_.up().empty() || menus_.isOpen());
     if (leftovers && reportLeftovers_) engine_.misuse("the Mac ends with an alert up or a menu open");
     if (!reportLeftovers_) engine_.scheduler.forgiveDeadlocks();
     engine_.journal.mute();
@@ -106,7 +106,9 @@ bool VirtualMac::runUntilIdle() {
 void VirtualMac::drain() {
     for (int round = 0; round < mostRounds; ++round) {
         if (!runUntilIdle()) return;
-        if (!alerts_.up().empty()) {
+        if (hasExited()) {
+            if (!engine_.scheduler.releaseStuck()) return;
+        } else if (!alerts_.up().empty()) {
             postToMain([this] { alerts_.answerLast(); });
         } else if (menus_.isOpen()) {
             postToMain([this] { menus_.close(); });
@@ -119,6 +121,8 @@ void VirtualMac::drain() {
 
 Leftovers VirtualMac::leftovers() const {
     Leftovers leftovers;
+    // The system takes everything back.
+    if (hasExited()) return leftovers;
     const auto windows = windows_.all();
     leftovers.timers = engine_.mainLoop.timers();
     leftovers.observers = screens_.observers() + spaces_.observers();

@@ -63,6 +63,10 @@ class VirtualMac {
     /// False once the application has been terminated.
     bool isRunning() const { return !engine_.mainLoop.isOver(); }
 
+    /// Whether the main thread has stopped in the end of the process (see VirtualApplication::exitWhenTerminated). What
+    /// is on its stack refers to this Mac, which must then live until the program ends.
+    bool hasExited() const { return engine_.mainLoop.hasExited(); }
+
     /// Runs the block on the main thread as an event and returns when it has finished; time may pass. If it never
     /// finishes, that is misuse and the result is false.
     bool onMain(Block block);

@@ -1,12 +1,14 @@
-// Plays a scenario through the Mac's own code: rules, platform headers, src/platform/macos, stand-ins, virtual Mac.
+// Plays a scenario through the Mac's own code: main(), rules, platform headers, src/platform/macos, stand-ins, virtual
+// Mac.
 #include <memory>
 #include <ostream>
 
-#include "app/ApplicationMain.h"
-#include "platform/macos/MacComputer.h"
 #include "rehearsal/playing/Player.h"
 #include "rehearsal/program/Rehearse.h"
 #include "tests/macos/standins/MacInUse.h"
+
+// The client's main(), renamed by the build.
+extern "C" int vantrel_client_main();
 
 namespace {
 
@@ -14,12 +16,8 @@ using namespace vantrel;
 
 rehearsal::Program clientOver(virtualmac::VirtualMac& mac) {
     const auto inUse = std::make_shared<standins::MacInUse>(mac);
-    return [inUse](const Computer&) {
-        standins::withPool([] {
-            macos::MacComputer platform;
-            applicationMain(platform.computer());
-        })();
-    };
+    mac.application().exitWhenTerminated();
+    return [inUse](const Computer&) { standins::withPool([] { vantrel_client_main(); })(); };
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""check_symbols.py OBJECT LIST: checks that all undefined symbols of the object are in the list. (The compiler's
+"""check_symbols.py LIST OBJECT ...: checks that all undefined symbols of the objects are in the list. (The compiler's
 optimisation decides which of them it needs, so the list may contain more.)
 
 Names of the project, of the C++ library and of the Objective-C classes are not listed; if a stand-in lacks one,
@@ -21,11 +21,11 @@ def undefined(path):
 
 
 def main():
-    found = undefined(sys.argv[1])
-    lines = pathlib.Path(sys.argv[2]).read_text(encoding="utf-8").splitlines()
+    found = set().union(*map(undefined, sys.argv[2:]))
+    lines = pathlib.Path(sys.argv[1]).read_text(encoding="utf-8").splitlines()
     listed = {line for line in lines if line and not line.startswith("#")}
     for name in sorted(found - listed):
-        print(f"{name} is new: say in {pathlib.Path(sys.argv[2]).name} what it does, or wrap it")
+        print(f"{name} is new: say in {pathlib.Path(sys.argv[1]).name} what it does, or wrap it")
     return 0 if found <= listed else 1
 
 

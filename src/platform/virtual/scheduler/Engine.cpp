@@ -32,7 +32,7 @@ bool Engine::stop() {
 }
 
 void Engine::join() {
-    if (!scheduler.isAlone()) {
+    if (!scheduler.isAlone() || mainLoop.hasExited()) {
         std::fputs("virtual Mac: a thread does not end\n", stderr);
         std::abort();
     }

@@ -27,7 +27,7 @@ class Engine {
     void start();
     /// Driver: lets every thread end, and releases whatever still waits. False if a thread continues anyway.
     bool stop();
-    /// Driver, after stop(): joins the threads. Aborts if one continues.
+    /// Driver, after stop(): joins the threads. Aborts if one continues or the main thread has stopped in exit().
     void join();
 
     /// Call this first in a platform call: other threads may run now. Not needed for calls that only compute or count

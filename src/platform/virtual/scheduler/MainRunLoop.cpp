@@ -37,6 +37,15 @@ bool MainRunLoop::isOver() const {
     return scheduler_.locked([this] { return over_; });
 }
 
+void MainRunLoop::exitProcess() {
+    scheduler_.change([this] { over_ = exited_ = true; });
+    scheduler_.halt();
+}
+
+bool MainRunLoop::hasExited() const {
+    return scheduler_.locked([this] { return exited_; });
+}
+
 void MainRunLoop::postEvent(Block block) {
     const Moment now = scheduler_.now();
     scheduler_.change([&] { events_.push(now, std::move(block)); });

@@ -36,6 +36,11 @@ class MainRunLoop {
     void endProcess();
     bool isOver() const;
 
+    /// Main thread: ends the process as exit() does, without returning. No destructor of what is on the stack runs, and
+    /// remaining work is not even dropped. Such a loop cannot be destroyed.
+    [[noreturn]] void exitProcess();
+    bool hasExited() const;
+
     /// An action of the user or the system on the application. Any thread.
     void postEvent(Block block);
     /// The main queue. Any thread.
@@ -66,6 +71,7 @@ class MainRunLoop {
     TimerTable timers_;
     bool mainQueueIsBusy_ = false;
     bool over_ = false;
+    bool exited_ = false;
     bool stopping_ = false;
     std::thread thread_;
 };

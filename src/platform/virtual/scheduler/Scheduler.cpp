@@ -1,5 +1,7 @@
 #include "platform/virtual/scheduler/Scheduler.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <utility>
 
@@ -101,6 +103,11 @@ void Scheduler::yield() {
     self.waiting = true;
     pass(lock, self);
     self.waiting = false;
+}
+
+void Scheduler::halt() {
+    leave(callersRecord());
+    for (;;) pause();
 }
 
 std::size_t Scheduler::choose(std::size_t count) {

@@ -80,6 +80,10 @@ class Scheduler {
     /// vantrel::Lock and in the free-running mode.
     void yield();
 
+    /// The calling thread stops for ever where it is, with everything that it owns, and counts as ended. What it refers
+    /// to, the scheduler too, must then live until the program ends.
+    [[noreturn]] void halt();
+
     /// Chooses one of `count` equals by the seed; for seed 0 the first. With the mutex held.
     std::size_t choose(std::size_t count);
 

@@ -74,6 +74,7 @@ void VirtualApplication::terminate() {
     if (engine_.mainLoop.isOver()) return;
     engine_.journal.emit({ClientEvent::terminated});
     engine_.endProcess();
+    if (exitsWhenTerminated_ && engine_.isMainThread()) engine_.mainLoop.exitProcess();
 }
 
 Menu VirtualApplication::mainMenu() const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -26,6 +27,10 @@ class VirtualApplication final : public Application {
     /// Once the delegate has answered `now`, nothing more of the process is recorded.
     void terminate() override;
 
+    /// From now on the main thread runs nothing more once terminate() has ended the process, as on a Mac, where the
+    /// call does not return. Such a Mac cannot be destroyed: see VirtualMac::hasExited().
+    void exitWhenTerminated() { exitsWhenTerminated_ = true; }
+
     /// Driver-facing, any thread.
     Menu mainMenu() const;
 
@@ -37,6 +42,7 @@ class VirtualApplication final : public Application {
     Engine& engine_;
     VirtualDesktop& desktop_;
     const ProcessIdentifier ownProcess_;
+    std::atomic<bool> exitsWhenTerminated_ = false;
     mutable std::mutex mutex_;
     std::weak_ptr<ApplicationDelegate> delegate_;
     Menu mainMenu_;
