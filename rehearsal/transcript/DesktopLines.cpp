@@ -51,6 +51,12 @@ std::string does(ElementEvent kind, const Happening& event) {
     return {};
 }
 
+/// Why what was asked of a process comes to nothing; empty if it does not.
+std::string refusal(const Happening& event) {
+    const auto error = event.field(Field::error);
+    return error.empty() ? "" : ": " + error;
+}
+
 }  // namespace
 
 EventEntry entryOf(SystemEvent kind, const Happening& event) {
@@ -72,7 +78,7 @@ EventEntry entryOf(ProcessEvent kind, const Happening& event) {
         case ProcessEvent::exited:
             return {"process", withIdentifier(event) + " exits"};
         case ProcessEvent::signal:
-            return {"process", "(" + event.field(Field::pid) + ") is sent signal " + event.text};
+            return {"process", "(" + event.field(Field::pid) + ") is sent signal " + event.text + refusal(event)};
     }
     return {};
 }
@@ -84,11 +90,11 @@ EventEntry entryOf(ApplicationEvent kind, const Happening& event) {
         case ApplicationEvent::exited:
             return {"application", withIdentifier(event) + " exits"};
         case ApplicationEvent::activate:
-            return {"application", withIdentifier(event) + " is asked to come to the front"};
+            return {"application", withIdentifier(event) + " is asked to come to the front" + refusal(event)};
         case ApplicationEvent::terminate:
-            return {"application", withIdentifier(event) + " is asked to quit"};
+            return {"application", withIdentifier(event) + " is asked to quit" + refusal(event)};
         case ApplicationEvent::forceTerminate:
-            return {"application", withIdentifier(event) + " is killed"};
+            return {"application", withIdentifier(event) + " is killed" + refusal(event)};
         case ApplicationEvent::frontmost:
             return {"application", withIdentifier(event) + " is in front"};
         case ApplicationEvent::opened:

@@ -179,6 +179,9 @@ TEST_F(VirtualMacTest, ListsRunningApplicationsUntilTheyEnd) {
                   {ApplicationEvent::frontmost, "Chrome", {{Field::pid, "501"}}},
                   {ApplicationEvent::forceTerminate, "Chrome", {{Field::pid, "501"}}},
                   {ApplicationEvent::exited, "Chrome", {{Field::pid, "501"}}},
+                  {ApplicationEvent::activate,
+                   "Chrome",
+                   {{Field::pid, "501"}, {Field::options, "0"}, {Field::error, "no such process"}}},
               }),
               transcript());
 }

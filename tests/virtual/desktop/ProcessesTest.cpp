@@ -175,6 +175,23 @@ TEST_F(ProcessesTest, ThatDieTakeTheirWindowsAlong) {
     EXPECT_EQ(0, mac().applications().openWindow(process, {"Tardi"}));
 }
 
+TEST_F(ProcessesTest, ThatHaveEndedRefuseWhatTheyAreAsked) {
+    const auto process = mac().applications().add({"Google Chrome", "com.google.Chrome"});
+    const auto handle = application(process);
+    mac().processes().exit(process);
+    forgetEvents();
+    EXPECT_FALSE(handle->activate(ActivationOptions::none));
+    EXPECT_FALSE(handle->terminate());
+    EXPECT_FALSE(handle->forceTerminate());
+    mac().runUntilIdle();
+    const Fields fields{{Field::pid, std::to_string(process)}, {Field::error, "no such process"}};
+    const Fields activation{fields[0], {Field::options, "0"}, fields[1]};
+    EXPECT_EQ((Happenings{{ApplicationEvent::activate, "Google Chrome", activation},
+                          {ApplicationEvent::terminate, "Google Chrome", fields},
+                          {ApplicationEvent::forceTerminate, "Google Chrome", fields}}),
+              transcript());
+}
+
 TEST_F(ProcessesTest, CountAsGoneWhenTheyAreZombies) {
     ApplicationDescription left{"Google Chrome", "com.google.Chrome"};
     left.leavesZombie = true;

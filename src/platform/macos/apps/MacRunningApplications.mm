@@ -56,18 +56,22 @@ bool MacRunningApplication::isTerminated() const {
     return !startTime_ || application_.terminated || KernelProcess::startTime(process_) != startTime_;
 }
 
+// An application that has ended is asked, too. That does no harm, and only the system's answer may be out of date.
+
 // From macOS 14 on, the option has no effect and the system may decline. The call is the same.
 bool MacRunningApplication::activate(ActivationOptions options) {
-    if (isTerminated()) return false;
-    return [application_ activateWithOptions:static_cast<NSApplicationActivationOptions>(options)];
+    const bool isRunning = !isTerminated();
+    return [application_ activateWithOptions:static_cast<NSApplicationActivationOptions>(options)] && isRunning;
 }
 
 bool MacRunningApplication::terminate() {
-    return !isTerminated() && [application_ terminate];
+    const bool isRunning = !isTerminated();
+    return [application_ terminate] && isRunning;
 }
 
 bool MacRunningApplication::forceTerminate() {
-    return !isTerminated() && [application_ forceTerminate];
+    const bool isRunning = !isTerminated();
+    return [application_ forceTerminate] && isRunning;
 }
 
 std::vector<std::shared_ptr<RunningApplication>> MacRunningApplications::withBundleIdentifier(

@@ -33,11 +33,13 @@ bool VirtualProcess::forceTerminate() {
 
 bool VirtualProcess::ask(ApplicationEvent kind, const Fields& more) {
     engine_.platformCall();
-    if (!isAlive() || engine_.isOver()) return false;
+    if (engine_.isOver()) return false;
+    const bool canBeAsked = isAlive();
     Fields fields{{Field::pid, std::to_string(origin_.identifier)}};
     fields.insert(fields.end(), more.begin(), more.end());
+    if (!canBeAsked) fields.emplace_back(Field::error, "no such process");
     engine_.journal.emit({kind, description_.name, std::move(fields)});
-    return true;
+    return canBeAsked;
 }
 
 ApplicationDescription VirtualProcess::description() const {

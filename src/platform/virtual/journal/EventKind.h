@@ -168,11 +168,11 @@ enum class ApplicationEvent {
     started,
     /// Name; pid.
     exited,
-    /// Name; pid, options (0, or 2: ignoring the other applications).
+    /// Name; pid, options (0, or 2: ignoring the other applications), error? if the process has ended.
     activate,
-    /// Name; pid.
+    /// Name; pid, error? as above.
     terminate,
-    /// Name; pid.
+    /// Name; pid, error? as above.
     forceTerminate,
     /// Name of the application that is in front now; pid. Not sent when the client itself asked for it
     /// (ClientEvent::activate).
