@@ -12,11 +12,12 @@ void DesktopPerformer::perform(const DesktopAction& action) {
     std::visit([this](const auto& what) { (*this)(what); }, action);
 }
 
-void DesktopPerformer::launch(const OtherApplication& application) {
+ProcessIdentifier DesktopPerformer::launch(const OtherApplication& application) {
     virtualmac::ApplicationDescription description{application.name, application.bundleIdentifier};
     application.behaviour.applyTo(description);
     const auto process = mac_.applications().add(std::move(description));
     if (application.window) mac_.applications().openWindow(process, {application.name, *application.window});
+    return process;
 }
 
 void DesktopPerformer::operator()(const PressKeys& action) {
@@ -24,11 +25,15 @@ void DesktopPerformer::operator()(const PressKeys& action) {
 }
 
 void DesktopPerformer::operator()(const ShowApplication& action) {
-    if (!action.start || isRunning(action.name)) return mac_.participant().bringToFront(action.name);
-    note("participant", "starts " + action.name);
-    launch(*action.start);
+    if (!action.start || (!action.name.empty() && isRunning(action.name)))
+        return mac_.participant().bringToFront(action.name);
+    const bool isNamed = !action.name.empty();
+    note("participant", "starts " + (isNamed ? action.name : "an application without a name"));
+    const auto process = launch(*action.start);
     // An application with a window has already come to the front.
-    if (!action.start->window) mac_.participant().bringToFront(action.name);
+    if (action.start->window) return;
+    if (isNamed) return mac_.participant().bringToFront(action.name);
+    mac_.processes().find(process)->comeToFront();
 }
 
 void DesktopPerformer::operator()(const DoToApplication& action) {
@@ -88,6 +93,13 @@ void DesktopPerformer::operator()(const SetDisplayNotices& action) {
                          virtualmac::shortest(action.every) + " s");
 }
 
+void DesktopPerformer::operator()(const CloseCover& action) {
+    const auto frame = shownCover(action.display);
+    if (!frame) return note("ignored", "the cover of display " + action.display + " is closed: there is none");
+    note("fault", "the cover of display " + action.display + " is closed");
+    mac_.overlays().closeShown(*frame);
+}
+
 void DesktopPerformer::operator()(const SetTaps& action) {
     mac_.keyboard().refuse(action.work ? 0 : virtualmac::VirtualKeyboardTaps::always);
     note("fault", action.work ? "keyboard taps are given again" : "no keyboard tap is given");
@@ -126,6 +138,16 @@ void DesktopPerformer::operator()(const SilenceApplication& action) {
 void DesktopPerformer::operator()(const HangClient& action) {
     note("fault", "the client's main thread hangs for " + virtualmac::shortest(action.seconds) + " s");
     mac_.postToMain([this, seconds = action.seconds] { mac_.computer().threads.sleep(seconds); });
+}
+
+std::optional<Rect> DesktopPerformer::shownCover(const std::string& display) const {
+    for (const auto& screen : mac_.screens().displays().screens) {
+        if (screen.localizedName != display) continue;
+        for (const auto& cover : mac_.overlays().all()) {
+            if (cover.visible && cover.description.frame == screen.frame) return screen.frame;
+        }
+    }
+    return std::nullopt;
 }
 
 bool DesktopPerformer::isRunning(const std::string& application) const {

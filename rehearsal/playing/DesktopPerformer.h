@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "platform/virtual/VirtualMac.h"
@@ -14,8 +15,8 @@ class DesktopPerformer {
     DesktopPerformer(virtualmac::VirtualMac& mac, Transcript& transcript) : mac_(mac), transcript_(transcript) {}
 
     void perform(const DesktopAction& action);
-    /// Starts another application. If it has a window, it comes to the front with it.
-    void launch(const OtherApplication& application);
+    /// Starts another application; its process. If it has a window, it comes to the front with it.
+    ProcessIdentifier launch(const OtherApplication& application);
 
   private:
     void operator()(const PressKeys& action);
@@ -28,6 +29,7 @@ class DesktopPerformer {
     void operator()(const ArrangeDisplay& action);
     void operator()(const MirrorDisplay& action);
     void operator()(const SetDisplayNotices& action);
+    void operator()(const CloseCover& action);
     void operator()(const SetTaps& action);
     void operator()(const SetWindowList& action);
     void operator()(const FailElements& action);
@@ -35,6 +37,8 @@ class DesktopPerformer {
     void operator()(const SilenceApplication& action);
     void operator()(const HangClient& action);
 
+    /// Where the cover that is shown over the display lies.
+    std::optional<Rect> shownCover(const std::string& display) const;
     bool isRunning(const std::string& application) const;
     void note(const char* kind, const std::string& text);
 

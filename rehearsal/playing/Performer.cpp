@@ -148,6 +148,8 @@ void Performer::operator()(const RefuseAddresses& action) {
 
 void Performer::operator()(const SetOpening& action) {
     mac_.workspace().setFailing(!action.works);
+    constexpr const char* error = "L’applicazione “Safari” non può essere aperta.";
+    mac_.opener().failWith(action.works ? std::nullopt : std::optional<std::string>(error));
     note("fault", action.works ? "addresses are opened again" : "no address is opened");
 }
 

@@ -1,5 +1,6 @@
 #include "rehearsal/playing/RehearsalNetwork.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "platform/portable/URLComponents.h"
@@ -11,6 +12,13 @@ using virtualmac::NetworkAnswer;
 
 constexpr const char* unknownHost = "Impossibile trovare un server con il nome host specificato.";
 constexpr const char* connectionLost = "La connessione di rete è stata persa.";
+
+/// Scheme and host mean the same in any case.
+std::string lowerCase(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](unsigned char each) { return each >= 'A' && each <= 'Z' ? each - 'A' + 'a' : each; });
+    return text;
+}
 
 std::vector<virtualmac::BodyPiece> pieces(const std::string& body, const ReplyRule& rule) {
     if (rule.pieces == 0) return {{0, body}};
@@ -61,7 +69,7 @@ NetworkAnswer RehearsalNetwork::answer(const URLRequest& request) {
     const auto& address = request.url.absoluteString;
     const auto parts = URLComponents::split(address);
     const auto authority = std::string(parts.authority.value_or(""));
-    if (std::string(parts.scheme.value_or("")) + "://" + authority != address_) {
+    if (lowerCase(std::string(parts.scheme.value_or("")) + "://" + authority) != lowerCase(address_)) {
         return NetworkAnswer::failure(unknownHost, latency());
     }
 

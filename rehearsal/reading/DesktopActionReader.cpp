@@ -36,6 +36,7 @@ DesktopActionReader::DesktopActionReader(NodeReader& reader, MacReader& mac) : r
     readers_["mirror"] = [text](const auto& node) { return MirrorDisplay{text(node, "mirror"), true}; };
     readers_["unmirror"] = [text](const auto& node) { return MirrorDisplay{text(node, "unmirror"), false}; };
     readers_["display-notices"] = [this](const auto& node) { return notices(node); };
+    readers_["close-cover"] = [text](const auto& node) { return CloseCover{text(node, "close-cover")}; };
     readers_["taps"] = [this](const auto& node) {
         return SetTaps{reader_.word<bool>(node, "'taps'", {{"given", true}, {"refused", false}})};
     };

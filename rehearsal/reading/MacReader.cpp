@@ -11,10 +11,7 @@ MacSetup MacReader::read(const YAML::Node& node) {
     auto members = conditionsInto(mac);
     members.insert(members.end(),
                    {{"bundle-identifier",
-                     [&](const YAML::Node& value) {
-                         const auto identifier = reader_.nonEmptyText(value, "'bundle-identifier'");
-                         mac.bundleIdentifier = identifier == "none" ? std::nullopt : std::optional(identifier);
-                     }},
+                     [&](const YAML::Node& value) { mac.bundleIdentifier = textOrNone(value, "'bundle-identifier'"); }},
                     {"seed",
                      [&](const YAML::Node& value) {
                          mac.seed =
@@ -26,6 +23,7 @@ MacSetup MacReader::read(const YAML::Node& node) {
                     reader_.flagInto("separate-spaces", mac.separateSpaces),
                     {"settings", [&](const YAML::Node& value) { settings(value, mac.settings); }}});
     reader_.mapping(node, "'mac'", members);
+    checkSafari(node, mac);
     return mac;
 }
 
@@ -37,16 +35,23 @@ MacConditions MacReader::readAfterPrelude(const YAML::Node& node) {
     }
     members.push_back(reader_.settledByPrelude("displays", "; a step can plug, unplug, arrange or mirror one"));
     reader_.mapping(node, "'mac'", members);
+    checkSafari(node, mac);
     return mac;
+}
+
+void MacReader::checkSafari(const YAML::Node& node, const MacConditions& mac) {
+    if (mac.safari.value_or(true) || !mac.browsers || !mac.browsers->contains(BrowserName::safari)) return;
+    reader_.fail(node, "Safari stands among the browsers, and 'safari' says that there is none");
 }
 
 std::vector<NodeReader::Member> MacReader::conditionsInto(MacConditions& mac) {
     return {{"accessibility", [&](const YAML::Node& value) { mac.accessibility = accessibility(value); }},
             {"microphone", [&](const YAML::Node& value) { mac.microphone = capture(value, "'microphone'"); }},
             {"camera", [&](const YAML::Node& value) { mac.camera = capture(value, "'camera'"); }},
-            {"browsers", [&](const YAML::Node& value) { browsers(value, mac); }},
-            secondsInto("window-flags-lag", mac.flagDelay),
-            secondsInto("full-screen-takes", mac.fullScreenDuration),
+            {"browsers", [&](const YAML::Node& value) { mac.browsers = browsers_.browsers(value); }},
+            {"safari", [&](const YAML::Node& value) { mac.safari = reader_.flag(value, "'safari'"); }},
+            reader_.secondsInto("window-flags-lag", mac.flagDelay),
+            reader_.secondsInto("full-screen-takes", mac.fullScreenDuration),
             {"applications", [&](const YAML::Node& value) {
                  reader_.list(value, "'applications'",
                               [&](const YAML::Node& one) { mac.applications.push_back(application(one)); });
@@ -63,27 +68,21 @@ Screen MacReader::display(const YAML::Node& node) {
 
 OtherApplication MacReader::application(const YAML::Node& node) {
     OtherApplication application;
-    auto members = behaviourInto(application.behaviour);
-    members.push_back(reader_.requiredTextInto("name", application.name));
-    members.push_back(reader_.requiredTextInto("bundle-identifier", application.bundleIdentifier));
-    members.push_back({"window", [&](const YAML::Node& value) { application.window = frame(value); }});
+    auto members = browsers_.behaviourInto(application.behaviour);
+    members.insert(
+        members.end(),
+        {{"name", [&](const YAML::Node& value) { application.name = textOrNone(value, "'name'").value_or(""); }, true},
+         {"bundle-identifier",
+          [&](const YAML::Node& value) { application.bundleIdentifier = textOrNone(value, "'bundle-identifier'"); },
+          true},
+         {"window", [&](const YAML::Node& value) { application.window = frame(value); }}});
     reader_.mapping(node, "an application", members);
     return application;
 }
 
-std::vector<NodeReader::Member> MacReader::behaviourInto(Behaviour& behaviour) {
-    return {reader_.flagInto("ignores-quit", behaviour.ignoresTerminate),
-            reader_.flagInto("ignores-force-quit", behaviour.ignoresForceTerminate),
-            reader_.flagInto("refuses-force-quit", behaviour.refusesForceTerminate),
-            reader_.flagInto("declines-activation", behaviour.declinesActivation),
-            secondsInto("quits-in", behaviour.exitDelay),
-            secondsInto("killed-in", behaviour.killDelay)};
-}
-
-NodeReader::Member MacReader::secondsInto(const char* word, std::optional<double>& place) {
-    return {word, [this, word, &place](const YAML::Node& value) {
-                place = reader_.number(value, "'" + std::string(word) + "'", 0, 3600);
-            }};
+std::optional<std::string> MacReader::textOrNone(const YAML::Node& node, const std::string& what) {
+    const auto text = reader_.nonEmptyText(node, what);
+    return text == "none" ? std::nullopt : std::optional(text);
 }
 
 bool MacReader::accessibility(const YAML::Node& node) {
@@ -121,28 +120,6 @@ void MacReader::displays(const YAML::Node& node, std::vector<Screen>& displays) 
         displays.push_back(display(one));
         const auto& name = displays.back().localizedName;
         if (!name.empty() && !names.insert(name).second) reader_.fail(one, "there are two displays '" + name + "'");
-    });
-}
-
-InstalledBrowser MacReader::browser(const YAML::Node& node) {
-    return reader_.word<InstalledBrowser>(node, "a browser",
-                                          {{"chrome", InstalledBrowser::chrome},
-                                           {"edge", InstalledBrowser::edge},
-                                           {"firefox", InstalledBrowser::firefox}});
-}
-
-void MacReader::browsers(const YAML::Node& node, MacConditions& mac) {
-    auto& browsers = mac.browsers.emplace();
-    reader_.list(node, "'browsers'", [&](const YAML::Node& one) {
-        if (!one.IsMap()) return browsers.push_back(browser(one));
-        Behaviour behaviour;
-        auto members = behaviourInto(behaviour);
-        std::optional<InstalledBrowser> named;
-        members.push_back({"name", [&](const YAML::Node& value) { named = browser(value); }, true});
-        reader_.mapping(one, "a browser", members);
-        if (!named) return;
-        browsers.push_back(*named);
-        mac.behaviours[*named] = behaviour;
     });
 }
 

@@ -2,6 +2,7 @@
 
 #include <yaml-cpp/yaml.h>
 
+#include "rehearsal/reading/BrowserReader.h"
 #include "rehearsal/reading/NodeReader.h"
 #include "rehearsal/scenario/MacSetup.h"
 
@@ -10,7 +11,7 @@ namespace vantrel::rehearsal {
 /// Reads the values under `mac`, and those that steps share with it.
 class MacReader {
   public:
-    explicit MacReader(NodeReader& reader) : reader_(reader) {}
+    explicit MacReader(NodeReader& reader) : reader_(reader), browsers_(reader) {}
 
     /// The Mac at the launch.
     MacSetup read(const YAML::Node& node);
@@ -28,14 +29,14 @@ class MacReader {
   private:
     double calendar(const YAML::Node& node);
     void displays(const YAML::Node& node, std::vector<Screen>& displays);
-    InstalledBrowser browser(const YAML::Node& node);
-    void browsers(const YAML::Node& node, MacConditions& mac);
     std::vector<NodeReader::Member> conditionsInto(MacConditions& mac);
-    std::vector<NodeReader::Member> behaviourInto(Behaviour& behaviour);
-    NodeReader::Member secondsInto(const char* word, std::optional<double>& place);
+    void checkSafari(const YAML::Node& node, const MacConditions& mac);
+    /// Empty for the word "none".
+    std::optional<std::string> textOrNone(const YAML::Node& node, const std::string& what);
     void settings(const YAML::Node& node, std::map<std::string, std::string>& settings);
 
     NodeReader& reader_;
+    BrowserReader browsers_;
 };
 
 }  // namespace vantrel::rehearsal

@@ -128,6 +128,11 @@ NodeReader::Member NodeReader::numberInto(std::string name, double& place, doubl
             [this, what, &place, least](const YAML::Node& node) { place = number(node, what, least); }};
 }
 
+NodeReader::Member NodeReader::secondsInto(std::string name, std::optional<double>& place) {
+    const auto what = quoted(name);
+    return {std::move(name), [this, what, &place](const YAML::Node& node) { place = number(node, what, 0, 3600); }};
+}
+
 NodeReader::Member NodeReader::flagInto(std::string name, bool& place) {
     const auto what = quoted(name);
     return {std::move(name), [this, what, &place](const YAML::Node& node) { place = flag(node, what); }};

@@ -64,6 +64,8 @@ class NodeReader {
     Member requiredTextInto(std::string name, std::string& place);
     Member numberInto(std::string name, double& place, double least);
     Member flagInto(std::string name, bool& place);
+    /// At most an hour.
+    Member secondsInto(std::string name, std::optional<double>& place);
     /// A word that is not allowed after a prelude. `instead` completes the message.
     Member settledByPrelude(std::string name, std::string instead = {});
 

@@ -78,7 +78,7 @@ ReplyRule ServerReader::rule(const YAML::Node& node) {
               bend.times = static_cast<std::uint64_t>(reader_.whole(value, "'times'", 1, 1'000'000));
           }},
          {"status",
-          [&](const YAML::Node& value) { bend.status = static_cast<int>(reader_.whole(value, "'status'", 200, 599)); }},
+          [&](const YAML::Node& value) { bend.status = static_cast<int>(reader_.whole(value, "'status'", 200, 999)); }},
          {"body", [&](const YAML::Node& value) { bend.body = reader_.text(value, "'body'"); }},
          {"body-size",
           [&](const YAML::Node& value) {

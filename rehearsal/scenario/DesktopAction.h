@@ -66,6 +66,11 @@ struct SetDisplayNotices {
     double every = 0;
 };
 
+/// Somebody closes the client's cover over a display.
+struct CloseCover {
+    std::string display;
+};
+
 /// The system refuses keyboard taps, or allows them again.
 struct SetTaps {
     bool work = true;
@@ -100,7 +105,7 @@ struct HangClient {
 
 /// Actions on the desktop: windows, keys, displays, and their faults.
 using DesktopAction = std::variant<PressKeys, ShowApplication, DoToApplication, MoveWindow, ResizeWindow, OpenWindow,
-                                   Swipe, ArrangeDisplay, MirrorDisplay, SetDisplayNotices, SetTaps, SetWindowList,
-                                   FailElements, MendElements, SilenceApplication, HangClient>;
+                                   Swipe, ArrangeDisplay, MirrorDisplay, SetDisplayNotices, CloseCover, SetTaps,
+                                   SetWindowList, FailElements, MendElements, SilenceApplication, HangClient>;
 
 }  // namespace vantrel::rehearsal

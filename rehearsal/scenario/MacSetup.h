@@ -25,7 +25,7 @@ struct MacSetup : MacConditions {
     bool separateSpaces = true;
     std::map<std::string, std::string> settings;
 
-    MacSetup() { browsers = {InstalledBrowser::chrome}; }
+    MacSetup() { browsers.emplace()[BrowserName::chrome]; }
 };
 
 }  // namespace vantrel::rehearsal

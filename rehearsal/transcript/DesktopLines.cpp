@@ -12,7 +12,7 @@ using virtualmac::ProcessEvent;
 using virtualmac::SystemEvent;
 
 std::string withIdentifier(const Happening& event) {
-    return event.text + " (" + event.field(Field::pid) + ")";
+    return (event.text.empty() ? "" : event.text + " ") + "(" + event.field(Field::pid) + ")";
 }
 
 EventEntry processStarted(const Happening& event) {

@@ -5,7 +5,6 @@
 namespace vantrel::rehearsal {
 namespace {
 
-using virtualmac::Deed;
 using virtualmac::DesktopDeed;
 using virtualmac::Field;
 using virtualmac::Happening;
@@ -18,31 +17,31 @@ std::string pressesCommand(const std::string& text) {
            (isLower ? static_cast<char>(key - 'a' + 'A') : key);
 }
 
-std::string does(Deed deed, const std::string& text) {
+std::string does(virtualmac::Deed deed, const std::string& text) {
     switch (deed) {
-        case Deed::type:
+        case virtualmac::Deed::type:
             return "types into " + titleOf(text);
-        case Deed::press:
+        case virtualmac::Deed::press:
             return "presses " + titleOf(text);
-        case Deed::pressReturn:
+        case virtualmac::Deed::pressReturn:
             return "presses Return";
-        case Deed::answerAlert:
+        case virtualmac::Deed::answerAlert:
             return "answers " + titleOf(text);
-        case Deed::openStatusMenu:
+        case virtualmac::Deed::openStatusMenu:
             return "opens the status menu";
-        case Deed::openMenu:
+        case virtualmac::Deed::openMenu:
             return "opens the menu " + titleOf(text);
-        case Deed::chooseMenuItem:
+        case virtualmac::Deed::chooseMenuItem:
             return "chooses " + titleOf(text);
-        case Deed::closeMenu:
+        case virtualmac::Deed::closeMenu:
             return "closes the menu";
-        case Deed::pressCommand:
+        case virtualmac::Deed::pressCommand:
             return pressesCommand(text);
-        case Deed::closeWindow:
+        case virtualmac::Deed::closeWindow:
             return "closes the window";
-        case Deed::logOut:
+        case virtualmac::Deed::logOut:
             return "logs out";
-        case Deed::answerPermission:
+        case virtualmac::Deed::answerPermission:
             return "answers the permission prompt";
     }
     return {};
@@ -90,7 +89,7 @@ EventEntry withIgnored(std::string text, const Happening& event) {
 
 }  // namespace
 
-EventEntry entryOf(Deed deed, const Happening& event) {
+EventEntry entryOf(virtualmac::Deed deed, const Happening& event) {
     std::string text = does(deed, event.text);
     if (event.has(Field::value)) text += ": " + inQuotes(event.field(Field::value));
     return withIgnored(std::move(text), event);

@@ -30,6 +30,9 @@ TEST(DesktopActionReader, ReadsWhatTheParticipantDoesOnTheDesktop) {
     EXPECT_EQ(started.start->window, (Rect{{1, 2}, {3, 4}}));
     EXPECT_TRUE(started.start->behaviour.ignoresTerminate);
     EXPECT_EQ(started.start->behaviour.killDelay, 2);
+    const auto nobody = onDesktop<ShowApplication>("application: {name: none, bundle-identifier: none}");
+    EXPECT_EQ(nobody.name, "");
+    EXPECT_EQ(nobody.start->bundleIdentifier, std::nullopt);
     EXPECT_EQ(onDesktop<MoveWindow>("move-window: {of: A, to: [-5, 6]}").origin, (Point{-5, 6}));
     EXPECT_EQ(onDesktop<ResizeWindow>("resize-window: {of: A, to: [5, 6]}").size, (Size{5, 6}));
     EXPECT_EQ(onDesktop<OpenWindow>("open-window: A").window.title, "A");
@@ -55,6 +58,7 @@ TEST(DesktopActionReader, ReadsWhatHappensToDisplaysAndWhatGoesWrong) {
     EXPECT_TRUE(onDesktop<MirrorDisplay>("mirror: X").mirrors);
     EXPECT_FALSE(onDesktop<MirrorDisplay>("unmirror: X").mirrors);
     EXPECT_EQ(onDesktop<SetDisplayNotices>("display-notices: {count: 8, every: 0.05}").count, 8);
+    EXPECT_EQ(onDesktop<CloseCover>("close-cover: X").display, "X");
     EXPECT_FALSE(onDesktop<SetTaps>("taps: refused").work);
     EXPECT_TRUE(onDesktop<SetWindowList>("window-list: works").works);
     const auto fault = onDesktop<FailElements>("fail-elements: {read: AXWindows, error: -25204, times: 2}");
@@ -67,19 +71,6 @@ TEST(DesktopActionReader, ReadsWhatHappensToDisplaysAndWhatGoesWrong) {
     EXPECT_TRUE(onDesktop<SilenceApplication>("silence: Safari").silent);
     EXPECT_FALSE(onDesktop<SilenceApplication>("unsilence: Safari").silent);
     EXPECT_EQ(onDesktop<HangClient>("hang: 1.5").seconds, 1.5);
-}
-
-TEST(DesktopActionReader, ReadsHowABrowserBehaves) {
-    const auto mac = good(head +
-                          "timeline: []\nmac:\n  full-screen-takes: 2\n  window-flags-lag: 0.1\n  browsers:\n"
-                          "    - edge\n    - {name: chrome, refuses-force-quit: yes, quits-in: 3}\n")
-                         .mac;
-    EXPECT_EQ(mac.browsers, (std::vector{InstalledBrowser::edge, InstalledBrowser::chrome}));
-    EXPECT_EQ(mac.behaviours.size(), 1U);
-    EXPECT_TRUE(mac.behaviours.at(InstalledBrowser::chrome).refusesForceTerminate);
-    EXPECT_EQ(mac.behaviours.at(InstalledBrowser::chrome).exitDelay, 3);
-    EXPECT_EQ(mac.fullScreenDuration, 2);
-    EXPECT_EQ(mac.flagDelay, 0.1);
 }
 
 TEST(DesktopActionReader, ReadsActionsOfOneInstant) {
@@ -109,9 +100,9 @@ TEST(DesktopActionReader, RefusesWordsOfTheDesktopThatMakeNoSense) {
     EXPECT_EQ(step("close-window: ''"), "5: 'close-window' is empty\n");
     EXPECT_EQ(step("fail-elements: {error: -25204}"), "5: 'fail-elements' lacks what fails: read, write or action\n");
     EXPECT_EQ(step("fail-elements: {read: A, write: B, error: 0}"), "5: a fault is of one kind\n");
+    EXPECT_EQ(step("close-cover: ''"), "5: 'close-cover' is empty\n");
+    EXPECT_EQ(step("application: {name: '', bundle-identifier: X}"), "5: 'name' is empty\n");
     EXPECT_EQ(step("application: {name: X}"), "5: an application lacks 'bundle-identifier'\n");
-    EXPECT_EQ(wrong(head + "timeline: []\nmac: {browsers: [{quits-in: 1}, opera]}\n"),
-              "4: a browser lacks 'name'\n4: a browser is not one of: chrome, edge, firefox\n");
 }
 
 }  // namespace

@@ -146,6 +146,38 @@ TEST(DesktopPerformer, LetsThingsGoWrong) {
     EXPECT_THAT(text, HasSubstr("    8.000  key          cmd+m reaches Note\n"));
 }
 
+TEST(DesktopPerformer, StartsAnApplicationWithoutAName) {
+    const OtherApplication nobody{"", "com.example.x"};
+    const auto text = played({at(1, ShowApplication{"", nobody}), at(2, ShowApplication{"", nobody})}, 3);
+    EXPECT_THAT(text, HasSubstr("    1.000  participant  starts an application without a name\n"
+                                "    1.000  application  (503) starts\n"
+                                "    1.000  application  (503) is in front\n"
+                                "    2.000  participant  starts an application without a name\n"
+                                "    2.000  application  (504) starts\n"));
+}
+
+TEST(DesktopPerformer, ClosesACover) {
+    Scenario scenario;
+    scenario.title = "T";
+    scenario.until = 5;
+    scenario.mac.displays.push_back({"Proiettore", {{1440, 0}, {1920, 1080}}});
+    scenario.timeline = {at(1, CloseCover{"Proiettore"}), at(2, CloseCover{"Proiettore"}),
+                         at(3, CloseCover{"Schermo integrato"}), at(4, CloseCover{"Nessuno"})};
+    std::ostringstream stream;
+    const auto program = [](const Computer& computer) {
+        const auto cover = computer.overlays.makeOverlay({{{1440, 0}, {1920, 1080}}, 1000, 0, {}});
+        cover->orderFrontRegardless();
+        computer.application.run();
+    };
+    play(scenario, stream, {program});
+    EXPECT_THAT(stream.str(),
+                HasSubstr("    1.000  fault        the cover of display Proiettore is closed\n"
+                          "    1.000  overlay      is hidden at 1440 0 1920 1080\n"
+                          "    2.000  ignored      the cover of display Proiettore is closed: there is none\n"
+                          "    3.000  ignored      the cover of display Schermo integrato is closed: there is none\n"
+                          "    4.000  ignored      the cover of display Nessuno is closed: there is none\n"));
+}
+
 TEST(DesktopPerformer, RefusesTapsAndTakesThePermissionAway) {
     Scenario scenario;
     scenario.title = "T";

@@ -46,6 +46,7 @@ TEST(PreludeReading, KeepsForAfterwardsWhatTheScenarioAdds) {
   browsers: [edge, {name: chrome, ignores-quit: yes}]
   window-flags-lag: 0.2
   full-screen-takes: 2
+  safari: no
   applications: [{name: X, bundle-identifier: com.x}]
 server:
   latency: 1
@@ -58,8 +59,10 @@ server:
     EXPECT_EQ(mac.accessibility, false);
     EXPECT_EQ(mac.microphone, AuthorizationStatus::notDetermined);
     EXPECT_EQ(mac.camera, AuthorizationStatus::restricted);
-    EXPECT_EQ(mac.browsers, (std::vector{InstalledBrowser::edge, InstalledBrowser::chrome}));
-    EXPECT_TRUE(mac.behaviours.at(InstalledBrowser::chrome).ignoresTerminate);
+    ASSERT_EQ(mac.browsers->size(), 2U);
+    EXPECT_EQ(mac.browsers->at(BrowserName::edge), InstalledBrowser());
+    EXPECT_TRUE(mac.browsers->at(BrowserName::chrome).behaviour.ignoresTerminate);
+    EXPECT_EQ(mac.safari, false);
     EXPECT_EQ(mac.flagDelay, 0.2);
     EXPECT_EQ(mac.fullScreenDuration, 2);
     ASSERT_EQ(mac.applications.size(), 1U);
@@ -73,7 +76,7 @@ server:
     ASSERT_EQ(server.replies.size(), 1U);
     // What the prelude began with is unchanged.
     EXPECT_EQ(scenario.mac.accessibility, std::nullopt);
-    EXPECT_EQ(scenario.mac.browsers, std::vector{InstalledBrowser::chrome});
+    EXPECT_EQ(scenario.mac.browsers, MacSetup().browsers);
     EXPECT_EQ(scenario.server.sessions.size(), 1U);
 }
 

@@ -162,11 +162,31 @@ TEST(Prelude, IsOverBeforeThePermissionIsTakenAway) {
 
 TEST(Prelude, IsOverBeforeOtherBrowsersAreInstalled) {
     auto scenario = after(joining(), {}, 6);
-    scenario.prelude->mac.browsers = {InstalledBrowser::edge};
+    scenario.prelude->mac.browsers.emplace()[BrowserName::edge];
     const auto heard = run(scenario);
     EXPECT_THAT(heard.transcript, HasSubstr("[BROWSER] Browser selezionato: Microsoft Edge\n"));
     scenario.prelude->mac.browsers.emplace();
     EXPECT_THAT(run(scenario).transcript, HasSubstr("[BROWSER] Browser selezionato: Safari\n"));
+}
+
+TEST(Prelude, IsOverBeforeSafariIsDeletedOrThereAgain) {
+    auto scenario = after(joining(), {}, 6);
+    scenario.prelude->mac.browsers.emplace();
+    scenario.prelude->mac.safari = false;
+    EXPECT_THAT(run(scenario).transcript,
+                HasSubstr("[BROWSER] ❌ Errore: L’applicazione “Safari” non può essere aperta.\n"));
+    scenario.mac.safari = false;
+    scenario.prelude->mac.safari = true;
+    EXPECT_THAT(run(scenario).transcript, HasSubstr("[BROWSER] Safari PID: 501\n"));
+}
+
+TEST(Prelude, IsOverBeforeSafariAnswersAsUsual) {
+    auto scenario = after(joining(), {}, 9);
+    scenario.mac.browsers = InstalledBrowsers();
+    (*scenario.mac.browsers)[BrowserName::safari].answerDelay = 5;
+    EXPECT_THAT(run(scenario).transcript, HasSubstr("    8.100  log          [BROWSER] Safari PID: 501\n"));
+    scenario.prelude->mac.browsers.emplace()[BrowserName::safari];
+    EXPECT_THAT(run(scenario).transcript, HasSubstr("    3.600  log          [BROWSER] Safari PID: 501\n"));
 }
 
 TEST(Prelude, LeavesABrowserThatRunsToBehaveOtherwise) {
@@ -175,8 +195,7 @@ TEST(Prelude, LeavesABrowserThatRunsToBehaveOtherwise) {
     using What = DoToApplication::What;
     auto scenario = after(browsing, {{6, DesktopAction(DoToApplication{What::quit, "Google Chrome"})}}, 7);
     EXPECT_THAT(run(scenario).transcript, HasSubstr("Google Chrome (501) exits\n"));
-    scenario.prelude->mac.browsers = {InstalledBrowser::chrome};
-    scenario.prelude->mac.behaviours[InstalledBrowser::chrome].ignoresTerminate = true;
+    scenario.prelude->mac.browsers.emplace()[BrowserName::chrome].behaviour.ignoresTerminate = true;
     const auto heard = run(scenario);
     EXPECT_THAT(heard.transcript, HasSubstr("quits Google Chrome\n                        | ignored: it goes on\n"));
     EXPECT_THAT(heard.transcript, Not(HasSubstr("exits")));

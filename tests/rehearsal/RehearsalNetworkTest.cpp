@@ -56,6 +56,14 @@ TEST(RehearsalNetwork, KnowsNoOtherHost) {
     }
 }
 
+TEST(RehearsalNetwork, KnowsItsHostInAnyCase) {
+    auto server = setup();
+    server.address = "http://Server.example:8080";
+    auto net = network(server);
+    const auto answer = net.answer(get("HTTP://SERVER.example:8080/api/sessions/ABC"));
+    EXPECT_EQ(std::get<HTTPAnswer>(answer.answer).status, 200);
+}
+
 TEST(RehearsalNetwork, KeepsADoubleSlashInThePath) {
     auto net = network(setup());
     const auto answer = net.answer(get("http://server.example:8080//api/sessions/ABC"));

@@ -25,7 +25,7 @@ TEST(ScenarioReader, FillsInWhatIsNotSaid) {
     EXPECT_EQ(scenario.mac.seed, 0U);
     EXPECT_EQ(scenario.mac.calendar, 1772438400);
     EXPECT_EQ(scenario.mac.displays, (std::vector<Screen>{{"Schermo integrato", {{0, 0}, {1440, 900}}}}));
-    EXPECT_EQ(scenario.mac.browsers, std::vector{InstalledBrowser::chrome});
+    EXPECT_EQ(scenario.mac.browsers, InstalledBrowsers({{BrowserName::chrome, {}}}));
     EXPECT_EQ(scenario.mac.accessibility, std::nullopt);
     EXPECT_EQ(scenario.mac.microphone, std::nullopt);
     EXPECT_EQ(scenario.server.address, "https://server.vantrel.example");
@@ -263,7 +263,7 @@ TEST(ScenarioReader, RefusesValuesThatMakeNoSense) {
     EXPECT_EQ(step("reply: {to: GET /x, drops: yes, error: E}"),
               "5: a reply rule has more than one of: stalls, drops, never-comes, not-http, error\n");
     EXPECT_EQ(step("reply: {to: GET /x, body-base64: '*'}"), "5: 'body-base64' is not base64 with its padding\n");
-    EXPECT_EQ(step("reply: {to: GET /x, status: 99}"), "5: 'status' is not a whole number from 200 to 599\n");
+    EXPECT_EQ(step("reply: {to: GET /x, status: 99}"), "5: 'status' is not a whole number from 200 to 999\n");
     EXPECT_EQ(step("plug: {name: X, frame: [0, 0, 0, 5]}"), "5: the width is less than 1\n");
     EXPECT_EQ(step("plug: {name: X, frame: [0, 0]}"), "5: 'frame' is not [x, y, width, height]\n");
 }

@@ -19,7 +19,9 @@ class VirtualApplicationOpener final : public ApplicationOpener {
 
     void open(const std::vector<URL>& urls, const URL& application, bool activates, Completion completion) override;
 
-    /// Driver-facing, any thread: how many seconds after the request the answer comes. Initially half a second.
+    static constexpr double usualAnswerDelay = 0.5;
+
+    /// Driver-facing, any thread: how many seconds after the request the answer comes. Initially the usual ones.
     void setAnswerDelay(double seconds);
     /// The address opens, but the answer names no application.
     void answerWithoutApplication(bool without);
@@ -28,7 +30,7 @@ class VirtualApplicationOpener final : public ApplicationOpener {
 
   private:
     struct Behaviour {
-        double delay = 0.5;
+        double delay = usualAnswerDelay;
         bool withoutApplication = false;
         std::optional<std::string> failure;
     };

@@ -55,7 +55,7 @@ void VirtualApplication::run() {
 void VirtualApplication::activate() {
     engine_.mainThreadCall("Application.activate");
     engine_.journal.emit({ClientEvent::activate});
-    if (!engine_.isOver()) desktop_.bringToFront({ownProcess_, {}});
+    if (!engine_.isOver()) desktop_.bringToFront({ownProcess_, {}, false});
 }
 
 void VirtualApplication::terminate() {

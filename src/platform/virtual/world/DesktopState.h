@@ -14,7 +14,9 @@ namespace vantrel::virtualmac {
 /// An application that has been in front.
 struct FrontCandidate {
     ProcessIdentifier process = 0;
-    std::string name;
+    std::string name = {};
+    /// Whether it is told when this one comes to the front.
+    bool isTold = true;
     bool operator==(const FrontCandidate&) const = default;
 };
 

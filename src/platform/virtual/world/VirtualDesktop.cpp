@@ -67,7 +67,7 @@ void VirtualDesktop::tell(std::unique_lock<std::mutex>& guard, const std::vector
         engine_.journal.emit(change);
         if (onSpaceChange) onSpaceChange();
     }
-    if (frontChanged && !front.name.empty()) {
+    if (frontChanged && front.isTold) {
         engine_.journal.emit({ApplicationEvent::frontmost, front.name, {{Field::pid, std::to_string(front.process)}}});
     }
 }
