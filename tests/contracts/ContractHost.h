@@ -80,6 +80,13 @@ class ContractHost {
     /// The arguments that a process of the peer executable has received, in order. Empty until it has read them.
     virtual std::optional<std::vector<std::string>> argumentsReceived(ProcessIdentifier peer) = 0;
 
+    /// Starts the tests' own application, without arguments, from a parent that never waits for it: once it has ended
+    /// it stays in the table of processes, as a zombie, at least until the host's end.
+    virtual ProcessIdentifier startPeerWithoutWaiting() = 0;
+
+    /// Whether a successful opening always names the application, even one that has ended since.
+    virtual bool namesEveryOpenedApplication() { return true; }
+
     virtual std::string existingFile() = 0;
     /// A file that is not executable.
     virtual std::string plainFile() = 0;

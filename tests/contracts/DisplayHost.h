@@ -30,6 +30,9 @@ class DisplayHost {
     /// Whether an overlay is the topmost window at that point.
     virtual bool overlayIsInFrontAt(const Point& point) = 0;
 
+    /// Clicks there. The topmost window gets the click; another application's window comes to the front with it.
+    virtual void clickAt(const Point& point) = 0;
+
     /// The titles of the client's status items as shown.
     virtual std::vector<std::string> statusItems() = 0;
 

@@ -68,10 +68,11 @@ class OverlayContract : public ContractTest {
     }
 
     /// Opens another application's window with its middle on the right display, and waits until it has the focus.
-    ProcessIdentifier openWindowOnTheRight() {
+    ProcessIdentifier openWindowOnTheRight() { return openWindow("Appunti,700,200,300,250"); }
+
+    ProcessIdentifier openWindow(const std::string& window) {
         // The primary display is 600 points high; window positions count from its top left.
-        const auto launched =
-            computer().processLauncher.launch(host().peerExecutable(), {"--window=Appunti,700,200,300,250"});
+        const auto launched = computer().processLauncher.launch(host().peerExecutable(), {"--window=" + window});
         const auto* started = std::get_if<ProcessIdentifier>(&launched);
         EXPECT_TRUE(started);
         const ProcessIdentifier process = started != nullptr ? *started : 0;
@@ -144,6 +145,25 @@ TEST_F(OverlayContract, ItDoesNotTakeTheFocus) {
     ASSERT_TRUE(inFront(850, 300));
     host().letTimePass(0.3);
     EXPECT_EQ(process, frontmost());
+}
+
+TEST_F(OverlayContract, AClickOnItReachesNeitherTheWindowBelowNorTheClient) {
+    constexpr Point onTheRight{850, 300};
+    haveTwoDisplays();
+    const ProcessIdentifier covered = openWindowOnTheRight();
+    const ProcessIdentifier used = openWindow("Lezione,60,200,300,250");
+    displays().clickAt(onTheRight);
+    ASSERT_TRUE(eventually([&] { return frontmost() == covered; })) << "without a cover the click arrives";
+    displays().clickAt({200, 300});
+    ASSERT_TRUE(eventually([&] { return frontmost() == used; }));
+    show(right);
+    ASSERT_TRUE(inFront(onTheRight.x, onTheRight.y));
+    for (const Point& point : {onTheRight, Point{641, 1}, Point{890, 245}, Point{1139, 479}}) {
+        displays().clickAt(point);
+        host().letTimePass(0.3);
+        EXPECT_EQ(frontmost(), used) << point.x << ", " << point.y;
+        EXPECT_TRUE(displays().overlayIsInFrontAt(point));
+    }
 }
 
 TEST_F(OverlayContract, OneThatIsOrderedOutMayComeBack) {

@@ -155,6 +155,33 @@ TEST_F(ProcessContract, TheEndOfAProcessIsSeenWithoutATurnOfTheMainRunLoop) {
     EXPECT_FALSE(found);
 }
 
+// The main thread does not turn meanwhile, so that only the kernel can tell.
+TEST_F(ProcessContract, AnApplicationThatItsParentDoesNotWaitForHasEndedAllTheSame) {
+    const ProcessIdentifier process = host().startPeerWithoutWaiting();
+    ASSERT_TRUE(eventually([&] { return withProcess(process) != nullptr; }));
+    const auto application = withProcess(process);
+    ASSERT_TRUE(application);
+    bool before = true;
+    bool after = false;
+    host().onMain([&] {
+        before = application->isTerminated();
+        EXPECT_TRUE(computer().processLauncher.sendSignal(process, killSignal));
+        for (int waited = 0; waited < 300 && !after; ++waited) {
+            computer().threads.sleep(0.1);
+            after = application->isTerminated();
+        }
+        EXPECT_FALSE(application->terminate());
+        EXPECT_FALSE(application->forceTerminate());
+        EXPECT_FALSE(application->activate(ActivationOptions::none));
+        EXPECT_FALSE(withProcess(process));
+    });
+    EXPECT_FALSE(before);
+    EXPECT_TRUE(after);
+    // It is still in the table of processes, which takes signals for it.
+    EXPECT_TRUE(computer().processLauncher.sendSignal(process, killSignal));
+    EXPECT_FALSE(isListed("com.google.Chrome", process));
+}
+
 TEST_F(ProcessContract, AProcessThatNobodyWaitsForIsGoneWhenItHasEnded) {
     const ProcessIdentifier process = launch({"--exits-at-once"});
     ASSERT_TRUE(eventually([&] { return host().argumentsReceived(process).has_value(); }));
@@ -283,6 +310,65 @@ TEST_F(OpenerContract, StartsTheApplicationAndTellsOnceWhichOneItIs) {
     EXPECT_TRUE(isListed("com.google.Chrome", (*application)->processIdentifier()));
     host().letTimePass(0.3);
     EXPECT_EQ(notes(), Notes{"completion"});
+}
+
+TEST_F(OpenerContract, AnswersUnderAnAlertThatABlockOfTheMainQueueOpened) {
+    computer().dispatch.mainQueue().async([this] {
+        computer().alerts.runModal({AlertStyle::warning, "Domanda", "Perché?", {"Continua"}});
+        note("dismissed");
+    });
+    host().letTimePass(0.3);
+    computer().dispatch.userInitiatedQueue().async([this] { open(peerApplication()); });
+    EXPECT_TRUE(noted(1));
+    EXPECT_EQ(notes(), Notes{"completion"});
+    host().pressAlertButton("Continua");
+    ASSERT_TRUE(noted(2));
+    EXPECT_EQ(notes(), (Notes{"completion", "dismissed"}));
+}
+
+TEST_F(OpenerContract, ReturnsAtOnceWhileTheMainThreadWaits) {
+    const auto returned = computer().dispatch.makeSemaphore(0);
+    constexpr double patience = 30;
+    bool wasIt = false;
+    computer().dispatch.userInitiatedQueue().async([&] {
+        open(peerApplication());
+        returned->signal();
+    });
+    host().onMain([&] { wasIt = returned->wait(patience); });
+    EXPECT_TRUE(wasIt);
+    EXPECT_TRUE(noted(1));
+}
+
+TEST_F(OpenerContract, ReturnsAtOnceOnTheMainThread) {
+    host().onMain([this] {
+        open(peerApplication());
+        note("returned");
+    });
+    ASSERT_TRUE(noted(2));
+    EXPECT_EQ(notes(), (Notes{"returned", "completion"}));
+}
+
+TEST_F(OpenerContract, AnApplicationThatEndsBeforeTheAnswerIsTheOneThatIsTold) {
+    open(peerApplication());
+    ASSERT_TRUE(eventually([&] { return !withBundle("com.google.Chrome").empty(); }));
+    const ProcessIdentifier process = withBundle("com.google.Chrome").front();
+    EXPECT_TRUE(computer().processLauncher.sendSignal(process, killSignal));
+    ASSERT_TRUE(noted(1));
+    const auto outcome = result();
+    if (const auto* failure = std::get_if<PlatformError>(&outcome)) {
+        EXPECT_FALSE(failure->localizedDescription.empty());
+        return;
+    }
+    const auto application = std::get<std::shared_ptr<RunningApplication>>(outcome);
+    if (!application) {
+        EXPECT_FALSE(host().namesEveryOpenedApplication());
+        return;
+    }
+    EXPECT_EQ(application->processIdentifier(), process);
+    EXPECT_EQ(application->bundleIdentifier(), "com.google.Chrome");
+    EXPECT_TRUE(eventually([&] { return application->isTerminated(); }));
+    EXPECT_FALSE(application->activate(ActivationOptions::ignoringOtherApps));
+    EXPECT_FALSE(application->terminate());
 }
 
 TEST_F(OpenerContract, TellsOnceWhyAnApplicationThatIsMissingWasNotOpened) {

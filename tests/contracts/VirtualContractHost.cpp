@@ -72,6 +72,7 @@ bool contains(const Rect& frame, const Point& point) {
 
 virtualmac::Options options() {
     auto made = virtualmac::optionsFromEnvironment();
+    made.bundleIdentifier = "biz.quorrin.vantrel";
     made.onMisuse = [](const std::string& what) { ADD_FAILURE() << "misuse of the platform: " << what; };
     return made;
 }
@@ -126,6 +127,12 @@ std::optional<std::vector<std::string>> VirtualContractHost::argumentsReceived(P
     return process->origin().arguments;
 }
 
+ProcessIdentifier VirtualContractHost::startPeerWithoutWaiting() {
+    virtualmac::ApplicationDescription application = peer({}).application;
+    application.leavesZombie = true;
+    return mac_.processes().add(std::move(application));
+}
+
 std::string VirtualContractHost::plainFile() {
     return "/Users/partecipante/appunti.txt";
 }
@@ -174,17 +181,28 @@ std::vector<VirtualContractHost::SeenOverlay> VirtualContractHost::overlays() {
     return seen;
 }
 
-bool VirtualContractHost::overlayIsInFrontAt(const Point& point) {
+std::optional<WindowEntry> VirtualContractHost::topmostAt(const Point& point) {
     const auto screens = mac_.screens().displays().screens;
     const Point fromTop{point.x, screens.front().frame.size.height - point.y};
     const auto list = mac_.computer().windowList.copy(WindowListOption::onScreenOnly);
-    for (const WindowEntry& entry : *list) {
-        if (!contains(*entry.bounds, fromTop)) continue;
-        const auto overlays = mac_.overlays().all();
-        return std::any_of(overlays.begin(), overlays.end(),
-                           [&entry](const auto& overlay) { return overlay.number == entry.number; });
-    }
-    return false;
+    const auto found = std::find_if(list->begin(), list->end(),
+                                    [&](const WindowEntry& entry) { return contains(*entry.bounds, fromTop); });
+    return found == list->end() ? std::nullopt : std::optional(*found);
+}
+
+bool VirtualContractHost::overlayIsInFrontAt(const Point& point) {
+    const auto window = topmostAt(point);
+    const auto overlays = mac_.overlays().all();
+    return window && std::any_of(overlays.begin(), overlays.end(),
+                                 [&](const auto& overlay) { return overlay.number == window->number; });
+}
+
+void VirtualContractHost::clickAt(const Point& point) {
+    const auto window = topmostAt(point);
+    if (!window) return;
+    // A cover absorbs the click. The client's own windows are not in the list.
+    const auto process = mac_.processes().find(window->ownerPID.value_or(0));
+    if (process && process->processIdentifier() != ownProcess()) process->comeToFront();
 }
 
 std::vector<std::string> VirtualContractHost::statusItems() {
@@ -213,6 +231,85 @@ void VirtualContractHost::showSpace(int place) {
     const auto wanted = static_cast<std::size_t>(place);
     while (mac_.spaces().count() <= wanted) mac_.spaces().addDesktop();
     EXPECT_TRUE(mac_.spaces().switchTo(wanted));
+}
+
+ProcessIdentifier VirtualContractHost::ownProcess() {
+    return mac_.processes().ownProcess();
+}
+
+std::vector<std::string> VirtualContractHost::windowsShown() {
+    std::vector<std::string> titles;
+    for (const auto& window : mac_.windows().all()) {
+        if (window.visible) titles.push_back(window.title);
+    }
+    return titles;
+}
+
+std::optional<VirtualContractHost::SeenControl> VirtualContractHost::controlShown(const std::string& id) {
+    const auto window = mac_.windows().front();
+    if (!window || !window->shows(id)) return std::nullopt;
+    return SeenControl{window->text(id), window->isEnabled(id)};
+}
+
+void VirtualContractHost::pressButton(const std::string& id) {
+    mac_.participant().press(id);
+}
+
+void VirtualContractHost::typeInto(const std::string& id, const std::string& text) {
+    mac_.participant().type(id, text);
+}
+
+Block VirtualContractHost::heldPress(const std::string& id) {
+    const auto window = mac_.windows().front();
+    EXPECT_TRUE(window && window->shows(id)) << id;
+    return [this, id, number = window ? window->number : 0] { mac_.windows().act(number, id); };
+}
+
+void VirtualContractHost::chooseFromMainMenu(const std::string& menu, const std::string& item) {
+    mac_.participant().openMainMenu(menu);
+    mac_.runFor(0.1);
+    EXPECT_TRUE(mac_.menus().isOpen()) << menu;
+    mac_.participant().chooseMenuItem(item);
+    mac_.runFor(0.1);
+    if (!mac_.menus().isOpen()) return;
+    mac_.participant().closeMenu();
+    mac_.runFor(0.1);
+}
+
+void VirtualContractHost::launch(std::function<void(Computer&)> main) {
+    postToMain([this, main = std::move(main)] { main(computer()); });
+}
+
+bool VirtualContractHost::hasEnded() {
+    return !mac_.isRunning();
+}
+
+void VirtualContractHost::setTrusted(bool trusted) {
+    mac_.trust().setTrusted(trusted);
+}
+
+int VirtualContractHost::trustPrompts() {
+    return mac_.trust().prompts();
+}
+
+void VirtualContractHost::setCaptureStatus(MediaType media, AuthorizationStatus status) {
+    mac_.capture().setStatus(media, status);
+}
+
+std::size_t VirtualContractHost::capturePrompts() {
+    return mac_.capture().prompts();
+}
+
+void VirtualContractHost::answerCapturePrompt(bool granted) {
+    EXPECT_TRUE(mac_.capture().answer(granted)) << "no prompt is up";
+}
+
+void VirtualContractHost::haveNoOpener() {
+    mac_.workspace().setFailing(true);
+}
+
+std::vector<std::string> VirtualContractHost::addressesOpened() {
+    return mac_.workspace().opened();
 }
 
 }  // namespace vantrel::contracts

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -8,13 +10,24 @@
 #include "platform/virtual/VirtualMac.h"
 #include "tests/contracts/ContractHost.h"
 #include "tests/contracts/DisplayHost.h"
+#include "tests/contracts/InterfaceHost.h"
 #include "tests/contracts/KeyboardHost.h"
+#include "tests/contracts/LaunchHost.h"
+#include "tests/contracts/PermissionHost.h"
 #include "tests/contracts/SpacesHost.h"
+#include "tests/contracts/WorkspaceHost.h"
 
 namespace vantrel::contracts {
 
 /// A virtual Mac under test. Its computer() may be replaced by another one over the same Mac.
-class VirtualContractHost : public ContractHost, public KeyboardHost, public DisplayHost, public SpacesHost {
+class VirtualContractHost : public ContractHost,
+                            public KeyboardHost,
+                            public DisplayHost,
+                            public SpacesHost,
+                            public InterfaceHost,
+                            public LaunchHost,
+                            public PermissionHost,
+                            public WorkspaceHost {
   public:
     VirtualContractHost();
 
@@ -30,6 +43,7 @@ class VirtualContractHost : public ContractHost, public KeyboardHost, public Dis
 
     std::string peerExecutable() override;
     std::optional<std::vector<std::string>> argumentsReceived(ProcessIdentifier peer) override;
+    ProcessIdentifier startPeerWithoutWaiting() override;
 
     std::string plainFile() override;
     std::string existingFile() override;
@@ -42,6 +56,7 @@ class VirtualContractHost : public ContractHost, public KeyboardHost, public Dis
     void setDisplays(const std::vector<Screen>& displays) override;
     std::vector<SeenOverlay> overlays() override;
     bool overlayIsInFrontAt(const Point& point) override;
+    void clickAt(const Point& point) override;
     std::vector<std::string> statusItems() override;
     void openStatusMenu() override;
 
@@ -51,8 +66,30 @@ class VirtualContractHost : public ContractHost, public KeyboardHost, public Dis
 
     void showSpace(int place) override;
 
+    ProcessIdentifier ownProcess() override;
+    std::vector<std::string> windowsShown() override;
+    std::optional<SeenControl> controlShown(const std::string& id) override;
+    void pressButton(const std::string& id) override;
+    void typeInto(const std::string& id, const std::string& text) override;
+    Block heldPress(const std::string& id) override;
+    void chooseFromMainMenu(const std::string& menu, const std::string& item) override;
+
+    void launch(std::function<void(Computer&)> main) override;
+    bool hasEnded() override;
+
+    void setTrusted(bool trusted) override;
+    int trustPrompts() override;
+    void setCaptureStatus(MediaType media, AuthorizationStatus status) override;
+    std::size_t capturePrompts() override;
+    void answerCapturePrompt(bool granted) override;
+
+    void haveNoOpener() override;
+    std::vector<std::string> addressesOpened() override;
+
   protected:
     virtualmac::VirtualMac& mac() { return mac_; }
+    /// The window that a click there reaches. Empty if it is the desktop or the menu bar.
+    std::optional<WindowEntry> topmostAt(const Point& point);
 
   private:
     virtualmac::VirtualMac mac_;

@@ -1,13 +1,17 @@
 #include <arpa/inet.h>
 #include <gtest/gtest.h>
 #include <netinet/in.h>
+#include <spawn.h>
 #include <stdlib.h>
 #include <sys/socket.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <QAction>
 #include <QApplication>
 #include <QMenu>
 #include <QPushButton>
+#include <array>
 #include <chrono>
 #include <functional>
 #include <future>
@@ -21,9 +25,13 @@
 #include "tests/contracts/ContractHost.h"
 #include "tests/contracts/ContractServer.h"
 #include "tests/contracts/DisplayHost.h"
+#include "tests/contracts/InterfaceHost.h"
 #include "tests/contracts/KeyboardHost.h"
 #include "tests/contracts/SpacesHost.h"
+#include "tests/contracts/WorkspaceHost.h"
+#include "tests/linux/support/AddressOpener.h"
 #include "tests/linux/support/DesktopStage.h"
+#include "tests/linux/support/OwnWindows.h"
 #include "tests/linux/support/PeerBundle.h"
 #include "tests/linux/support/TemporaryFolder.h"
 #include "tests/linux/x11/KeyWindow.h"
@@ -38,7 +46,9 @@ namespace {
 class LinuxContractHost final : public contracts::ContractHost,
                                 public contracts::KeyboardHost,
                                 public contracts::DisplayHost,
-                                public contracts::SpacesHost {
+                                public contracts::SpacesHost,
+                                public contracts::InterfaceHost,
+                                public contracts::WorkspaceHost {
   public:
     LinuxContractHost() {
         setenv("XDG_CONFIG_HOME", folder_.path().c_str(), 1);
@@ -50,6 +60,7 @@ class LinuxContractHost final : public contracts::ContractHost,
 
     ~LinuxContractHost() override {
         peers_.endAll();
+        for (const ProcessIdentifier child : children_) waitpid(child, nullptr, 0);
         DesktopStage::shared().lower();
     }
 
@@ -100,6 +111,19 @@ class LinuxContractHost final : public contracts::ContractHost,
         return peers_.argumentsReceived(peer);
     }
 
+    // A child of the tests themselves, which the client knows nothing of.
+    ProcessIdentifier startPeerWithoutWaiting() override {
+        const std::string path = peerExecutable();
+        std::array<char*, 2> arguments{const_cast<char*>(path.c_str()), nullptr};
+        pid_t child = 0;
+        EXPECT_EQ(posix_spawn(&child, path.c_str(), nullptr, nullptr, arguments.data(), environ), 0);
+        children_.push_back(child);
+        return child;
+    }
+
+    // A script may have handed the addresses to an application that has no name here.
+    bool namesEveryOpenedApplication() override { return false; }
+
     std::string existingFile() override { return (folder_.path() / "file").string(); }
     std::string plainFile() override { return existingFile(); }
     std::string existingFolder() override { return folder_.path().string(); }
@@ -146,6 +170,12 @@ class LinuxContractHost final : public contracts::ContractHost,
         return child && child->name == "Vantrel overlay";
     }
 
+    void clickAt(const Point& point) override {
+        const X11Rectangle primary = primaryDisplay();
+        pointer_.clickAt(primary.x + static_cast<int>(point.x),
+                         primary.y + primary.height - 1 - static_cast<int>(point.y));
+    }
+
     std::vector<std::string> statusItems() override {
         std::vector<std::string> found;
         for (const auto& child : view_.named("Vantrel status")) {
@@ -190,6 +220,46 @@ class LinuxContractHost final : public contracts::ContractHost,
         desktops.switchTo(wanted);
         EXPECT_TRUE(soon([&] { return desktops.current() == wanted; })) << "the window manager shows another desktop";
     }
+
+    ProcessIdentifier ownProcess() override { return getpid(); }
+
+    std::vector<std::string> windowsShown() override {
+        std::vector<std::string> titles;
+        onMain([&] {
+            for (const QWidget* window : windows_.shown()) titles.push_back(window->windowTitle().toStdString());
+        });
+        return titles;
+    }
+
+    std::optional<SeenControl> controlShown(const std::string& id) override {
+        std::optional<SeenControl> seen;
+        onMain([&] {
+            const QWidget* widget = windows_.widget(id);
+            if (widget != nullptr) seen = SeenControl{OwnWindows::text(*widget), widget->isEnabled()};
+        });
+        return seen;
+    }
+
+    void pressButton(const std::string& id) override {
+        onMain([&] { windows_.press(id); });
+    }
+
+    void typeInto(const std::string& id, const std::string& text) override {
+        onMain([&] { windows_.typeInto(id, text); });
+    }
+
+    Block heldPress(const std::string& id) override {
+        Block release;
+        onMain([&] { release = windows_.heldPress(id); });
+        return release;
+    }
+
+    void chooseFromMainMenu(const std::string& menu, const std::string& item) override {
+        onMain([&] { EXPECT_TRUE(windows_.chooseFromMenuBar(menu, item)) << menu << ": " << item; });
+    }
+
+    void haveNoOpener() override { opener_.haveNone(); }
+    std::vector<std::string> addressesOpened() override { return opener_.opened(); }
 
   private:
     bool soon(const std::function<bool()>& condition) {
@@ -262,6 +332,9 @@ class LinuxContractHost final : public contracts::ContractHost,
     std::unique_ptr<KeyWindow> keyWindow_;
     TestPointer pointer_;
     ServerView view_;
+    OwnWindows windows_{view_.connection()};
+    AddressOpener opener_{folder_.path()};
+    std::vector<ProcessIdentifier> children_;
     std::unique_ptr<MonitorLayout> layout_;
 };
 

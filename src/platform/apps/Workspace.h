@@ -9,7 +9,7 @@ class Workspace {
   public:
     virtual ~Workspace() = default;
 
-    /// openURL: with the URL's default application. False if nothing opens it.
+    /// openURL: with the URL's default application. False if nothing opens it, such as an address without a scheme.
     virtual bool open(const URL& url) = 0;
 };
 

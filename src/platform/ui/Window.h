@@ -65,8 +65,8 @@ struct WindowDescription {
     std::vector<View> views;
 };
 
-/// NSWindow. Main thread. Destroying it takes it off the screen. An unknown id is a programming error, except where
-/// noted.
+/// NSWindow. Main thread. Destroying it takes it off the screen; a press of a button that is under way then tells
+/// nobody. An unknown id is a programming error, except where noted.
 class Window {
   public:
     virtual ~Window() = default;

@@ -3,30 +3,40 @@
 #include <arpa/inet.h>
 #include <gtest/gtest.h>
 #include <netinet/in.h>
+#include <spawn.h>
 #include <stdlib.h>
 #include <sys/socket.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
+#include <array>
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <memory>
+#include <optional>
+#include <string>
 #include <string_view>
 #include <thread>
 #include <utility>
 #include <variant>
+#include <vector>
 
 #include "platform/macos/MacComputer.h"
 #include "platform/macos/bridge/CFReference.h"
 #include "platform/macos/bridge/Text.h"
 #include "tests/contracts/ContractHost.h"
 #include "tests/contracts/ContractServer.h"
+#include "tests/contracts/InterfaceHost.h"
 #include "tests/contracts/KeyboardHost.h"
 #include "tests/macos/contracts/EmptyEvent.h"
+#include "tests/macos/contracts/MacOwnWindows.h"
 #include "tests/macos/contracts/MacPeers.h"
 #include "tests/macos/contracts/MacPermissions.h"
 #include "tests/macos/contracts/MacStage.h"
+
+extern "C" char** environ;
 
 namespace vantrel::macos {
 namespace {
@@ -47,7 +57,9 @@ void wakeAlert() {
     if (event != nil) [NSApplication.sharedApplication postEvent:event atStart:NO];
 }
 
-class MacContractHost final : public contracts::ContractHost, public contracts::KeyboardHost {
+class MacContractHost final : public contracts::ContractHost,
+                              public contracts::KeyboardHost,
+                              public contracts::InterfaceHost {
   public:
     MacContractHost() {
         std::string pattern = (std::filesystem::temp_directory_path() / "vantrel-test-XXXXXX").string();
@@ -59,6 +71,7 @@ class MacContractHost final : public contracts::ContractHost, public contracts::
 
     ~MacContractHost() override {
         peers_.endAll();
+        for (const ProcessIdentifier child : children_) waitpid(child, nullptr, 0);
         if (refusing_ >= 0) close(refusing_);
         MacStage::perform([this] {
             for (const char* key : {"contract_key", "contract_0", "contract_1", "contract_2", "contract_3"}) {
@@ -114,6 +127,16 @@ class MacContractHost final : public contracts::ContractHost, public contracts::
         return peers_.argumentsReceived(peer);
     }
 
+    // A child of the tests themselves, which the client knows nothing of.
+    ProcessIdentifier startPeerWithoutWaiting() override {
+        const std::string path = peerExecutable();
+        std::array<char*, 2> arguments{const_cast<char*>(path.c_str()), nullptr};
+        pid_t child = 0;
+        EXPECT_EQ(posix_spawn(&child, path.c_str(), nullptr, nullptr, arguments.data(), environ), 0);
+        children_.push_back(child);
+        return child;
+    }
+
     std::string existingFile() override { return (folder_ / "file").string(); }
     std::string plainFile() override { return existingFile(); }
     std::string existingFolder() override { return folder_.string(); }
@@ -138,6 +161,41 @@ class MacContractHost final : public contracts::ContractHost, public contracts::
     std::vector<std::int64_t> keysReceived() override {
         if (typedInto_ == 0) return {};
         return peers_.keysReceived(typedInto_);
+    }
+
+    ProcessIdentifier ownProcess() override { return getpid(); }
+
+    std::vector<std::string> windowsShown() override {
+        std::vector<std::string> titles;
+        onMain([&] { titles = MacOwnWindows::shown(); });
+        return titles;
+    }
+
+    std::optional<SeenControl> controlShown(const std::string& id) override {
+        std::optional<SeenControl> seen;
+        onMain([&] {
+            NSControl* control = MacOwnWindows::control(id);
+            if (control != nil) seen = SeenControl{MacOwnWindows::text(control), static_cast<bool>(control.enabled)};
+        });
+        return seen;
+    }
+
+    void pressButton(const std::string& id) override {
+        onMain([&] { MacOwnWindows::press(id); });
+    }
+
+    void typeInto(const std::string& id, const std::string& text) override {
+        onMain([&] { MacOwnWindows::typeInto(id, text); });
+    }
+
+    Block heldPress(const std::string& id) override {
+        Block release;
+        onMain([&] { release = MacOwnWindows::heldPress(id); });
+        return release;
+    }
+
+    void chooseFromMainMenu(const std::string& menu, const std::string& item) override {
+        onMain([&] { EXPECT_TRUE(MacOwnWindows::chooseFromMainMenu(menu, item)) << menu << ": " << item; });
     }
 
   private:
@@ -193,6 +251,7 @@ class MacContractHost final : public contracts::ContractHost, public contracts::
     std::unique_ptr<MacComputer> mac_;
     std::unique_ptr<Computer> computer_;
     std::unique_ptr<contracts::ContractServer> server_;
+    std::vector<ProcessIdentifier> children_;
     int refusing_ = -1;
     ProcessIdentifier typedInto_ = 0;
 };

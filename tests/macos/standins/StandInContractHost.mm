@@ -1,9 +1,11 @@
+#include <functional>
 #include <memory>
 #include <utility>
 
 #include "platform/macos/MacComputer.h"
 #include "tests/contracts/VirtualContractHost.h"
 #include "tests/macos/standins/MacInUse.h"
+#include "tests/macos/standins/appkit/Clicks.h"
 
 namespace vantrel::contracts {
 namespace {
@@ -19,10 +21,7 @@ class StandInContractHost final : public VirtualContractHost {
     }
 
     ~StandInContractHost() override {
-        mac().onMain(standins::withPool([this] {
-            computer_.reset();
-            platform_.reset();
-        }));
+        if (!hasEnded()) mac().onMain(standins::withPool([this] { forgetPlatform(); }));
         // What is left calls the stand-ins, which need the Mac.
         mac().end();
     }
@@ -31,7 +30,26 @@ class StandInContractHost final : public VirtualContractHost {
     void onMain(Block block) override { VirtualContractHost::onMain(standins::withPool(std::move(block))); }
     void postToMain(Block block) override { VirtualContractHost::postToMain(standins::withPool(std::move(block))); }
 
+    // A process that ends takes its platform along.
+    void launch(std::function<void(Computer&)> main) override {
+        VirtualContractHost::postToMain(standins::withPool([this, main = std::move(main)] {
+            main(*computer_);
+            if (hasEnded()) forgetPlatform();
+        }));
+    }
+
+    // The virtual Mac passes no clicks on to a cover.
+    void clickAt(const Point& point) override {
+        if (!overlayIsInFrontAt(point)) return VirtualContractHost::clickAt(point);
+        onMain([point] { standins::clickOnCover(point); });
+    }
+
   private:
+    void forgetPlatform() {
+        computer_.reset();
+        platform_.reset();
+    }
+
     standins::MacInUse inUse_;
     std::unique_ptr<macos::MacComputer> platform_;
     std::unique_ptr<Computer> computer_;

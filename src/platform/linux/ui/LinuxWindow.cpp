@@ -34,6 +34,10 @@ void LinuxWindow::LaterDeleter::operator()(WindowWidget* widget) const {
     // Destroyed later: the window may be on the stack, if one of its own buttons asked for this.
     widget->onClose = nullptr;
     widget->onKey = nullptr;
+    // A press may still be under way.
+    for (QPushButton* button : widget->findChildren<QPushButton*>()) {
+        QObject::disconnect(button, &QPushButton::clicked, nullptr, nullptr);
+    }
     widget->hide();
     widget->deleteLater();
 }

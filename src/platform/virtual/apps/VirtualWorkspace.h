@@ -6,6 +6,8 @@
 #include <vector>
 
 #include "platform/apps/Workspace.h"
+#include "platform/portable/URLComponents.h"
+#include "platform/portable/URLGrammar.h"
 #include "platform/virtual/scheduler/Engine.h"
 
 namespace vantrel::virtualmac {
@@ -17,8 +19,8 @@ class VirtualWorkspace final : public Workspace {
 
     bool open(const URL& url) override {
         engine_.mainThreadCall("Workspace.open");
-        if (engine_.isOver()) return false;
-        const bool opened = !failing_;
+        if (engine_.isOver() || !isURIReference(url.absoluteString)) return false;
+        const bool opened = !failing_ && scheme(url);
         if (opened) {
             const std::lock_guard guard(mutex_);
             opened_.push_back(url.absoluteString);

@@ -1,6 +1,7 @@
 #import <AppKit/AppKit.h>
 
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "tests/macos/standins/MacInUse.h"
@@ -46,6 +47,7 @@ class DelegateRelay final : public vantrel::ApplicationDelegate {
     __weak id<NSApplicationDelegate> _delegate;
     NSMenu* _mainMenu;
     std::shared_ptr<DelegateRelay> _relay;
+    bool _isOrderingPrevented;
 }
 
 // Created off the main thread, it would have no event loop.
@@ -120,6 +122,11 @@ class DelegateRelay final : public vantrel::ApplicationDelegate {
 }
 
 - (void)preventWindowOrdering {
+    _isOrderingPrevented = true;
+}
+
+- (bool)vantrel_wasOrderingPrevented {
+    return std::exchange(_isOrderingPrevented, false);
 }
 
 - (void)sendEvent:(NSEvent*)event {

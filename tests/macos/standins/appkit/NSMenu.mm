@@ -12,6 +12,8 @@ using namespace vantrel::standins;
 
 @interface NSMenuItem (VantrelDescription)
 - (vantrel::MenuItem)vantrel_description;
+- (bool)vantrel_isEnabled;
+- (void)vantrel_choose;
 @end
 
 @implementation NSMenuItem {
@@ -86,6 +88,29 @@ using namespace vantrel::standins;
 - (void)addItem:(NSMenuItem*)item {
     if (item == nil) raise(@"NSInvalidArgumentException", @"addItem: nil");
     _items.push_back(item);
+}
+
+- (NSArray<NSMenuItem*>*)itemArray {
+    NSMutableArray* items = [NSMutableArray arrayWithCapacity:_items.size()];
+    for (NSMenuItem* item : _items) [items addObject:item];
+    return items;
+}
+
+- (void)setItemArray:(NSArray<NSMenuItem*>*)items {
+    _items.clear();
+    for (NSMenuItem* item in items) [self addItem:item];
+}
+
+- (NSInteger)indexOfItemWithTitle:(NSString*)title {
+    for (std::size_t index = 0; index < _items.size(); ++index) {
+        if ([_items[index] vantrel_description].title == bytesOf(title)) return static_cast<NSInteger>(index);
+    }
+    return -1;
+}
+
+- (void)performActionForItemAtIndex:(NSInteger)index {
+    NSMenuItem* item = _items.at(static_cast<std::size_t>(index));
+    if ([item vantrel_isEnabled]) [item vantrel_choose];
 }
 
 // The virtual Mac itself closes the menu of an item that leaves the status bar.

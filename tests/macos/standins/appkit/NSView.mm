@@ -12,6 +12,7 @@ using namespace vantrel::standins;
 
 @implementation NSView {
     __weak NSWindow* _window;
+    __weak NSView* _superview;
     std::vector<NSView*> _subviews;
     NSRect _frame;
     BOOL _hidden;
@@ -45,6 +46,7 @@ using namespace vantrel::standins;
 - (void)addSubview:(NSView*)view {
     if (view == nil) raise(@"NSInvalidArgumentException", @"addSubview: nil");
     _subviews.push_back(view);
+    view->_superview = self;
     [view vantrel_moveToWindow:_window];
 }
 
@@ -55,7 +57,10 @@ using namespace vantrel::standins;
 }
 
 - (void)setSubviews:(NSArray*)subviews {
-    for (NSView* view : _subviews) [view vantrel_moveToWindow:nil];
+    for (NSView* view : _subviews) {
+        view->_superview = nil;
+        [view vantrel_moveToWindow:nil];
+    }
     _subviews.clear();
     for (NSView* view in subviews) [self addSubview:view];
 }
@@ -68,6 +73,10 @@ using namespace vantrel::standins;
     auto* const window = [self vantrel_virtualWindow];
     _hidden = hidden;
     if (window != nullptr) window->setViewHidden([self vantrel_id], hidden);
+}
+
+- (BOOL)isHiddenOrHasHiddenAncestor {
+    return _hidden || [_superview isHiddenOrHasHiddenAncestor];
 }
 
 - (BOOL)wantsLayer {

@@ -10,5 +10,7 @@
 + (NSArray<NSWindow*>*)vantrel_all;
 /// The window on the virtual Mac, created if necessary. Null for one without a border or a closed one.
 - (nullable vantrel::Window*)vantrel_virtualWindow;
+/// In points from the bottom left of the primary display.
+- (vantrel::Rect)vantrel_frame;
 
 @end

@@ -92,6 +92,10 @@ void requireMainThread(const char* what) {
     return [self vantrel_isBorderless] ? nullptr : [self vantrel_makeWindow];
 }
 
+- (vantrel::Rect)vantrel_frame {
+    return rectOf(_frame);
+}
+
 - (bool)vantrel_isBorderless {
     return _styleMask == NSWindowStyleMaskBorderless;
 }

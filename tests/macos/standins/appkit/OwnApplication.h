@@ -1,5 +1,12 @@
 #pragma once
 
+#import <AppKit/NSApplication.h>
+
+@interface NSApplication (VantrelOrdering)
+/// Whether preventWindowOrdering has been called since the last question.
+- (bool)vantrel_wasOrderingPrevented;
+@end
+
 namespace vantrel::standins {
 
 /// Destroys the application object with its Mac. The next sharedApplication creates a new one.

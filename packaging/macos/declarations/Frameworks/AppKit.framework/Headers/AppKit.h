@@ -3,6 +3,7 @@
 
 #import <AppKit/NSAlert.h>
 #import <AppKit/NSApplication.h>
+#import <AppKit/NSApplicationScripting.h>
 #import <AppKit/NSBox.h>
 #import <AppKit/NSButton.h>
 #import <AppKit/NSButtonCell.h>

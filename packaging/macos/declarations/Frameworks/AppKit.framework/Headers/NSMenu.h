@@ -6,8 +6,12 @@
 NS_ASSUME_NONNULL_BEGIN
 
 @interface NSMenu : NSObject <NSCopying>
+@property(copy) NSString* title;
 - (instancetype)initWithTitle:(NSString*)title NS_DESIGNATED_INITIALIZER;
 - (void)addItem:(NSMenuItem*)item;
+@property(copy) NSArray<NSMenuItem*>* itemArray;
+- (NSInteger)indexOfItemWithTitle:(NSString*)title;
+- (void)performActionForItemAtIndex:(NSInteger)index;
 - (void)cancelTracking API_AVAILABLE(macos(10.5));
 @end
 

@@ -26,6 +26,7 @@ typedef NS_OPTIONS(NSUInteger, NSAutoresizingMaskOptions) {
 @property NSRect bounds;
 @property NSAutoresizingMaskOptions autoresizingMask;
 @property(getter=isHidden) BOOL hidden;
+@property(readonly, getter=isHiddenOrHasHiddenAncestor) BOOL hiddenOrHasHiddenAncestor;
 @property BOOL wantsLayer API_AVAILABLE(macos(10.5));
 @property(nullable, strong) CALayer* layer API_AVAILABLE(macos(10.5));
 - (void)setFrameOrigin:(NSPoint)origin;

@@ -1,0 +1,81 @@
+#include "tests/linux/support/OwnWindows.h"
+
+#include <unistd.h>
+
+#include <QAction>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPointer>
+#include <QPushButton>
+
+namespace vantrel::linuxdesktop {
+
+namespace {
+
+// Where Qt would otherwise see a mnemonic, an ampersand is doubled.
+std::string plain(const QString& text) {
+    return QString(text).replace("&&", "&").toStdString();
+}
+
+QAction* actionNamed(const QList<QAction*>& actions, const std::string& text) {
+    for (QAction* action : actions) {
+        if (plain(action->text()) == text) return action;
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+std::vector<QWidget*> OwnWindows::shown() {
+    std::vector<QWidget*> found;
+    for (const xcb_window_t window : windows_.ofProcess(getpid())) {
+        QWidget* widget = QWidget::find(window);
+        if (widget != nullptr && widget->isVisible()) found.push_back(widget);
+    }
+    return found;
+}
+
+QWidget* OwnWindows::widget(const std::string& name) {
+    const auto windows = shown();
+    QWidget* found = windows.empty() ? nullptr : windows.front()->findChild<QWidget*>(QString::fromStdString(name));
+    return found != nullptr && found->isVisible() ? found : nullptr;
+}
+
+std::string OwnWindows::text(const QWidget& widget) {
+    if (const auto* field = qobject_cast<const QLineEdit*>(&widget)) return field->text().toStdString();
+    if (const auto* button = qobject_cast<const QPushButton*>(&widget)) return plain(button->text());
+    if (const auto* label = qobject_cast<const QLabel*>(&widget)) return label->text().toStdString();
+    return widget.accessibleName().toStdString();
+}
+
+void OwnWindows::press(const std::string& name) {
+    if (auto* button = qobject_cast<QPushButton*>(widget(name))) button->click();
+}
+
+Block OwnWindows::heldPress(const std::string& name) {
+    return [button = QPointer<QPushButton>(qobject_cast<QPushButton*>(widget(name)))] {
+        if (button) button->click();
+    };
+}
+
+void OwnWindows::typeInto(const std::string& name, const std::string& text) {
+    auto* field = qobject_cast<QLineEdit*>(widget(name));
+    if (field == nullptr || !field->isEnabled()) return;
+    field->selectAll();
+    field->insert(QString::fromStdString(text));
+}
+
+bool OwnWindows::chooseFromMenuBar(const std::string& menu, const std::string& item) {
+    const auto windows = shown();
+    const auto* bar = windows.empty() ? nullptr : windows.front()->findChild<QMenuBar*>();
+    const QAction* opened = bar != nullptr ? actionNamed(bar->actions(), menu) : nullptr;
+    QAction* chosen = opened != nullptr ? actionNamed(opened->menu()->actions(), item) : nullptr;
+    if (chosen == nullptr) return false;
+    // Nothing happens if it is disabled.
+    chosen->trigger();
+    return true;
+}
+
+}  // namespace vantrel::linuxdesktop

@@ -1,0 +1,73 @@
+#include "tests/macos/contracts/MacOwnWindows.h"
+
+#include "platform/macos/bridge/Text.h"
+
+namespace vantrel::macos {
+
+namespace {
+
+NSView* viewNamed(NSView* view, NSString* identifier) {
+    if ([view.identifier isEqualToString:identifier]) return view;
+    for (NSView* child in view.subviews) {
+        if (NSView* found = viewNamed(child, identifier)) return found;
+    }
+    return nil;
+}
+
+NSArray<NSWindow*>* frontToBack() {
+    NSMutableArray<NSWindow*>* windows = [NSMutableArray arrayWithCapacity:1];
+    for (NSWindow* window in NSApplication.sharedApplication.orderedWindows) {
+        if (window.visible) [windows addObject:window];
+    }
+    return windows;
+}
+
+}  // namespace
+
+std::vector<std::string> MacOwnWindows::shown() {
+    std::vector<std::string> titles;
+    for (NSWindow* window in frontToBack()) titles.push_back(bytesOf(window.title));
+    return titles;
+}
+
+NSControl* MacOwnWindows::control(const std::string& identifier) {
+    for (NSWindow* window in frontToBack()) {
+        NSView* found = window.contentView != nil ? viewNamed(window.contentView, lenientText(identifier)) : nil;
+        const bool isSeen = [found isKindOfClass:[NSControl class]] && !found.hiddenOrHasHiddenAncestor;
+        return isSeen ? static_cast<NSControl*>(found) : nil;
+    }
+    return nil;
+}
+
+std::string MacOwnWindows::text(NSControl* control) {
+    const bool isButton = [control isKindOfClass:[NSButton class]];
+    return bytesOf(isButton ? static_cast<NSButton*>(control).title : control.stringValue);
+}
+
+void MacOwnWindows::press(const std::string& identifier) {
+    [control(identifier) performClick:nil];
+}
+
+Block MacOwnWindows::heldPress(const std::string& identifier) {
+    // The window owns it, and it must be destroyed on the main thread.
+    __weak NSControl* pressed = control(identifier);
+    return [pressed] { [pressed performClick:nil]; };
+}
+
+void MacOwnWindows::typeInto(const std::string& identifier, const std::string& text) {
+    NSControl* field = control(identifier);
+    if (field.enabled) field.stringValue = lenientText(text);
+}
+
+bool MacOwnWindows::chooseFromMainMenu(const std::string& menu, const std::string& item) {
+    for (NSMenuItem* entry in NSApplication.sharedApplication.mainMenu.itemArray) {
+        if (bytesOf(entry.submenu.title) != menu) continue;
+        const NSInteger index = [entry.submenu indexOfItemWithTitle:lenientText(item)];
+        if (index < 0) return false;
+        [entry.submenu performActionForItemAtIndex:index];
+        return true;
+    }
+    return false;
+}
+
+}  // namespace vantrel::macos

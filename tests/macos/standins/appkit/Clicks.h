@@ -1,0 +1,12 @@
+#pragma once
+
+#include "platform/desktop/Geometry.h"
+
+namespace vantrel::standins {
+
+/// A click on the front one of the client's covers there, in points from the bottom left of the primary display. The
+/// view under the mouse decides, as AppKit has it, whether the click brings the client to the front and whether it gets
+/// the click of a client that is not in front. Main thread. Does nothing if no cover is there.
+void clickOnCover(const Point& point);
+
+}  // namespace vantrel::standins
