@@ -110,6 +110,8 @@ void MainWindowController::activateLockdown(const JoinedSession& session) {
     }
     createServices(session);
     wireServices();
+    // A lockdown that is complete stays so: the new services continue what the replaced ones did.
+    if (statusItem_) continueLockdown(session);
     print("🔒 Step 1/4: Fullscreen browser...");
     settleCapturePermissions(
         computer_.captureAuthorization, computer_.dispatch, computer_.log,
@@ -204,15 +206,17 @@ void MainWindowController::completeLockdown(const JoinedSession& session) {
     startWindowMonitor(session.result.meetLink);
     coverSecondaryDisplays();
     installStatusItem(session);
-    if (heartbeat_) {
-        heartbeat_->lockdownActive = true;
-        heartbeat_->meetConnected = true;
-        heartbeat_->start();
-    }
+    startHeartbeat();
     window_->orderOut();
     print(separatorLine);
     print("✅✅✅ LOCKDOWN COMPLETO E ATTIVO ✅✅✅");
     print(separatorLine);
+}
+
+void MainWindowController::continueLockdown(const JoinedSession& session) {
+    keyboardHook_->start();
+    watchBrowser(session.result.meetLink);
+    startHeartbeat();
 }
 
 void MainWindowController::startKeyboardHook() {
@@ -224,12 +228,23 @@ void MainWindowController::startKeyboardHook() {
 
 void MainWindowController::startWindowMonitor(const std::string& meetLink) {
     print("🔒 Step 3/4: Avvio window monitor...");
+    watchBrowser(meetLink);
+    print("✅ Step 3/4: Window monitor avviato");
+}
+
+void MainWindowController::watchBrowser(const std::string& meetLink) {
     if (browserLauncher_ && windowMonitor_) {
         windowMonitor_->authorizedMeetURL = meetLink;
         windowMonitor_->startMonitoring(browserLauncher_);
     }
     if (browserLauncher_) browserLauncher_->windowMonitor = windowMonitor_;
-    print("✅ Step 3/4: Window monitor avviato");
+}
+
+void MainWindowController::startHeartbeat() {
+    if (!heartbeat_) return;
+    heartbeat_->lockdownActive = true;
+    heartbeat_->meetConnected = true;
+    heartbeat_->start();
 }
 
 void MainWindowController::coverSecondaryDisplays() {

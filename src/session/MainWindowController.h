@@ -74,8 +74,13 @@ class MainWindowController : public std::enable_shared_from_this<MainWindowContr
     /// `launcher` is this activation's own. If it was replaced meanwhile, it opens no browser.
     void launchBrowser(const std::weak_ptr<BrowserLauncher>& launcher, const JoinedSession& session);
     void completeLockdown(const JoinedSession& session);
+    /// Another activation has replaced the services of a complete lockdown: theirs start at once, not after its launch,
+    /// which may wait behind a prompt for ever.
+    void continueLockdown(const JoinedSession& session);
     void startKeyboardHook();
     void startWindowMonitor(const std::string& meetLink);
+    void watchBrowser(const std::string& meetLink);
+    void startHeartbeat();
     void coverSecondaryDisplays();
     void installStatusItem(const JoinedSession& session);
     void endOnMainQueue(SessionEndReason reason);

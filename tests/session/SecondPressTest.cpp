@@ -8,6 +8,7 @@ namespace vantrel {
 namespace {
 
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::SizeIs;
 using virtualmac::NetworkAnswer;
 
@@ -250,6 +251,46 @@ TEST_F(SecondPressTest, ThatIsRefusedLeavesALockdownThatStandsAsItWas) {
     mac().runFor(1);
     EXPECT_FALSE(isClosable());
     EXPECT_EQ(screen(), "none");
+    end();
+    expectNothingLeft();
+}
+
+TEST_F(SecondPressTest, InALockdownThatStandsLeavesItComplete) {
+    waitInAStandingLockdown();
+    expectOneLockdown();
+    EXPECT_EQ(count(fullscreenDone), 1);
+    expectOneHeartbeatIn15Seconds();
+}
+
+TEST_F(SecondPressTest, InALockdownThatStandsKeepsTheKeysHeld) {
+    waitInAStandingLockdown();
+    expectKeysSwallowed();
+}
+
+TEST_F(SecondPressTest, InALockdownThatStandsReportsAtOnceAndAsLockedToItsOwnSession) {
+    waitInAStandingLockdown();
+    const auto sent = bodies("/api/heartbeat");
+    ASSERT_THAT(sent, SizeIs(2));
+    EXPECT_THAT(sent[1], HasSubstr(R"("lockdownActive":true,"meetConnected":true)"));
+    EXPECT_THAT(sent[1], HasSubstr(R"("sessionCode":"ALTRA")"));
+}
+
+TEST_F(SecondPressTest, InALockdownThatStandsEndsItOnTheNinthTickWithoutALaunch) {
+    waitInAStandingLockdown();
+    mac().runFor(20);
+    EXPECT_EQ(screen(), "endView");
+    EXPECT_EQ(text("endMessageLabel"), "Il browser si è chiuso inaspettatamente");
+    EXPECT_EQ(running("com.google.Chrome"), 1u);
+}
+
+TEST_F(SecondPressTest, InALockdownThatStandsCompletesItAgainWithOneOfEach) {
+    waitInAStandingLockdown();
+    participant().answerPermissionPrompt(true);
+    mac().runFor(5);
+    EXPECT_EQ(count(fullscreenDone), 2);
+    expectOneLockdown();
+    expectOneHeartbeatIn15Seconds();
+    expectKeysSwallowed();
     end();
     expectNothingLeft();
 }
