@@ -48,6 +48,11 @@ void HttpConnection::start() {
         if (!self) return;
         asio::post(self->stream_.get_executor(), [self] { self->stream_.close(); });
     });
+    // The stream is used on its own executor only; this is the one of whoever accepts.
+    asio::post(stream_.get_executor(), [self = shared_from_this()] { self->readHeader(); });
+}
+
+void HttpConnection::readHeader() {
     // One deadline for the whole request: a client gains nothing by sending a byte now and then.
     stream_.expires_after(surroundings_.limits.requestTime);
     http::async_read_header(stream_, buffer_, parser_,

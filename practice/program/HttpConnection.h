@@ -45,6 +45,7 @@ class HttpConnection : public std::enable_shared_from_this<HttpConnection> {
   private:
     using Error = boost::beast::error_code;
 
+    void readHeader();
     void headerCame(Error error);
     void readBody();
     void bodyCame(Error error);
