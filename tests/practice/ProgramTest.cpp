@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 #include <httplib.h>
 #include <signal.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <atomic>
@@ -330,7 +331,7 @@ TEST(ProgramStart, ReadsAFile) {
 }
 
 TEST(ProgramStart, SaysWhatIsWrongWithAFile) {
-    const std::string path = testing::TempDir() + "vantrel-practice-wrong.yaml";
+    const std::string path = testing::TempDir() + "vantrel-practice-wrong-" + std::to_string(getpid()) + ".yaml";
     std::ofstream(path) << "sessions:\n  - code: A\n    colour: red\n";
     PracticeProgram program({"--port", "0", "--config", path});
     EXPECT_EQ(program.exitStatus(), 2);
@@ -359,7 +360,8 @@ class PasswordFile {
     PasswordFile(const PasswordFile&) = delete;
     PasswordFile& operator=(const PasswordFile&) = delete;
 
-    const std::string path = testing::TempDir() + "vantrel-practice-password";
+    /// Its own in each process: tests run side by side.
+    const std::string path = testing::TempDir() + "vantrel-practice-password-" + std::to_string(getpid());
 };
 
 TEST(ProgramStart, DoesNotShowTheTrainersPageToOthersWithoutAPassword) {
