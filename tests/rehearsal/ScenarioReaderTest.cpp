@@ -263,6 +263,7 @@ TEST(ScenarioReader, RefusesValuesThatMakeNoSense) {
     EXPECT_EQ(step("reply: {to: GET /x, drops: yes, error: E}"),
               "5: a reply rule has more than one of: stalls, drops, never-comes, not-http, error\n");
     EXPECT_EQ(step("reply: {to: GET /x, body-base64: '*'}"), "5: 'body-base64' is not base64 with its padding\n");
+    EXPECT_EQ(step("reply: {to: GET /x, status: 1000}"), "5: 'status' is not a whole number from 200 to 999\n");
     EXPECT_EQ(step("reply: {to: GET /x, status: 99}"), "5: 'status' is not a whole number from 200 to 999\n");
     EXPECT_EQ(step("plug: {name: X, frame: [0, 0, 0, 5]}"), "5: the width is less than 1\n");
     EXPECT_EQ(step("plug: {name: X, frame: [0, 0]}"), "5: 'frame' is not [x, y, width, height]\n");
