@@ -17,7 +17,7 @@ PracticeServer::PracticeServer(PracticeConfiguration configuration, Clock clock)
       registry_(configuration_.sessions, ParticipantPresence(configuration_.contactLostAfterSeconds)),
       version_(configuration_.version),
       api_(registry_, version_, configuration_),
-      control_(registry_, bender_, log_, reports_),
+      control_(registry_, replyRules_, log_, reports_),
       trainer_(registry_, configuration_),
       meeting_(registry_, reports_) {}
 
@@ -29,7 +29,7 @@ PracticeReply PracticeServer::handle(const PracticeRequest& request) {
     const double now = clock_();
     if (isAside(target)) return request.bodyIsTooLarge ? bodyTooLarge() : aside(request, target, now);
     PracticeReply reply = request.bodyIsTooLarge ? bodyTooLarge() : exchange(request, target, now);
-    const auto rule = bender_.ruleFor(request);
+    const auto rule = replyRules_.ruleFor(request);
     if (rule) rule->applyTo(reply);
     reply.exchange = log_.record(request, reply, rule.has_value(), now);
     return reply;
@@ -64,8 +64,8 @@ void PracticeServer::noteDelivery(std::uint64_t exchange, bool delivered) {
     log_.noteDelivery(exchange, delivered);
 }
 
-std::optional<std::uint64_t> PracticeServer::bend(BendRule rule) {
-    return bender_.add(std::move(rule));
+std::optional<std::uint64_t> PracticeServer::addReplyRule(ReplyRule rule) {
+    return replyRules_.add(std::move(rule));
 }
 
 bool PracticeServer::endSession(std::string_view code) {
@@ -82,7 +82,7 @@ void PracticeServer::setVersion(VersionConfiguration version) {
 
 void PracticeServer::reset() {
     registry_.reset();
-    bender_.clear();
+    replyRules_.clear();
     log_.clear();
     reports_.clear();
 }

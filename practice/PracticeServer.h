@@ -21,7 +21,7 @@
 #include "practice/state/PracticeParticipant.h"
 #include "practice/state/PublishedVersion.h"
 #include "practice/state/ReceivedExchange.h"
-#include "practice/state/ReplyBender.h"
+#include "practice/state/ReplyRules.h"
 #include "practice/state/SessionRegistry.h"
 
 namespace vantrel::practice {
@@ -48,7 +48,7 @@ class PracticeServer {
     void noteDelivery(std::uint64_t exchange, bool delivered);
 
     /// What the control interface does, for callers in the same process.
-    std::optional<std::uint64_t> bend(BendRule rule);
+    std::optional<std::uint64_t> addReplyRule(ReplyRule rule);
     /// The code in upper or lower case. False if there is no such session.
     bool endSession(std::string_view code);
     /// Adds a session until the next reset. Its code must be in upper case. False if there is a session with that code.
@@ -77,7 +77,7 @@ class PracticeServer {
     // Each guards itself, only while it copies values. Reading a body and writing a reply block nobody.
     SessionRegistry registry_;
     PublishedVersion version_;
-    ReplyBender bender_;
+    ReplyRules replyRules_;
     ExchangeLog log_;
     PageReportLog reports_;
     ApiExchanges api_;

@@ -1,4 +1,4 @@
-#include "practice/bodies/BendRule.h"
+#include "practice/bodies/ReplyRule.h"
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
@@ -22,7 +22,7 @@ std::string repeated(const std::string& pattern, std::size_t size) {
 }
 
 /// Stores one member in the rule. Returns what is wrong with it, or an empty text.
-std::string readMember(BendRule& rule, const std::string& name, const json& value) {
+std::string readMember(ReplyRule& rule, const std::string& name, const json& value) {
     const auto text = [&](auto& place) -> std::string {
         if (!value.is_string()) return "\"" + name + "\" is not a string";
         place = value.get<std::string>();
@@ -58,15 +58,15 @@ std::string readMember(BendRule& rule, const std::string& name, const json& valu
         return {};
     }
     if (name == "bodySize") {
-        if (!value.is_number_unsigned() || value > BendRule::largestBody) {
-            return "\"bodySize\" is not between 0 and " + std::to_string(BendRule::largestBody);
+        if (!value.is_number_unsigned() || value > ReplyRule::largestBody) {
+            return "\"bodySize\" is not between 0 and " + std::to_string(ReplyRule::largestBody);
         }
         rule.bodySize = value.get<std::size_t>();
         return {};
     }
     if (name == "delaySeconds") {
-        if (!value.is_number() || value < 0 || value > BendRule::longestDelay) {
-            return "\"delaySeconds\" is not between 0 and " + std::to_string(static_cast<int>(BendRule::longestDelay));
+        if (!value.is_number() || value < 0 || value > ReplyRule::longestDelay) {
+            return "\"delaySeconds\" is not between 0 and " + std::to_string(static_cast<int>(ReplyRule::longestDelay));
         }
         rule.delaySeconds = value.get<double>();
         return {};
@@ -76,14 +76,14 @@ std::string readMember(BendRule& rule, const std::string& name, const json& valu
 
 }  // namespace
 
-std::variant<BendRule, BodyError> BendRule::read(const std::string& text) {
+std::variant<ReplyRule, BodyError> ReplyRule::read(const std::string& text) {
     const auto parsed = jsonBody(text);
     if (const auto* error = std::get_if<BodyError>(&parsed)) return *error;
     const json& value = std::get<json>(parsed);
     if (!value.is_object()) return BodyError{"the body is not a JSON object"};
     if (value.contains("body") && value.contains("bodyBase64")) return BodyError{"both \"body\" and \"bodyBase64\""};
 
-    BendRule rule;
+    ReplyRule rule;
     for (const auto& [name, member] : value.items()) {
         const std::string wrong = readMember(rule, name, member);
         if (!wrong.empty()) return BodyError{wrong};
@@ -92,7 +92,7 @@ std::variant<BendRule, BodyError> BendRule::read(const std::string& text) {
     return rule;
 }
 
-bool BendRule::matches(const PracticeRequest& request) const {
+bool ReplyRule::matches(const PracticeRequest& request) const {
     if (method != "*" && method != request.method) return false;
     if (!path.empty() && path.back() == '*') {
         return std::string_view(request.path).substr(0, path.size() - 1) ==
@@ -101,7 +101,7 @@ bool BendRule::matches(const PracticeRequest& request) const {
     return path == request.path || path == RequestTarget(request.path).path();
 }
 
-void BendRule::applyTo(PracticeReply& reply) const {
+void ReplyRule::applyTo(PracticeReply& reply) const {
     if (location) {
         reply.status = 302;
         reply.headers.emplace_back("Location", *location);

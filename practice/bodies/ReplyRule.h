@@ -13,7 +13,7 @@
 namespace vantrel::practice {
 
 /// How the replies to some requests are changed. The exchange itself is carried out normally.
-struct BendRule {
+struct ReplyRule {
     /// The largest body that "bodySize" makes.
     static constexpr std::size_t largestBody = std::size_t{64} * 1024 * 1024;
     /// Seconds.
@@ -38,7 +38,7 @@ struct BendRule {
     bool stallAfterHeaders = false;
 
     /// From the control interface's JSON object.
-    static std::variant<BendRule, BodyError> read(const std::string& json);
+    static std::variant<ReplyRule, BodyError> read(const std::string& json);
 
     bool matches(const PracticeRequest& request) const;
     void applyTo(PracticeReply& reply) const;

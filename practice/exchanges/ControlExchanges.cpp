@@ -39,9 +39,9 @@ PracticeReply listReply(const std::vector<Entry>& entries) {
 
 }  // namespace
 
-ControlExchanges::ControlExchanges(SessionRegistry& registry, ReplyBender& bender, ExchangeLog& log,
+ControlExchanges::ControlExchanges(SessionRegistry& registry, ReplyRules& replyRules, ExchangeLog& log,
                                    PageReportLog& reports)
-    : registry_(registry), bender_(bender), log_(log), reports_(reports) {}
+    : registry_(registry), replyRules_(replyRules), log_(log), reports_(reports) {}
 
 bool ControlExchanges::isControl(const RequestTarget& target) {
     return !target.segments().empty() && target.segments().front() == "control";
@@ -51,7 +51,7 @@ PracticeReply ControlExchanges::handle(const PracticeRequest& request, const Req
     const auto& segments = target.segments();
     const bool isPost = request.method == "POST";
     const bool isGet = request.method == "GET";
-    if (target.path() == "/control/bend") return isPost ? bend(request.body) : methodNotAllowed("POST");
+    if (target.path() == "/control/reply-rule") return isPost ? addReplyRule(request.body) : methodNotAllowed("POST");
     if (target.path() == "/control/reset") return isPost ? reset(request.body) : methodNotAllowed("POST");
     if (target.path() == "/control/received") return isGet ? received() : methodNotAllowed("GET");
     if (target.path() == "/control/reports") return isGet ? reports() : methodNotAllowed("GET");
@@ -63,19 +63,19 @@ PracticeReply ControlExchanges::handle(const PracticeRequest& request, const Req
     return notFound();
 }
 
-PracticeReply ControlExchanges::bend(const std::string& body) {
-    auto rule = BendRule::read(body);
-    if (const auto* error = std::get_if<BodyError>(&rule)) return errorReply(400, "invalid_bend", error->message);
-    const auto number = bender_.add(std::move(std::get<BendRule>(rule)));
+PracticeReply ControlExchanges::addReplyRule(const std::string& body) {
+    auto rule = ReplyRule::read(body);
+    if (const auto* error = std::get_if<BodyError>(&rule)) return errorReply(400, "invalid_reply_rule", error->message);
+    const auto number = replyRules_.add(std::move(std::get<ReplyRule>(rule)));
     if (!number) {
-        return errorReply(400, "invalid_bend",
-                          "there are " + std::to_string(ReplyBender::rulesKept) + " rules already");
+        return errorReply(400, "invalid_reply_rule",
+                          "there are " + std::to_string(ReplyRules::rulesKept) + " rules already");
     }
     return jsonReply(200, {{"rule", *number}});
 }
 
 PracticeReply ControlExchanges::reset(const std::string& body) {
-    static const std::set<std::string> all{"bends", "received", "reports", "sessions"};
+    static const std::set<std::string> all{"replyRules", "received", "reports", "sessions"};
     std::set<std::string> chosen = all;
     if (!body.empty()) {
         const auto parsed = jsonBody(body);
@@ -87,12 +87,12 @@ PracticeReply ControlExchanges::reset(const std::string& body) {
         for (const json& name : value["only"]) {
             if (!name.is_string() || all.count(name.get<std::string>()) == 0) {
                 return errorReply(400, "invalid_reset",
-                                  "only \"bends\", \"received\", \"reports\" and \"sessions\" can be reset");
+                                  "only \"replyRules\", \"received\", \"reports\" and \"sessions\" can be reset");
             }
             chosen.insert(name.get<std::string>());
         }
     }
-    if (chosen.count("bends") != 0) bender_.clear();
+    if (chosen.count("replyRules") != 0) replyRules_.clear();
     if (chosen.count("received") != 0) log_.clear();
     if (chosen.count("reports") != 0) reports_.clear();
     if (chosen.count("sessions") != 0) registry_.reset();
@@ -131,9 +131,9 @@ PracticeReply ControlExchanges::state() const {
                             {"status", textOf(state.session.status)},
                             {"participants", std::move(participants)}});
     }
-    json bends = json::array();
-    for (const ReplyBender::Entry& entry : bender_.entries()) bends.push_back(jsonOf(entry));
-    return jsonReply(200, {{"sessions", std::move(sessions)}, {"bends", std::move(bends)}});
+    json rules = json::array();
+    for (const ReplyRules::Entry& entry : replyRules_.entries()) rules.push_back(jsonOf(entry));
+    return jsonReply(200, {{"sessions", std::move(sessions)}, {"replyRules", std::move(rules)}});
 }
 
 }  // namespace vantrel::practice

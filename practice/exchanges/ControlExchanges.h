@@ -7,7 +7,7 @@
 #include "practice/messages/RequestTarget.h"
 #include "practice/state/ExchangeLog.h"
 #include "practice/state/PageReportLog.h"
-#include "practice/state/ReplyBender.h"
+#include "practice/state/ReplyRules.h"
 #include "practice/state/SessionRegistry.h"
 
 namespace vantrel::practice {
@@ -15,14 +15,14 @@ namespace vantrel::practice {
 /// A test's requests under /control.
 class ControlExchanges {
   public:
-    ControlExchanges(SessionRegistry& registry, ReplyBender& bender, ExchangeLog& log, PageReportLog& reports);
+    ControlExchanges(SessionRegistry& registry, ReplyRules& replyRules, ExchangeLog& log, PageReportLog& reports);
 
     static bool isControl(const RequestTarget& target);
 
     PracticeReply handle(const PracticeRequest& request, const RequestTarget& target);
 
   private:
-    PracticeReply bend(const std::string& body);
+    PracticeReply addReplyRule(const std::string& body);
     PracticeReply reset(const std::string& body);
     PracticeReply received() const;
     PracticeReply reports() const;
@@ -31,7 +31,7 @@ class ControlExchanges {
     PracticeReply state() const;
 
     SessionRegistry& registry_;
-    ReplyBender& bender_;
+    ReplyRules& replyRules_;
     ExchangeLog& log_;
     PageReportLog& reports_;
 };

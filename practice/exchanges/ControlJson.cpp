@@ -77,7 +77,7 @@ json jsonOf(const PageMessage& message) {
 json jsonOf(const ReceivedExchange& exchange) {
     json value{{"number", exchange.number},     {"time", exchange.time},          {"method", exchange.request.method},
                {"path", exchange.request.path}, {"headers", json::array()},       {"status", exchange.status},
-               {"bent", exchange.bent},         {"delivered", exchange.delivered}};
+               {"changed", exchange.changed},   {"delivered", exchange.delivered}};
     for (const auto& [name, text] : exchange.request.headers) {
         value["headers"].push_back(json::array({name, text}));
     }
@@ -98,7 +98,7 @@ json jsonOf(const PageReportLog::Entry& entry) {
     return value;
 }
 
-json jsonOf(const ReplyBender::Entry& entry) {
+json jsonOf(const ReplyRules::Entry& entry) {
     return {{"rule", entry.number},
             {"method", entry.rule.method},
             {"path", entry.rule.path},

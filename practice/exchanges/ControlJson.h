@@ -6,7 +6,7 @@
 #include "practice/state/ParticipantHistory.h"
 #include "practice/state/PracticeParticipant.h"
 #include "practice/state/ReceivedExchange.h"
-#include "practice/state/ReplyBender.h"
+#include "practice/state/ReplyRules.h"
 
 namespace vantrel::practice {
 
@@ -14,7 +14,7 @@ namespace vantrel::practice {
 
 nlohmann::json jsonOf(const ReceivedExchange& exchange);
 nlohmann::json jsonOf(const PageReportLog::Entry& entry);
-nlohmann::json jsonOf(const ReplyBender::Entry& entry);
+nlohmann::json jsonOf(const ReplyRules::Entry& entry);
 /// With at most `newest` heartbeats and violations, the newest ones.
 nlohmann::json jsonOf(const PracticeParticipant& participant, const ParticipantHistory& history, std::size_t newest);
 

@@ -15,9 +15,10 @@ std::size_t bytesOf(const PracticeRequest& request) {
 
 }  // namespace
 
-std::uint64_t ExchangeLog::record(const PracticeRequest& request, const PracticeReply& reply, bool bent, double now) {
+std::uint64_t ExchangeLog::record(const PracticeRequest& request, const PracticeReply& reply, bool changed,
+                                  double now) {
     const bool atOnce = !reply.dropConnection && !reply.stallAfterHeaders && reply.delaySeconds <= 0;
-    ReceivedExchange exchange{0, now, request, reply.dropConnection ? 0 : reply.status, bent, atOnce};
+    ReceivedExchange exchange{0, now, request, reply.dropConnection ? 0 : reply.status, changed, atOnce};
     const std::lock_guard lock(mutex_);
     exchange.number = nextNumber_++;
     bytes_ += bytesOf(exchange.request);

@@ -20,7 +20,7 @@ class ExchangeLog {
     static constexpr std::size_t bytesKept = std::size_t{32} * 1024 * 1024;
 
     /// Returns the exchange's number. A reply without delay counts as delivered unless something else is reported.
-    std::uint64_t record(const PracticeRequest& request, const PracticeReply& reply, bool bent, double now);
+    std::uint64_t record(const PracticeRequest& request, const PracticeReply& reply, bool changed, double now);
     /// Ignores a number that is no longer kept.
     void noteDelivery(std::uint64_t number, bool delivered);
     /// Numbering continues.

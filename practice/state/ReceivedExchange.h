@@ -15,7 +15,7 @@ struct ReceivedExchange {
     PracticeRequest request;
     /// The status answered. 0 if the connection is dropped instead.
     int status = 0;
-    bool bent = false;
+    bool changed = false;
     /// Whether the whole reply was sent while the client was still connected.
     bool delivered = false;
 };

@@ -1,11 +1,11 @@
-#include "practice/state/ReplyBender.h"
+#include "practice/state/ReplyRules.h"
 
 #include <algorithm>
 #include <utility>
 
 namespace vantrel::practice {
 
-std::optional<std::uint64_t> ReplyBender::add(BendRule rule) {
+std::optional<std::uint64_t> ReplyRules::add(ReplyRule rule) {
     const std::lock_guard lock(mutex_);
     if (entries_.size() >= rulesKept) {
         const auto usedUp =
@@ -17,12 +17,12 @@ std::optional<std::uint64_t> ReplyBender::add(BendRule rule) {
     return nextNumber_++;
 }
 
-void ReplyBender::clear() {
+void ReplyRules::clear() {
     const std::lock_guard lock(mutex_);
     entries_.clear();
 }
 
-std::optional<BendRule> ReplyBender::ruleFor(const PracticeRequest& request) {
+std::optional<ReplyRule> ReplyRules::ruleFor(const PracticeRequest& request) {
     const std::lock_guard lock(mutex_);
     for (Entry& entry : entries_) {
         if (entry.isUsedUp() || !entry.rule.matches(request)) continue;
@@ -32,7 +32,7 @@ std::optional<BendRule> ReplyBender::ruleFor(const PracticeRequest& request) {
     return std::nullopt;
 }
 
-std::vector<ReplyBender::Entry> ReplyBender::entries() const {
+std::vector<ReplyRules::Entry> ReplyRules::entries() const {
     const std::lock_guard lock(mutex_);
     return entries_;
 }

@@ -6,20 +6,20 @@
 #include <optional>
 #include <vector>
 
-#include "practice/bodies/BendRule.h"
+#include "practice/bodies/ReplyRule.h"
 #include "practice/messages/PracticeRequest.h"
 
 namespace vantrel::practice {
 
 /// The reply rules in the order they were added. Only the first one that matches and is not used up changes a reply.
 /// Any thread.
-class ReplyBender {
+class ReplyRules {
   public:
     static constexpr std::size_t rulesKept = 256;
 
     struct Entry {
         std::uint64_t number = 0;
-        BendRule rule;
+        ReplyRule rule;
         std::uint64_t used = 0;
 
         bool isUsedUp() const { return rule.times && used >= *rule.times; }
@@ -27,10 +27,10 @@ class ReplyBender {
 
     /// Returns the rule's number, counted from 1. Rules that are used up stay until the list is full; then the oldest
     /// of them is removed. Empty if there is no place.
-    std::optional<std::uint64_t> add(BendRule rule);
+    std::optional<std::uint64_t> add(ReplyRule rule);
     void clear();
     /// The rule for this request's reply, if any. Counts one use of it.
-    std::optional<BendRule> ruleFor(const PracticeRequest& request);
+    std::optional<ReplyRule> ruleFor(const PracticeRequest& request);
 
     std::vector<Entry> entries() const;
 

@@ -119,10 +119,10 @@ void Performer::operator()(const EndSession& action) {
     }
 }
 
-void Performer::operator()(const BendReplies& action) {
+void Performer::operator()(const ChangeReplies& action) {
     network_.add(action.rule);
-    const auto& bend = action.rule.bend;
-    note("server", "replies otherwise to " + bend.method + " " + bend.path);
+    const auto& reply = action.rule.reply;
+    note("server", "replies otherwise to " + reply.method + " " + reply.path);
 }
 
 void Performer::operator()(const ReplyAsUsual&) {

@@ -36,7 +36,7 @@ class Performer {
     void operator()(const SetCapture& action);
     void operator()(const CloseLid& action);
     void operator()(const EndSession& action);
-    void operator()(const BendReplies& action);
+    void operator()(const ChangeReplies& action);
     void operator()(const ReplyAsUsual& action);
     void operator()(const FailSerialisations& action);
     void operator()(const RefuseAddresses& action);

@@ -20,7 +20,7 @@ std::string lowerCase(std::string text) {
     return text;
 }
 
-std::vector<virtualmac::BodyPiece> pieces(const std::string& body, const ReplyRule& rule) {
+std::vector<virtualmac::BodyPiece> pieces(const std::string& body, const ExchangeRule& rule) {
     if (rule.pieces == 0) return {{0, body}};
     const auto count = static_cast<std::size_t>(rule.pieces);
     std::vector<virtualmac::BodyPiece> result;
@@ -33,7 +33,7 @@ std::vector<virtualmac::BodyPiece> pieces(const std::string& body, const ReplyRu
     return result;
 }
 
-NetworkAnswer http(const practice::PracticeReply& reply, const ReplyRule& rule, double latency) {
+NetworkAnswer http(const practice::PracticeReply& reply, const ExchangeRule& rule, double latency) {
     virtualmac::HTTPAnswer answer;
     answer.status = reply.status;
     answer.headers = reply.headers;
@@ -83,16 +83,16 @@ NetworkAnswer RehearsalNetwork::answer(const URLRequest& request) {
 
     auto reply = server_.handle(received);
     const auto rule = ruleFor(received);
-    rule.bend.applyTo(reply);
+    rule.reply.applyTo(reply);
     const double latency = this->latency() + reply.delaySeconds;
     switch (rule.ending) {
-        case ReplyRule::Ending::silence:
+        case ExchangeRule::Ending::silence:
             return NetworkAnswer::silence();
-        case ReplyRule::Ending::transportError:
+        case ExchangeRule::Ending::transportError:
             return NetworkAnswer::failure(rule.errorText, latency);
-        case ReplyRule::Ending::notHTTP:
+        case ExchangeRule::Ending::notHTTP:
             return {latency, virtualmac::NotHTTP{reply.body}};
-        case ReplyRule::Ending::answer:
+        case ExchangeRule::Ending::answer:
             break;
     }
     if (reply.dropConnection) return NetworkAnswer::failure(connectionLost, latency);
@@ -100,7 +100,7 @@ NetworkAnswer RehearsalNetwork::answer(const URLRequest& request) {
     return http(reply, rule, latency);
 }
 
-void RehearsalNetwork::add(ReplyRule rule) {
+void RehearsalNetwork::add(ExchangeRule rule) {
     const std::lock_guard guard(mutex_);
     rules_.insert(rules_.begin(), {std::move(rule)});
 }
@@ -115,11 +115,11 @@ double RehearsalNetwork::latency() {
     return latency_;
 }
 
-ReplyRule RehearsalNetwork::ruleFor(const practice::PracticeRequest& request) {
+ExchangeRule RehearsalNetwork::ruleFor(const practice::PracticeRequest& request) {
     const std::lock_guard guard(mutex_);
     for (auto& entry : rules_) {
-        const auto& bend = entry.rule.bend;
-        if (!bend.matches(request) || (bend.times && entry.used >= *bend.times)) continue;
+        const auto& reply = entry.rule.reply;
+        if (!reply.matches(request) || (reply.times && entry.used >= *reply.times)) continue;
         ++entry.used;
         return entry.rule;
     }

@@ -27,17 +27,17 @@ class RehearsalNetwork {
     /// False if there is no such session.
     bool endSession(const std::string& code) { return server_.endSession(code); }
     /// Takes precedence over the existing rules.
-    void add(ReplyRule rule);
+    void add(ExchangeRule rule);
     void removeRules();
 
   private:
     struct Entry {
-        ReplyRule rule;
+        ExchangeRule rule;
         std::uint64_t used = 0;
     };
 
     double latency();
-    ReplyRule ruleFor(const practice::PracticeRequest& request);
+    ExchangeRule ruleFor(const practice::PracticeRequest& request);
 
     const std::string address_;
     practice::PracticeServer server_;

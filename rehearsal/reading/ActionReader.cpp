@@ -56,7 +56,7 @@ Action ActionReader::read(const std::string& word, const YAML::Node& value) {
          }},
         {"close-lid", [&] { return CloseLid{reader_.number(value, what, 0, 10'000'000)}; }},
         {"end-session", [&] { return EndSession{reader_.nonEmptyText(value, what)}; }},
-        {"reply", [&] { return BendReplies{server_.rule(value)}; }},
+        {"reply", [&] { return ChangeReplies{server_.rule(value)}; }},
         {"fail-json", [&] { return FailSerialisations{static_cast<int>(reader_.whole(value, what, 1, 1'000'000))}; }},
         {"refuse-addresses", [&] { return RefuseAddresses{reader_.text(value, what)}; }},
         {"opening",

@@ -59,11 +59,11 @@ std::vector<NodeReader::Member> ServerReader::conditionsInto(ServerConditions& s
              }}};
 }
 
-ReplyRule ServerReader::rule(const YAML::Node& node) {
-    ReplyRule rule;
-    auto& bend = rule.bend;
+ExchangeRule ServerReader::rule(const YAML::Node& node) {
+    ExchangeRule rule;
+    auto& reply = rule.reply;
     int endings = 0;
-    const auto ending = [&](const std::string& name, ReplyRule::Ending kind) {
+    const auto ending = [&](const std::string& name, ExchangeRule::Ending kind) {
         return NodeReader::Member{name, [this, &rule, &endings, name, kind](const YAML::Node& value) {
                                       if (!reader_.flag(value, "'" + name + "'")) return;
                                       rule.ending = kind;
@@ -72,41 +72,43 @@ ReplyRule ServerReader::rule(const YAML::Node& node) {
     };
     reader_.mapping(
         node, "a reply rule",
-        {{"to", [&](const YAML::Node& value) { target(value, bend); }, true},
+        {{"to", [&](const YAML::Node& value) { target(value, reply); }, true},
          {"times",
           [&](const YAML::Node& value) {
-              bend.times = static_cast<std::uint64_t>(reader_.whole(value, "'times'", 1, 1'000'000));
+              reply.times = static_cast<std::uint64_t>(reader_.whole(value, "'times'", 1, 1'000'000));
           }},
          {"status",
-          [&](const YAML::Node& value) { bend.status = static_cast<int>(reader_.whole(value, "'status'", 200, 999)); }},
-         {"body", [&](const YAML::Node& value) { bend.body = reader_.text(value, "'body'"); }},
+          [&](const YAML::Node& value) {
+              reply.status = static_cast<int>(reader_.whole(value, "'status'", 200, 999));
+          }},
+         {"body", [&](const YAML::Node& value) { reply.body = reader_.text(value, "'body'"); }},
          {"body-size",
           [&](const YAML::Node& value) {
-              bend.bodySize = static_cast<std::size_t>(
-                  reader_.whole(value, "'body-size'", 0, static_cast<long long>(practice::BendRule::largestBody)));
+              reply.bodySize = static_cast<std::size_t>(
+                  reader_.whole(value, "'body-size'", 0, static_cast<long long>(practice::ReplyRule::largestBody)));
           }},
          {"body-base64",
           [&](const YAML::Node& value) {
-              bend.body = value.IsScalar() ? practice::fromBase64(value.Scalar()) : std::nullopt;
-              if (!bend.body) reader_.fail(value, "'body-base64' is not base64 with its padding");
+              reply.body = value.IsScalar() ? practice::fromBase64(value.Scalar()) : std::nullopt;
+              if (!reply.body) reader_.fail(value, "'body-base64' is not base64 with its padding");
           }},
-         {"location", [&](const YAML::Node& value) { bend.location = reader_.nonEmptyText(value, "'location'"); }},
+         {"location", [&](const YAML::Node& value) { reply.location = reader_.nonEmptyText(value, "'location'"); }},
          {"delay",
           [&](const YAML::Node& value) {
-              bend.delaySeconds = reader_.number(value, "'delay'", 0, practice::BendRule::longestDelay);
+              reply.delaySeconds = reader_.number(value, "'delay'", 0, practice::ReplyRule::longestDelay);
           }},
          {"pieces", [&](const YAML::Node& value) { pieces(value, rule); }},
-         {"stalls", [&](const YAML::Node& value) { bend.stallAfterHeaders = reader_.flag(value, "'stalls'"); }},
-         {"drops", [&](const YAML::Node& value) { bend.dropConnection = reader_.flag(value, "'drops'"); }},
-         ending("never-comes", ReplyRule::Ending::silence),
-         ending("not-http", ReplyRule::Ending::notHTTP),
+         {"stalls", [&](const YAML::Node& value) { reply.stallAfterHeaders = reader_.flag(value, "'stalls'"); }},
+         {"drops", [&](const YAML::Node& value) { reply.dropConnection = reader_.flag(value, "'drops'"); }},
+         ending("never-comes", ExchangeRule::Ending::silence),
+         ending("not-http", ExchangeRule::Ending::notHTTP),
          {"error", [&](const YAML::Node& value) {
-              rule.ending = ReplyRule::Ending::transportError;
+              rule.ending = ExchangeRule::Ending::transportError;
               rule.errorText = reader_.nonEmptyText(value, "'error'");
               ++endings;
           }}});
-    if (bend.dropConnection) ++endings;
-    if (bend.stallAfterHeaders) ++endings;
+    if (reply.dropConnection) ++endings;
+    if (reply.stallAfterHeaders) ++endings;
     if (endings > 1) {
         reader_.fail(node, "a reply rule has more than one of: stalls, drops, never-comes, not-http, error");
     }
@@ -161,7 +163,7 @@ practice::VersionConfiguration ServerReader::version(const YAML::Node& node) {
     return version;
 }
 
-void ServerReader::target(const YAML::Node& node, practice::BendRule& bend) {
+void ServerReader::target(const YAML::Node& node, practice::ReplyRule& reply) {
     const auto text = reader_.text(node, "'to'");
     if (!node.IsScalar()) return;
     const auto space = text.find(' ');
@@ -171,11 +173,11 @@ void ServerReader::target(const YAML::Node& node, practice::BendRule& bend) {
     if (!isMethod || !path.starts_with('/') || path.find(' ') != std::string::npos) {
         reader_.fail(node, "'to' is not a method (GET, POST or *) and a path, such as: GET /api/sessions/*");
     }
-    bend.method = method;
-    bend.path = path;
+    reply.method = method;
+    reply.path = path;
 }
 
-void ServerReader::pieces(const YAML::Node& node, ReplyRule& rule) {
+void ServerReader::pieces(const YAML::Node& node, ExchangeRule& rule) {
     reader_.mapping(
         node, "'pieces'",
         {{"count",

@@ -20,7 +20,7 @@ class ServerReader {
     ServerSetup read(const YAML::Node& node);
     /// The changes after a prelude that began with `before`.
     ServerConditions readAfterPrelude(const YAML::Node& node, const ServerSetup& before);
-    ReplyRule rule(const YAML::Node& node);
+    ExchangeRule rule(const YAML::Node& node);
 
   private:
     /// `codes` are those of the existing sessions; reading adds more.
@@ -28,8 +28,8 @@ class ServerReader {
     std::string address(const YAML::Node& node);
     practice::PracticeSession session(const YAML::Node& node);
     practice::VersionConfiguration version(const YAML::Node& node);
-    void target(const YAML::Node& node, practice::BendRule& bend);
-    void pieces(const YAML::Node& node, ReplyRule& rule);
+    void target(const YAML::Node& node, practice::ReplyRule& reply);
+    void pieces(const YAML::Node& node, ExchangeRule& rule);
 
     NodeReader& reader_;
 };

@@ -8,8 +8,8 @@
 #include "platform/desktop/Screens.h"
 #include "platform/system/CaptureAuthorization.h"
 #include "rehearsal/scenario/DesktopAction.h"
+#include "rehearsal/scenario/ExchangeRule.h"
 #include "rehearsal/scenario/MacSetup.h"
-#include "rehearsal/scenario/ReplyRule.h"
 
 namespace vantrel::rehearsal {
 
@@ -76,8 +76,8 @@ struct EndSession {
     std::string code;
 };
 
-struct BendReplies {
-    ReplyRule rule;
+struct ChangeReplies {
+    ExchangeRule rule;
 };
 
 /// The server answers normally again.
@@ -98,9 +98,9 @@ struct SetOpening {
     bool works = true;
 };
 
-using Action =
-    std::variant<TypeTexts, PressButton, AnswerAlert, ChooseMenuItem, PressKey, Deed, AnswerPermissionPrompt,
-                 LaunchApplication, ExitApplication, PlugDisplay, UnplugDisplay, SetAccessibility, SetCapture, CloseLid,
-                 EndSession, BendReplies, ReplyAsUsual, FailSerialisations, RefuseAddresses, SetOpening, DesktopAction>;
+using Action = std::variant<TypeTexts, PressButton, AnswerAlert, ChooseMenuItem, PressKey, Deed, AnswerPermissionPrompt,
+                            LaunchApplication, ExitApplication, PlugDisplay, UnplugDisplay, SetAccessibility,
+                            SetCapture, CloseLid, EndSession, ChangeReplies, ReplyAsUsual, FailSerialisations,
+                            RefuseAddresses, SetOpening, DesktopAction>;
 
 }  // namespace vantrel::rehearsal

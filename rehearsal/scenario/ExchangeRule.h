@@ -3,18 +3,18 @@
 #include <optional>
 #include <string>
 
-#include "practice/bodies/BendRule.h"
+#include "practice/bodies/ReplyRule.h"
 
 namespace vantrel::rehearsal {
 
 /// How the replies to some requests differ from the server's own.
-struct ReplyRule {
+struct ExchangeRule {
     /// answer: the server's reply, changed by the rule; transportError: no connection; silence: never a byte; notHTTP:
     /// a response of another protocol.
     enum class Ending { answer, transportError, silence, notHTTP };
 
     /// Which requests, how many of them, and the changed reply.
-    practice::BendRule bend;
+    practice::ReplyRule reply;
     Ending ending = Ending::answer;
     /// The platform's description of a transport error.
     std::string errorText;

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "practice/configuration/PracticeConfiguration.h"
-#include "rehearsal/scenario/ReplyRule.h"
+#include "rehearsal/scenario/ExchangeRule.h"
 
 namespace vantrel::rehearsal {
 
@@ -16,7 +16,7 @@ struct ServerConditions {
     std::vector<practice::PracticeSession> sessions;
     std::optional<practice::VersionConfiguration> version;
     /// Take precedence over the existing rules. The first one that matches applies.
-    std::vector<ReplyRule> replies;
+    std::vector<ExchangeRule> replies;
 };
 
 }  // namespace vantrel::rehearsal

@@ -33,8 +33,8 @@ class Practice:
         with urllib.request.urlopen(request, timeout=10) as reply:
             return json.loads(reply.read() or b"null")
 
-    def bend(self, **rule):
-        return self._ask("POST", "/control/bend", rule)
+    def change_reply(self, **rule):
+        return self._ask("POST", "/control/reply-rule", rule)
 
     def received(self):
         return self._ask("GET", "/control/received")

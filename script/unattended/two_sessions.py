@@ -78,7 +78,7 @@ def join_and_end(stage, practice, browser, check):
                   ("the name", NAME_FRAME, dark, True))
 
     print("The right one", flush=True)
-    practice.bend(method="POST", path="/api/sessions/NQRP5D/join", times=1, delaySeconds=2.5)
+    practice.change_reply(method="POST", path="/api/sessions/NQRP5D/join", times=1, delaySeconds=2.5)
     stage.fill(CODE_FIELD, CODE)
     desktop.key("Return")
     check("the session is found", client.wait_for('[SESSION] Status parsed: ACTIVE'))

@@ -50,10 +50,10 @@ TEST_F(Access, APageOfAnotherSiteEndsNoSession) {
     EXPECT_TRUE(isActive(server));
 }
 
-TEST_F(Access, APageOfAnotherSiteNeitherBendsNorResetsNorReads) {
+TEST_F(Access, APageOfAnotherSiteNeitherChangesRepliesNorResetsNorReads) {
     joined(server, "PROVA");
     const Headers foreign{{"Host", "127.0.0.1:8787"}, {"Origin", "http://evil.example"}};
-    EXPECT_EQ(server.handle({"POST", "/control/bend", foreign, R"({"path":"*","status":500})"}).status, 403);
+    EXPECT_EQ(server.handle({"POST", "/control/reply-rule", foreign, R"({"path":"*","status":500})"}).status, 403);
     EXPECT_EQ(server.handle({"POST", "/control/reset", foreign, ""}).status, 403);
     for (const std::string path : {"/", "/trainer/state", "/control/state", "/control/received", "/control/reports",
                                    "/control/participants/practice-1"}) {
@@ -62,7 +62,7 @@ TEST_F(Access, APageOfAnotherSiteNeitherBendsNorResetsNorReads) {
         EXPECT_EQ(reply.body.find("Anna"), std::string::npos) << path;
     }
     EXPECT_EQ(server.participants().size(), 1U);
-    EXPECT_TRUE(parsed(server.handle(get("/control/state")))["bends"].empty());
+    EXPECT_TRUE(parsed(server.handle(get("/control/state")))["replyRules"].empty());
 }
 
 TEST_F(Access, ANameThatAnotherSiteMadeLeadHereIsNotServed) {

@@ -39,8 +39,8 @@ TEST_F(Bounds, ABodyOverOneMebibyteIsRefusedWhereverItIsSent) {
     const std::string allowed(mebibyte, ' ');
     const std::string tooLong = allowed + " ";
     const std::string message = R"({"error":"body_too_large","message":"the body is longer than 1048576 bytes"})";
-    for (const std::string path : {"/api/heartbeat", "/api/sessions/PROVA/join", "/meet/PROVA/reports", "/control/bend",
-                                   "/control/reset", "/trainer/end/PROVA", "/api/unknown"}) {
+    for (const std::string path : {"/api/heartbeat", "/api/sessions/PROVA/join", "/meet/PROVA/reports",
+                                   "/control/reply-rule", "/control/reset", "/trainer/end/PROVA", "/api/unknown"}) {
         EXPECT_NE(server.handle(post(path, allowed)).status, 413) << path;
         const PracticeReply reply = server.handle(post(path, tooLong));
         EXPECT_EQ(reply.status, 413) << path;
@@ -58,7 +58,7 @@ TEST_F(Bounds, ARefusedBodyIsRecordedWithoutIt) {
 }
 
 TEST_F(Bounds, ARefusalOfABodyCanBeBentLikeAnyReply) {
-    server.handle(post("/control/bend", R"({"path":"/api/heartbeat","status":500})"));
+    server.handle(post("/control/reply-rule", R"({"path":"/api/heartbeat","status":500})"));
     EXPECT_EQ(server.handle(post("/api/heartbeat", std::string(mebibyte + 1, 'x'))).status, 500);
 }
 
@@ -71,7 +71,7 @@ TEST_F(Bounds, ABodyNestedTooDeeplyIsRefusedUnread) {
     };
     const std::string message = "the body is nested more than 16 deep";
     for (const std::string path :
-         {"/api/heartbeat", "/api/sessions/PROVA/join", "/meet/PROVA/reports", "/control/bend"}) {
+         {"/api/heartbeat", "/api/sessions/PROVA/join", "/meet/PROVA/reports", "/control/reply-rule"}) {
         const auto messageFor = [&](const std::string& body) {
             return parsed(server.handle(post(path, body))).value("message", "");
         };
@@ -200,18 +200,18 @@ TEST_F(Bounds, TheOneHeardOfLongestAgoIsForgottenFirst) {
     EXPECT_EQ(beat(first).status, 200);
 }
 
-TEST_F(Bounds, TwoHundredAndFiftySixBendsStandAndUsedUpOnesMakePlace) {
-    const auto bend = [&](const std::string& rule) { return server.handle(post("/control/bend", rule)); };
-    bend(R"({"path":"/api/sessions/PROVA","status":500,"times":1})");
-    for (int count = 1; count < 256; ++count) EXPECT_EQ(bend(R"({"path":"/none"})").status, 200);
-    const PracticeReply refusal = bend(R"({"path":"/none"})");
+TEST_F(Bounds, TwoHundredAndFiftySixReplyRulesStandAndUsedUpOnesMakePlace) {
+    const auto changeReply = [&](const std::string& rule) { return server.handle(post("/control/reply-rule", rule)); };
+    changeReply(R"({"path":"/api/sessions/PROVA","status":500,"times":1})");
+    for (int count = 1; count < 256; ++count) EXPECT_EQ(changeReply(R"({"path":"/none"})").status, 200);
+    const PracticeReply refusal = changeReply(R"({"path":"/none"})");
     EXPECT_EQ(refusal.status, 400);
     EXPECT_EQ(parsed(refusal)["message"], "there are 256 rules already");
     EXPECT_EQ(server.handle(get("/api/sessions/PROVA")).status, 500);
-    EXPECT_EQ(parsed(bend(R"({"path":"/none"})")), nlohmann::json({{"rule", 257}}));
-    EXPECT_EQ(bend(R"({"path":"/none"})").status, 400);
+    EXPECT_EQ(parsed(changeReply(R"({"path":"/none"})")), nlohmann::json({{"rule", 257}}));
+    EXPECT_EQ(changeReply(R"({"path":"/none"})").status, 400);
     server.handle(post("/control/reset", ""));
-    EXPECT_EQ(bend(R"({"path":"/none"})").status, 200);
+    EXPECT_EQ(changeReply(R"({"path":"/none"})").status, 200);
 }
 
 }  // namespace

@@ -25,7 +25,7 @@ TEST_F(Control, ListsWhatWasReceivedInItsOrder) {
                                        {"headers", headers},
                                        {"body", ""},
                                        {"status", 200},
-                                       {"bent", false},
+                                       {"changed", false},
                                        {"delivered", true}}));
     EXPECT_EQ(list[1]["number"], 2);
     EXPECT_EQ(list[1]["method"], "POST");
@@ -40,24 +40,24 @@ TEST_F(Control, GivesABodyThatIsNotUtf8InBase64) {
 }
 
 TEST_F(Control, IsNeitherRecordedNorBent) {
-    server.handle(post("/control/bend", R"({"path":"*","status":500})"));
+    server.handle(post("/control/reply-rule", R"({"path":"*","status":500})"));
     EXPECT_EQ(server.handle(get("/control/state")).status, 200);
     EXPECT_EQ(server.handle(get("/control/unknown")).status, 404);
     EXPECT_EQ(received(), nlohmann::json::array());
 }
 
 TEST_F(Control, CountsADelayedReplyAsDeliveredOnlyOnceToldSo) {
-    server.handle(post("/control/bend", R"({"path":"/api/*","delaySeconds":1})"));
+    server.handle(post("/control/reply-rule", R"({"path":"/api/*","delaySeconds":1})"));
     const PracticeReply reply = server.handle(get("/api/sessions/PROVA"));
     EXPECT_EQ(received()[0]["delivered"], false);
-    EXPECT_EQ(received()[0]["bent"], true);
+    EXPECT_EQ(received()[0]["changed"], true);
     server.noteDelivery(reply.exchange, true);
     EXPECT_EQ(received()[0]["delivered"], true);
 }
 
 TEST_F(Control, CountsADroppedOrStalledReplyAsNotDelivered) {
-    server.handle(post("/control/bend", R"({"path":"/api/*","dropConnection":true,"times":1})"));
-    server.handle(post("/control/bend", R"({"path":"/api/*","stallAfterHeaders":true})"));
+    server.handle(post("/control/reply-rule", R"({"path":"/api/*","dropConnection":true,"times":1})"));
+    server.handle(post("/control/reply-rule", R"({"path":"/api/*","stallAfterHeaders":true})"));
     server.handle(get("/api/sessions/PROVA"));
     server.handle(get("/api/sessions/PROVA"));
     EXPECT_EQ(received()[0]["delivered"], false);
@@ -81,7 +81,7 @@ TEST_F(Control, ShowsSessionsParticipantsAndRules) {
     nlohmann::json body = heartbeatBody("prova", token);
     body["violations"] = {{{"type", "KEY_BLOCKED"}, {"detail", "Cmd+Tab"}, {"at", "2024-05-17T09:41:01Z"}}};
     server.handle(post("/api/heartbeat", body.dump()));
-    server.handle(post("/control/bend", R"({"path":"/meet/*","times":3})"));
+    server.handle(post("/control/reply-rule", R"({"path":"/meet/*","times":3})"));
     server.handle(get("/meet/PROVA"));
 
     const nlohmann::json state = parsed(server.handle(get("/control/state")));
@@ -111,7 +111,7 @@ TEST_F(Control, ShowsSessionsParticipantsAndRules) {
     EXPECT_EQ(state["sessions"][2]["status"], "ENDED");
     EXPECT_EQ(state["sessions"][2]["participants"], nlohmann::json::array());
     const nlohmann::json rule{{"rule", 1}, {"method", "*"}, {"path", "/meet/*"}, {"used", 1}, {"times", 3}};
-    EXPECT_EQ(state["bends"], nlohmann::json::array({rule}));
+    EXPECT_EQ(state["replyRules"], nlohmann::json::array({rule}));
     EXPECT_EQ(parsed(server.handle(get("/control/participants/" + token))), participant);
     EXPECT_EQ(server.handle(get("/control/participants/practice-2")).status, 404);
     EXPECT_EQ(server.handle(post("/control/participants/" + token, "")).status, 405);
@@ -120,7 +120,7 @@ TEST_F(Control, ShowsSessionsParticipantsAndRules) {
 TEST_F(Control, ResetPutsEverythingBackToTheStart) {
     const std::string token = joined(server, "PROVA");
     server.endSession("PROVA");
-    server.handle(post("/control/bend", R"({"path":"/api/*","status":500})"));
+    server.handle(post("/control/reply-rule", R"({"path":"/api/*","status":500})"));
     EXPECT_EQ(server.handle(post("/control/reset", "")).status, 200);
     EXPECT_EQ(received(), nlohmann::json::array());
     EXPECT_TRUE(server.participants().empty());
@@ -130,14 +130,15 @@ TEST_F(Control, ResetPutsEverythingBackToTheStart) {
 
 TEST_F(Control, ResetsOnlyWhatIsNamed) {
     joined(server, "PROVA");
-    server.handle(post("/control/bend", R"({"path":"/api/*","status":500})"));
-    EXPECT_EQ(server.handle(post("/control/reset", R"({"only":["bends"]})")).status, 200);
+    server.handle(post("/control/reply-rule", R"({"path":"/api/*","status":500})"));
+    EXPECT_EQ(server.handle(post("/control/reset", R"({"only":["replyRules"]})")).status, 200);
     EXPECT_EQ(server.handle(get("/api/sessions/PROVA")).status, 200);
     EXPECT_EQ(received().size(), 2U);
     EXPECT_EQ(server.handle(post("/control/reset", R"({"only":["received"]})")).status, 200);
     EXPECT_EQ(received().size(), 0U);
     EXPECT_EQ(server.participants().size(), 1U);
-    for (const std::string wrong : {"[]", "{}", R"({"only":"bends"})", R"({"only":["all"]})", R"({"only":[],"x":1})"}) {
+    for (const std::string wrong :
+         {"[]", "{}", R"({"only":"replyRules"})", R"({"only":["all"]})", R"({"only":[],"x":1})"}) {
         EXPECT_EQ(server.handle(post("/control/reset", wrong)).status, 400) << wrong;
     }
     EXPECT_EQ(server.participants().size(), 1U);

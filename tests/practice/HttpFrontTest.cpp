@@ -39,7 +39,9 @@ class Front : public testing::Test {
 
     static bool isSuccess(const std::string& reply) { return reply.rfind("HTTP/1.1 200 ", 0) == 0; }
 
-    void bend(const std::string& rule) { ASSERT_EQ(server.handle(post("/control/bend", rule)).status, 200); }
+    void changeReply(const std::string& rule) {
+        ASSERT_EQ(server.handle(post("/control/reply-rule", rule)).status, 200);
+    }
 
     void awaitReceived(std::size_t count) const {
         while (server.received().size() < count) std::this_thread::sleep_for(2ms);
@@ -81,7 +83,7 @@ TEST_F(Front, TheRequestsTimeDoesNotCutADelayedReply) {
     limits.requestTime = 50ms;
     limits.replyTime = 200ms;
     listen(limits);
-    bend(R"({"path":"/api/sessions/PROVA","delaySeconds":0.5})");
+    changeReply(R"({"path":"/api/sessions/PROVA","delaySeconds":0.5})");
     EXPECT_TRUE(isSuccess(answerTo(probe)));
     EXPECT_TRUE(server.received()[0].delivered);
 }
@@ -90,7 +92,7 @@ TEST_F(Front, AReplyHasATimeInAllWhenItsReaderIsSlow) {
     HttpLimits limits;
     limits.replyTime = 300ms;
     listen(limits);
-    bend(R"({"path":"/api/sessions/PROVA","bodySize":67108864})");
+    changeReply(R"({"path":"/api/sessions/PROVA","bodySize":67108864})");
     const RawConnection connection(port);
     ASSERT_TRUE(connection.send(probe));
     awaitReceived(1);
@@ -118,7 +120,7 @@ TEST_F(Front, AConnectionWhoseReplyIsDelayedKeepsItsPlace) {
     HttpLimits limits;
     limits.connections = 2;
     listen(limits);
-    bend(R"({"path":"/api/sessions/PROVA","delaySeconds":3000,"times":2})");
+    changeReply(R"({"path":"/api/sessions/PROVA","delaySeconds":3000,"times":2})");
     RawConnection first(port);
     const RawConnection second(port);
     ASSERT_TRUE(first.send(probe));
@@ -214,9 +216,10 @@ TEST_F(Front, WhatIsNoHttpIsRefusedAndNotRecorded) {
     EXPECT_TRUE(isSuccess(answerTo(probe)));
 }
 
-TEST_F(Front, AHeaderOfABendCannotBringOthersAlong) {
+TEST_F(Front, AHeaderOfAReplyRuleCannotBringOthersAlong) {
     listen({});
-    bend(R"({"path":"/api/sessions/PROVA","status":302,"location":"/a\r\nX-Other: 1","contentType":"a\nX-Third: 1"})");
+    changeReply(
+        R"({"path":"/api/sessions/PROVA","status":302,"location":"/a\r\nX-Other: 1","contentType":"a\nX-Third: 1"})");
     const std::string reply = answerTo(probe);
     EXPECT_EQ(reply.rfind("HTTP/1.1 302 ", 0), 0U) << reply;
     EXPECT_EQ(reply.find("X-"), std::string::npos) << reply;
@@ -226,7 +229,7 @@ TEST_F(Front, RepliesThatHaveNoBodyCanBeBentToHaveOne) {
     listen({});
     for (const int status : {204, 304, 299, 599}) {
         server.reset();
-        bend(R"({"path":"/api/sessions/PROVA","body":"x","status":)" + std::to_string(status) + "}");
+        changeReply(R"({"path":"/api/sessions/PROVA","body":"x","status":)" + std::to_string(status) + "}");
         const std::string reply = answerTo(probe);
         EXPECT_EQ(reply.rfind("HTTP/1.1 " + std::to_string(status) + " ", 0), 0U) << reply;
         EXPECT_NE(reply.find("Content-Length: 1\r\n"), std::string::npos) << reply;
@@ -235,9 +238,9 @@ TEST_F(Front, RepliesThatHaveNoBodyCanBeBentToHaveOne) {
 
 TEST_F(Front, EndsWhileConnectionsAreInEveryState) {
     listen({});
-    bend(R"({"path":"/api/sessions/PROVA","delaySeconds":3000})");
-    bend(R"({"path":"/api/sessions/ATTESA","stallAfterHeaders":true})");
-    bend(R"({"path":"/api/sessions/CHIUSA","bodySize":67108864})");
+    changeReply(R"({"path":"/api/sessions/PROVA","delaySeconds":3000})");
+    changeReply(R"({"path":"/api/sessions/ATTESA","stallAfterHeaders":true})");
+    changeReply(R"({"path":"/api/sessions/CHIUSA","bodySize":67108864})");
     std::vector<RawConnection> connections;
     for (const std::string& request :
          {probe, "GET /api/sessions/ATTESA HTTP/1.1\r\n" + host + "\r\n",

@@ -64,7 +64,7 @@ TEST_F(PageFiles, ScriptsAndStylesHaveTheirTypes) {
 }
 
 TEST_F(PageFiles, AreNeitherRecordedNorBent) {
-    server.handle(post("/control/bend", R"({"path":"*","status":500,"body":""})"));
+    server.handle(post("/control/reply-rule", R"({"path":"*","status":500,"body":""})"));
     EXPECT_EQ(server.handle(get("/pages/trainer.js?1")).status, 200);
     EXPECT_EQ(server.handle(post("/pages/trainer.js", "")).status, 405);
     for (const std::string path : {"/pages/other.js", "/pages/trainer.html", "/pages/", "/pages"}) {

@@ -201,18 +201,18 @@ TEST_F(PageReports, CountAForgottenPageAsANewOne) {
 }
 
 TEST_F(PageReports, AreNeitherRecordedNorBent) {
-    server.handle(post("/control/bend", R"({"path":"*","status":500,"dropConnection":true})"));
+    server.handle(post("/control/reply-rule", R"({"path":"*","status":500,"dropConnection":true})"));
     const PracticeReply reply = send(list(text(1, "a")));
     EXPECT_EQ(reply.status, 200);
     EXPECT_FALSE(reply.dropConnection);
     EXPECT_EQ(reply.exchange, 0U);
     EXPECT_EQ(parsed(server.handle(get("/control/received"))), json::array());
-    EXPECT_EQ(parsed(server.handle(get("/control/state")))["bends"][0]["used"], 0);
+    EXPECT_EQ(parsed(server.handle(get("/control/state")))["replyRules"][0]["used"], 0);
 }
 
 TEST_F(PageReports, GoWithAResetThatNamesThemOrNothing) {
     send(list(text(1, "a")));
-    server.handle(post("/control/reset", R"({"only":["bends","received","sessions"]})"));
+    server.handle(post("/control/reset", R"({"only":["replyRules","received","sessions"]})"));
     EXPECT_EQ(listed().size(), 1U);
     const std::string token = joined(server, "PROVA");
     EXPECT_EQ(server.handle(post("/control/reset", R"({"only":["reports"]})")).status, 200);

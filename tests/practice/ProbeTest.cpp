@@ -73,7 +73,7 @@ TEST_F(Probe, NamesTheMethodThatAPathTakes) {
     EXPECT_EQ(allowed("GET", "/api/heartbeat"), (Headers{{"Allow", "POST"}}));
     EXPECT_EQ(allowed("POST", "/api/version/latest?os=macos&current=2.0"), (Headers{{"Allow", "GET"}}));
     EXPECT_EQ(allowed("POST", "/meet/PROVA"), (Headers{{"Allow", "GET"}}));
-    EXPECT_EQ(allowed("GET", "/control/bend"), (Headers{{"Allow", "POST"}}));
+    EXPECT_EQ(allowed("GET", "/control/reply-rule"), (Headers{{"Allow", "POST"}}));
 }
 
 }  // namespace

@@ -38,8 +38,8 @@ class Program : public testing::Test {
         return client;
     }
 
-    void bend(const nlohmann::json& rule) const {
-        const auto reply = client().Post("/control/bend", rule.dump(), "application/json");
+    void changeReply(const nlohmann::json& rule) const {
+        const auto reply = client().Post("/control/reply-rule", rule.dump(), "application/json");
         ASSERT_TRUE(reply);
         ASSERT_EQ(reply->status, 200) << reply->body;
     }
@@ -167,7 +167,7 @@ TEST_F(Program, NamesTheAllowedMethod) {
 }
 
 TEST_F(Program, DelaysAReply) {
-    bend({{"path", "/api/sessions/PROVA"}, {"delaySeconds", 0.75}});
+    changeReply({{"path", "/api/sessions/PROVA"}, {"delaySeconds", 0.75}});
     const auto start = Clock::now();
     const auto reply = client().Get("/api/sessions/PROVA");
     EXPECT_GE(secondsSince(start), 0.75);
@@ -177,7 +177,7 @@ TEST_F(Program, DelaysAReply) {
 }
 
 TEST_F(Program, LetsADelayedReplyHoldUpNoOther) {
-    bend({{"path", "/api/sessions/PROVA"}, {"delaySeconds", 3000}});
+    changeReply({{"path", "/api/sessions/PROVA"}, {"delaySeconds", 3000}});
     std::vector<std::thread> delayed;
     constexpr std::size_t count = 20;
     for (std::size_t number = 0; number < count; ++number) {
@@ -193,7 +193,7 @@ TEST_F(Program, LetsADelayedReplyHoldUpNoOther) {
 }
 
 TEST_F(Program, DropsAConnectionWithoutAByte) {
-    bend({{"path", "/api/sessions/PROVA"}, {"dropConnection", true}, {"times", 1}});
+    changeReply({{"path", "/api/sessions/PROVA"}, {"dropConnection", true}, {"times", 1}});
     httplib::Client raw("127.0.0.1", port);
     raw.set_read_timeout(patience);
     const auto reply = raw.Get("/api/sessions/PROVA");
@@ -209,7 +209,7 @@ TEST_F(Program, DropsAConnectionWithoutAByte) {
 }
 
 TEST_F(Program, StallsAfterTheHeaders) {
-    bend({{"path", "/api/sessions/PROVA"}, {"stallAfterHeaders", true}, {"status", 201}});
+    changeReply({{"path", "/api/sessions/PROVA"}, {"stallAfterHeaders", true}, {"status", 201}});
     std::atomic<int> status{0};
     std::atomic<std::size_t> length{0};
     std::atomic<std::size_t> arrived{0};
@@ -238,8 +238,8 @@ TEST_F(Program, StallsAfterTheHeaders) {
 }
 
 TEST_F(Program, FreesThePlacesOfClientsThatHangUp) {
-    bend({{"path", "/api/sessions/PROVA"}, {"delaySeconds", 3000}});
-    bend({{"path", "/api/sessions/DUE"}, {"stallAfterHeaders", true}});
+    changeReply({{"path", "/api/sessions/PROVA"}, {"delaySeconds", 3000}});
+    changeReply({{"path", "/api/sessions/DUE"}, {"stallAfterHeaders", true}});
     // More than there are places.
     for (int round = 0; round < 5; ++round) {
         std::vector<std::thread> clients;
@@ -259,23 +259,23 @@ TEST_F(Program, FreesThePlacesOfClientsThatHangUp) {
 }
 
 TEST_F(Program, SendsTheLargestBody) {
-    bend({{"path", "/api/sessions/PROVA"}, {"bodySize", BendRule::largestBody}, {"body", "0123456"}});
+    changeReply({{"path", "/api/sessions/PROVA"}, {"bodySize", ReplyRule::largestBody}, {"body", "0123456"}});
     const auto reply = client().Get("/api/sessions/PROVA");
     ASSERT_TRUE(reply);
-    ASSERT_EQ(reply->body.size(), BendRule::largestBody);
+    ASSERT_EQ(reply->body.size(), ReplyRule::largestBody);
     EXPECT_EQ(reply->body.substr(0, 9), "012345601");
-    EXPECT_EQ(reply->body.back(), static_cast<char>('0' + (BendRule::largestBody - 1) % 7));
+    EXPECT_EQ(reply->body.back(), static_cast<char>('0' + (ReplyRule::largestBody - 1) % 7));
     EXPECT_EQ(received()[0]["delivered"], true);
 }
 
 TEST_F(Program, SendsAnEmptyBodyAndARedirect) {
-    bend({{"path", "/api/empty"}, {"status", 503}, {"body", ""}});
+    changeReply({{"path", "/api/empty"}, {"status", 503}, {"body", ""}});
     const auto empty = client().Get("/api/empty");
     ASSERT_TRUE(empty);
     EXPECT_EQ(empty->status, 503);
     EXPECT_EQ(empty->body, "");
     EXPECT_EQ(empty->get_header_value("Content-Length"), "0");
-    bend({{"path", "/api/old"}, {"location", "/api/sessions/PROVA"}});
+    changeReply({{"path", "/api/old"}, {"location", "/api/sessions/PROVA"}});
     const auto redirect = client().Get("/api/old");
     ASSERT_TRUE(redirect);
     EXPECT_EQ(redirect->status, 302);
@@ -283,8 +283,8 @@ TEST_F(Program, SendsAnEmptyBodyAndARedirect) {
 }
 
 TEST_F(Program, EndsOnASignalWhileRepliesAreOutstanding) {
-    bend({{"path", "/api/sessions/PROVA"}, {"delaySeconds", 3000}});
-    bend({{"path", "/api/sessions/DUE"}, {"stallAfterHeaders", true}});
+    changeReply({{"path", "/api/sessions/PROVA"}, {"delaySeconds", 3000}});
+    changeReply({{"path", "/api/sessions/DUE"}, {"stallAfterHeaders", true}});
     std::thread delayed([&] { EXPECT_FALSE(client().Get("/api/sessions/PROVA")); });
     std::thread stalled([&] { EXPECT_FALSE(client().Get("/api/sessions/DUE")); });
     awaitReceived(2);

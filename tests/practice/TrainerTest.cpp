@@ -154,7 +154,7 @@ TEST_F(Trainer, IsToldOfASessionThatIsNotThere) {
 }
 
 TEST_F(Trainer, IsNeitherRecordedNorBent) {
-    server.handle(post("/control/bend", R"({"path":"*","status":500,"body":""})"));
+    server.handle(post("/control/reply-rule", R"({"path":"*","status":500,"body":""})"));
     EXPECT_EQ(server.handle(get("/")).status, 200);
     EXPECT_EQ(server.handle(get("/trainer/state")).status, 200);
     EXPECT_EQ(server.handle(get("/trainer/unknown")).status, 404);
@@ -163,7 +163,7 @@ TEST_F(Trainer, IsNeitherRecordedNorBent) {
     EXPECT_EQ(server.handle(post("/", "")).status, 405);
     EXPECT_EQ(server.handle(post("/trainer/end/PROVA", "")).status, 200);
     EXPECT_TRUE(server.received().empty());
-    EXPECT_EQ(parsed(server.handle(get("/control/state")))["bends"][0]["used"], 0);
+    EXPECT_EQ(parsed(server.handle(get("/control/state")))["replyRules"][0]["used"], 0);
 }
 
 TEST_F(Trainer, EndsNothingByAGet) {

@@ -127,9 +127,9 @@ TEST(Prelude, MayEndWithAClientThatHasQuit) {
 TEST(Prelude, IsOverBeforeTheServerChanges) {
     auto scenario = after(joining(), {}, 6);
     scenario.prelude->server.latency = 1;
-    ReplyRule rule;
-    rule.bend.path = "*";
-    rule.bend.status = 503;
+    ExchangeRule rule;
+    rule.reply.path = "*";
+    rule.reply.status = 503;
     scenario.prelude->server.replies = {rule};
     // The probe was sent in the prelude and gets that time's answer. The join is sent afterwards.
     EXPECT_THAT(run(scenario).transcript,

@@ -22,9 +22,9 @@ ServerSetup setup() {
     return server;
 }
 
-ReplyRule rule(std::string path) {
-    ReplyRule rule;
-    rule.bend.path = std::move(path);
+ExchangeRule rule(std::string path) {
+    ExchangeRule rule;
+    rule.reply.path = std::move(path);
     return rule;
 }
 
@@ -73,9 +73,9 @@ TEST(RehearsalNetwork, KeepsADoubleSlashInThePath) {
 TEST(RehearsalNetwork, UsesTheFirstRuleThatIsNotUsedUp) {
     auto server = setup();
     server.replies = {rule("/api/sessions/ABC"), rule("/api/*")};
-    server.replies[0].bend.status = 501;
-    server.replies[0].bend.times = 1;
-    server.replies[1].bend.status = 502;
+    server.replies[0].reply.status = 501;
+    server.replies[0].reply.times = 1;
+    server.replies[1].reply.status = 502;
     auto net = network(server);
     EXPECT_EQ(std::get<HTTPAnswer>(net.answer(get(session)).answer).status, 501);
     EXPECT_EQ(std::get<HTTPAnswer>(net.answer(get(session)).answer).status, 502);
@@ -86,10 +86,10 @@ TEST(RehearsalNetwork, UsesTheFirstRuleThatIsNotUsedUp) {
 TEST(RehearsalNetwork, PutsANewRuleBeforeTheOthers) {
     auto server = setup();
     server.replies = {rule("/api/*")};
-    server.replies[0].bend.status = 501;
+    server.replies[0].reply.status = 501;
     auto net = network(server);
     auto later = rule("/api/*");
-    later.bend.status = 502;
+    later.reply.status = 502;
     net.add(later);
     EXPECT_EQ(std::get<HTTPAnswer>(net.answer(get(session)).answer).status, 502);
 }
@@ -97,17 +97,17 @@ TEST(RehearsalNetwork, PutsANewRuleBeforeTheOthers) {
 TEST(RehearsalNetwork, TakesConditionsWhileItRuns) {
     auto server = setup();
     server.replies = {rule("/api/sessions/*")};
-    server.replies[0].bend.status = 501;
+    server.replies[0].reply.status = 501;
     auto net = network(server);
     ServerConditions conditions;
     conditions.latency = 2;
     conditions.sessions.push_back({"DUE", "Altra", practice::SessionStatus::active, ""});
     conditions.version.emplace().latest = "3.0-macOS";
     conditions.replies = {rule("/api/sessions/DUE"), rule("/api/sessions/*")};
-    conditions.replies[0].bend.times = 1;
-    conditions.replies[0].bend.status = 502;
-    conditions.replies[1].bend.times = 1;
-    conditions.replies[1].bend.status = 503;
+    conditions.replies[0].reply.times = 1;
+    conditions.replies[0].reply.status = 502;
+    conditions.replies[1].reply.times = 1;
+    conditions.replies[1].reply.status = 503;
     net.apply(conditions);
     const auto answer = [&net](const std::string& path) {
         const auto whole = net.answer(get("http://server.example:8080" + path));
@@ -142,19 +142,19 @@ TEST(RehearsalNetwork, MeetsAtItsOwnAddress) {
 }
 
 TEST(RehearsalNetwork, EndsExchangesInEveryWay) {
-    using Ending = ReplyRule::Ending;
+    using Ending = ExchangeRule::Ending;
     auto server = setup();
     for (int index = 0; index < 5; ++index) {
         server.replies.push_back(rule("*"));
-        server.replies.back().bend.times = 1;
-        server.replies.back().bend.delaySeconds = 2;
+        server.replies.back().reply.times = 1;
+        server.replies.back().reply.delaySeconds = 2;
     }
     server.replies[0].ending = Ending::transportError;
     server.replies[0].errorText = "Giù";
     server.replies[1].ending = Ending::silence;
     server.replies[2].ending = Ending::notHTTP;
-    server.replies[3].bend.dropConnection = true;
-    server.replies[4].bend.stallAfterHeaders = true;
+    server.replies[3].reply.dropConnection = true;
+    server.replies[4].reply.stallAfterHeaders = true;
     auto net = network(server);
 
     const auto error = net.answer(get(session));
@@ -170,7 +170,7 @@ TEST(RehearsalNetwork, EndsExchangesInEveryWay) {
 TEST(RehearsalNetwork, CutsABodyIntoPiecesWithoutLosingAByte) {
     auto server = setup();
     server.replies = {rule("*")};
-    server.replies[0].bend.body = "0123456789";
+    server.replies[0].reply.body = "0123456789";
     server.replies[0].pieces = 4;
     server.replies[0].pause = 5;
     auto net = network(server);

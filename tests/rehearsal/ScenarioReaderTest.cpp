@@ -90,24 +90,24 @@ server:
     EXPECT_EQ(server.version->severity, "required");
     ASSERT_EQ(server.replies.size(), 5U);
     const auto& first = server.replies[0];
-    EXPECT_EQ(first.bend.method, "*");
-    EXPECT_EQ(first.bend.path, "/api/*");
-    EXPECT_EQ(first.bend.times, 3U);
-    EXPECT_EQ(first.bend.status, 302);
-    EXPECT_EQ(first.bend.body, "B");
-    EXPECT_EQ(first.bend.location, "/x");
-    EXPECT_EQ(first.bend.delaySeconds, 0.5);
+    EXPECT_EQ(first.reply.method, "*");
+    EXPECT_EQ(first.reply.path, "/api/*");
+    EXPECT_EQ(first.reply.times, 3U);
+    EXPECT_EQ(first.reply.status, 302);
+    EXPECT_EQ(first.reply.body, "B");
+    EXPECT_EQ(first.reply.location, "/x");
+    EXPECT_EQ(first.reply.delaySeconds, 0.5);
     EXPECT_EQ(first.pieces, 2);
     EXPECT_EQ(first.pause, 3);
-    EXPECT_EQ(first.ending, ReplyRule::Ending::answer);
-    EXPECT_EQ(server.replies[1].bend.path, "/a?b=c");
+    EXPECT_EQ(first.ending, ExchangeRule::Ending::answer);
+    EXPECT_EQ(server.replies[1].reply.path, "/a?b=c");
     EXPECT_EQ(server.replies[1].errorText, "E");
-    EXPECT_EQ(server.replies[1].ending, ReplyRule::Ending::transportError);
-    EXPECT_EQ(server.replies[2].bend.body, "\xFF\xFE\xFD");
-    EXPECT_EQ(server.replies[3].bend.bodySize, 5U);
-    EXPECT_TRUE(server.replies[3].bend.stallAfterHeaders);
-    EXPECT_TRUE(server.replies[4].bend.dropConnection);
-    EXPECT_EQ(server.replies[4].ending, ReplyRule::Ending::answer);
+    EXPECT_EQ(server.replies[1].ending, ExchangeRule::Ending::transportError);
+    EXPECT_EQ(server.replies[2].reply.body, "\xFF\xFE\xFD");
+    EXPECT_EQ(server.replies[3].reply.bodySize, 5U);
+    EXPECT_TRUE(server.replies[3].reply.stallAfterHeaders);
+    EXPECT_TRUE(server.replies[4].reply.dropConnection);
+    EXPECT_EQ(server.replies[4].ending, ExchangeRule::Ending::answer);
 }
 
 TEST(ScenarioReader, ReadsEveryAction) {
@@ -139,7 +139,7 @@ TEST(ScenarioReader, ReadsEveryAction) {
     EXPECT_EQ(as<SetCapture>("camera: granted").media, MediaType::video);
     EXPECT_EQ(as<CloseLid>("close-lid: 600").seconds, 600);
     EXPECT_EQ(as<EndSession>("end-session: ABC").code, "ABC");
-    EXPECT_EQ(as<BendReplies>("reply: {to: GET /x, not-http: yes}").rule.ending, ReplyRule::Ending::notHTTP);
+    EXPECT_EQ(as<ChangeReplies>("reply: {to: GET /x, not-http: yes}").rule.ending, ExchangeRule::Ending::notHTTP);
     EXPECT_EQ(as<FailSerialisations>("fail-json: 2").count, 2);
     EXPECT_EQ(as<RefuseAddresses>("refuse-addresses: /join").containing, "/join");
     EXPECT_FALSE(as<SetOpening>("opening: fails").works);
