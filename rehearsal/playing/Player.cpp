@@ -27,6 +27,7 @@ virtualmac::Options macOptions(const MacSetup& setup, Transcript& transcript,
                                std::function<void(const std::string&)> onMisuse) {
     virtualmac::Options options;
     options.seed = setup.seed;
+    options.systemVersion = setup.macOS;
     options.calendarStart = setup.calendar;
     options.bundleIdentifier = setup.bundleIdentifier;
     options.settings = setup.settings;

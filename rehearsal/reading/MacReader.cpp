@@ -9,19 +9,21 @@ namespace vantrel::rehearsal {
 MacSetup MacReader::read(const YAML::Node& node) {
     MacSetup mac;
     auto members = conditionsInto(mac);
-    members.insert(members.end(),
-                   {{"bundle-identifier",
-                     [&](const YAML::Node& value) { mac.bundleIdentifier = textOrNone(value, "'bundle-identifier'"); }},
-                    {"seed",
-                     [&](const YAML::Node& value) {
-                         mac.seed =
-                             static_cast<std::uint64_t>(reader_.whole(value, "'seed'", 0, 9'007'199'254'740'991));
-                     }},
-                    {"calendar", [&](const YAML::Node& value) { mac.calendar = calendar(value); }},
-                    reader_.textInto("home", mac.home),
-                    {"displays", [&](const YAML::Node& value) { displays(value, mac.displays); }},
-                    reader_.flagInto("separate-spaces", mac.separateSpaces),
-                    {"settings", [&](const YAML::Node& value) { settings(value, mac.settings); }}});
+    members.insert(
+        members.end(),
+        {{"bundle-identifier",
+          [&](const YAML::Node& value) { mac.bundleIdentifier = textOrNone(value, "'bundle-identifier'"); }},
+         {"seed",
+          [&](const YAML::Node& value) {
+              mac.seed = static_cast<std::uint64_t>(reader_.whole(value, "'seed'", 0, 9'007'199'254'740'991));
+          }},
+         {"macos",
+          [&](const YAML::Node& value) { mac.macOS = static_cast<int>(reader_.whole(value, "'macos'", 13, 99)); }},
+         {"calendar", [&](const YAML::Node& value) { mac.calendar = calendar(value); }},
+         reader_.textInto("home", mac.home),
+         {"displays", [&](const YAML::Node& value) { displays(value, mac.displays); }},
+         reader_.flagInto("separate-spaces", mac.separateSpaces),
+         {"settings", [&](const YAML::Node& value) { settings(value, mac.settings); }}});
     reader_.mapping(node, "'mac'", members);
     checkSafari(node, mac);
     return mac;
@@ -30,7 +32,7 @@ MacSetup MacReader::read(const YAML::Node& node) {
 MacConditions MacReader::readAfterPrelude(const YAML::Node& node) {
     MacConditions mac;
     auto members = conditionsInto(mac);
-    for (const char* word : {"bundle-identifier", "seed", "calendar", "home", "separate-spaces", "settings"}) {
+    for (const char* word : {"bundle-identifier", "seed", "macos", "calendar", "home", "separate-spaces", "settings"}) {
         members.push_back(reader_.settledByPrelude(word));
     }
     members.push_back(reader_.settledByPrelude("displays", "; a step can plug, unplug, arrange or mirror one"));

@@ -17,6 +17,8 @@ struct MacSetup : MacConditions {
     /// Empty: a bundle without an identifier.
     std::optional<std::string> bundleIdentifier = "biz.quorrin.vantrel";
     std::uint64_t seed = 0;
+    /// The system's major version.
+    int macOS = 14;
     /// Seconds since 1970 at the launch: 2026-03-02T08:00:00Z.
     double calendar = 1772438400;
     std::string home = "/Users/maria";

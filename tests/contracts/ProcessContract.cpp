@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <mutex>
 #include <optional>
+#include <utility>
 
 #include "tests/contracts/ContractTest.h"
 
@@ -291,6 +292,15 @@ class OpenerContract : public ProcessContract {
     ApplicationOpener::Result result() {
         const std::lock_guard lock(mutex_);
         return result_;
+    }
+
+    // An application is not held for longer than its computer lives.
+    void TearDown() override {
+        {
+            const std::lock_guard lock(mutex_);
+            result_ = {};
+        }
+        ProcessContract::TearDown();
     }
 
   private:

@@ -103,6 +103,7 @@ TEST(PreludeReading, RefusesWhatCannotChangeAfterTheLaunch) {
   displays: []
   separate-spaces: no
   settings: {a: b}
+  macos: 13
 server:
   address: https://x.example
 )",
@@ -114,7 +115,8 @@ server:
         "10: 'displays' is settled at the launch, by the prelude; a step can plug, unplug, arrange or mirror one\n"
         "11: 'separate-spaces' is settled at the launch, by the prelude\n"
         "12: 'settings' is settled at the launch, by the prelude\n"
-        "14: 'address' is settled at the launch, by the prelude\n");
+        "13: 'macos' is settled at the launch, by the prelude\n"
+        "15: 'address' is settled at the launch, by the prelude\n");
 }
 
 TEST(PreludeReading, RefusesASessionThatThePreludeHas) {

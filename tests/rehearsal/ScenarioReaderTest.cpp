@@ -23,6 +23,7 @@ TEST(ScenarioReader, FillsInWhatIsNotSaid) {
     EXPECT_TRUE(scenario.timeline.empty());
     EXPECT_EQ(scenario.mac.bundleIdentifier, "biz.quorrin.vantrel");
     EXPECT_EQ(scenario.mac.seed, 0U);
+    EXPECT_EQ(scenario.mac.macOS, 14);
     EXPECT_EQ(scenario.mac.calendar, 1772438400);
     EXPECT_EQ(scenario.mac.displays, (std::vector<Screen>{{"Schermo integrato", {{0, 0}, {1440, 900}}}}));
     EXPECT_EQ(scenario.mac.browsers, InstalledBrowsers({{BrowserName::chrome, {}}}));
@@ -38,6 +39,7 @@ TEST(ScenarioReader, ReadsTheMac) {
 mac:
   bundle-identifier: none
   seed: 12
+  macos: 13
   calendar: 1970-01-01T00:01:00Z
   home: /Users/altra
   displays: [{name: A, frame: [0, 0, 800, 600]}, {name: B, frame: [-1280.5, 100, 1280.5, 720]}]
@@ -51,6 +53,7 @@ mac:
                          .mac;
     EXPECT_EQ(mac.bundleIdentifier, std::nullopt);
     EXPECT_EQ(mac.seed, 12U);
+    EXPECT_EQ(mac.macOS, 13);
     EXPECT_EQ(mac.calendar, 60);
     EXPECT_EQ(mac.home, "/Users/altra");
     EXPECT_EQ(mac.displays, (std::vector<Screen>{{"A", {{0, 0}, {800, 600}}}, {"B", {{-1280.5, 100}, {1280.5, 720}}}}));

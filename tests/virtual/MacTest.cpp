@@ -13,6 +13,7 @@ bool isFreeRunning() {
 Options optionsFromEnvironment() {
     Options options;
     if (const char* seed = std::getenv("VANTREL_SEED")) options.seed = std::strtoull(seed, nullptr, 10);
+    if (const char* version = std::getenv("VANTREL_SYSTEM")) options.systemVersion = std::atoi(version);
     options.freeRunning = isFreeRunning();
     return options;
 }

@@ -13,7 +13,8 @@
 
 namespace vantrel::virtualmac {
 
-/// The options of a test's Mac. VANTREL_SEED=N and VANTREL_FREE_RUNNING=1 in the environment set its seed and mode.
+/// The options of a test's Mac. VANTREL_SEED=N, VANTREL_FREE_RUNNING=1 and VANTREL_SYSTEM=N in the environment set its
+/// seed, mode and macOS.
 Options optionsFromEnvironment();
 
 /// Whether the environment asks for real threads without a baton.

@@ -15,6 +15,7 @@ constexpr int mostRounds = 1000;
 
 VirtualMac::VirtualMac(Options options)
     : reportLeftovers_(options.reportLeftovers),
+      systemVersion_(options.systemVersion),
       engine_(options),
       screens_(engine_),
       files_(engine_),

@@ -94,6 +94,8 @@ class VirtualMac {
     /// thread does not end. Such a Mac cannot be destroyed; the only way out is std::_Exit.
     bool end();
 
+    int systemVersion() const { return systemVersion_; }
+
     Leftovers leftovers() const;
 
     Participant& participant() { return participant_; }
@@ -128,6 +130,7 @@ class VirtualMac {
     bool finish(const std::function<void(Block)>& submit, Block block, const char* what);
 
     const bool reportLeftovers_;
+    const int systemVersion_;
     bool goesOn_ = false;
     Engine engine_;
     VirtualScreens screens_;

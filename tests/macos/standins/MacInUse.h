@@ -14,11 +14,16 @@ class MacInUse {
     MacInUse& operator=(const MacInUse&) = delete;
 };
 
+bool isMacInUse();
+
 /// Any thread. Ends the process if there is none.
 virtualmac::VirtualMac& mac();
 
 /// Whether there is a Mac and its process is not over. After that, the system frees what is left.
 bool processGoesOn();
+
+/// Whether the Mac's system has that major version or a later one.
+bool systemIsAtLeast(int version);
 
 /// Wraps the block in an autorelease pool, as the system does for every event and every block of a queue or thread. Any
 /// thread.

@@ -32,6 +32,14 @@ virtualmac::VirtualMac& mac() {
     return *found;
 }
 
+bool isMacInUse() {
+    return inUse != nullptr;
+}
+
+bool systemIsAtLeast(int version) {
+    return mac().systemVersion() >= version;
+}
+
 bool processGoesOn() {
     const virtualmac::VirtualMac* const found = inUse;
     return found != nullptr && found->isRunning();

@@ -6,12 +6,13 @@
 #include "tests/contracts/VirtualContractHost.h"
 #include "tests/macos/standins/MacInUse.h"
 #include "tests/macos/standins/appkit/Clicks.h"
+#include "tests/macos/standins/census/CensusGuard.h"
 
 namespace vantrel::contracts {
 namespace {
 
-/// The macOS platform under test, over the virtual Mac.
-class StandInContractHost final : public VirtualContractHost {
+/// The macOS platform under test, over the virtual Mac. The last base to be destroyed counts what is left.
+class StandInContractHost final : private standins::CensusGuard, public VirtualContractHost {
   public:
     StandInContractHost() : inUse_(mac()) {
         mac().onMain(standins::withPool([this] {

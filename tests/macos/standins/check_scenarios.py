@@ -31,7 +31,7 @@ def differs(program, scenario):
     expected = scenario.with_suffix(".transcript")
     status, actual, messages = play(program, scenario)
     found = difference(expected.read_bytes().decode(), actual, expected.name)
-    return found + (messages if found else "") + (f"exit status {status}\n" if status != 0 else "")
+    return found + (messages if found or status != 0 else "") + (f"exit status {status}\n" if status != 0 else "")
 
 
 def judge(differences, reasons):

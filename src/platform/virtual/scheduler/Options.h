@@ -18,6 +18,8 @@ struct Options {
     bool freeRunning = false;
     /// The calendar at uptime 0, in seconds since 1970: 2026-03-02T08:00:00Z.
     double calendarStart = 1772438400;
+    /// The major version of its macOS: 13 or later. Only the macOS platform over stand-ins asks for it.
+    int systemVersion = 14;
     /// The main bundle's.
     std::optional<std::string> bundleIdentifier;
     /// Called on misuse of the platform: an interface used off the main thread, a wait under a lock, a deadlock. Runs

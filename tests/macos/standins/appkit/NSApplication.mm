@@ -104,12 +104,15 @@ class DelegateRelay final : public vantrel::ApplicationDelegate {
 }
 
 - (void)activate {
+    if (!systemIsAtLeast(14)) fatal("-[NSApplication activate]: unrecognized selector on this system");
     mac().computer().application.activate();
 }
 
+// From macOS 14 on it is deprecated.
 - (void)activateIgnoringOtherApps:(BOOL)ignore {
-    (void)ignore;
-    [self activate];
+    if (systemIsAtLeast(14)) fatal("activateIgnoringOtherApps: is deprecated on this system");
+    if (!ignore) fatal("an activation that other applications may decline");
+    mac().computer().application.activate();
 }
 
 - (void)run {

@@ -5,6 +5,7 @@
 #include "tests/macos/standins/MacInUse.h"
 #include "tests/macos/standins/appkit/MenuDescription.h"
 #include "tests/macos/standins/foundation/Text.h"
+#include "tests/macos/standins/runtime/Singletons.h"
 
 using namespace vantrel::standins;
 
@@ -77,7 +78,7 @@ using namespace vantrel::standins;
 @implementation NSStatusBar
 
 + (NSStatusBar*)systemStatusBar {
-    static NSStatusBar* const bar = [[NSStatusBar alloc] init];
+    static NSStatusBar* const bar = singleton([[NSStatusBar alloc] init]);
     return bar;
 }
 

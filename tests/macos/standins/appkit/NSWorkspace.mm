@@ -7,6 +7,7 @@
 #include "tests/macos/standins/MacInUse.h"
 #include "tests/macos/standins/appkit/NSRunningApplication+Virtual.h"
 #include "tests/macos/standins/foundation/Text.h"
+#include "tests/macos/standins/runtime/Singletons.h"
 
 using namespace vantrel::standins;
 
@@ -51,7 +52,7 @@ void answer(Handler handler, const vantrel::ApplicationOpener::Result& result) {
 @implementation NSWorkspace
 
 + (NSWorkspace*)sharedWorkspace {
-    static NSWorkspace* const workspace = [[NSWorkspace alloc] init];
+    static NSWorkspace* const workspace = singleton([[NSWorkspace alloc] init]);
     return workspace;
 }
 

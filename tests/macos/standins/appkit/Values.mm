@@ -5,6 +5,7 @@
 #import <QuartzCore/CALayer.h>
 
 #include "tests/macos/standins/foundation/Text.h"
+#include "tests/macos/standins/runtime/Singletons.h"
 
 using namespace vantrel::standins;
 
@@ -117,7 +118,7 @@ using namespace vantrel::standins;
 @implementation NSCursor
 
 + (NSCursor*)operationNotAllowedCursor {
-    static NSCursor* const cursor = [[NSCursor alloc] init];
+    static NSCursor* const cursor = singleton([[NSCursor alloc] init]);
     return cursor;
 }
 

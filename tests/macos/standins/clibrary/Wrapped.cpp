@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
 #include <string>
 #include <string_view>
 
@@ -26,6 +27,13 @@ constexpr double nanosecondsPerSecond = 1e9;
 }  // namespace
 
 extern "C" {
+
+// The text is as it stands in the source: "macOS 14.0, *".
+bool vantrel_available(const char* system) {
+    int version = 0;
+    if (std::sscanf(system, "macOS %d.0, *", &version) != 1) fatal("a system that is not stood in for");
+    return systemIsAtLeast(version);
+}
 
 int __wrap_kill(pid_t process, int signal) {
     if (process <= 0) fatal("a signal to a group of processes");

@@ -1,8 +1,10 @@
 #import <Foundation/Foundation.h>
 
 #include "tests/macos/standins/MacInUse.h"
+#include "tests/macos/standins/runtime/Singletons.h"
 
 using vantrel::standins::mac;
+using vantrel::standins::singleton;
 using vantrel::standins::withPool;
 
 @interface VantrelRunLoop : NSObject
@@ -16,7 +18,7 @@ const CFRunLoopMode kCFRunLoopCommonModes = (__bridge CFStringRef) @"kCFRunLoopC
 extern "C" {
 
 CFRunLoopRef CFRunLoopGetMain() {
-    static VantrelRunLoop* const loop = [[VantrelRunLoop alloc] init];
+    static VantrelRunLoop* const loop = singleton([[VantrelRunLoop alloc] init]);
     return (__bridge CFRunLoopRef)(id)loop;
 }
 

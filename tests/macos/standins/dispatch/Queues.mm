@@ -4,6 +4,7 @@
 #include "tests/macos/standins/MacInUse.h"
 #include "tests/macos/standins/dispatch/VantrelQueue.h"
 #include "tests/macos/standins/runtime/Classes.h"
+#include "tests/macos/standins/runtime/Singletons.h"
 
 using namespace vantrel::standins;
 
@@ -52,12 +53,12 @@ dispatch_time_t dispatch_time(dispatch_time_t when, int64_t nanoseconds) {
 }
 
 dispatch_queue_t dispatch_get_main_queue() {
-    static VantrelQueue* const queue = [[VantrelQueue alloc] initAsMain:true];
+    static VantrelQueue* const queue = singleton([[VantrelQueue alloc] initAsMain:true]);
     return queue;
 }
 
 dispatch_queue_t dispatch_get_global_queue(intptr_t, uintptr_t) {
-    static VantrelQueue* const queue = [[VantrelQueue alloc] initAsMain:false];
+    static VantrelQueue* const queue = singleton([[VantrelQueue alloc] initAsMain:false]);
     return queue;
 }
 

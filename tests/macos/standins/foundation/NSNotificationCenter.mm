@@ -8,6 +8,7 @@
 #include "tests/macos/standins/MacInUse.h"
 #include "tests/macos/standins/foundation/Observers.h"
 #include "tests/macos/standins/foundation/Text.h"
+#include "tests/macos/standins/runtime/Singletons.h"
 
 using namespace vantrel::standins;
 
@@ -40,7 +41,7 @@ std::map<void*, std::unique_ptr<vantrel::Observation>>& observations() {
 }
 
 + (NSNotificationCenter*)defaultCenter {
-    static NSNotificationCenter* const center = [[NSNotificationCenter alloc] init];
+    static NSNotificationCenter* const center = singleton([[NSNotificationCenter alloc] init]);
     return center;
 }
 
@@ -48,7 +49,7 @@ std::map<void*, std::unique_ptr<vantrel::Observation>>& observations() {
     static NSNotificationCenter* const center = [] {
         NSNotificationCenter* made = [[NSNotificationCenter alloc] init];
         made->_isWorkspaces = true;
-        return made;
+        return singleton(made);
     }();
     return center;
 }

@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "tests/macos/standins/foundation/Text.h"
+#include "tests/macos/standins/runtime/Singletons.h"
 
 @implementation NSValue
 
@@ -90,7 +91,7 @@ const CFBooleanRef kCFBooleanFalse = (__bridge_retained CFBooleanRef)[[__NSCFBoo
 @implementation NSNull
 
 + (NSNull*)null {
-    static NSNull* const shared = [[NSNull alloc] init];
+    static NSNull* const shared = vantrel::standins::singleton([[NSNull alloc] init]);
     return shared;
 }
 

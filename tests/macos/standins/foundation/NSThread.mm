@@ -1,8 +1,10 @@
 #import <Foundation/Foundation.h>
 
 #include "tests/macos/standins/MacInUse.h"
+#include "tests/macos/standins/runtime/Singletons.h"
 
 using vantrel::standins::mac;
+using vantrel::standins::singleton;
 using vantrel::standins::withPool;
 
 @implementation NSThread
@@ -28,7 +30,7 @@ using vantrel::standins::withPool;
     static NSOperationQueue* const queue = [] {
         NSOperationQueue* made = [[NSOperationQueue alloc] init];
         made->_isMain = true;
-        return made;
+        return singleton(made);
     }();
     return queue;
 }

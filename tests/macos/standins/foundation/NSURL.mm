@@ -8,6 +8,8 @@
 
 #include "tests/macos/standins/MacInUse.h"
 #include "tests/macos/standins/foundation/Text.h"
+#include "tests/macos/standins/runtime/Classes.h"
+#include "tests/macos/standins/runtime/Singletons.h"
 
 using namespace vantrel::standins;
 
@@ -40,20 +42,25 @@ std::string fileAddress(const std::string& path) {
 
 }  // namespace
 
-/// As of macOS 14, whose parser follows RFC 3986.
+/// As of macOS 14, whose parser follows RFC 3986. Older systems' accepts more, and is not stood in for.
 @implementation NSURL {
     NSString* _text;
     NSString* _path;
 }
 
 + (instancetype)URLWithString:(NSString*)text {
-    return [self URLWithString:text encodingInvalidCharacters:YES];
+    return [self vantrel_URLWithString:text];
 }
 
 + (instancetype)URLWithString:(NSString*)text encodingInvalidCharacters:(BOOL)encoding {
+    if (!systemIsAtLeast(14)) fatal("+[NSURL URLWithString:encodingInvalidCharacters:]: unrecognized selector");
+    // Escaping characters that are not allowed is not stood in for.
+    if (encoding) fatal("a URL whose characters are to be escaped");
+    return [self vantrel_URLWithString:text];
+}
+
++ (instancetype)vantrel_URLWithString:(NSString*)text {
     if (text == nil) vantrel::standins::raise(@"NSInvalidArgumentException", @"nil string parameter");
-    // Not implemented here: escaping characters that are not allowed.
-    (void)encoding;
     const std::string bytes = bytesOf(text);
     if (bytes.empty() || !isReference(bytes)) return nil;
     // The Mac can be told to refuse an address.
@@ -107,7 +114,7 @@ std::string fileAddress(const std::string& path) {
 @implementation NSCharacterSet (NSURLUtilities)
 
 + (NSCharacterSet*)URLQueryAllowedCharacterSet {
-    static NSCharacterSet* const set = [[NSCharacterSet alloc] init];
+    static NSCharacterSet* const set = singleton([[NSCharacterSet alloc] init]);
     return set;
 }
 

@@ -6,6 +6,7 @@
 
 #include "tests/macos/standins/MacInUse.h"
 #include "tests/macos/standins/foundation/Text.h"
+#include "tests/macos/standins/runtime/Singletons.h"
 
 using namespace vantrel::standins;
 
@@ -175,8 +176,8 @@ using Handler = void (^)(NSData*, NSURLResponse*, NSError*);
 + (NSURLSession*)sharedSession {
     static NSURLSession* const session = [] {
         NSURLSession* made = [[NSURLSession alloc] init];
-        made->_delegateQueue = [[NSOperationQueue alloc] init];
-        return made;
+        made->_delegateQueue = singleton([[NSOperationQueue alloc] init]);
+        return singleton(made);
     }();
     return session;
 }

@@ -3,13 +3,14 @@
 
 #include "tests/macos/standins/MacInUse.h"
 #include "tests/macos/standins/foundation/Text.h"
+#include "tests/macos/standins/runtime/Singletons.h"
 
 using namespace vantrel::standins;
 
 @implementation NSUserDefaults
 
 + (NSUserDefaults*)standardUserDefaults {
-    static NSUserDefaults* const defaults = [[NSUserDefaults alloc] init];
+    static NSUserDefaults* const defaults = singleton([[NSUserDefaults alloc] init]);
     return defaults;
 }
 
@@ -34,7 +35,7 @@ using namespace vantrel::standins;
 @implementation NSFileManager
 
 + (NSFileManager*)defaultManager {
-    static NSFileManager* const manager = [[NSFileManager alloc] init];
+    static NSFileManager* const manager = singleton([[NSFileManager alloc] init]);
     return manager;
 }
 
@@ -52,7 +53,7 @@ NSString* NSHomeDirectory() {
 @implementation NSBundle
 
 + (NSBundle*)mainBundle {
-    static NSBundle* const bundle = [[NSBundle alloc] init];
+    static NSBundle* const bundle = singleton([[NSBundle alloc] init]);
     return bundle;
 }
 
@@ -72,7 +73,7 @@ NSString* NSHomeDirectory() {
 @implementation NSProcessInfo
 
 + (NSProcessInfo*)processInfo {
-    static NSProcessInfo* const info = [[NSProcessInfo alloc] init];
+    static NSProcessInfo* const info = singleton([[NSProcessInfo alloc] init]);
     return info;
 }
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "tests/macos/standins/runtime/Objects.h"
+#include "tests/macos/standins/runtime/Singletons.h"
 
 namespace vantrel::standins {
 
@@ -32,7 +33,7 @@ class Pools {
     }
 
     void add(Object* object) {
-        if (depth_ == 0) ++strays;
+        if (depth_ == 0 && !isLeftAside(object)) ++strays;
         objects_.push_back(object);
     }
 

@@ -5,8 +5,10 @@
 #include <cstdlib>
 #include <mutex>
 #include <new>
+#include <set>
 
 #include "tests/macos/standins/runtime/Classes.h"
+#include "tests/macos/standins/runtime/Singletons.h"
 #include "tests/macos/standins/runtime/WeakReferences.h"
 
 namespace vantrel::standins {
@@ -26,6 +28,7 @@ Header& headerOf(Object* object) {
 struct Census {
     std::mutex mutex;
     std::map<std::string, long> living;
+    std::set<const void*> singletons;
 
     static Census& shared() {
         static Census* const census = new Census;
@@ -62,6 +65,19 @@ void census(const char* name, int change) {
     const auto place = census.living.try_emplace(name, 0).first;
     place->second += change;
     if (place->second == 0) census.living.erase(place);
+}
+
+void leaveAside(const void* object) {
+    census(nameOf(static_cast<const Object*>(object)->isa), -1);
+    Census& census = Census::shared();
+    const std::lock_guard guard(census.mutex);
+    census.singletons.insert(object);
+}
+
+bool isLeftAside(const void* object) {
+    Census& census = Census::shared();
+    const std::lock_guard guard(census.mutex);
+    return census.singletons.contains(object);
 }
 
 extern "C" {
