@@ -151,21 +151,26 @@ TEST_F(RunLoopTest, RefusesATimerOffTheMainThread) {
     EXPECT_EQ((Lines{"RunLoop.scheduledTimer off the main thread"}), expectedMisuse());
 }
 
-Lines equalMoments(std::uint64_t seed) {
+/// With own work, every step also posts some, which is counted.
+Lines equalMoments(std::uint64_t seed, int* ownWork = nullptr) {
     Options options;
     options.seed = seed;
     Lines order;
     options.onEvent = [&order](const Event& event) { order.push_back(event.text); };
     VirtualMac mac(options);
     Computer& computer = mac.computer();
+    const auto step = [&](const char* name) {
+        if (ownWork != nullptr) mac.engine().mainLoop.postOwn([ownWork] { ++*ownWork; });
+        computer.log.print(name);
+    };
     std::unique_ptr<Timer> timer;
-    mac.onMain([&] { timer = computer.mainRunLoop.scheduledTimer(1, false, [&] { computer.log.print("timer"); }); });
-    computer.dispatch.mainQueue().asyncAfter(1, [&] { computer.log.print("block 1"); });
-    computer.dispatch.mainQueue().asyncAfter(1, [&] { computer.log.print("block 2"); });
-    mac.at(1, [&] { mac.postToMain([&] { computer.log.print("event"); }); });
+    mac.onMain([&] { timer = computer.mainRunLoop.scheduledTimer(1, false, [&] { step("timer"); }); });
+    computer.dispatch.mainQueue().asyncAfter(1, [&] { step("block 1"); });
+    computer.dispatch.mainQueue().asyncAfter(1, [&] { step("block 2"); });
+    mac.at(1, [&] { mac.postToMain([&] { step("event"); }); });
     mac.inBackground([&] {
         computer.threads.sleep(1);
-        computer.log.print("worker");
+        step("worker");
     });
     mac.runFor(2);
     mac.onMain([&] { timer.reset(); });
@@ -183,6 +188,14 @@ TEST(RunLoop, OrdersEqualMomentsOfDifferentSourcesByTheSeedBaton) {
     }
     EXPECT_GT(orders.size(), 5U);
     EXPECT_EQ((Lines{"event", "block 1", "block 2", "timer", "worker"}), equalMoments(0));
+}
+
+TEST(RunLoop, APlatformsOwnWorkRunsAndChangesNoOrderBaton) {
+    for (std::uint64_t seed = 0; seed < 30; ++seed) {
+        int ownWork = 0;
+        EXPECT_EQ(equalMoments(seed, &ownWork), equalMoments(seed)) << seed;
+        EXPECT_EQ(5, ownWork) << seed;
+    }
 }
 
 }  // namespace

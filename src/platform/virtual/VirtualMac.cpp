@@ -18,7 +18,6 @@ VirtualMac::VirtualMac(Options options)
       systemVersion_(options.systemVersion),
       engine_(options),
       screens_(engine_),
-      files_(engine_),
       desktop_(engine_, [this] { return screens_.displays(); }),
       processes_(engine_, files_, desktop_, options.bundleIdentifier),
       application_(engine_, desktop_, processes_.ownProcess()),
@@ -34,8 +33,8 @@ VirtualMac::VirtualMac(Options options)
       windowList_({engine_, desktop_, processes_, screens_, windows_, overlays_}),
       workspace_(engine_),
       opener_(engine_, processes_),
-      frontmost_(engine_, desktop_, processes_),
-      applications_(engine_, processes_),
+      frontmost_(desktop_, processes_),
+      applications_(processes_),
       accessibility_(engine_, desktop_, processes_, trust_, keyboard_),
       capture_(engine_),
       dispatch_(engine_),
@@ -46,10 +45,11 @@ VirtualMac::VirtualMac(Options options)
       defaults_(engine_, {options.settings.begin(), options.settings.end()}),
       network_(engine_),
       bundle_(options.bundleIdentifier),
-      computer_{application_, alerts_,    windows_, statusBar_, screens_,      spaces_,    overlays_,      keyboard_,
-                windowList_,  workspace_, opener_,  frontmost_, applications_, processes_, accessibility_, trust_,
-                capture_,     dispatch_,  runLoop_, threads_,   clock_,        log_,       defaults_,      urls_,
-                network_,     json_,      unicode_, dates_,     files_,        bundle_},
+      parts_{application_, alerts_,    windows_, statusBar_, screens_,      spaces_,    overlays_,      keyboard_,
+             windowList_,  workspace_, opener_,  frontmost_, applications_, processes_, accessibility_, trust_,
+             capture_,     dispatch_,  runLoop_, threads_,   clock_,        log_,       defaults_,      urls_,
+             network_,     json_,      unicode_, dates_,     files_,        bundle_},
+      checked_(engine_, parts_),
       participant_({{engine_, desktop_, spaces_, processes_, keyboard_, keys_},
                     windows_,
                     alerts_,
@@ -75,7 +75,7 @@ bool VirtualMac::end() {
 }
 
 void VirtualMac::launch(std::function<void(Computer&)> main) {
-    postToMain([this, main = std::move(main)] { main(computer_); });
+    postToMain([this, main = std::move(main)] { main(computer()); });
 }
 
 bool VirtualMac::onMain(Block block) {

@@ -12,6 +12,7 @@
 #include "platform/virtual/apps/VirtualProcessLauncher.h"
 #include "platform/virtual/apps/VirtualRunningApplications.h"
 #include "platform/virtual/apps/VirtualWorkspace.h"
+#include "platform/virtual/calls/CheckedComputer.h"
 #include "platform/virtual/desktop/VirtualAccessibility.h"
 #include "platform/virtual/desktop/VirtualScreens.h"
 #include "platform/virtual/desktop/VirtualSpaces.h"
@@ -56,7 +57,11 @@ class VirtualMac {
     VirtualMac(const VirtualMac&) = delete;
     VirtualMac& operator=(const VirtualMac&) = delete;
 
-    Computer& computer() { return computer_; }
+    /// The client's computer.
+    Computer& computer() { return checked_.computer(); }
+    /// The same without checks and without choices of the seed, for the world, and for another platform that stands on
+    /// this Mac and has a CheckedComputer above it.
+    Computer& parts() { return parts_; }
 
     /// Runs the function on the main thread as the process's main, as soon as the driver waits. Once for each Mac.
     void launch(std::function<void(Computer&)> main);
@@ -166,7 +171,8 @@ class VirtualMac {
     ICUText unicode_;
     UTCDateFormatter dates_;
     VirtualBundle bundle_;
-    Computer computer_;
+    Computer parts_;
+    CheckedComputer checked_;
     Participant participant_;
 };
 

@@ -25,6 +25,9 @@ bool processGoesOn();
 /// Whether the Mac's system has that major version or a later one.
 bool systemIsAtLeast(int version);
 
+/// AppKit belongs to the main thread: a call on another one ends the process.
+void requireMain(const char* call);
+
 /// Wraps the block in an autorelease pool, as the system does for every event and every block of a queue or thread. Any
 /// thread.
 Block withPool(Block block);

@@ -1,6 +1,7 @@
 #include "tests/macos/standins/MacInUse.h"
 
 #include <atomic>
+#include <string>
 #include <utility>
 
 #include "tests/macos/standins/appkit/OwnApplication.h"
@@ -34,6 +35,10 @@ virtualmac::VirtualMac& mac() {
 
 bool isMacInUse() {
     return inUse != nullptr;
+}
+
+void requireMain(const char* call) {
+    if (!mac().engine().isMainThread()) fatal(std::string(call) + " off the main thread");
 }
 
 bool systemIsAtLeast(int version) {

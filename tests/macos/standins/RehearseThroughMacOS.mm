@@ -5,13 +5,16 @@
 #include <ostream>
 #include <string>
 
+#include "app/ApplicationMain.h"
+#include "platform/virtual/calls/CheckedComputer.h"
 #include "rehearsal/playing/Player.h"
 #include "rehearsal/program/Rehearse.h"
 #include "tests/macos/standins/MacInUse.h"
 #include "tests/macos/standins/census/ObjectCensus.h"
 
-// The client's main(), renamed by the build.
+// The client's main() and its call of applicationMain(), renamed by the build.
 extern "C" int vantrel_client_main();
+extern "C" void vantrel_application_main(const vantrel::Computer& platform);
 
 namespace {
 
@@ -33,6 +36,12 @@ int judge(int status, const standins::ObjectCensus& census) {
 }
 
 }  // namespace
+
+// Before the platform, as before the virtual Mac's own parts, the seed chooses.
+void vantrel_application_main(const vantrel::Computer& platform) {
+    virtualmac::CheckedComputer checked(standins::mac().engine(), platform);
+    applicationMain(checked.computer());
+}
 
 int main(int argc, char** argv) {
     const standins::ObjectCensus census;

@@ -17,7 +17,7 @@ class StandInContractHost final : private standins::CensusGuard, public VirtualC
     StandInContractHost() : inUse_(mac()) {
         mac().onMain(standins::withPool([this] {
             platform_ = std::make_unique<macos::MacComputer>();
-            computer_ = std::make_unique<Computer>(platform_->computer());
+            checked_ = std::make_unique<virtualmac::CheckedComputer>(mac().engine(), platform_->computer());
         }));
     }
 
@@ -27,14 +27,14 @@ class StandInContractHost final : private standins::CensusGuard, public VirtualC
         mac().end();
     }
 
-    Computer& computer() override { return *computer_; }
+    Computer& computer() override { return checked_->computer(); }
     void onMain(Block block) override { VirtualContractHost::onMain(standins::withPool(std::move(block))); }
     void postToMain(Block block) override { VirtualContractHost::postToMain(standins::withPool(std::move(block))); }
 
     // A process that ends takes its platform along.
     void launch(std::function<void(Computer&)> main) override {
         VirtualContractHost::postToMain(standins::withPool([this, main = std::move(main)] {
-            main(*computer_);
+            main(computer());
             if (hasEnded()) forgetPlatform();
         }));
     }
@@ -47,13 +47,13 @@ class StandInContractHost final : private standins::CensusGuard, public VirtualC
 
   private:
     void forgetPlatform() {
-        computer_.reset();
+        checked_.reset();
         platform_.reset();
     }
 
     standins::MacInUse inUse_;
     std::unique_ptr<macos::MacComputer> platform_;
-    std::unique_ptr<Computer> computer_;
+    std::unique_ptr<virtualmac::CheckedComputer> checked_;
 };
 
 }  // namespace

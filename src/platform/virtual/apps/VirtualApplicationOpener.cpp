@@ -42,7 +42,6 @@ ApplicationFile applicationFile(const URL& url) {
 
 void VirtualApplicationOpener::open(const std::vector<URL>& urls, const URL& application, bool activates,
                                     Completion completion) {
-    engine_.platformCall();
     if (engine_.isOver()) return;
     engine_.journal.emit(
         {ApplicationEvent::opened,

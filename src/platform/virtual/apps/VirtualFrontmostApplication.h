@@ -4,7 +4,6 @@
 
 #include "platform/apps/FrontmostApplication.h"
 #include "platform/virtual/apps/VirtualProcessLauncher.h"
-#include "platform/virtual/scheduler/Engine.h"
 #include "platform/virtual/world/VirtualDesktop.h"
 
 namespace vantrel::virtualmac {
@@ -12,11 +11,10 @@ namespace vantrel::virtualmac {
 /// The application in front: the last one that came there and still runs. Initially none.
 class VirtualFrontmostApplication final : public FrontmostApplication {
   public:
-    VirtualFrontmostApplication(Engine& engine, const VirtualDesktop& desktop, const VirtualProcessLauncher& processes)
-        : engine_(engine), desktop_(desktop), processes_(processes) {}
+    VirtualFrontmostApplication(const VirtualDesktop& desktop, const VirtualProcessLauncher& processes)
+        : desktop_(desktop), processes_(processes) {}
 
     std::shared_ptr<RunningApplication> frontmostApplication() const override {
-        engine_.mainThreadCall("FrontmostApplication.frontmostApplication");
         for (const FrontCandidate& candidate : desktop_.front()) {
             const auto process = processes_.find(candidate.process);
             if (process && process->isListed()) return process;
@@ -25,7 +23,6 @@ class VirtualFrontmostApplication final : public FrontmostApplication {
     }
 
   private:
-    Engine& engine_;
     const VirtualDesktop& desktop_;
     const VirtualProcessLauncher& processes_;
 };

@@ -3,7 +3,6 @@
 namespace vantrel::virtualmac {
 
 bool VirtualProcess::isTerminated() const {
-    engine_.platformCall();
     return !isAlive();
 }
 
@@ -32,7 +31,6 @@ bool VirtualProcess::forceTerminate() {
 }
 
 bool VirtualProcess::ask(ApplicationEvent kind, const Fields& more) {
-    engine_.platformCall();
     if (engine_.isOver()) return false;
     const bool canBeAsked = isAlive();
     Fields fields{{Field::pid, std::to_string(origin_.identifier)}};

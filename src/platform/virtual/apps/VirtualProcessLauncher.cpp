@@ -43,7 +43,6 @@ VirtualProcessLauncher::VirtualProcessLauncher(Engine& engine, VirtualFileManage
 
 std::variant<ProcessIdentifier, PlatformError> VirtualProcessLauncher::launch(
     std::string_view executablePath, const std::vector<std::string>& arguments) {
-    engine_.platformCall();
     const std::string path(executablePath);
     const std::string file = "“" + lastComponent(path) + "”";
     const auto holdsZero = [](const std::string& text) { return text.find('\0') != std::string::npos; };
@@ -60,7 +59,6 @@ std::variant<ProcessIdentifier, PlatformError> VirtualProcessLauncher::launch(
 }
 
 bool VirtualProcessLauncher::sendSignal(ProcessIdentifier process, int signal) {
-    engine_.platformCall();
     if (engine_.isOver()) return false;
     const auto found = find(process);
     const bool sent = found && found->state() != VirtualProcess::State::gone;

@@ -4,7 +4,6 @@ namespace vantrel::virtualmac {
 
 std::vector<std::shared_ptr<RunningApplication>> VirtualRunningApplications::withBundleIdentifier(
     std::string_view identifier) const {
-    engine_.platformCall();
     std::vector<std::shared_ptr<RunningApplication>> found;
     for (const auto& process : processes_.all()) {
         if (process->isListed() && process->description().bundleIdentifier == identifier) found.push_back(process);
@@ -13,7 +12,6 @@ std::vector<std::shared_ptr<RunningApplication>> VirtualRunningApplications::wit
 }
 
 std::shared_ptr<RunningApplication> VirtualRunningApplications::withProcessIdentifier(ProcessIdentifier process) const {
-    engine_.platformCall();
     const auto found = processes_.find(process);
     return found && found->isListed() ? found : nullptr;
 }

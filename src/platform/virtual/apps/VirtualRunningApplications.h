@@ -7,15 +7,13 @@
 
 #include "platform/apps/RunningApplications.h"
 #include "platform/virtual/apps/VirtualProcessLauncher.h"
-#include "platform/virtual/scheduler/Engine.h"
 
 namespace vantrel::virtualmac {
 
 /// The running applications, oldest first, including this process.
 class VirtualRunningApplications final : public RunningApplications {
   public:
-    VirtualRunningApplications(Engine& engine, VirtualProcessLauncher& processes)
-        : engine_(engine), processes_(processes) {}
+    explicit VirtualRunningApplications(VirtualProcessLauncher& processes) : processes_(processes) {}
 
     std::vector<std::shared_ptr<RunningApplication>> withBundleIdentifier(std::string_view identifier) const override;
     std::shared_ptr<RunningApplication> withProcessIdentifier(ProcessIdentifier process) const override;
@@ -31,7 +29,6 @@ class VirtualRunningApplications final : public RunningApplications {
     ProcessIdentifier ownProcess() const { return processes_.ownProcess(); }
 
   private:
-    Engine& engine_;
     VirtualProcessLauncher& processes_;
 };
 

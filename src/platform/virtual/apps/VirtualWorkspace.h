@@ -18,7 +18,6 @@ class VirtualWorkspace final : public Workspace {
     explicit VirtualWorkspace(Engine& engine) : engine_(engine) {}
 
     bool open(const URL& url) override {
-        engine_.mainThreadCall("Workspace.open");
         if (engine_.isOver() || !isURIReference(url.absoluteString)) return false;
         const bool opened = !failing_ && scheme(url);
         if (opened) {

@@ -5,7 +5,6 @@
 namespace vantrel::virtualmac {
 
 std::shared_ptr<AccessibilityElement> VirtualAccessibility::application(ProcessIdentifier process) const {
-    engine_.platformCall();
     return std::make_shared<ApplicationElement>(*this, process);
 }
 

@@ -19,7 +19,6 @@ std::string describe(const AccessibilityValue& value) {
 
 std::variant<AccessibilityValue, AccessibilityError> VirtualAccessibility::Element::attribute(
     std::string_view name) const {
-    owner_.engine_.platformCall();
     Answer answer = AccessibilityError(owner_.reach(process_));
     if (std::get<AccessibilityError>(answer) == accessibilitySuccess) {
         auto fault = owner_.faults_.strike(AccessibilityFaults::Operation::read, name, process_);
@@ -32,7 +31,6 @@ std::variant<AccessibilityValue, AccessibilityError> VirtualAccessibility::Eleme
 template <class Function>
 AccessibilityError VirtualAccessibility::Element::carryOut(AccessibilityFaults::Operation operation,
                                                            std::string_view name, Fields fields, Function intent) {
-    owner_.engine_.platformCall();
     if (owner_.engine_.isOver()) return accessibilityCannotComplete;
     Intent intended = AccessibilityError(owner_.reach(process_));
     if (std::get<AccessibilityError>(intended) == accessibilitySuccess) {

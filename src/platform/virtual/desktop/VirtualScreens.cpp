@@ -26,24 +26,20 @@ void putPrimaryAtOrigin(Displays& displays) {
 }  // namespace
 
 std::vector<Screen> VirtualScreens::screens() const {
-    engine_.mainThreadCall("Screens.screens");
     return displays().screens;
 }
 
 std::optional<Screen> VirtualScreens::mainScreen() const {
-    engine_.mainThreadCall("Screens.mainScreen");
     const Displays all = displays();
     if (all.screens.empty()) return std::nullopt;
     return all.screens[std::min(all.main, all.screens.size() - 1)];
 }
 
 bool VirtualScreens::screensHaveSeparateSpaces() const {
-    engine_.mainThreadCall("Screens.screensHaveSeparateSpaces");
     return displays().haveSeparateSpaces;
 }
 
 std::unique_ptr<Observation> VirtualScreens::observeScreenParametersDidChange(Block block) {
-    engine_.mainThreadCall("Screens.observeScreenParametersDidChange");
     return changes_.observe(std::move(block));
 }
 

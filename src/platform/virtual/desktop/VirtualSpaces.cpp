@@ -43,7 +43,6 @@ VirtualSpaces::VirtualSpaces(Engine& engine, VirtualDesktop& desktop)
 }
 
 std::unique_ptr<Observation> VirtualSpaces::observeActiveSpaceDidChange(Block block) {
-    engine_.mainThreadCall("Spaces.observeActiveSpaceDidChange");
     return notices_.observe(std::move(block));
 }
 

@@ -28,7 +28,6 @@ void remove(WindowEntry& entry, WindowKey key) {
 }  // namespace
 
 std::optional<std::vector<WindowEntry>> VirtualWindowList::copy(WindowListOption option) const {
-    dependencies_.engine.platformCall();
     {
         const std::lock_guard guard(mutex_);
         if (failing_) return std::nullopt;

@@ -10,10 +10,7 @@ namespace vantrel::virtualmac {
 class VirtualKeyboardTaps::Tap final : public KeyboardTap {
   public:
     Tap(VirtualKeyboardTaps& keyboard, StatePointer state) : keyboard_(keyboard), state_(std::move(state)) {}
-    ~Tap() override {
-        keyboard_.engine_.mainThreadCall("KeyboardTap's end");
-        keyboard_.remove(state_);
-    }
+    ~Tap() override { keyboard_.remove(state_); }
     Tap(const Tap&) = delete;
     Tap& operator=(const Tap&) = delete;
 
@@ -39,7 +36,6 @@ std::unique_ptr<KeyboardTap> VirtualKeyboardTaps::create(KeyDecision decision, K
 }
 
 std::unique_ptr<KeyboardTap> VirtualKeyboardTaps::createFilter(KeyFilter filter) {
-    engine_.mainThreadCall("KeyboardTaps.create");
     auto state = std::make_shared<State>(State{std::make_shared<const KeyFilter>(std::move(filter))});
     bool refused = !trust_.isTrusted();
     {

@@ -29,7 +29,6 @@ Fields described(const URLReply& reply) {
 }  // namespace
 
 void VirtualURLSession::dataTask(URLRequest request, Completion completion) {
-    engine_.platformCall();
     if (engine_.mainLoop.isOver()) return;
     auto task = std::make_shared<Task>();
     task->request = std::move(request);

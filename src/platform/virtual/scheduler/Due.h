@@ -13,8 +13,10 @@ struct Due {
     Moment moment = never;
     /// The same without repeating timers: the work that will run out.
     Moment oneShot = never;
+    /// Before every other thread that is due, and the seed has no say in it.
+    bool first = false;
 
-    static Due at(Moment moment) { return {moment, moment}; }
+    static Due at(Moment moment) { return {moment, moment, false}; }
 
     void add(Moment other) {
         moment = std::min(moment, other);

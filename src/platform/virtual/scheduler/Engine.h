@@ -30,8 +30,7 @@ class Engine {
     /// Driver, after stop(): joins the threads. Aborts if one continues or the main thread has stopped in exit().
     void join();
 
-    /// Call this first in a platform call: other threads may run now. Not needed for calls that only compute or count
-    /// (JSON, URLs, texts, dates, dispatch groups) and for the end of a timer.
+    /// A call of the client begins: other threads may run now. See CheckedComputer.
     void platformCall() { scheduler.yield(); }
     /// The same for calls that belong to the main thread. On another thread it is misuse, but the call continues.
     void mainThreadCall(std::string_view what);

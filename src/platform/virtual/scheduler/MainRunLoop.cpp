@@ -13,7 +13,9 @@ void MainRunLoop::start() {
 
 void MainRunLoop::live() {
     run(Mode::standard, [] { return false; });
-    const auto due = [this] { return Due::at(stopping_ || events_.size() + mainQueue_.size() > 0 ? 0 : never); };
+    const auto due = [this] {
+        return Due::at(stopping_ || own_.size() + events_.size() + mainQueue_.size() > 0 ? 0 : never);
+    };
     while (!scheduler_.locked([this] { return stopping_; })) {
         dropEverything();
         scheduler_.wait(due, Scheduler::Wait::idle);
@@ -51,6 +53,11 @@ void MainRunLoop::postEvent(Block block) {
     scheduler_.change([&] { events_.push(now, std::move(block)); });
 }
 
+void MainRunLoop::postOwn(Block block) {
+    const Moment now = scheduler_.now();
+    scheduler_.change([&] { own_.push(now, std::move(block)); });
+}
+
 void MainRunLoop::async(Moment moment, Block block) {
     scheduler_.change([&] { mainQueue_.push(moment, std::move(block)); });
 }
@@ -86,11 +93,12 @@ std::size_t MainRunLoop::timers() const {
 }
 
 std::size_t MainRunLoop::pending() const {
-    return scheduler_.locked([this] { return events_.size() + mainQueue_.size(); });
+    return scheduler_.locked([this] { return own_.size() + events_.size() + mainQueue_.size(); });
 }
 
 Due MainRunLoop::due(Mode mode) const {
     if (over_) return Due::at(0);
+    if (own_.size() > 0) return {0, 0, true};
     Due due = Due::at(events_.head());
     if (!mainQueueIsBusy_) due.add(mainQueue_.head());
     if (mode == Mode::standard) timers_.addTo(due);
@@ -102,6 +110,7 @@ std::function<void()> MainRunLoop::take(Mode mode) {
     const Moment now = scheduler_.now();
     return scheduler_.change([&]() -> std::function<void()> {
         if (over_) return nullptr;
+        if (auto own = own_.take(now)) return std::move(*own);
         const std::array<std::pair<Source, Moment>, 3> heads{
             {{Source::events, events_.head()},
              {Source::mainQueue, mainQueueIsBusy_ ? never : mainQueue_.head()},
@@ -133,6 +142,7 @@ std::function<void()> MainRunLoop::take(Mode mode) {
 void MainRunLoop::dropEverything() {
     // A block's objects may submit more blocks when destroyed.
     for (;;) {
+        if (auto own = scheduler_.locked([this] { return own_.take(never); })) continue;
         if (auto event = scheduler_.locked([this] { return events_.take(never); })) continue;
         if (auto block = scheduler_.locked([this] { return mainQueue_.take(never); })) continue;
         if (const auto timer = scheduler_.locked([this] { return timers_.removeFirst(); })) continue;

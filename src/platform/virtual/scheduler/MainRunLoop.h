@@ -43,6 +43,9 @@ class MainRunLoop {
 
     /// An action of the user or the system on the application. Any thread.
     void postEvent(Block block);
+    /// Work that a platform over this Mac posts for itself. It runs as an event, but before all other work of every
+    /// thread, so that it changes no choice of the seed. Any thread.
+    void postOwn(Block block);
     /// The main queue. Any thread.
     void async(Moment moment, Block block);
 
@@ -66,6 +69,7 @@ class MainRunLoop {
     void dropEverything();
 
     Scheduler& scheduler_;
+    TimedQueue own_;
     TimedQueue events_;
     TimedQueue mainQueue_;
     TimerTable timers_;

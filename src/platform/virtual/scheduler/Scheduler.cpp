@@ -197,7 +197,9 @@ Scheduler::Record& Scheduler::next() {
     for (;;) {
         std::vector<Record*> ready;
         for (const auto& record : records_) {
-            if (isReady(*record)) ready.push_back(record.get());
+            if (!isReady(*record)) continue;
+            if (record->due().first) return *record;
+            ready.push_back(record.get());
         }
         if (!ready.empty()) return *ready[choose(ready.size())];
         if (isReady(driver_)) return driver_;

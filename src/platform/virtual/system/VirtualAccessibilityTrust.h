@@ -13,13 +13,9 @@ class VirtualAccessibilityTrust final : public AccessibilityTrust {
   public:
     explicit VirtualAccessibilityTrust(Engine& engine) : engine_(engine) {}
 
-    bool isProcessTrusted() const override {
-        engine_.platformCall();
-        return trusted_;
-    }
+    bool isProcessTrusted() const override { return trusted_; }
 
     bool isProcessTrustedWithPrompt() override {
-        engine_.platformCall();
         if (trusted_) return true;
         if (engine_.isOver()) return false;
         ++prompts_;

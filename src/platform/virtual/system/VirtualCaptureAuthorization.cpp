@@ -14,13 +14,11 @@ std::string name(MediaType media) {
 }  // namespace
 
 AuthorizationStatus VirtualCaptureAuthorization::status(MediaType media) const {
-    engine_.platformCall();
     const std::lock_guard guard(mutex_);
     return status_.at(media);
 }
 
 void VirtualCaptureAuthorization::requestAccess(MediaType media, std::function<void(bool granted)> completion) {
-    engine_.platformCall();
     if (engine_.isOver()) return;
     engine_.journal.emit({PermissionEvent::requested, name(media)});
     std::optional<Automatic> automatic;

@@ -5,13 +5,11 @@
 namespace vantrel::virtualmac {
 
 bool VirtualFileManager::fileExists(std::string_view path) const {
-    engine_.platformCall();
     const auto found = kind(path);
     return found && *found != FileKind::brokenLink;
 }
 
 std::string VirtualFileManager::homeDirectory() const {
-    engine_.platformCall();
     const std::lock_guard guard(mutex_);
     return home_;
 }

@@ -8,7 +8,6 @@
 #include <string_view>
 
 #include "platform/system/FileManager.h"
-#include "platform/virtual/scheduler/Engine.h"
 
 namespace vantrel::virtualmac {
 
@@ -18,8 +17,6 @@ enum class FileKind { folder, file, executable, brokenLink };
 /// A tree of paths.
 class VirtualFileManager final : public FileManager {
   public:
-    explicit VirtualFileManager(Engine& engine) : engine_(engine) {}
-
     bool fileExists(std::string_view path) const override;
     std::string homeDirectory() const override;
 
@@ -34,7 +31,6 @@ class VirtualFileManager final : public FileManager {
     void setHomeDirectory(std::string path);
 
   private:
-    Engine& engine_;
     mutable std::mutex mutex_;
     std::map<std::string, FileKind, std::less<>> paths_{{"/", FileKind::folder},
                                                         {"/Users", FileKind::folder},

@@ -10,10 +10,7 @@ class VirtualLog final : public Log {
   public:
     explicit VirtualLog(Engine& engine) : engine_(engine) {}
 
-    void print(std::string_view line) override {
-        engine_.platformCall();
-        engine_.journal.emit({ClientEvent::log, std::string(line)});
-    }
+    void print(std::string_view line) override { engine_.journal.emit({ClientEvent::log, std::string(line)}); }
 
   private:
     Engine& engine_;

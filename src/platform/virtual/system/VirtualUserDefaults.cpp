@@ -5,7 +5,6 @@
 namespace vantrel::virtualmac {
 
 std::optional<std::string> VirtualUserDefaults::string(std::string_view key) const {
-    engine_.platformCall();
     const std::lock_guard guard(mutex_);
     const auto found = values_.find(key);
     if (found == values_.end()) return std::nullopt;
@@ -13,7 +12,6 @@ std::optional<std::string> VirtualUserDefaults::string(std::string_view key) con
 }
 
 void VirtualUserDefaults::set(std::string_view key, std::string_view value) {
-    engine_.platformCall();
     if (engine_.isOver()) return;
     put(std::string(key), std::string(value));
     engine_.journal.emit({ClientEvent::settingSaved, std::string(key), {{Field::value, std::string(value)}}});

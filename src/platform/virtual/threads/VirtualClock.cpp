@@ -5,12 +5,10 @@
 namespace vantrel::virtualmac {
 
 double VirtualClock::uptime() const {
-    engine_.platformCall();
     return toSeconds(engine_.scheduler.now());
 }
 
 double VirtualClock::secondsSince1970() const {
-    engine_.platformCall();
     return offset_ + toSeconds(engine_.scheduler.now());
 }
 

@@ -14,12 +14,10 @@ std::shared_ptr<DispatchGroup> VirtualDispatch::makeGroup() {
 }
 
 void VirtualDispatch::MainQueue::asyncAfter(double seconds, Block block) {
-    engine_.platformCall();
     engine_.mainLoop.async(later(engine_.scheduler.now(), seconds), std::move(block));
 }
 
 void VirtualDispatch::GlobalQueue::asyncAfter(double seconds, Block block) {
-    engine_.platformCall();
     engine_.workers.runAt(later(engine_.scheduler.now(), seconds), std::move(block));
 }
 

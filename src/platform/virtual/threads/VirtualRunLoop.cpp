@@ -23,7 +23,6 @@ class VirtualTimer final : public Timer {
 }  // namespace
 
 std::unique_ptr<Timer> VirtualRunLoop::scheduledTimer(double intervalSeconds, bool repeats, Block block) {
-    engine_.mainThreadCall("RunLoop.scheduledTimer");
     return std::make_unique<VirtualTimer>(engine_.mainLoop,
                                           engine_.mainLoop.addTimer(intervalSeconds, repeats, std::move(block)));
 }

@@ -3,12 +3,10 @@
 namespace vantrel::virtualmac {
 
 void VirtualSemaphore::signal() {
-    engine_.platformCall();
     engine_.scheduler.change([this] { ++value_; });
 }
 
 bool VirtualSemaphore::wait(double timeoutSeconds) {
-    engine_.platformCall();
     Scheduler& scheduler = engine_.scheduler;
     const Moment deadline = later(scheduler.now(), timeoutSeconds);
     const auto due = [this, deadline] { return Due::at(value_ > 0 ? 0 : deadline); };

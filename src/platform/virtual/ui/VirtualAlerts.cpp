@@ -16,7 +16,6 @@ std::string name(AlertStyle style) {
 }  // namespace
 
 std::size_t VirtualAlerts::runModal(const Alert& alert) {
-    engine_.mainThreadCall("Alerts.runModal");
     const auto shown = std::make_shared<Shown>();
     shown->alert = alert;
     shown->number = engine_.nextInFront();

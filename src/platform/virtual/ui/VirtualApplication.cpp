@@ -14,18 +14,15 @@ const MenuItem* findKeyEquivalent(const Menu& menu, std::string_view key) {
 }
 
 void VirtualApplication::setActivationPolicy(ActivationPolicy policy) {
-    engine_.mainThreadCall("Application.setActivationPolicy");
     engine_.journal.emit({ClientEvent::activationPolicy, std::to_string(static_cast<int>(policy))});
 }
 
 void VirtualApplication::setDelegate(std::weak_ptr<ApplicationDelegate> delegate) {
-    engine_.mainThreadCall("Application.setDelegate");
     const std::lock_guard guard(mutex_);
     delegate_ = std::move(delegate);
 }
 
 void VirtualApplication::setMainMenu(const Menu& menu) {
-    engine_.mainThreadCall("Application.setMainMenu");
     std::string titles;
     for (const MenuItem& item : menu.items) {
         if (item.kind != MenuItem::Kind::submenu) continue;
@@ -40,7 +37,6 @@ void VirtualApplication::setMainMenu(const Menu& menu) {
 }
 
 void VirtualApplication::run() {
-    engine_.mainThreadCall("Application.run");
     engine_.mainLoop.postEvent([this] {
         std::shared_ptr<ApplicationDelegate> delegate;
         {
@@ -53,13 +49,11 @@ void VirtualApplication::run() {
 }
 
 void VirtualApplication::activate() {
-    engine_.mainThreadCall("Application.activate");
     engine_.journal.emit({ClientEvent::activate});
     if (!engine_.isOver()) desktop_.bringToFront({ownProcess_, {}, false});
 }
 
 void VirtualApplication::terminate() {
-    engine_.mainThreadCall("Application.terminate");
     if (engine_.mainLoop.isOver()) return;
     engine_.journal.emit({ClientEvent::terminateAsked});
     std::shared_ptr<ApplicationDelegate> delegate;

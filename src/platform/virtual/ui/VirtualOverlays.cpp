@@ -19,7 +19,6 @@ class VirtualOverlays::Shown final : public Overlay {
     Shown& operator=(const Shown&) = delete;
 
     void setLevel(int level) override {
-        overlays_.engine_.mainThreadCall("Overlay.setLevel");
         {
             const std::lock_guard guard(overlays_.mutex_);
             if (isClosed_ || std::exchange(state_->description.level, level) == level) return;
@@ -28,7 +27,6 @@ class VirtualOverlays::Shown final : public Overlay {
     }
 
     void orderFrontRegardless() override {
-        overlays_.engine_.mainThreadCall("Overlay.orderFrontRegardless");
         const std::vector<AppWindow> windows = overlays_.desktop_.windows();
         bool wasVisible = false;
         bool wasUnder = false;
@@ -47,7 +45,6 @@ class VirtualOverlays::Shown final : public Overlay {
     }
 
     void orderOut() override {
-        overlays_.engine_.mainThreadCall("Overlay.orderOut");
         {
             const std::lock_guard guard(overlays_.mutex_);
             if (!std::exchange(state_->visible, false)) return;
@@ -57,7 +54,6 @@ class VirtualOverlays::Shown final : public Overlay {
 
     /// Idempotent.
     void close() override {
-        overlays_.engine_.mainThreadCall("Overlay.close");
         {
             const std::lock_guard guard(overlays_.mutex_);
             if (std::exchange(isClosed_, true)) return;
@@ -85,7 +81,6 @@ class VirtualOverlays::Shown final : public Overlay {
 };
 
 std::unique_ptr<Overlay> VirtualOverlays::makeOverlay(const OverlayDescription& description) {
-    engine_.mainThreadCall("Overlays.makeOverlay");
     std::shared_ptr<State> state;
     {
         const std::lock_guard guard(mutex_);

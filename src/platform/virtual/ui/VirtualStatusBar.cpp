@@ -16,15 +16,11 @@ std::string described(const MenuItem& item) {
 class VirtualStatusBar::Item final : public StatusItem {
   public:
     Item(VirtualStatusBar& bar, std::shared_ptr<State> state) : bar_(bar), state_(std::move(state)) {}
-    ~Item() override {
-        bar_.engine_.mainThreadCall("StatusItem's end");
-        remove();
-    }
+    ~Item() override { remove(); }
     Item(const Item&) = delete;
     Item& operator=(const Item&) = delete;
 
     void setButtonTitle(const std::string& title) override {
-        bar_.engine_.mainThreadCall("StatusItem.setButtonTitle");
         {
             const std::lock_guard guard(bar_.mutex_);
             state_->title = title;
@@ -33,7 +29,6 @@ class VirtualStatusBar::Item final : public StatusItem {
     }
 
     void setMenu(const Menu& menu) override {
-        bar_.engine_.mainThreadCall("StatusItem.setMenu");
         Fields fields;
         for (const MenuItem& item : menu.items) fields.emplace_back(Field::item, described(item));
         Menu before = menu;
@@ -60,7 +55,6 @@ class VirtualStatusBar::Item final : public StatusItem {
 };
 
 std::unique_ptr<StatusItem> VirtualStatusBar::statusItem(double) {
-    engine_.mainThreadCall("StatusBar.statusItem");
     auto state = std::make_shared<State>();
     {
         const std::lock_guard guard(mutex_);
@@ -72,7 +66,6 @@ std::unique_ptr<StatusItem> VirtualStatusBar::statusItem(double) {
 }
 
 void VirtualStatusBar::removeStatusItem(StatusItem& item) {
-    engine_.mainThreadCall("StatusBar.removeStatusItem");
     if (auto* own = dynamic_cast<Item*>(&item)) own->remove();
 }
 

@@ -7,19 +7,16 @@
 namespace vantrel::virtualmac {
 
 VirtualWindows::VirtualWindow::~VirtualWindow() {
-    owner_.engine_.mainThreadCall("Window's end");
     hide();
     owner_.remove(number_);
 }
 
 void VirtualWindows::VirtualWindow::center() {
-    owner_.engine_.mainThreadCall("Window.center");
     owner_.with(number_, [](Record& record) { record.state.centered = true; });
     owner_.engine_.journal.emit({WindowEvent::centered, state().title});
 }
 
 void VirtualWindows::VirtualWindow::setIsVisible(bool visible) {
-    owner_.engine_.mainThreadCall("Window.setIsVisible");
     if (visible) {
         show(false);
     } else {
@@ -28,22 +25,18 @@ void VirtualWindows::VirtualWindow::setIsVisible(bool visible) {
 }
 
 void VirtualWindows::VirtualWindow::makeKeyAndOrderFront() {
-    owner_.engine_.mainThreadCall("Window.makeKeyAndOrderFront");
     show(true);
 }
 
 void VirtualWindows::VirtualWindow::orderOut() {
-    owner_.engine_.mainThreadCall("Window.orderOut");
     hide();
 }
 
 unsigned VirtualWindows::VirtualWindow::styleMask() const {
-    owner_.engine_.mainThreadCall("Window.styleMask");
     return state().styleMask;
 }
 
 void VirtualWindows::VirtualWindow::setStyleMask(unsigned mask) {
-    owner_.engine_.mainThreadCall("Window.setStyleMask");
     const WindowState before = state();
     if (before.styleMask == mask) return;
     owner_.with(number_, [mask](Record& record) { record.state.styleMask = mask; });
@@ -51,7 +44,6 @@ void VirtualWindows::VirtualWindow::setStyleMask(unsigned mask) {
 }
 
 std::optional<std::string> VirtualWindows::VirtualWindow::text(std::string_view id) const {
-    owner_.engine_.mainThreadCall("Window.text");
     const WindowState current = state();
     const Control* control = current.control(id);
     if (control == nullptr) return std::nullopt;
@@ -59,7 +51,6 @@ std::optional<std::string> VirtualWindows::VirtualWindow::text(std::string_view 
 }
 
 void VirtualWindows::VirtualWindow::setText(std::string_view id, std::string_view text) {
-    owner_.engine_.mainThreadCall("Window.setText");
     const WindowState before = state();
     const Control* control = before.control(id);
     if (control == nullptr) return owner_.engine_.misuse("Window.setText: no control is called " + std::string(id));
@@ -75,7 +66,6 @@ void VirtualWindows::VirtualWindow::setText(std::string_view id, std::string_vie
 }
 
 void VirtualWindows::VirtualWindow::setEnabled(std::string_view id, bool enabled) {
-    owner_.engine_.mainThreadCall("Window.setEnabled");
     const WindowState before = state();
     if (before.control(id) == nullptr) {
         return owner_.engine_.misuse("Window.setEnabled: no control is called " + std::string(id));
@@ -92,7 +82,6 @@ void VirtualWindows::VirtualWindow::setEnabled(std::string_view id, bool enabled
 }
 
 void VirtualWindows::VirtualWindow::setViewHidden(std::string_view viewId, bool hidden) {
-    owner_.engine_.mainThreadCall("Window.setViewHidden");
     const WindowState before = state();
     const View* view = before.view(viewId);
     if (view == nullptr) return owner_.engine_.misuse("Window.setViewHidden: no view is called " + std::string(viewId));

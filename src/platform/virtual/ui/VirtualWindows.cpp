@@ -8,7 +8,6 @@
 namespace vantrel::virtualmac {
 
 std::unique_ptr<Window> VirtualWindows::makeWindow(const WindowDescription& description, ActionHandler onAction) {
-    engine_.mainThreadCall("Windows.makeWindow");
     Record record;
     record.state.title = description.title;
     record.state.contentRect = description.contentRect;

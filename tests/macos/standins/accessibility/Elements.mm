@@ -104,12 +104,12 @@ vantrel::AccessibilityValue valueOfObject(CFTypeRef object) {
 extern "C" {
 
 Boolean AXIsProcessTrusted() {
-    return mac().computer().accessibilityTrust.isProcessTrusted() ? 1 : 0;
+    return mac().parts().accessibilityTrust.isProcessTrusted() ? 1 : 0;
 }
 
 Boolean AXIsProcessTrustedWithOptions(CFDictionaryRef options) {
     id prompt = ((__bridge NSDictionary*)options)[(__bridge NSString*)kAXTrustedCheckOptionPrompt];
-    vantrel::AccessibilityTrust& trust = mac().computer().accessibilityTrust;
+    vantrel::AccessibilityTrust& trust = mac().parts().accessibilityTrust;
     const bool asks = [prompt isKindOfClass:[NSNumber class]] && [(NSNumber*)prompt boolValue];
     return (asks ? trust.isProcessTrustedWithPrompt() : trust.isProcessTrusted()) ? 1 : 0;
 }
@@ -119,7 +119,7 @@ CFTypeID AXUIElementGetTypeID() {
 }
 
 AXUIElementRef AXUIElementCreateApplication(pid_t pid) {
-    VantrelElement* element = makeElement(mac().computer().accessibility.application(pid), pid);
+    VantrelElement* element = makeElement(mac().parts().accessibility.application(pid), pid);
     return (__bridge_retained AXUIElementRef)(id)element;
 }
 

@@ -31,12 +31,13 @@ using namespace vantrel::standins;
 }
 
 - (NSModalResponse)runModal {
+    requireMain("runModal");
     vantrel::Alert alert;
     alert.style = static_cast<vantrel::AlertStyle>(self.alertStyle);
     alert.messageText = bytesOf(self.messageText);
     alert.informativeText = bytesOf(self.informativeText);
     alert.buttons = _buttons;
-    return NSAlertFirstButtonReturn + static_cast<NSModalResponse>(mac().computer().alerts.runModal(alert));
+    return NSAlertFirstButtonReturn + static_cast<NSModalResponse>(mac().parts().alerts.runModal(alert));
 }
 
 @end

@@ -63,9 +63,10 @@ class DelegateRelay final : public vantrel::ApplicationDelegate {
 }
 
 - (void)setDelegate:(id<NSApplicationDelegate>)delegate {
+    requireMain("-[NSApplication setDelegate:]");
     _delegate = delegate;
     _relay = delegate == nil ? nullptr : std::make_shared<DelegateRelay>();
-    mac().computer().application.setDelegate(_relay);
+    mac().parts().application.setDelegate(_relay);
 }
 
 - (NSMenu*)mainMenu {
@@ -73,8 +74,9 @@ class DelegateRelay final : public vantrel::ApplicationDelegate {
 }
 
 - (void)setMainMenu:(NSMenu*)menu {
+    requireMain("setMainMenu:");
     _mainMenu = menu;
-    mac().computer().application.setMainMenu(descriptionOf(menu));
+    mac().parts().application.setMainMenu(descriptionOf(menu));
 }
 
 - (NSWindow*)modalWindow {
@@ -82,7 +84,7 @@ class DelegateRelay final : public vantrel::ApplicationDelegate {
 }
 
 - (BOOL)isActive {
-    const auto front = mac().computer().frontmostApplication.frontmostApplication();
+    const auto front = mac().parts().frontmostApplication.frontmostApplication();
     return front && front->processIdentifier() == mac().processes().ownProcess();
 }
 
@@ -99,29 +101,34 @@ class DelegateRelay final : public vantrel::ApplicationDelegate {
 }
 
 - (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)policy {
-    mac().computer().application.setActivationPolicy(static_cast<vantrel::ActivationPolicy>(policy));
+    requireMain("setActivationPolicy:");
+    mac().parts().application.setActivationPolicy(static_cast<vantrel::ActivationPolicy>(policy));
     return YES;
 }
 
 - (void)activate {
+    requireMain("-[NSApplication activate]");
     if (!systemIsAtLeast(14)) fatal("-[NSApplication activate]: unrecognized selector on this system");
-    mac().computer().application.activate();
+    mac().parts().application.activate();
 }
 
 // From macOS 14 on it is deprecated.
 - (void)activateIgnoringOtherApps:(BOOL)ignore {
+    requireMain("activateIgnoringOtherApps:");
     if (systemIsAtLeast(14)) fatal("activateIgnoringOtherApps: is deprecated on this system");
     if (!ignore) fatal("an activation that other applications may decline");
-    mac().computer().application.activate();
+    mac().parts().application.activate();
 }
 
 - (void)run {
-    mac().computer().application.run();
+    requireMain("-[NSApplication run]");
+    mac().parts().application.run();
 }
 
 - (void)terminate:(id)sender {
+    requireMain("terminate:");
     (void)sender;
-    mac().computer().application.terminate();
+    mac().parts().application.terminate();
 }
 
 - (void)preventWindowOrdering {

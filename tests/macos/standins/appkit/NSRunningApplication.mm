@@ -28,14 +28,14 @@ using namespace vantrel::standins;
 
 + (NSArray<NSRunningApplication*>*)runningApplicationsWithBundleIdentifier:(NSString*)identifier {
     NSMutableArray* found = [NSMutableArray arrayWithCapacity:1];
-    for (auto& application : mac().computer().runningApplications.withBundleIdentifier(bytesOf(identifier))) {
+    for (auto& application : mac().parts().runningApplications.withBundleIdentifier(bytesOf(identifier))) {
         [found addObject:[self vantrel_applicationOf:std::move(application)]];
     }
     return found;
 }
 
 + (instancetype)runningApplicationWithProcessIdentifier:(pid_t)pid {
-    return [self vantrel_applicationOf:mac().computer().runningApplications.withProcessIdentifier(pid)];
+    return [self vantrel_applicationOf:mac().parts().runningApplications.withProcessIdentifier(pid)];
 }
 
 - (BOOL)isTerminated {

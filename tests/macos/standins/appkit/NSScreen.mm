@@ -17,18 +17,21 @@ using namespace vantrel::standins;
 }
 
 + (NSArray<NSScreen*>*)screens {
+    requireMain("+[NSScreen screens]");
     NSMutableArray* screens = [NSMutableArray arrayWithCapacity:1];
-    for (const auto& screen : mac().computer().screens.screens()) [screens addObject:[self vantrel_screenOf:screen]];
+    for (const auto& screen : mac().parts().screens.screens()) [screens addObject:[self vantrel_screenOf:screen]];
     return screens;
 }
 
 + (NSScreen*)mainScreen {
-    const auto screen = mac().computer().screens.mainScreen();
+    requireMain("+[NSScreen mainScreen]");
+    const auto screen = mac().parts().screens.mainScreen();
     return screen ? [self vantrel_screenOf:*screen] : nil;
 }
 
 + (BOOL)screensHaveSeparateSpaces {
-    return mac().computer().screens.screensHaveSeparateSpaces();
+    requireMain("screensHaveSeparateSpaces");
+    return mac().parts().screens.screensHaveSeparateSpaces();
 }
 
 - (NSRect)frame {

@@ -46,7 +46,7 @@ using namespace vantrel::standins;
     self = [super init];
     if (self == nil) return nil;
     const bool varies = length == NSVariableStatusItemLength;
-    _item = mac().computer().statusBar.statusItem(varies ? vantrel::variableStatusItemLength : length);
+    _item = mac().parts().statusBar.statusItem(varies ? vantrel::variableStatusItemLength : length);
     _button = [[NSStatusBarButton alloc] initWithItem:self];
     return self;
 }
@@ -60,16 +60,18 @@ using namespace vantrel::standins;
 }
 
 - (void)setMenu:(NSMenu*)menu {
+    requireMain("-[NSStatusItem setMenu:]");
     _menu = menu;
     if (_item) _item->setMenu(descriptionOf(menu));
 }
 
 - (void)vantrel_setTitle:(NSString*)title {
+    requireMain("the title of a status item");
     if (_item) _item->setButtonTitle(bytesOf(title));
 }
 
 - (void)vantrel_remove {
-    if (_item) mac().computer().statusBar.removeStatusItem(*_item);
+    if (_item) mac().parts().statusBar.removeStatusItem(*_item);
     _item.reset();
 }
 
@@ -84,10 +86,12 @@ using namespace vantrel::standins;
 
 // The caller owns the item. Without a reference it leaves the bar.
 - (NSStatusItem*)statusItemWithLength:(CGFloat)length {
+    requireMain("statusItemWithLength:");
     return [[NSStatusItem alloc] initWithLength:length];
 }
 
 - (void)removeStatusItem:(NSStatusItem*)item {
+    requireMain("removeStatusItem:");
     [item vantrel_remove];
 }
 

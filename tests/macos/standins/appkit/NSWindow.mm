@@ -24,10 +24,6 @@ std::vector<__unsafe_unretained NSWindow*>& living() {
     return *windows;
 }
 
-void requireMainThread(const char* what) {
-    if (!mac().engine().isMainThread()) fatal(std::string(what) + " off the main thread");
-}
-
 }  // namespace
 
 /// A window with a border is one of the virtual Mac's windows, one without is one of its overlays. Either is created
@@ -50,7 +46,7 @@ void requireMainThread(const char* what) {
                             backing:(NSBackingStoreType)backing
                               defer:(BOOL)defer {
     (void)backing, (void)defer;
-    requireMainThread("a window");
+    requireMain("a window");
     self = [super init];
     if (self == nil) return nil;
     _frame = contentRect;
@@ -78,7 +74,7 @@ void requireMainThread(const char* what) {
 }
 
 - (void)dealloc {
-    requireMainThread("the end of a window");
+    requireMain("the end of a window");
     std::erase(living(), self);
 }
 
@@ -109,7 +105,7 @@ void requireMainThread(const char* what) {
     description.releasedWhenClosed = self.releasedWhenClosed;
     for (NSView* view in _contentView.subviews) description.views.push_back([view vantrel_viewDescription]);
     __weak NSWindow* weak = self;
-    _window = mac().computer().windows.makeWindow(description, [weak](std::string_view identifier) {
+    _window = mac().parts().windows.makeWindow(description, [weak](std::string_view identifier) {
         withPool([weak, pressed = std::string(identifier)] { [weak vantrel_press:pressed]; })();
     });
     for (const auto& state : mac().windows().all()) _number = std::max(_number, state.number);
@@ -124,7 +120,7 @@ void requireMainThread(const char* what) {
     description.level = static_cast<int>(_level);
     description.collectionBehavior = static_cast<unsigned>(self.collectionBehavior);
     description.labels = overlayLabels(_contentView);
-    _overlay = mac().computer().overlays.makeOverlay(description);
+    _overlay = mac().parts().overlays.makeOverlay(description);
     return _overlay.get();
 }
 
@@ -158,7 +154,7 @@ void requireMainThread(const char* what) {
 }
 
 - (void)setLevel:(NSWindowLevel)level {
-    requireMainThread("setLevel:");
+    requireMain("setLevel:");
     _level = level;
     if (_overlay) _overlay->setLevel(static_cast<int>(level));
 }
@@ -185,7 +181,7 @@ void requireMainThread(const char* what) {
 
 - (void)setFrame:(NSRect)frame display:(BOOL)display {
     (void)display;
-    requireMainThread("setFrame:");
+    requireMain("setFrame:");
     if (_window || _overlay) raise(@"NSInvalidArgumentException", @"moving a window that stands is not stood in for");
     _frame = frame;
     // The last step in preparing a cover.
@@ -206,7 +202,7 @@ void requireMainThread(const char* what) {
 
 - (void)orderOut:(id)sender {
     (void)sender;
-    requireMainThread("orderOut:");
+    requireMain("orderOut:");
     if (_window) _window->orderOut();
     if (_overlay) _overlay->orderOut();
     _isShownOverlay = false;
@@ -214,7 +210,7 @@ void requireMainThread(const char* what) {
 
 // A window that is released when closed is destroyed with the last reference other than the caller's.
 - (void)close {
-    requireMainThread("close");
+    requireMain("close");
     if (_isClosed) return;
     _isClosed = true;
     _isShownOverlay = false;

@@ -61,12 +61,12 @@ void answer(Handler handler, const vantrel::ApplicationOpener::Result& result) {
 }
 
 - (NSRunningApplication*)frontmostApplication {
-    return [NSRunningApplication vantrel_applicationOf:mac().computer().frontmostApplication.frontmostApplication()];
+    return [NSRunningApplication vantrel_applicationOf:mac().parts().frontmostApplication.frontmostApplication()];
 }
 
 - (BOOL)openURL:(NSURL*)url {
     if (url == nil) raise(@"NSInvalidArgumentException", @"openURL: nil");
-    return mac().computer().workspace.open({bytesOf(url.absoluteString)});
+    return mac().parts().workspace.open({bytesOf(url.absoluteString)});
 }
 
 - (void)openURLs:(NSArray<NSURL*>*)urls
@@ -76,7 +76,7 @@ void answer(Handler handler, const vantrel::ApplicationOpener::Result& result) {
     if (applicationURL == nil) raise(@"NSInvalidArgumentException", @"an application that is nil");
     std::vector<vantrel::URL> addresses;
     for (NSURL* url in urls) addresses.push_back({bytesOf(url.absoluteString)});
-    mac().computer().applicationOpener.open(
+    mac().parts().applicationOpener.open(
         addresses, {bytesOf(applicationURL.absoluteString)}, configuration.activates,
         [handler](vantrel::ApplicationOpener::Result result) {
             withPool([handler, result = std::move(result)] { answer(handler, result); })();

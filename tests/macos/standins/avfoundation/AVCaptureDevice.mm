@@ -19,11 +19,11 @@ vantrel::MediaType mediaOf(AVMediaType type) {
 @implementation AVCaptureDevice
 
 + (AVAuthorizationStatus)authorizationStatusForMediaType:(AVMediaType)mediaType {
-    return static_cast<AVAuthorizationStatus>(mac().computer().captureAuthorization.status(mediaOf(mediaType)));
+    return static_cast<AVAuthorizationStatus>(mac().parts().captureAuthorization.status(mediaOf(mediaType)));
 }
 
 + (void)requestAccessForMediaType:(AVMediaType)mediaType completionHandler:(void (^)(BOOL granted))handler {
-    mac().computer().captureAuthorization.requestAccess(
+    mac().parts().captureAuthorization.requestAccess(
         mediaOf(mediaType), [handler](bool granted) { withPool([handler, granted] { handler(granted); })(); });
 }
 

@@ -37,7 +37,7 @@ bool vantrel_available(const char* system) {
 
 int __wrap_kill(pid_t process, int signal) {
     if (process <= 0) fatal("a signal to a group of processes");
-    if (mac().computer().processLauncher.sendSignal(process, signal)) return 0;
+    if (mac().parts().processLauncher.sendSignal(process, signal)) return 0;
     errno = ESRCH;
     return -1;
 }
@@ -48,7 +48,7 @@ ssize_t __wrap_write(int descriptor, const void* bytes, std::size_t size) {
     std::string_view text(static_cast<const char*>(bytes), size);
     if (!text.ends_with('\n')) fatal("the client writes a part of a line");
     text.remove_suffix(1);
-    mac().computer().log.print(text);
+    mac().parts().log.print(text);
     return static_cast<ssize_t>(size);
 }
 
@@ -63,7 +63,7 @@ int __wrap_poll(pollfd*, nfds_t, int) {
 }
 
 std::uint64_t __wrap_clock_gettime_nsec_np(int clock) {
-    const vantrel::Clock& clocks = mac().computer().clock;
+    const vantrel::Clock& clocks = mac().parts().clock;
     if (clock == uptimeClock) return static_cast<std::uint64_t>(mac().engine().scheduler.now());
     if (clock != calendarClock) fatal("a clock that is not stood in for");
     return static_cast<std::uint64_t>(clocks.secondsSince1970() * nanosecondsPerSecond);

@@ -24,7 +24,7 @@ CFRunLoopRef CFRunLoopGetMain() {
 
 // In the common modes, whatever the main thread is doing: as an event.
 void CFRunLoopPerformBlock(CFRunLoopRef, CFTypeRef, void (^block)(void)) {
-    mac().postToMain(withPool(block));
+    mac().engine().mainLoop.postOwn(withPool(block));
 }
 
 // The virtual Mac's main thread checks by itself.

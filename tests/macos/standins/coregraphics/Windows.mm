@@ -60,7 +60,7 @@ bool CGRectMakeWithDictionaryRepresentation(CFDictionaryRef reference, CGRect* r
 
 CFArrayRef CGWindowListCopyWindowInfo(CGWindowListOption option, CGWindowID relativeToWindow) {
     (void)relativeToWindow;
-    const auto list = mac().computer().windowList.copy(static_cast<vantrel::WindowListOption>(option));
+    const auto list = mac().parts().windowList.copy(static_cast<vantrel::WindowListOption>(option));
     if (!list) return nullptr;
     NSMutableArray* entries = [NSMutableArray arrayWithCapacity:list->size()];
     for (const auto& entry : *list) [entries addObject:dictionaryOf(entry)];

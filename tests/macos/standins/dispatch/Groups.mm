@@ -45,7 +45,7 @@ extern "C" {
 
 dispatch_group_t dispatch_group_create() {
     VantrelGroup* group = [[VantrelGroup alloc] init];
-    group->_group = mac().computer().dispatch.makeGroup();
+    group->_group = mac().parts().dispatch.makeGroup();
     return group;
 }
 
@@ -66,7 +66,7 @@ void dispatch_group_notify(dispatch_group_t group, dispatch_queue_t queue, dispa
 dispatch_semaphore_t dispatch_semaphore_create(intptr_t value) {
     if (value < 0) return nil;
     VantrelSemaphore* semaphore = [[VantrelSemaphore alloc] init];
-    semaphore->_semaphore = mac().computer().dispatch.makeSemaphore(static_cast<int>(value));
+    semaphore->_semaphore = mac().parts().dispatch.makeSemaphore(static_cast<int>(value));
     semaphore->_value = semaphore->_original = value;
     return semaphore;
 }

@@ -19,7 +19,7 @@ using namespace vantrel::standins;
 }
 
 - (vantrel::DispatchQueue&)queue {
-    vantrel::Dispatch& dispatch = mac().computer().dispatch;
+    vantrel::Dispatch& dispatch = mac().parts().dispatch;
     return _isMain ? dispatch.mainQueue() : dispatch.userInitiatedQueue();
 }
 

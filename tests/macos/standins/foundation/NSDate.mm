@@ -13,7 +13,7 @@ using namespace vantrel::standins;
 }
 
 + (instancetype)date {
-    return [self dateWithTimeIntervalSince1970:mac().computer().clock.secondsSince1970()];
+    return [self dateWithTimeIntervalSince1970:mac().parts().clock.secondsSince1970()];
 }
 
 + (instancetype)dateWithTimeIntervalSince1970:(NSTimeInterval)seconds {

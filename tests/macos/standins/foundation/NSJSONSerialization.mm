@@ -125,7 +125,7 @@ vantrel::JSONValue valueOf(id object) {
     }
     const vantrel::JSONValue value = valueOf(object);
     // The Mac can be told to refuse an object.
-    if (value.object() != nullptr && !mac().computer().json.serialise(*value.object())) {
+    if (value.object() != nullptr && !mac().parts().json.serialise(*value.object())) {
         if (error != nullptr) *error = errorOf(@"NSCocoaErrorDomain", 3851, "I dati non possono essere scritti.");
         return nil;
     }

@@ -55,7 +55,7 @@ std::map<void*, std::unique_ptr<vantrel::Observation>>& observations() {
 }
 
 - (std::unique_ptr<vantrel::Observation>)vantrel_observe:(NSNotificationName)name block:(vantrel::Block)block {
-    vantrel::Computer& computer = mac().computer();
+    vantrel::Computer& computer = mac().parts();
     if (!_isWorkspaces && [name isEqualToString:NSApplicationDidChangeScreenParametersNotification]) {
         return computer.screens.observeScreenParametersDidChange(std::move(block));
     }

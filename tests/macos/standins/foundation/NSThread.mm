@@ -10,11 +10,11 @@ using vantrel::standins::withPool;
 @implementation NSThread
 
 + (BOOL)isMainThread {
-    return mac().computer().threads.isMainThread();
+    return mac().parts().threads.isMainThread();
 }
 
 + (void)sleepForTimeInterval:(NSTimeInterval)seconds {
-    mac().computer().threads.sleep(seconds);
+    mac().parts().threads.sleep(seconds);
 }
 
 @end
@@ -37,7 +37,7 @@ using vantrel::standins::withPool;
 
 - (void)addOperationWithBlock:(void (^)(void))block {
     if (_isMain) {
-        mac().computer().dispatch.mainQueue().async(withPool(block));
+        mac().parts().dispatch.mainQueue().async(withPool(block));
     } else {
         mac().engine().urlSession.after(0, withPool(block));
     }

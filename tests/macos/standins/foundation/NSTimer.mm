@@ -14,18 +14,14 @@ using namespace vantrel::standins;
     void (^_block)(NSTimer*);
 }
 
-// Nobody runs the run loop of a queue's thread.
-+ (void)vantrel_requireMainThread {
-    if (!mac().engine().isMainThread()) fatal("a timer off the main thread");
-}
-
 + (NSTimer*)scheduledTimerWithTimeInterval:(NSTimeInterval)interval
                                    repeats:(BOOL)repeats
                                      block:(void (^)(NSTimer*))block {
-    [self vantrel_requireMainThread];
+    // Nobody runs the run loop of a queue's thread.
+    requireMain("scheduledTimerWithTimeInterval:");
     NSTimer* timer = [[NSTimer alloc] init];
     timer->_block = block;
-    timer->_timer = mac().computer().mainRunLoop.scheduledTimer(
+    timer->_timer = mac().parts().mainRunLoop.scheduledTimer(
         interval, repeats, [timer, repeats] { withPool([timer, repeats] { [timer vantrel_fireAndEnd:!repeats]; })(); });
     return timer;
 }
@@ -42,7 +38,7 @@ using namespace vantrel::standins;
 }
 
 - (void)invalidate {
-    [NSTimer vantrel_requireMainThread];
+    requireMain("-[NSTimer invalidate]");
     // The run loop may own the last reference to it.
     NSTimer* const self_ = self;
     self_->_timer.reset();

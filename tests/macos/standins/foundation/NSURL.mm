@@ -64,7 +64,7 @@ std::string fileAddress(const std::string& path) {
     const std::string bytes = bytesOf(text);
     if (bytes.empty() || !isReference(bytes)) return nil;
     // The Mac can be told to refuse an address.
-    if (!mac().computer().urls.form(bytes)) return nil;
+    if (!mac().parts().urls.form(bytes)) return nil;
     NSURL* url = [[self alloc] init];
     url->_text = [text copy];
     return url;
@@ -128,7 +128,7 @@ std::string fileAddress(const std::string& path) {
     }
     NSData* data = [self dataUsingEncoding:NSUTF8StringEncoding];
     // The Mac can be told to refuse a text.
-    if (data == nil || !mac().computer().urls.addingPercentEncodingForQuery(bytesOf(self))) return nil;
+    if (data == nil || !mac().parts().urls.addingPercentEncodingForQuery(bytesOf(self))) return nil;
     static constexpr std::string_view allowedInQueries = "!$&'()*+,-./0123456789:;=?@_~"
                                                          "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
     std::string encoded;

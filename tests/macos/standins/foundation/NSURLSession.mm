@@ -137,7 +137,7 @@ using Handler = void (^)(NSData*, NSURLResponse*, NSError*);
     Handler handler = _handler;
     if (handler == nil) return;
     _handler = nil;
-    mac().computer().urlSession.dataTask([_request vantrel_request], [handler](vantrel::URLReply reply) {
+    mac().parts().urlSession.dataTask([_request vantrel_request], [handler](vantrel::URLReply reply) {
         withPool([handler, reply = std::move(reply)] { [NSURLSessionTask vantrel_hand:reply to:handler]; })();
     });
 }

@@ -15,7 +15,7 @@ using namespace vantrel::standins;
 }
 
 - (id)objectForKey:(NSString*)key {
-    const auto value = mac().computer().userDefaults.string(bytesOf(key));
+    const auto value = mac().parts().userDefaults.string(bytesOf(key));
     return value ? textOf(*value) : nil;
 }
 
@@ -23,7 +23,7 @@ using namespace vantrel::standins;
     if (![value isKindOfClass:[NSString class]]) {
         vantrel::standins::raise(@"NSInvalidArgumentException", @"a setting that is not stood in for");
     }
-    mac().computer().userDefaults.set(bytesOf(key), bytesOf(value));
+    mac().parts().userDefaults.set(bytesOf(key), bytesOf(value));
 }
 
 - (NSString*)stringForKey:(NSString*)key {
@@ -41,13 +41,13 @@ using namespace vantrel::standins;
 
 // For the kernel the path ends at a zero byte.
 - (BOOL)fileExistsAtPath:(NSString*)path {
-    return mac().computer().files.fileExists(bytesOf(path).c_str());
+    return mac().parts().files.fileExists(bytesOf(path).c_str());
 }
 
 @end
 
 NSString* NSHomeDirectory() {
-    return textOf(mac().computer().files.homeDirectory());
+    return textOf(mac().parts().files.homeDirectory());
 }
 
 @implementation NSBundle
@@ -58,7 +58,7 @@ NSString* NSHomeDirectory() {
 }
 
 - (NSString*)bundleIdentifier {
-    const auto identifier = mac().computer().mainBundle.identifier();
+    const auto identifier = mac().parts().mainBundle.identifier();
     return identifier ? textOf(*identifier) : nil;
 }
 
