@@ -23,7 +23,7 @@ virtualmac::InstalledApplication installation(const Browser& browser, const Inst
     made.startFailure = as.startFailure;
     made.exitsAfter = as.exitsAfter;
     if (as.appearsAfter) made.appearsAfter = *as.appearsAfter;
-    if (as.forks) made.forks.emplace();
+    if (as.forks) made.forks = virtualmac::InstalledApplication::Fork{};
     for (auto& window : made.windows) window.after = as.windowAfter.value_or(window.after);
     return made;
 }

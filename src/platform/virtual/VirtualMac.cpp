@@ -71,7 +71,10 @@ bool VirtualMac::end() {
     if (!reportLeftovers_) engine_.scheduler.forgiveDeadlocks();
     engine_.journal.mute();
     if (!goesOn_) drain();
-    return engine_.stop();
+    const bool ended = engine_.stop();
+    // Nobody destroys a Mac whose main thread has stopped in exit().
+    if (ended && hasExited()) engine_.joinOthers();
+    return ended;
 }
 
 void VirtualMac::launch(std::function<void(Computer&)> main) {

@@ -41,6 +41,12 @@ void Engine::join() {
     urlSession.join();
 }
 
+void Engine::joinOthers() {
+    world.join();
+    urlSession.join();
+    workers.join();
+}
+
 void Engine::mainThreadCall(std::string_view what) {
     if (!isMainThread()) misuse(std::string(what) + " off the main thread");
     platformCall();

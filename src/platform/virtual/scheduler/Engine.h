@@ -29,6 +29,8 @@ class Engine {
     bool stop();
     /// Driver, after stop(): joins the threads. Aborts if one continues or the main thread has stopped in exit().
     void join();
+    /// The same for every thread but the main one.
+    void joinOthers();
 
     /// A call of the client begins: other threads may run now. See CheckedComputer.
     void platformCall() { scheduler.yield(); }

@@ -5,7 +5,13 @@
 namespace vantrel::virtualmac {
 
 Workers::~Workers() {
+    join();
+}
+
+void Workers::join() {
+    const std::lock_guard guard(mutex_);
     for (auto& worker : workers_) worker.thread.join();
+    workers_.clear();
 }
 
 void Workers::runAt(Moment moment, Block block) {

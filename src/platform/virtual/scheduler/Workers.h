@@ -19,6 +19,7 @@ class Workers {
     Workers& operator=(const Workers&) = delete;
     /// All of them must have ended.
     ~Workers();
+    void join();
 
     /// Any thread.
     void run(Block block) { runAt(0, std::move(block)); }
