@@ -25,9 +25,9 @@ foreach(language C CXX OBJC OBJCXX)
   set(CMAKE_${language}_COMPILER_TARGET ${VANTREL_MAC_ARCH}-macos.${VANTREL_MAC_MINIMUM})
   # In debug builds the driver turns on undefined-behaviour traps, which need its own runtime.
   set(CMAKE_${language}_FLAGS_INIT
-    "-fno-sanitize=undefined -Wno-unused-command-line-argument -F ${VANTREL_MAC_SDK}/System/Library/Frameworks")
+    "-fno-sanitize=undefined -Wno-unused-command-line-argument -F \"${VANTREL_MAC_SDK}/System/Library/Frameworks\"")
 endforeach()
-set(CMAKE_EXE_LINKER_FLAGS_INIT "-L ${VANTREL_MAC_SDK}/usr/lib -Wl,-headerpad_max_install_names")
+set(CMAKE_EXE_LINKER_FLAGS_INIT "-L \"${VANTREL_MAC_SDK}/usr/lib\" -Wl,-headerpad_max_install_names")
 
 # The driver takes architecture, system and version from the target, so clear CMake's own flags for Apple's compiler.
 set(CMAKE_OSX_SYSROOT "" CACHE STRING "" FORCE)
