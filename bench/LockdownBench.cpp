@@ -95,7 +95,7 @@ void tick(benchmark::State& state) {
     virtualmac::ApplicationDescription chrome;
     chrome.name = "Google Chrome";
     chrome.bundleIdentifier = "com.google.Chrome";
-    const auto process = mac.processes().add(std::move(chrome));
+    const auto process = mac.processes().add(chrome);
     StillWindowList windows(windowsAbove(state.range(0), process));
     HandRunLoop runLoop;
     mac.onMain([&] {

@@ -76,14 +76,15 @@ class Server {
     int port() const {
         std::string line;
         for (char byte = 0; byte != '\n' && read(output_, &byte, 1) == 1;) line.push_back(byte);
-        return std::atoi(line.substr(std::min(line.rfind(':'), line.size() - 1) + 1).c_str());
+        return static_cast<int>(
+            std::strtol(line.c_str() + std::min(line.rfind(':'), line.size() - 1) + 1, nullptr, 10));
     }
 
     /// In KiB, by the kernel's name for it: VmRSS is current, VmHWM the maximum.
     long memory(const std::string& name) const {
         std::ifstream status("/proc/" + std::to_string(process_) + "/status");
         for (std::string line; std::getline(status, line);) {
-            if (line.rfind(name + ":", 0) == 0) return std::atol(line.c_str() + name.size() + 1);
+            if (line.rfind(name + ":", 0) == 0) return std::strtol(line.c_str() + name.size() + 1, nullptr, 10);
         }
         return 0;
     }
@@ -94,7 +95,7 @@ class Server {
         std::string field;
         long ticks = 0;
         for (int number = 1; number <= 15 && stat >> field; ++number) {
-            if (number >= 14) ticks += std::atol(field.c_str());
+            if (number >= 14) ticks += std::strtol(field.c_str(), nullptr, 10);
         }
         return static_cast<double>(ticks) / static_cast<double>(sysconf(_SC_CLK_TCK));
     }

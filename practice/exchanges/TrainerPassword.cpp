@@ -22,7 +22,8 @@ std::optional<std::string> passwordIn(const std::string& header) {
         });
     if (!isBasic) return std::nullopt;
     const auto decoded = fromBase64(std::string_view(header).substr(scheme.size()));
-    const std::size_t colon = decoded ? decoded->find(':') : std::string::npos;
+    if (!decoded) return std::nullopt;
+    const std::size_t colon = decoded->find(':');
     if (colon == std::string::npos) return std::nullopt;
     return decoded->substr(colon + 1);
 }

@@ -92,13 +92,13 @@ void HttpConnection::refuse(Error error) {
         PracticeRequest request = practiceRequest(parser_.release());
         request.body.clear();
         request.bodyIsTooLarge = true;
-        return answer(std::move(request));
+        return answer(request);
     }
     const bool isTooLong = error == http::error::header_limit;
     send(httpResponse(isTooLong ? errorReply(431, "headers_too_large") : errorReply(400, "not_http")), true);
 }
 
-void HttpConnection::answer(PracticeRequest request) {
+void HttpConnection::answer(const PracticeRequest& request) {
     isHead_ = request.method == "HEAD";
     reply_ = surroundings_.practice.handle(request);
     if (reply_.delaySeconds <= 0) return deliver();
@@ -108,7 +108,7 @@ void HttpConnection::answer(PracticeRequest request) {
     delay_.async_wait([self = shared_from_this()](Error error) {
         if (error) return;
         Error ignored;
-        self->stream_.socket().cancel(ignored);
+        (void)self->stream_.socket().cancel(ignored);
         self->deliver();
     });
     watchClient([this] { delay_.cancel(); });
@@ -134,13 +134,13 @@ void HttpConnection::sendHeaderAndStall() {
 
 void HttpConnection::send(HttpResponse response, bool withBody) {
     response_ = std::move(response);
-    serializer_.emplace(response_);
+    auto& serializer = serializer_.emplace(response_);
     stream_.expires_after(surroundings_.limits.replyTime);
     const auto done = [self = shared_from_this()](Error error, std::size_t) { self->sent(error); };
     if (withBody) {
-        http::async_write(stream_, *serializer_, done);
+        http::async_write(stream_, serializer, done);
     } else {
-        http::async_write_header(stream_, *serializer_, done);
+        http::async_write_header(stream_, serializer, done);
     }
 }
 
@@ -148,7 +148,7 @@ void HttpConnection::sent(Error error) {
     if (error) return surroundings_.practice.noteDelivery(reply_.exchange, false);
     if (!isLeftUnread_) return;
     Error ignored;
-    stream_.socket().shutdown(asio::ip::tcp::socket::shutdown_send, ignored);
+    (void)stream_.socket().shutdown(asio::ip::tcp::socket::shutdown_send, ignored);
     stream_.expires_after(readingAway);
     readAway();
 }

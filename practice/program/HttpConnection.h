@@ -51,7 +51,7 @@ class HttpConnection : public std::enable_shared_from_this<HttpConnection> {
     void bodyCame(Error error);
     /// Answers a request that the HTTP library rejected.
     void refuse(Error error);
-    void answer(PracticeRequest request);
+    void answer(const PracticeRequest& request);
     void deliver();
     void sendHeaderAndStall();
     void send(HttpResponse response, bool withBody);

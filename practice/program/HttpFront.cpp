@@ -48,10 +48,10 @@ class HttpFront::Listener {
         Error error;
         const Tcp::endpoint endpoint(asio::ip::make_address(address, error), static_cast<unsigned short>(port));
         if (error) return std::nullopt;
-        acceptor_.open(endpoint.protocol(), error);
-        if (!error) acceptor_.set_option(asio::socket_base::reuse_address(true), error);
-        if (!error) acceptor_.bind(endpoint, error);
-        if (!error) acceptor_.listen(asio::socket_base::max_listen_connections, error);
+        (void)acceptor_.open(endpoint.protocol(), error);
+        if (!error) (void)acceptor_.set_option(asio::socket_base::reuse_address(true), error);
+        if (!error) (void)acceptor_.bind(endpoint, error);
+        if (!error) (void)acceptor_.listen(asio::socket_base::max_listen_connections, error);
         if (error) return std::nullopt;
         accept();
         const unsigned int count = std::max(fewestThreads, std::thread::hardware_concurrency());

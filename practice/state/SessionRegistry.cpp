@@ -49,6 +49,7 @@ std::optional<PracticeSession> SessionRegistry::session(std::string_view code) c
 std::vector<PracticeSession> SessionRegistry::sessions() const {
     const std::lock_guard lock(mutex_);
     std::vector<PracticeSession> sessions;
+    sessions.reserve(sessions_.size());
     for (const Session& session : sessions_) sessions.push_back(session.session);
     return sessions;
 }
@@ -70,6 +71,7 @@ std::vector<SessionRegistry::SessionState> SessionRegistry::states() const {
 std::vector<PracticeParticipant> SessionRegistry::participants() const {
     const std::lock_guard lock(mutex_);
     std::vector<PracticeParticipant> participants;
+    participants.reserve(participants_.size());
     for (const auto& [number, entry] : participants_) participants.push_back(entry.participant);
     return participants;
 }

@@ -15,7 +15,7 @@ void DesktopPerformer::perform(const DesktopAction& action) {
 ProcessIdentifier DesktopPerformer::launch(const OtherApplication& application) {
     virtualmac::ApplicationDescription description{application.name, application.bundleIdentifier};
     application.behaviour.applyTo(description);
-    const auto process = mac_.applications().add(std::move(description));
+    const auto process = mac_.applications().add(description);
     if (application.window) mac_.applications().openWindow(process, {application.name, *application.window});
     return process;
 }

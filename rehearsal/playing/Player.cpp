@@ -116,8 +116,7 @@ class Playing {
 
 ProgramMaker maker(const PlayOptions& options) {
     if (options.make) return options.make;
-    const Program program = options.program ? options.program : applicationMain;
-    return [program](virtualmac::VirtualMac&) { return program; };
+    return [program = options.program ? options.program : applicationMain](virtualmac::VirtualMac&) { return program; };
 }
 
 }  // namespace

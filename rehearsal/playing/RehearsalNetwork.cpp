@@ -61,6 +61,7 @@ void RehearsalNetwork::apply(const ServerConditions& conditions) {
     const std::lock_guard guard(mutex_);
     if (conditions.latency) latency_ = *conditions.latency;
     std::vector<Entry> entries;
+    entries.reserve(conditions.replies.size());
     for (const auto& rule : conditions.replies) entries.push_back({rule});
     rules_.insert(rules_.begin(), entries.begin(), entries.end());
 }

@@ -31,7 +31,7 @@ int finish(const PlayResult& result, const Scenario& scenario, const std::string
         std::cerr << "vantrel-rehearse: the transcript cannot be written\n";
         return unwritten;
     }
-    if (!result.preludeDifference.empty()) {
+    if (scenario.prelude && !result.preludeDifference.empty()) {
         std::cerr << file << ": the part of " << scenario.prelude->name << " is not as it is kept, from "
                   << result.preludeDifference << "\n";
     }

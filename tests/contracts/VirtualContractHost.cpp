@@ -130,7 +130,7 @@ std::optional<std::vector<std::string>> VirtualContractHost::argumentsReceived(P
 ProcessIdentifier VirtualContractHost::startPeerWithoutWaiting() {
     virtualmac::ApplicationDescription application = peer({}).application;
     application.leavesZombie = true;
-    return mac_.processes().add(std::move(application));
+    return mac_.processes().add(application);
 }
 
 std::string VirtualContractHost::plainFile() {
@@ -155,7 +155,7 @@ void VirtualContractHost::pressKey(std::int64_t macKeyCode, std::uint64_t flags)
         application.ignoresTerminate = true;
         virtualmac::NewWindow window{"Appunti"};
         window.hasCloseButton = false;
-        typedInto_ = mac_.processes().add(std::move(application));
+        typedInto_ = mac_.processes().add(application);
         mac_.processes().openWindow(typedInto_, window);
     }
     mac_.participant().pressKey(macKeyCode, flags);

@@ -9,6 +9,7 @@ thread_local std::size_t allocations = 0;
 
 }  // namespace
 
+// NOLINTBEGIN(cppcoreguidelines-no-malloc,cppcoreguidelines-owning-memory)
 // Callers' compilers see both only as declarations. If malloc and free were inlined behind new and delete, the compiler
 // would report a mismatch.
 void* operator new(std::size_t size) {
@@ -24,6 +25,7 @@ void operator delete(void* memory) noexcept {
 void operator delete(void* memory, std::size_t) noexcept {
     std::free(memory);
 }
+// NOLINTEND(cppcoreguidelines-no-malloc,cppcoreguidelines-owning-memory)
 
 std::size_t vantrel::countedAllocations() {
     return allocations;

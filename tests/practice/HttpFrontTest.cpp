@@ -55,6 +55,7 @@ class Front : public testing::Test {
 TEST_F(Front, SilentConnectionsHoldUpNobody) {
     listen({});
     std::vector<RawConnection> silent;
+    silent.reserve(200);
     for (int count = 0; count < 200; ++count) silent.emplace_back(port);
     for (const RawConnection& connection : silent) ASSERT_TRUE(connection.send("POST /api/heart"));
     EXPECT_TRUE(isSuccess(answerTo(probe)));
@@ -199,8 +200,9 @@ TEST_F(Front, ARangeIsIgnoredWhole) {
     const std::string whole = answerTo(probe);
     ASSERT_TRUE(isSuccess(whole));
     for (const std::string range : {"bytes=0-3", "bytes=5-", "bytes=-1", "bytes=900-999", "bytes=3-1", "x", ""}) {
-        EXPECT_EQ(answerTo("GET /api/sessions/PROVA HTTP/1.1\r\n" + host + "Range: " + range + "\r\n\r\n"), whole)
-            << range;
+        std::string request = "GET /api/sessions/PROVA HTTP/1.1\r\n";
+        request.append(host).append("Range: ").append(range).append("\r\n\r\n");
+        EXPECT_EQ(answerTo(request), whole) << range;
     }
 }
 

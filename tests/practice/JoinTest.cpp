@@ -117,12 +117,13 @@ TEST_F(Join, RefusesAClientBelowTheMinimumVersion) {
 }
 
 TEST_F(Join, GivesEveryoneATokenOfTheirOwnWhenManyComeAtOnce) {
-    constexpr int threadCount = 8;
-    constexpr int joinsEach = 50;
+    constexpr std::size_t threadCount = 8;
+    constexpr std::size_t joinsEach = 50;
     std::vector<std::thread> threads;
-    for (int number = 0; number < threadCount; ++number) {
+    threads.reserve(threadCount);
+    for (std::size_t number = 0; number < threadCount; ++number) {
         threads.emplace_back([this] {
-            for (int count = 0; count < joinsEach; ++count) {
+            for (std::size_t count = 0; count < joinsEach; ++count) {
                 const std::string token = joined(server, "PROVA");
                 server.handle(post("/api/heartbeat", heartbeatBody("PROVA", token).dump()));
             }
@@ -135,8 +136,8 @@ TEST_F(Join, GivesEveryoneATokenOfTheirOwnWhenManyComeAtOnce) {
         tokens.insert(participant.token);
         EXPECT_EQ(server.history(participant.number).heartbeats.size(), 1U);
     }
-    EXPECT_EQ(tokens.size(), std::size_t{threadCount * joinsEach});
-    EXPECT_EQ(server.received().size(), std::size_t{2 * threadCount * joinsEach});
+    EXPECT_EQ(tokens.size(), threadCount * joinsEach);
+    EXPECT_EQ(server.received().size(), 2 * threadCount * joinsEach);
 }
 
 }  // namespace

@@ -37,7 +37,7 @@ TEST_F(PageFiles, APageRefersOnlyToFilesThatTheServerHas) {
     for (const std::string& page : pages) {
         const std::vector<std::string> found = references(server.handle(get(page)).body);
         EXPECT_GE(found.size(), 2U) << page;
-        for (std::string reference : found) {
+        for (const std::string& reference : found) {
             if (reference == "data:,") continue;
             const std::string up = page == "/" ? "" : "../";
             ASSERT_EQ(reference.rfind(up + "pages/", 0), 0U) << page << ": " << reference;

@@ -214,7 +214,7 @@ TEST_F(PageReports, GoWithAResetThatNamesThemOrNothing) {
     send(list(text(1, "a")));
     server.handle(post("/control/reset", R"({"only":["replyRules","received","sessions"]})"));
     EXPECT_EQ(listed().size(), 1U);
-    const std::string token = joined(server, "PROVA");
+    joined(server, "PROVA");
     EXPECT_EQ(server.handle(post("/control/reset", R"({"only":["reports"]})")).status, 200);
     EXPECT_EQ(listed(), json::array());
     EXPECT_EQ(server.participants().size(), 1U);

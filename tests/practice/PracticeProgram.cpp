@@ -44,6 +44,7 @@ PracticeProgram::PracticeProgram(const std::vector<std::string>& arguments) {
     std::vector<std::string> texts{VANTREL_PRACTICE_PROGRAM, "--exit-with-stdin"};
     texts.insert(texts.end(), arguments.begin(), arguments.end());
     std::vector<char*> pointers;
+    pointers.reserve(texts.size() + 1);
     for (std::string& text : texts) pointers.push_back(text.data());
     pointers.push_back(nullptr);
     if (posix_spawn(&process_, VANTREL_PRACTICE_PROGRAM, &actions, nullptr, pointers.data(), environ) != 0) {
@@ -93,7 +94,8 @@ std::string PracticeProgram::errors() {
 int PracticeProgram::port() {
     const std::string beginning = "Practice server on http://127.0.0.1:";
     const std::string first = line().value_or("");
-    return first.rfind(beginning, 0) == 0 ? std::atoi(first.c_str() + beginning.size()) : 0;
+    return first.rfind(beginning, 0) == 0 ? static_cast<int>(std::strtol(first.c_str() + beginning.size(), nullptr, 10))
+                                          : 0;
 }
 
 void PracticeProgram::signal(int number) const {

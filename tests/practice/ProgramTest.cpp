@@ -129,6 +129,7 @@ TEST_F(Program, TakesBodiesOfAnyBytesAndAnyType) {
 
 TEST_F(Program, SilentConnectionsHoldUpNobody) {
     std::vector<RawConnection> silent;
+    silent.reserve(100);
     for (int count = 0; count < 100; ++count) silent.emplace_back(port);
     const auto reply = client().Get("/api/sessions/PROVA");
     ASSERT_TRUE(reply);
@@ -180,6 +181,7 @@ TEST_F(Program, LetsADelayedReplyHoldUpNoOther) {
     changeReply({{"path", "/api/sessions/PROVA"}, {"delaySeconds", 3000}});
     std::vector<std::thread> delayed;
     constexpr std::size_t count = 20;
+    delayed.reserve(count);
     for (std::size_t number = 0; number < count; ++number) {
         delayed.emplace_back([&] { EXPECT_FALSE(client().Get("/api/sessions/PROVA")); });
     }
@@ -243,6 +245,7 @@ TEST_F(Program, FreesThePlacesOfClientsThatHangUp) {
     // More than there are places.
     for (int round = 0; round < 5; ++round) {
         std::vector<std::thread> clients;
+        clients.reserve(8);
         for (int number = 0; number < 8; ++number) {
             clients.emplace_back([&, number] {
                 httplib::Client impatient("127.0.0.1", port);
@@ -380,7 +383,7 @@ TEST(ProgramStart, ListensWhereItIsToldAndAsksForThePassword) {
     const std::string line = program.line().value_or("");
     const std::string beginning = "Practice server on http://127.0.0.2:";
     ASSERT_EQ(line.rfind(beginning, 0), 0U) << line;
-    httplib::Client client("127.0.0.2", std::atoi(line.c_str() + beginning.size()));
+    httplib::Client client("127.0.0.2", static_cast<int>(std::strtol(line.c_str() + beginning.size(), nullptr, 10)));
     client.set_read_timeout(patience);
     const auto status = [](const httplib::Result& reply) { return reply ? reply->status : 0; };
     EXPECT_EQ(status(client.Get("/api/sessions/PROVA")), 200);

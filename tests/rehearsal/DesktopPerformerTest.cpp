@@ -97,8 +97,8 @@ TEST(DesktopPerformer, DoesToWindowsWhatIsSaid) {
           "    4.000  app window   #1002 \"Note\" is restored\n",
           "    5.700  app window   #1002 \"Note\" is in full screen at 0 0 1440 900\n",
           "    7.000  space        Schermo integrato: desktop 1\n",
-          "    8.000  participant  swipes to the left\n"
-          "                        | ignored: there is no Space beside this one\n",
+          ("    8.000  participant  swipes to the left\n"
+           "                        | ignored: there is no Space beside this one\n"),
           "    9.000  space        Schermo integrato: full screen of Note\n",
           "   10.700  app window   #1002 \"Note\" has left full screen at 300 200 500 600\n",
           "   12.000  app window   #1002 \"Note\" closes\n", "   13.000  app window   #1003 \"Nuova\" opens at ",

@@ -146,7 +146,9 @@ TEST(PreludeReading, RefusesAPreludeWithASeedOfItsOwn) {
 TEST(PreludeReading, RefusesAnythingButANameInTheFolderOfPreludes) {
     for (const std::string name :
          {"p", "preludes", "preludes/", "preludes/../p", "preludes/p.yaml", "preludes/P", "/preludes/p", "''"}) {
-        EXPECT_EQ(wrong("title: T\nbegins: " + name + "\n" + rest, one),
+        std::string text = "title: T\nbegins: ";
+        text.append(name).append("\n").append(rest);
+        EXPECT_EQ(wrong(text, one),
                   "2: 'begins' is not preludes/ and a name in lower case, such as preludes/lockdown\n")
             << name;
     }

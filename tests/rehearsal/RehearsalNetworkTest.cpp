@@ -28,7 +28,7 @@ ExchangeRule rule(std::string path) {
     return rule;
 }
 
-RehearsalNetwork network(ServerSetup server) {
+RehearsalNetwork network(const ServerSetup& server) {
     return RehearsalNetwork(server, [] { return 0.0; });
 }
 

@@ -78,7 +78,7 @@ std::unique_ptr<QApplication> makeApplication() {
     static char* arguments[] = {name, nullptr};
     auto application = std::make_unique<QApplication>(count, arguments);
     application->setQuitOnLastWindowClosed(false);
-    application->setDesktopFileName(QString::fromStdString(*LinuxBundle().identifier()));
+    application->setDesktopFileName(QString::fromStdString(LinuxBundle().identifier().value_or("")));
     application->setWindowIcon(QIcon(applicationIcon(128)));
     Appearance::apply(*application);
     return application;

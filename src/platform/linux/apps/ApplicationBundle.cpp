@@ -48,7 +48,7 @@ std::optional<std::filesystem::path> applicationFolder(const URL& url) {
 
 std::filesystem::path applicationExecutable(const std::filesystem::path& folder) {
     const std::filesystem::path executables = folder / "Contents" / "MacOS";
-    const std::filesystem::path usual = executables / folder.stem();
+    std::filesystem::path usual = executables / folder.stem();
     if (isFile(usual)) return usual;
     std::filesystem::path only;
     std::error_code error;

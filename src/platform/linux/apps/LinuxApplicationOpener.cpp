@@ -39,6 +39,7 @@ ApplicationOpener::Result LinuxApplicationOpener::opened(const std::vector<URL>&
         return PlatformError{"Impossibile trovare l’applicazione " + name + "."};
     }
     std::vector<std::string> arguments;
+    arguments.reserve(urls.size());
     for (const URL& url : urls) arguments.push_back(url.absoluteString);
     const std::string executable = applicationExecutable(*folder).string();
     const auto launched = launcher_.launch(executable, arguments);
@@ -53,9 +54,10 @@ ApplicationOpener::Result LinuxApplicationOpener::opened(const std::vector<URL>&
 
 std::shared_ptr<RunningApplication> LinuxApplicationOpener::settled(ProcessIdentifier started,
                                                                     const std::string& bundleIdentifier) {
-    constexpr double longest = 2;
+    // Two seconds in all.
+    constexpr int mostSteps = 40;
     constexpr double step = 0.05;
-    for (double waited = 0; waited < longest; waited += step) {
+    for (int count = 0; count < mostSteps; ++count) {
         if (!ProcessTable::startTime(started) || !windows_.ofProcess(started).empty()) break;
         if (!sleep(step)) break;
     }

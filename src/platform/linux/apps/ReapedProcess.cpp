@@ -65,7 +65,7 @@ void reapLater(pid_t child) {
             while (waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
             }
         }).detach();
-    } catch (const std::system_error&) {
+    } catch (const std::system_error&) {  // NOLINT(bugprone-empty-catch)
         // No thread is available. The zombie stays, but counts as gone.
     }
 }
@@ -95,6 +95,7 @@ StartedProcess startReaped(const std::string& executable, const std::vector<std:
 
     std::vector<std::string> copies = arguments;
     std::vector<char*> pointers;
+    pointers.reserve(copies.size() + 1);
     for (std::string& argument : copies) pointers.push_back(argument.data());
     pointers.push_back(nullptr);
 

@@ -50,6 +50,7 @@ std::vector<Screen> LinuxScreens::screens() const {
     MainThread::require("screens");
     const auto all = monitors_.all();
     std::vector<Screen> screens;
+    screens.reserve(all.size());
     for (const X11Monitor& monitor : all) screens.push_back(toScreen(monitor, all.front()));
     return screens;
 }

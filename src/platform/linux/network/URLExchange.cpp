@@ -145,7 +145,7 @@ bool URLExchange::isCutShort() const {
 }
 
 void URLExchange::follow() {
-    const int status = *statusOf(*reply_);
+    const int status = statusOf(*reply_).value_or(0);
     const QUrl target = url_.resolved(QUrl::fromEncoded(reply_->rawHeader("Location")));
     const QString scheme = target.scheme();
     if (++redirects_ > mostRedirects) {

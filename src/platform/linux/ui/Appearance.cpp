@@ -61,7 +61,7 @@ void Appearance::apply(QApplication& application) {
 QFont Appearance::font(const Font& font) {
     static const bool interInstalled = QFontDatabase::families().contains("Inter");
     QFont made(interInstalled ? "Inter" : "sans-serif");
-    made.setPixelSize(font.size > 0 ? static_cast<int>(font.size + 0.5) : controlFontSize);
+    made.setPixelSize(font.size > 0 ? static_cast<int>(std::lround(font.size)) : controlFontSize);
     made.setWeight(font.bold ? QFont::Bold : QFont::Normal);
     made.setHintingPreference(QFont::PreferNoHinting);
     return made;

@@ -86,6 +86,7 @@ void LinuxWindow::addView(const View& view, QWidget* content) {
 }
 
 // By value: the handler may destroy the window, and with it the connection that owns the id.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 void LinuxWindow::press(std::string id) {
     const auto handler = onAction_;
     if (*handler) (*handler)(id);

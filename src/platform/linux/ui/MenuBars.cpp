@@ -30,6 +30,7 @@ void MenuBars::fill(QMenuBar& bar) const {
     const auto old = bar.findChildren<QMenu*>(Qt::FindDirectChildrenOnly);
     bar.clear();
     for (QMenu* menu : old) menu->deleteLater();
+    if (!menu_) return;
     for (const MenuItem& item : menu_->items) {
         const std::string& title = item.title.empty() ? item.submenu.title : item.title;
         // macOS shows the application's name for a submenu without a title.

@@ -162,6 +162,7 @@ std::optional<std::vector<FrontWindows::Layer>> FrontWindows::layers() const {
     const xcb_window_t* windows = xcb_query_tree_children(tree.get());
     const auto count = static_cast<std::size_t>(xcb_query_tree_children_length(tree.get()));
     std::vector<std::pair<xcb_get_window_attributes_cookie_t, xcb_get_geometry_cookie_t>> cookies;
+    cookies.reserve(count);
     for (std::size_t i = 0; i < count; ++i) {
         cookies.emplace_back(xcb_get_window_attributes(connection, windows[i]),
                              xcb_get_geometry(connection, windows[i]));

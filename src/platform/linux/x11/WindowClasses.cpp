@@ -6,6 +6,7 @@ std::vector<std::string> windowClasses(X11Connection& connection, const std::vec
     constexpr std::uint32_t mostWords = 256;
     // All requests are sent before the first answer is awaited: one round trip instead of one for each window.
     std::vector<xcb_get_property_cookie_t> cookies;
+    cookies.reserve(windows.size());
     for (const xcb_window_t window : windows) {
         cookies.push_back(
             xcb_get_property(connection.get(), 0, window, XCB_ATOM_WM_CLASS, XCB_GET_PROPERTY_TYPE_ANY, 0, mostWords));

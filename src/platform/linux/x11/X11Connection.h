@@ -14,6 +14,8 @@
 namespace vantrel::linuxdesktop {
 
 struct FreeDeleter {
+    // xcb allocates with malloc.
+    // NOLINTNEXTLINE(cppcoreguidelines-no-malloc,cppcoreguidelines-owning-memory)
     void operator()(void* memory) const { std::free(memory); }
 };
 

@@ -34,6 +34,7 @@ std::vector<ProcessIdentifier> X11Windows::owners(const std::vector<xcb_window_t
     const xcb_setup_t* setup = xcb_get_setup(connection);
     if (windows.empty() || setup == nullptr) return found;
     std::vector<xcb_res_client_id_spec_t> asked;
+    asked.reserve(windows.size());
     for (const xcb_window_t window : windows) asked.push_back({window, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID});
     const auto cookie = xcb_res_query_client_ids(connection, static_cast<std::uint32_t>(asked.size()), asked.data());
     const X11Reply<xcb_res_query_client_ids_reply_t> reply(xcb_res_query_client_ids_reply(connection, cookie, nullptr));
@@ -66,6 +67,7 @@ std::vector<ProcessIdentifier> X11Windows::claimedOwners(const std::vector<xcb_w
     xcb_connection_t* connection = connection_.get();
     const xcb_atom_t property = connection_.atom("_NET_WM_PID");
     std::vector<xcb_get_property_cookie_t> cookies;
+    cookies.reserve(windows.size());
     for (const xcb_window_t window : windows) {
         cookies.push_back(xcb_get_property(connection, 0, window, property, XCB_ATOM_CARDINAL, 0, 1));
     }

@@ -32,7 +32,8 @@ using Validity = std::shared_ptr<std::atomic<bool>>;
 // Repeating timers last as long as a lockdown, while the client's own window is hidden. So the activity is held exactly
 // when it is needed.
 NSTimer* scheduled(double intervalSeconds, bool repeats, Block block, const Validity& validity) {
-    const Validity valid = validity;
+    // A copy: a block would keep the reference.
+    const Validity valid = validity;  // NOLINT(performance-unnecessary-copy-initialization)
     const auto shared = std::make_shared<const Block>(std::move(block));
     const auto activity = repeats ? std::make_shared<const TimelyActivity>() : nullptr;
     return [NSTimer scheduledTimerWithTimeInterval:intervalSeconds
@@ -40,6 +41,7 @@ NSTimer* scheduled(double intervalSeconds, bool repeats, Block block, const Vali
                                              block:^(NSTimer*) {
                                                (void)activity;
                                                // The block may destroy its own timer, and this block with it.
+                                               // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
                                                const auto running = shared;
                                                @autoreleasepool {
                                                    if (*valid) (*running)();

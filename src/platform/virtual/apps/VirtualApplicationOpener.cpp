@@ -71,6 +71,7 @@ ApplicationOpener::Result VirtualApplicationOpener::openWith(const URL& applicat
     if (!process) {
         if (const auto failure = processes_.startFailure(executable)) return PlatformError{*failure};
         std::vector<std::string> arguments;
+        arguments.reserve(urls.size());
         for (const URL& url : urls) arguments.push_back(url.absoluteString);
         return processes_.find(processes_.start(executable, arguments));
     }

@@ -134,7 +134,7 @@ ProcessIdentifier VirtualProcessLauncher::start(const std::string& executablePat
     for (const std::string& argument : arguments) fields.emplace_back(Field::argument, argument);
     engine_.journal.emit({ProcessEvent::started, executablePath, std::move(fields)});
     if (older) {
-        process->exitAfter(*installed.handsOverIn);
+        process->exitAfter(installed.handsOverIn.value_or(0));
         openWindows(older, installed, addressIn(arguments), 0);
     } else {
         live(process, installed);
@@ -177,7 +177,7 @@ std::int64_t VirtualProcessLauncher::openWindow(ProcessIdentifier process, const
     return desktop_.open(process, owner->description().name, window);
 }
 
-ProcessIdentifier VirtualProcessLauncher::add(ApplicationDescription description) {
+ProcessIdentifier VirtualProcessLauncher::add(const ApplicationDescription& description) {
     const auto process = make({}, {}, description);
     process->appear();
     return process->processIdentifier();

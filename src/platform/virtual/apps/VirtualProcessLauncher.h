@@ -39,7 +39,7 @@ class VirtualProcessLauncher final : public ProcessLauncher {
     /// Starts it from outside the client, wherever it is.
     ProcessIdentifier start(const std::string& executablePath, const std::vector<std::string>& arguments = {});
     /// An application that runs at once, without having been started.
-    ProcessIdentifier add(ApplicationDescription description);
+    ProcessIdentifier add(const ApplicationDescription& description);
     /// It ends by itself. False if it does not exist.
     bool exit(ProcessIdentifier process);
     /// It opens a window at once. Returns the window's number, or 0 if it does not run.

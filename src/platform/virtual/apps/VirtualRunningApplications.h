@@ -19,7 +19,7 @@ class VirtualRunningApplications final : public RunningApplications {
     std::shared_ptr<RunningApplication> withProcessIdentifier(ProcessIdentifier process) const override;
 
     /// Driver-facing, any thread: starts another application and returns its process.
-    ProcessIdentifier add(ApplicationDescription description) { return processes_.add(std::move(description)); }
+    ProcessIdentifier add(const ApplicationDescription& description) { return processes_.add(description); }
     /// It ends by itself. False if it does not exist.
     bool exit(ProcessIdentifier process) { return processes_.exit(process); }
     /// It opens a window at once. Returns the window's number, or 0 if it does not run.

@@ -111,6 +111,7 @@ bool VirtualOverlays::closeShown(const Rect& frame) {
 std::vector<VirtualOverlays::State> VirtualOverlays::all() const {
     const std::lock_guard guard(mutex_);
     std::vector<State> states;
+    states.reserve(overlays_.size());
     for (const auto& state : overlays_) states.push_back(*state);
     return states;
 }

@@ -72,6 +72,7 @@ void VirtualStatusBar::removeStatusItem(StatusItem& item) {
 std::vector<VirtualStatusBar::State> VirtualStatusBar::items() const {
     const std::lock_guard guard(mutex_);
     std::vector<State> states;
+    states.reserve(items_.size());
     for (const auto& state : items_) states.push_back(*state);
     return states;
 }

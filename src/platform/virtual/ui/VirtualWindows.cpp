@@ -30,6 +30,7 @@ std::unique_ptr<Window> VirtualWindows::makeWindow(const WindowDescription& desc
 std::vector<WindowState> VirtualWindows::all() const {
     const std::lock_guard guard(mutex_);
     std::vector<WindowState> states;
+    states.reserve(windows_.size());
     for (const Record& record : windows_) states.push_back(record.state);
     return states;
 }

@@ -27,7 +27,7 @@ TEST(Termination, NoLineOfTheMainThreadRunsAfterTerminate) {
         mac->application().exitWhenTerminated();
         mac->launch([](const Computer& computer) {
             const Witness frame(reached);
-            computer.mainRunLoop.scheduledTimer(1, true, [] { ++reached; }).release();
+            (void)computer.mainRunLoop.scheduledTimer(1, true, [] { ++reached; }).release();
             computer.dispatch.mainQueue().async([&computer] {
                 const Witness ofBlock(reached);
                 computer.dispatch.userInitiatedQueue().asyncAfter(2, [] { ++worked; });
