@@ -27,7 +27,7 @@ TEST(Termination, NoLineOfTheMainThreadRunsAfterTerminate) {
         mac->application().exitWhenTerminated();
         mac->launch([](const Computer& computer) {
             const Witness frame(reached);
-            (void)computer.mainRunLoop.scheduledTimer(1, true, [] { ++reached; }).release();
+            const auto timer = computer.mainRunLoop.scheduledTimer(1, true, [] { ++reached; });
             computer.dispatch.mainQueue().async([&computer] {
                 const Witness ofBlock(reached);
                 computer.dispatch.userInitiatedQueue().asyncAfter(2, [] { ++worked; });
