@@ -34,6 +34,31 @@ MISTAKES = {
     "practice/exchanges/W.h": ['#include "practice/PracticeServer.h"', "the folder exchanges must not know practice/PracticeServer.h"],
     "practice/novelty/X.cpp": ["", "does not know the folder novelty"],
     "rehearsal/transcript/Y.h": ['#include "rehearsal/playing/Player.h"', "the folder transcript must not know rehearsal/playing/Player.h"],
+    "src/platform/macos/ui/A.mm": ['#import "../../linux/ui/LinuxWindow.h"', "a relative include: ../../linux/ui/LinuxWindow.h"],
+    "src/app/main-linux.cpp": ['#include "./platform/linux/LinuxComputer.h"', "a relative include"],
+    "src/platform/virtual/B.cpp": ['#include "platform/virtual/../linux/LinuxComputer.h"', "a relative include"],
+    "src/platform/virtual/C.cpp": ["#include <platform/linux/LinuxComputer.h>", "own header in angle brackets: platform/linux/LinuxComputer.h"],
+    "src/platform/linux/ui/D.cpp": ['#include "LinuxWindow.h"', "an include without its folder: LinuxWindow.h"],
+    "practice/state/E.cpp": ['#include "../program/HttpFront.h"', "a relative include"],
+    "rehearsal/playing/F.cpp": ["#include <practice/PracticeServer.h>", "own header in angle brackets"],
+    "tests/session/G.cpp": ["#include <tests/virtual/MacTest.h>", "own header in angle brackets"],
+    "fuzz/H.cpp": ['#include "../tests/doubles/Double.h"', "a relative include"],
+    "src/platform/linux/keyboard/guard/I.cpp": ['#include "platform/linux/keyboard/LinuxKeyboardTaps.h"', "the folder keyboard/guard must not know"],
+    "src/platform/linux/keyboard/novelty/J.cpp": ["", "does not know the folder keyboard/novelty"],
+    "src/platform/linux/K.cpp": ['#include "tests/virtual/MacTest.h"', "a platform must not know tests/virtual/MacTest.h"],
+    "rehearsal/playing/L.cpp": ['#include "platform/macos/MacComputer.h"', "rehearsal must not know platform/macos/MacComputer.h"],
+    "rehearsal/program/M.cpp": ['#include "platform/linux/ui/LinuxWindow.h"', "rehearsal must not know platform/linux/ui/LinuxWindow.h"],
+    "rehearsal/reading/N.cpp": ['#include "session/JoinScreen.h"', "rehearsal must not know session/JoinScreen.h"],
+    "rehearsal/playing/O.cpp": ['#include "app/MainMenu.h"', "rehearsal must not know app/MainMenu.h"],
+    "rehearsal/playing/P.cpp": ['#include "practice/program/HttpFront.h"', "rehearsal must not know practice/program/HttpFront.h"],
+    "practice/exchanges/Q.cpp": ['#include "platform/linux/LinuxComputer.h"', "practice must not know platform/linux/LinuxComputer.h"],
+    "practice/state/R.cpp": ['#include "rehearsal/scenario/Scenario.h"', "practice must not know rehearsal/scenario/Scenario.h"],
+    "practice/program/S.cpp": ['#include "session/JoinScreen.h"', "practice must not know session/JoinScreen.h"],
+    "practice/program/T.cpp": ['#include "tests/practice/Requests.h"', "practice must not know tests/practice/Requests.h"],
+    "practice/program/U.mm": ['#import "platform/macos/MacComputer.h"', "practice must not know platform/macos/MacComputer.h"],
+    "rehearsal/program/V.mm": ['#import "platform/macos/MacComputer.h"', "rehearsal must not know platform/macos/MacComputer.h"],
+    "src/utils/W.h": ["#include <string>", "does not know the module utils"],
+    "src/X.cpp": ["", "does not know the module X.cpp"],
 }
 ALLOWED = {
     "src/server/Allowed.h": '#include "lockdown/SessionEndReason.h"\n#include "platform/threads/Clock.h"\n#include <string>',
@@ -50,7 +75,19 @@ ALLOWED = {
     "src/platform/linux/ui/Allowed.cpp": '#include "platform/linux/x11/X11Windows.h"\n#include "platform/portable/ICUText.h"',
     "src/platform/virtual/scheduler/Allowed.h": '#include "platform/virtual/journal/Journal.h"',
     "src/platform/linux/keyboard/guard/Allowed.cpp": '#include "platform/linux/x11/X11Connection.h"',
+    "src/platform/linux/keyboard/Allowed.cpp": '#include "platform/linux/keyboard/guard/KeyboardWatch.h"',
+    "rehearsal/reading/Allowed.cpp": '#include "platform/portable/UTF8Validity.h"\n#include "platform/ui/Window.h"',
+    "rehearsal/playing/Player.cpp": '#include "app/ApplicationMain.h"\n#include "platform/virtual/VirtualMac.h"',
+    "tests/practice/Allowed.cpp": '#include "Requests.h"',
 }
+# Folder, ending and name of the files that may be there 40 times, and no more.
+FULL = [
+    ("src/session", ".h", "sources"),
+    ("src/platform/macos/ui", ".mm", "sources"),
+    ("practice/state", ".cpp", "sources"),
+    ("rehearsal/playing", ".cpp", "sources"),
+    ("tests/scenarios/join", ".yaml", "scenarios"),
+]
 
 
 def run(files):
@@ -66,6 +103,12 @@ def main():
     for name, (text, complaint) in MISTAKES.items():
         result = run({name: text})
         assert result.returncode == 1 and complaint in result.stdout and name in result.stdout, (name, result.stdout)
+    for folder, ending, what in FULL:
+        files = {f"{folder}/{number}{ending}": "" for number in range(40)}
+        result = run(files)
+        assert result.returncode == 0 and result.stdout == "", (folder, result.stdout)
+        result = run({**files, f"{folder}/40{ending}": ""})
+        assert result.returncode == 1 and result.stdout == f"{folder}: 41 {what} in a folder, 40 at most\n", (folder, result.stdout)
     result = run(ALLOWED)
     assert result.returncode == 0 and result.stdout == "", result.stdout
 
