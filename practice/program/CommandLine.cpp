@@ -12,7 +12,7 @@ namespace vantrel::practice {
 namespace {
 
 constexpr std::string_view usage = R"(Usage: vantrel-practice [OPTION]...
-A practice server for the Vantrel client, on 127.0.0.1 unless asked to be elsewhere.
+A practice server for the Vantrel client, on 127.0.0.1 by default.
 
   --listen ADDRESS         the address to listen on (127.0.0.1), IPv4 or IPv6 in numbers; one that others can reach
                            needs a password
