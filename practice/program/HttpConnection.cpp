@@ -32,18 +32,18 @@ bool expectsContinue(const HttpRequest& request) {
 
 }  // namespace
 
-HttpConnection::HttpConnection(asio::ip::tcp::socket socket, Surroundings& surroundings)
-    : surroundings_(surroundings), stream_(std::move(socket)), delay_(stream_.get_executor()) {
-    parser_.header_limit(static_cast<std::uint32_t>(surroundings.limits.headerBytes));
+HttpConnection::HttpConnection(asio::ip::tcp::socket socket, Dependencies& dependencies)
+    : dependencies_(dependencies), stream_(std::move(socket)), delay_(stream_.get_executor()) {
+    parser_.header_limit(static_cast<std::uint32_t>(dependencies.limits.headerBytes));
     parser_.body_limit(PracticeRequest::largestBody);
 }
 
 HttpConnection::~HttpConnection() {
-    if (place_ != 0 && surroundings_.places.over(place_)) surroundings_.placeIsFree();
+    if (place_ != 0 && dependencies_.places.over(place_)) dependencies_.placeIsFree();
 }
 
 void HttpConnection::start() {
-    place_ = surroundings_.places.begin([weak = weak_from_this()] {
+    place_ = dependencies_.places.begin([weak = weak_from_this()] {
         const auto self = weak.lock();
         if (!self) return;
         asio::post(self->stream_.get_executor(), [self] { self->stream_.close(); });
@@ -54,7 +54,7 @@ void HttpConnection::start() {
 
 void HttpConnection::readHeader() {
     // One deadline for the whole request: a client gains nothing by sending a byte now and then.
-    stream_.expires_after(surroundings_.limits.requestTime);
+    stream_.expires_after(dependencies_.limits.requestTime);
     http::async_read_header(stream_, buffer_, parser_,
                             [self = shared_from_this()](Error error, std::size_t) { self->headerCame(error); });
 }
@@ -77,7 +77,7 @@ void HttpConnection::readBody() {
 
 void HttpConnection::bodyCame(Error error) {
     if (error) return refuse(error);
-    surroundings_.places.requestHasCome(place_);
+    dependencies_.places.requestHasCome(place_);
     answer(practiceRequest(parser_.release()));
 }
 
@@ -86,7 +86,7 @@ void HttpConnection::refuse(Error error) {
     const bool hasEnded = error == http::error::end_of_stream || error == http::error::partial_message;
     if (error.category() != httpErrors || hasEnded) return;
 
-    surroundings_.places.requestHasCome(place_);
+    dependencies_.places.requestHasCome(place_);
     isLeftUnread_ = true;
     if (error == http::error::body_limit) {
         PracticeRequest request = practiceRequest(parser_.release());
@@ -100,7 +100,7 @@ void HttpConnection::refuse(Error error) {
 
 void HttpConnection::answer(const PracticeRequest& request) {
     isHead_ = request.method == "HEAD";
-    reply_ = surroundings_.practice.handle(request);
+    reply_ = dependencies_.practice.handle(request);
     if (reply_.delaySeconds <= 0) return deliver();
 
     delay_.expires_after(std::chrono::duration_cast<std::chrono::steady_clock::duration>(
@@ -118,7 +118,7 @@ void HttpConnection::deliver() {
     if (reply_.dropConnection) return;
     if (reply_.stallAfterHeaders) return sendHeaderAndStall();
     // Before the bytes are sent: a client that has read the reply and then asks must find it delivered.
-    if (reply_.delaySeconds > 0) surroundings_.practice.noteDelivery(reply_.exchange, true);
+    if (reply_.delaySeconds > 0) dependencies_.practice.noteDelivery(reply_.exchange, true);
     send(httpResponse(std::move(reply_)), !isHead_);
 }
 
@@ -126,7 +126,7 @@ void HttpConnection::sendHeaderAndStall() {
     if (reply_.body.empty()) reply_.body = " ";
     response_ = httpResponse(std::move(reply_));
     serializer_.emplace(response_);
-    stream_.expires_after(surroundings_.limits.replyTime);
+    stream_.expires_after(dependencies_.limits.replyTime);
     http::async_write_header(stream_, *serializer_, [self = shared_from_this()](Error error, std::size_t) {
         if (!error) self->watchClient([] {});
     });
@@ -135,7 +135,7 @@ void HttpConnection::sendHeaderAndStall() {
 void HttpConnection::send(HttpResponse response, bool withBody) {
     response_ = std::move(response);
     auto& serializer = serializer_.emplace(response_);
-    stream_.expires_after(surroundings_.limits.replyTime);
+    stream_.expires_after(dependencies_.limits.replyTime);
     const auto done = [self = shared_from_this()](Error error, std::size_t) { self->sent(error); };
     if (withBody) {
         http::async_write(stream_, serializer, done);
@@ -145,7 +145,7 @@ void HttpConnection::send(HttpResponse response, bool withBody) {
 }
 
 void HttpConnection::sent(Error error) {
-    if (error) return surroundings_.practice.noteDelivery(reply_.exchange, false);
+    if (error) return dependencies_.practice.noteDelivery(reply_.exchange, false);
     if (!isLeftUnread_) return;
     Error ignored;
     (void)stream_.socket().shutdown(asio::ip::tcp::socket::shutdown_send, ignored);

@@ -27,7 +27,7 @@ namespace vantrel::practice {
 class HttpConnection : public std::enable_shared_from_this<HttpConnection> {
   public:
     /// What the connection shares with the others. Must outlive it.
-    struct Surroundings {
+    struct Dependencies {
         PracticeServer& practice;
         const HttpLimits limits;
         ConnectionPlaces places;
@@ -35,7 +35,7 @@ class HttpConnection : public std::enable_shared_from_this<HttpConnection> {
         std::function<void()> placeIsFree;
     };
 
-    HttpConnection(boost::asio::ip::tcp::socket socket, Surroundings& surroundings);
+    HttpConnection(boost::asio::ip::tcp::socket socket, Dependencies& dependencies);
     ~HttpConnection();
     HttpConnection(const HttpConnection&) = delete;
     HttpConnection& operator=(const HttpConnection&) = delete;
@@ -61,7 +61,7 @@ class HttpConnection : public std::enable_shared_from_this<HttpConnection> {
     /// Calls back once the client has gone, or has sent too much after its request.
     void watchClient(std::function<void()> clientHasGone);
 
-    Surroundings& surroundings_;
+    Dependencies& dependencies_;
     boost::beast::tcp_stream stream_;
     boost::asio::steady_timer delay_;
     boost::beast::flat_buffer buffer_;

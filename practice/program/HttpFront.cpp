@@ -33,7 +33,7 @@ constexpr std::chrono::milliseconds untilNextTry{50};
 class HttpFront::Listener {
   public:
     Listener(PracticeServer& practice, HttpLimits limits)
-        : surroundings_{practice, limits, ConnectionPlaces(limits.connections), [this] { acceptAgain(); }} {}
+        : dependencies_{practice, limits, ConnectionPlaces(limits.connections), [this] { acceptAgain(); }} {}
 
     ~Listener() {
         isEnding_ = true;
@@ -64,13 +64,13 @@ class HttpFront::Listener {
         // Each connection has its own strand, and so has the acceptor: none of them needs a lock.
         acceptor_.async_accept(asio::make_strand(io_), [this](Error error, Tcp::socket socket) {
             if (error) return tryAgainLater();
-            std::make_shared<HttpConnection>(std::move(socket), surroundings_)->start();
-            if (surroundings_.places.mayAccept()) accept();
+            std::make_shared<HttpConnection>(std::move(socket), dependencies_)->start();
+            if (dependencies_.places.mayAccept()) accept();
         });
     }
 
     void tryAgainLater() {
-        surroundings_.places.makePlace();
+        dependencies_.places.makePlace();
         pause_.expires_after(untilNextTry);
         pause_.async_wait([this](Error error) {
             if (!error) accept();
@@ -83,7 +83,7 @@ class HttpFront::Listener {
     }
 
     // Used by the connections, which are destroyed with the context.
-    HttpConnection::Surroundings surroundings_;
+    HttpConnection::Dependencies dependencies_;
     std::atomic<bool> isEnding_{false};
     asio::io_context io_;
     Tcp::acceptor acceptor_{asio::make_strand(io_)};
