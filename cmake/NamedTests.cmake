@@ -24,7 +24,7 @@ endfunction()
 
 # vantrel_script_tests(NAME name COMMAND command ... [SOURCES path ...] [as above])
 #
-# A command that lists and runs its tests as a Google Test executable does (tests/support/named.py).
+# A command that lists and runs its tests as a Google Test executable does (tests/support/named_tests.py).
 function(vantrel_script_tests)
   cmake_parse_arguments(PARSE_ARGV 0 tests "DISPLAY;ALONE" "NAME;PREFIX;FILTER;TIMEOUT;AT_ONCE"
     "ENVIRONMENT;COMMAND;SOURCES")
