@@ -8,12 +8,26 @@ import threading
 import time
 
 
+_living = set()
+_stopping = threading.Event()
+
+
+def stop_all():
+    """Ends every process of the tests, and those that begin from now on at once. Any thread."""
+    _stopping.set()
+    for child in list(_living):
+        child.end()
+
+
 class Child:
     def __init__(self, command, folder, environment, nice):
         self._process = subprocess.Popen(
             command, cwd=folder, env=environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
             stderr=subprocess.STDOUT, text=True, encoding="utf-8", errors="replace", start_new_session=True,
             preexec_fn=(lambda: os.nice(nice)) if nice else None)
+        _living.add(self)
+        if _stopping.is_set():
+            self.end()
         self._lines = queue.Queue()
         threading.Thread(target=self._read, daemon=True).start()
 
@@ -41,13 +55,18 @@ class Child:
     def status(self):
         return self._process.wait()
 
-    def kill(self):
+    def end(self):
         """Ends the process and what it has started; harmless once they are gone."""
         try:
             os.killpg(self._process.pid, signal.SIGKILL)
         except (ProcessLookupError, PermissionError):
             pass
+
+    def kill(self):
+        """Ends them and waits for the process."""
+        self.end()
         self._process.wait()
+        _living.discard(self)
 
 
 def how_it_ended(status):

@@ -11,8 +11,8 @@ from dataclasses import dataclass, field
 
 DEFAULT_TIMEOUT = 300.0
 # What is heeded here; another property could change what a result means.
-_PROPERTIES = {"COST", "DEPENDS", "ENVIRONMENT", "FIXTURES_REQUIRED", "FIXTURES_SETUP", "LABELS", "PROCESSORS",
-               "RUN_SERIAL", "SKIP_REGULAR_EXPRESSION", "SKIP_RETURN_CODE", "TIMEOUT", "WORKING_DIRECTORY"}
+# CTest itself turns fixtures into DEPENDS.
+_PROPERTIES = {"COST", "DEPENDS", "ENVIRONMENT", "FIXTURES_REQUIRED", "FIXTURES_SETUP", "LABELS", "RUN_SERIAL", "SKIP_REGULAR_EXPRESSION", "SKIP_RETURN_CODE", "TIMEOUT", "WORKING_DIRECTORY"}
 
 
 @dataclass
@@ -35,13 +35,15 @@ class Entry:
     # How long it takes where nothing is known yet; only the order depends on it.
     cost: float = 0.0
 
+    # Files that the tests stand in.
+    sources: list = field(default_factory=list)
+
     # Only of named entries:
     named: bool = False
     prefix: str = ""
     filter: str = ""
     # How many tests one process takes; 0 stands for all of them.
     at_once: int = 0
-    sources: list = field(default_factory=list)
 
     def test_names(self, environment):
         """The names of its tests, without the prefix."""
@@ -84,7 +86,16 @@ def whole_paths(sources, build):
             yield str(folder / source)
 
 
-def plain_entry(test):
+def made_in(test, graph):
+    """The CMake file that adds the test."""
+    node = graph["nodes"][test["backtrace"]]
+    # The innermost call may be a function's, the outermost is the project's first file.
+    while "parent" in node and not graph["files"][node["file"]].endswith("CMakeLists.txt"):
+        node = graph["nodes"][node["parent"]]
+    return graph["files"][node["file"]]
+
+
+def plain_entry(test, made_in_file=None):
     properties = {item["name"]: item["value"] for item in test.get("properties", [])}
     labels = properties.get("LABELS", [])
     if not _PROPERTIES.issuperset(properties):
@@ -94,7 +105,9 @@ def plain_entry(test):
                  timeout=properties.get("TIMEOUT", DEFAULT_TIMEOUT), display="display" in labels,
                  alone=properties.get("RUN_SERIAL", False), after=properties.get("DEPENDS", []),
                  skip_status=properties.get("SKIP_RETURN_CODE"),
-                 skip_words=properties.get("SKIP_REGULAR_EXPRESSION", []), cost=properties.get("COST", 0.0))
+                 skip_words=properties.get("SKIP_REGULAR_EXPRESSION", []), cost=properties.get("COST", 0.0),
+                 sources=[made_in_file] * bool(made_in_file) + [word for word in test.get("command", [])[1:]
+                                                                if pathlib.Path(word).is_file()])
 
 
 def read(build):
@@ -102,7 +115,9 @@ def read(build):
     named = list(named_entries(build))
     run = subprocess.run(["ctest", "--show-only=json-v1"], cwd=build, capture_output=True, text=True, check=True)
     known = {entry.name for entry in named}
-    plain = [plain_entry(test) for test in json.loads(run.stdout)["tests"] if test["name"] not in known]
+    answer = json.loads(run.stdout)
+    plain = [plain_entry(test, made_in(test, answer["backtraceGraph"])) for test in answer["tests"]
+             if test["name"] not in known]
     names = [entry.name for entry in plain]
     repeated = {name for name in names if names.count(name) > 1}
     if repeated:

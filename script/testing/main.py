@@ -5,6 +5,7 @@ import json
 import os
 import pathlib
 import re
+import signal
 import subprocess
 import sys
 
@@ -20,7 +21,7 @@ DESKTOPS = int(os.environ.get("VANTREL_DESKTOPS", "3"))
 
 
 def environment():
-    """What the tests find. The displays that are made for them are X11, whatever session this was called from."""
+    """What the tests find. Their displays are X11, also where this was called on a Wayland desktop."""
     own = dict(os.environ)
     for name in ("WAYLAND_DISPLAY", "XDG_SESSION_TYPE"):
         own.pop(name, None)
@@ -48,8 +49,9 @@ def build_for(selected, build, everything):
     # script/build waits for the same lock.
     with open(build / "lock", "w", encoding="utf-8") as lock:
         fcntl.flock(lock, fcntl.LOCK_EX)
+        # Standard output is for names and results.
         subprocess.run([ROOT / "script/with-progress", "building " + build.name, "cmake", "--build", build, *what],
-                       check=True)
+                       check=True, stdout=sys.stderr)
 
 
 def tests_of(selected, patterns, own):
@@ -73,8 +75,6 @@ def select(build, patterns):
         return known
     picked = [entry for entry in known
               if any(may_hold(entry, pattern) for pattern in patterns)]
-    # Names that no source shows, such as those of a set with parameters made by a macro: every program may have them.
-    picked = picked or [entry for entry in known if entry.named]
     picked += [entry for entry in known if entry not in picked and entry.name in needed_before(picked, known)]
     return picked
 
@@ -89,6 +89,10 @@ def needed_before(picked, known):
             needed.add(name)
             open_names += by_name[name].after
     return needed
+
+
+def nothing_is_meant(patterns):
+    sys.exit("test: no test is called " + " or ".join(pattern.text for pattern in patterns) + ", nor stands there")
 
 
 def missing_macos_checks(outcomes):
@@ -110,13 +114,15 @@ def main(arguments):
     patterns = [Pattern(ROOT, word) for word in words if word != "--list"]
     configure(build)
     selected = select(build, patterns)
+    if not selected:
+        nothing_is_meant(patterns)
     build_for(selected, build, not patterns)
     own = environment()
     wanted = {entry.name for entry in selected}
     # Read again: what was not built had no command.
     tests = list(tests_of([entry for entry in entries.read(build) if entry.name in wanted], patterns, own))
     if not tests:
-        sys.exit("test: no test is called " + " or ".join(pattern.text for pattern in patterns))
+        nothing_is_meant(patterns)
     if "--list" in words:
         print("\n".join(entry.prefix + name for entry, names in tests for name in names))
         return True
@@ -126,8 +132,7 @@ def main(arguments):
     jobs = [job for entry, names in tests for job in split(entry, names, lambda name: times.get(name, 0.05))]
     total = sum(len(names) for _, names in tests)
     reporter = progress.Progress(total)
-    reporter.say(f"{progress.plural(total, 'test')} in {progress.plural(len(jobs), 'process')}"
-                 .replace("processs", "processes"))
+    reporter.say(f"{progress.plural(total, 'test', 'tests')} in {progress.plural(len(jobs), 'process', 'processes')}")
     try:
         Schedule(jobs, own, reporter, ROOT / "script/desktop").run(DESKTOPS)
     finally:
@@ -143,7 +148,13 @@ def main(arguments):
     return held
 
 
+def stopped(number, _):
+    raise SystemExit(128 + number)
+
+
 if __name__ == "__main__":
+    for name in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP):
+        signal.signal(name, stopped)
     try:
         sys.exit(0 if main(sys.argv[1:]) else 1)
     except subprocess.CalledProcessError as problem:

@@ -5,11 +5,12 @@ import time
 
 from outcome import FAILED, SKIPPED
 
-_SILENCE = 10.0
+# The ticker looks once a second.
+_SILENCE = 9.0
 
 
-def plural(count, word):
-    return f"{count:,} {word}" + ("" if count == 1 else "s")
+def plural(count, one, many):
+    return f"{count:,} {one if count == 1 else many}"
 
 
 class Progress:
@@ -37,6 +38,8 @@ class Progress:
 
     def report(self, outcome):
         with self._lock:
+            if self._closed.is_set():
+                return
             self._running.pop(threading.get_ident(), None)
             self.outcomes.append(outcome)
             if outcome.result == FAILED:
@@ -86,7 +89,7 @@ def failed(outcomes):
 
 
 def summary(outcomes):
-    """The closing lines; whether nothing failed. The last one is CTest's, which other tools read."""
+    """The closing lines; whether nothing failed. The last one counts all tests; skipped ones have not failed."""
     slowest(outcomes)
     skipped(outcomes)
     failed(outcomes)

@@ -25,7 +25,7 @@ class NamedRun:
         self._current, self._began, self._output = None, 0.0, []
 
     def run(self):
-        """The names that were not come to because the process ended before them."""
+        """Returns the names of the tests that did not run because the process had ended."""
         try:
             while (line := self._next_line()) is not None:
                 self._take(line.rstrip("\n"))

@@ -8,6 +8,7 @@ import os
 import threading
 from dataclasses import dataclass
 
+from child import stop_all
 from desktop import Desktop
 from running import run_named, run_plain
 
@@ -53,12 +54,27 @@ class Schedule:
         workers = [("processor", None)] * (os.cpu_count() or 2) + [("alone", None)]
         workers += [("display", number) for number in range(desktops)]
         threads = [threading.Thread(target=self._work, args=worker) for worker in workers]
-        for thread in threads:
-            thread.start()
-        for thread in threads:
-            thread.join()
+        try:
+            for thread in threads:
+                thread.start()
+            for thread in threads:
+                thread.join()
+        except BaseException:
+            self._stop(threads)
+            raise
         if self._problems:
             raise self._problems[0]
+
+    def _stop(self, threads):
+        """Somebody does not want to wait for the rest."""
+        self._progress.close()
+        with self._changed:
+            self._waiting = []
+            self._changed.notify_all()
+        stop_all()
+        for thread in threads:
+            if thread.is_alive():
+                thread.join()
 
     def _work(self, lane, number):
         try:

@@ -10,6 +10,23 @@ import re
 
 _TEST = re.compile(r"^\s*TEST(?:_F|_P)?\(\s*(\w+)\s*,\s*(\w+)\s*\)", re.MULTILINE)
 _PARAMETERS = re.compile(r"^\s*INSTANTIATE_TEST_SUITE_P\(\s*(\w+)\s*,\s*(\w+)", re.MULTILINE)
+# In a script: the functions without parameters, and the suite that they are put into.
+_FUNCTION = re.compile(r"^def (\w+)\(\):", re.MULTILINE)
+_SUITE = re.compile(r'\{"(\w+)\." \+')
+
+# Where the tests of what stands elsewhere are; the first that fits holds.
+_TESTED_IN = {"src/platform/virtual": ["virtual", "contracts"], "src/platform/linux": ["linux", "contracts"],
+              "src/platform/macos": ["macos"], "src/platform": ["contracts"], "practice": ["practice"],
+              "rehearsal": ["rehearsal", "scenarios"]}
+
+
+def tested_in(root, path):
+    """The folders and files whose tests are those of a path of the project."""
+    for folder, tests in _TESTED_IN.items():
+        if (root / folder) in [path, *path.parents]:
+            return [root / "tests" / name for name in tests]
+    module = root / "tests" / path.relative_to(root / "src").parts[0] if (root / "src") in path.parents else path
+    return [module if module.exists() else path]
 
 
 class Pattern:
@@ -17,28 +34,31 @@ class Pattern:
         self.text = text
         self._expression = re.compile(text)
         path = (root / text).resolve()
-        module = root / "tests" / path.relative_to(root / "src").parts[0] if (root / "src") in path.parents else path
-        self._path = (module if module.exists() else path) if path.exists() else None
+        self.is_path = path.exists()
+        self._paths = tested_in(root, path) if self.is_path else []
 
     def names(self, name):
-        return bool(self._expression.search(name))
+        return not self.is_path and bool(self._expression.search(name))
 
     def stands(self, source):
         """Whether the source is, or lies in, what the pattern names as a path."""
         source = pathlib.Path(source)
-        return self._path is not None and (source == self._path or self._path in source.parents)
+        return any(path == source or path in source.parents for path in self._paths)
 
 
 def names_in(source):
-    """The names of the tests in a C++ source, those with parameters without the number at their end; any other file is
-    a test called FOLDER.FILE."""
+    """The names of the tests in a C++ source, those with parameters without the number at their end, or in a script;
+    any other file is a test called FOLDER.FILE."""
     path = pathlib.Path(source)
-    if path.suffix not in (".cpp", ".mm"):
+    if path.suffix not in (".cpp", ".mm", ".py"):
         return [f"{path.parent.name}.{path.stem}"]
     try:
         text = path.read_text(encoding="utf-8")
     except OSError:
         return []
+    if path.suffix == ".py":
+        suite = _SUITE.search(text)
+        return [f"{suite[1]}.{name}" for name in _FUNCTION.findall(text)] if suite else []
     sets = {}
     for name, suite in _PARAMETERS.findall(text):
         sets.setdefault(suite, []).append(name + "/")

@@ -4,6 +4,7 @@ import contextlib
 import io
 import os
 import pathlib
+import subprocess
 import sys
 import tempfile
 import threading
@@ -172,6 +173,32 @@ def begins_nothing_before_what_it_comes_after():
     return same([(one.name, one.result) for one in reporter.outcomes], [("first", PASSED), ("second", PASSED)])
 
 
+def a_stopped_run_ends_its_processes_and_begins_no_more():
+    with tempfile.TemporaryDirectory() as folder:
+        begun = pathlib.Path(folder) / "begun"
+        script = f"""import os, signal, sys
+sys.path[:0] = [{str(ROOT / 'script/testing')!r}]
+import entries, main, progress
+from schedule import Schedule, split
+for number in (signal.SIGINT, signal.SIGTERM):
+    signal.signal(number, main.stopped)
+jobs = [job for name in "abcdefgh" for job in split(entries.Entry(name=name, folder="/", command=["bash", "-c",
+        "echo $$ >> '{begun}'; sleep 600 & wait"]), [name], lambda name: 0.0)]
+Schedule(jobs, dict(os.environ), progress.Progress(len(jobs)), "no-desktop").run(1)
+"""
+        run = subprocess.Popen([sys.executable, "-B", "-c", script], stdout=subprocess.PIPE, text=True)
+        deadline = time.monotonic() + 60
+        while not begun.exists() and time.monotonic() < deadline:
+            time.sleep(0.01)
+        run.terminate()
+        said, _ = run.communicate(timeout=60)
+        processes = begun.read_text(encoding="utf-8").split()
+        while any(map(lives, processes)) and time.monotonic() < deadline:
+            time.sleep(0.01)
+        return same((run.returncode, said, [one for one in processes if lives(one)], len(processes) < 8),
+                    (143, "", [], True))
+
+
 def an_end_counts_every_test():
     failed_one = plain("exit 1")
     with contextlib.redirect_stdout(io.StringIO()) as said:
@@ -223,6 +250,19 @@ def a_module_of_rules_means_its_tests():
                  for path in ("tests/lockdown/KeyboardHookServiceTest.cpp", "tests/app/AppTest.cpp")], [True, False])
 
 
+def a_computer_means_its_tests_and_the_contracts():
+    pattern = Pattern(ROOT, "src/platform/virtual/keyboard")
+    return same([may_hold(entry(name="x", prefix="", sources=[str(ROOT / path)]), pattern)
+                 for path in ("tests/virtual/KeyboardTest.cpp", "tests/contracts/KeyboardContract.cpp",
+                              "tests/linux/KeyboardTest.cpp")], [True, True, False])
+
+
+def a_folder_means_the_checks_that_it_adds():
+    pattern = Pattern(ROOT, "tests/layout")
+    return same([may_hold(entries.plain_entry({"name": "x"}, str(ROOT / path)), pattern)
+                 for path in ("tests/layout/CMakeLists.txt", "tests/api/CMakeLists.txt")], [True, False])
+
+
 def required_checks_may_not_be_skipped():
     passed, skipped = plain("exit 0"), plain("exit 77", skip_status=77)
     passed.name, skipped.name = "macos.types", "macos.names"
@@ -236,9 +276,10 @@ TESTS = [tells_of_each_test_by_its_name, keeps_what_a_failed_test_wrote, says_wh
          a_plain_check_passes_with_status_0_only, a_plain_check_is_skipped_by_its_status_or_its_words,
          a_plain_check_that_hangs_fails, lists_names_without_comments, refuses_a_property_that_it_does_not_know,
          divides_tests_into_processes, runs_everything_once_and_alone_what_has_to_be,
-         begins_nothing_before_what_it_comes_after, an_end_counts_every_test,
+         begins_nothing_before_what_it_comes_after, a_stopped_run_ends_its_processes_and_begins_no_more, an_end_counts_every_test,
          one_failure_among_many_is_not_a_hundred_per_cent, is_never_silent_for_long, reads_names_from_sources,
-         a_module_of_rules_means_its_tests, required_checks_may_not_be_skipped]
+         a_module_of_rules_means_its_tests, a_computer_means_its_tests_and_the_contracts,
+         a_folder_means_the_checks_that_it_adds, required_checks_may_not_be_skipped]
 
 if __name__ == "__main__":
     sys.exit(named_tests.main({"Runner." + test.__name__: test for test in TESTS}, sys.argv[1:]))

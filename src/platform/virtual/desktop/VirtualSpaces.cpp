@@ -37,8 +37,7 @@ bool show(DesktopState& state, const SpaceRow& row, std::size_t place) {
 
 }  // namespace
 
-VirtualSpaces::VirtualSpaces(Engine& engine, VirtualDesktop& desktop)
-    : engine_(engine), desktop_(desktop), notices_(engine) {
+VirtualSpaces::VirtualSpaces(Engine& engine, VirtualDesktop& desktop) : desktop_(desktop), notices_(engine) {
     desktop_.onSpaceChange = [this] { notices_.post(); };
 }
 

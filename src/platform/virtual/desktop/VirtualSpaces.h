@@ -36,7 +36,6 @@ class VirtualSpaces final : public Spaces {
     std::size_t observers() const { return notices_.observers(); }
 
   private:
-    Engine& engine_;
     VirtualDesktop& desktop_;
     NotificationCenter notices_;
 };
