@@ -5,15 +5,15 @@
 #include <utility>
 
 #include "platform/macos/apps/MacRunningApplications.h"
+#include "platform/macos/bridge/ErrorBridge.h"
 #include "platform/macos/bridge/FormedURL.h"
-#include "platform/macos/bridge/Text.h"
 
 namespace vantrel::macos {
 
 namespace {
 
 ApplicationOpener::Result resultOf(NSRunningApplication* application, NSError* error) {
-    if (error != nil) return PlatformError{bytesOf(error.localizedDescription)};
+    if (error != nil) return platformError(error);
     return std::shared_ptr<RunningApplication>(MacRunningApplication::wrapEvenEnded(application));
 }
 

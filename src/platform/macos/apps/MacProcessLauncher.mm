@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "platform/macos/bridge/ErrorBridge.h"
 #include "platform/macos/bridge/FormedURL.h"
 #include "platform/macos/bridge/Text.h"
 
@@ -40,15 +41,15 @@ std::variant<ProcessIdentifier, PlatformError> MacProcessLauncher::launch(std::s
                                                                           const std::vector<std::string>& arguments) {
     @autoreleasepool {
         if (holdsZero(executablePath) || std::any_of(arguments.begin(), arguments.end(), holdsZero)) {
-            return PlatformError{bytesOf(badURLError().localizedDescription)};
+            return platformError(badURLError());
         }
         @try {
             NSTask* task = makeTask(executablePath, arguments);
             NSError* error = nil;
-            if (![task launchAndReturnError:&error]) return PlatformError{bytesOf(error.localizedDescription)};
+            if (![task launchAndReturnError:&error]) return platformError(error);
             return ProcessIdentifier{task.processIdentifier};
         } @catch (NSException* exception) {
-            return PlatformError{bytesOf(exception.reason)};
+            return platformError(exception);
         }
     }
 }

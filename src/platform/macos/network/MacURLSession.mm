@@ -2,6 +2,7 @@
 
 #import <Foundation/Foundation.h>
 
+#include "platform/macos/bridge/ErrorBridge.h"
 #include "platform/macos/bridge/FormedURL.h"
 #include "platform/macos/bridge/Text.h"
 
@@ -26,7 +27,7 @@ NSURLRequest* foundationRequest(const URLRequest& request, NSURL* url) {
 
 URLReply failure(NSError* error) {
     URLReply reply;
-    reply.error = PlatformError{bytesOf(error.localizedDescription)};
+    reply.error = platformError(error);
     return reply;
 }
 

@@ -21,7 +21,7 @@ std::optional<std::u16string> utf16(std::string_view bytes);
 std::optional<std::string> utf8(std::u16string_view units, bool isLossy);
 
 /// Throws an exception, as Foundation does for what its documentation forbids.
-[[noreturn]] void raise(NSString* _Nonnull name, NSString* _Nonnull reason);
+[[noreturn]] void raise(NSString* _Nonnull name, NSString* _Nullable reason);
 
 /// An error with the system's text.
 NSError* _Nonnull errorOf(NSString* _Nonnull domain, NSInteger code, std::string_view text);
