@@ -42,7 +42,7 @@ class JSONSerialization {
     /// or nested deeper than 512 levels.
     virtual std::optional<JSONValue> parse(std::string_view bytes) const = 0;
 
-    /// dataWithJSONObject:, compact. Empty if the object cannot be written.
+    /// dataWithJSONObject:, compact, with slashes escaped. Empty if the object cannot be written.
     virtual std::optional<std::string> serialise(const JSONObject& object) const = 0;
 };
 

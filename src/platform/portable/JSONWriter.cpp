@@ -58,7 +58,11 @@ bool JSONWriter::append(const JSONArray& array, std::size_t depth) {
 
 bool JSONWriter::append(const std::string& text) {
     try {
-        text_ += nlohmann::json(text).dump();
+        // Foundation escapes slashes.
+        for (const char byte : nlohmann::json(text).dump()) {
+            if (byte == '/') text_ += '\\';
+            text_ += byte;
+        }
         return true;
     } catch (const std::exception&) {
         return false;  // not UTF-8

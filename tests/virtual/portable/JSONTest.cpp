@@ -97,7 +97,7 @@ TEST(JSON, WritesCompactlyWithSortedKeysAndWholeNumbersWithoutAPoint) {
     const JSONObject object{{"z", 1.0},
                             {"a", JSONArray{true, JSONValue(), -2.5, "è\"\\\n/"}},
                             {"m", JSONObject{{"k", 9007199254740991.0}}}};
-    EXPECT_EQ(R"({"a":[true,null,-2.5,"è\"\\\n/"],"m":{"k":9007199254740991},"z":1})",
+    EXPECT_EQ(R"({"a":[true,null,-2.5,"è\"\\\n\/"],"m":{"k":9007199254740991},"z":1})",
               PortableJSONSerialization().serialise(object));
     EXPECT_EQ("{}", PortableJSONSerialization().serialise({}));
 }

@@ -24,6 +24,20 @@ __asm__(".globl __CFConstantStringClassReference\n"
 
 extern "C" id objc_retainAutorelease(id object);
 
+namespace {
+
+// Roman numerals and circled letters, which GLib leaves alone because they are no letters.
+std::string withUpperSigns(const std::string& text) {
+    std::u16string units = utf16(text).value_or(u"");
+    for (char16_t& unit : units) {
+        if (unit >= u'ⅰ' && unit <= u'ⅿ') unit = static_cast<char16_t>(unit - (u'ⅰ' - u'Ⅰ'));
+        if (unit >= u'ⓐ' && unit <= u'ⓩ') unit = static_cast<char16_t>(unit - (u'ⓐ' - u'Ⓐ'));
+    }
+    return utf8(units, true).value_or(text);
+}
+
+}  // namespace
+
 @implementation NSString
 
 + (instancetype)alloc {
@@ -73,7 +87,7 @@ extern "C" id objc_retainAutorelease(id object);
         if (zero < bytes.size()) upper += '\0';
         at = zero + 1;
     }
-    return textOf(upper);
+    return textOf(withUpperSigns(upper));
 }
 
 - (BOOL)isEqualToString:(NSString*)other {
