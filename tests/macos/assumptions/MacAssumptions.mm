@@ -1,0 +1,311 @@
+// What the stand-ins promise about Apple's frameworks, each with the page that it stands on. The same file is built
+// over the stand-ins and over the frameworks themselves. VANTREL_ASSUMPTIONS names the file that gets a line for each:
+// assumption, page, expected, seen. docs/macos.md lists them; check_assumptions.py holds that list.
+#import <AppKit/AppKit.h>
+#import <CoreFoundation/CoreFoundation.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <fstream>
+#include <functional>
+#include <string>
+#include <utility>
+
+#include "platform/macos/bridge/Text.h"
+#include "tests/contracts/ContractTest.h"
+
+@interface VantrelAssumptionTarget : NSObject
+- (void)act:(id)sender;
+@end
+
+@implementation VantrelAssumptionTarget {
+  @public
+    int _acts;
+}
+
+- (void)act:(id)sender {
+    (void)sender;
+    ++_acts;
+}
+
+@end
+
+@interface VantrelAssumptionDelegate : NSObject <NSApplicationDelegate>
+@end
+
+@implementation VantrelAssumptionDelegate
+@end
+
+namespace vantrel::macos {
+namespace {
+
+class MacAssumptions : public contracts::ContractTest {
+  protected:
+    void page(std::string address) { page_ = std::move(address); }
+
+    void assume(const std::string& expected, const std::string& seen) {
+        EXPECT_EQ(seen, expected) << page_;
+        const char* const path = std::getenv("VANTREL_ASSUMPTIONS");
+        if (path == nullptr) return;
+        const char* const name = testing::UnitTest::GetInstance()->current_test_info()->name();
+        std::ofstream(path, std::ios::app) << name << '\t' << page_ << '\t' << expected << '\t' << seen << '\n';
+    }
+
+    /// The name of the exception that the block throws.
+    static std::string raised(void (^block)(void)) {
+        @try {
+            block();
+        } @catch (NSException* exception) {
+            return bytesOf(exception.name);
+        }
+        return "nothing";
+    }
+
+    /// In an event, opens an alert under which the steps were begun, and tells what has been noted before its answer.
+    std::string notedUnderAnAlert(const std::function<void(const Block&)>& begin) {
+        begin([] {
+            NSAlert* alert = [[NSAlert alloc] init];
+            [alert addButtonWithTitle:lenientText("Continua")];
+            [alert runModal];
+        });
+        host().letTimePass(0.5);
+        std::string before;
+        for (const std::string& each : notes()) before += (before.empty() ? "" : ", ") + each;
+        host().pressAlertButton("Continua");
+        EXPECT_TRUE(eventually([this] { return !notes().empty(); }));
+        return before.empty() ? "nothing" : before;
+    }
+
+  private:
+    std::string page_;
+};
+
+TEST_F(MacAssumptions, TerminatedChangesOnATurnOfTheMainRunLoopOnly) {
+    page("https://developer.apple.com/documentation/appkit/nsrunningapplication");
+    constexpr int killSignal = 9;
+    const ProcessIdentifier process = host().startPeerWithoutWaiting();
+    ASSERT_TRUE(eventually([&] { return computer().runningApplications.withProcessIdentifier(process) != nullptr; }));
+    NSRunningApplication* application = nil;
+    std::string seen;
+    host().onMain([&] {
+        application = [NSRunningApplication runningApplicationWithProcessIdentifier:process];
+        computer().processLauncher.sendSignal(process, killSignal);
+        [NSThread sleepForTimeInterval:2];
+        seen = application.terminated ? "ended" : "runs";
+    });
+    EXPECT_TRUE(eventually([&] {
+        bool ended = false;
+        host().onMain([&] { ended = application.terminated; });
+        return ended;
+    }));
+    assume("runs", seen);
+}
+
+TEST_F(MacAssumptions, ATimerHoldsItsBlockUntilItIsInvalidated) {
+    page("https://developer.apple.com/documentation/foundation/timer");
+    __weak NSObject* weak = nil;
+    NSTimer* timer = nil;
+    std::string seen;
+    host().onMain([&] {
+        NSObject* owned = [[NSObject alloc] init];
+        weak = owned;
+        timer = [NSTimer scheduledTimerWithTimeInterval:1000
+                                                repeats:YES
+                                                  block:^(NSTimer*) {
+                                                    (void)owned;
+                                                  }];
+    });
+    host().onMain([&] {
+        seen = weak != nil ? "held" : "gone";
+        [timer invalidate];
+        timer = nil;
+    });
+    host().onMain([&] { seen += weak != nil ? ", held" : ", gone"; });
+    assume("held, gone", seen);
+}
+
+TEST_F(MacAssumptions, AnAlertRunsNoTimerOfTheDefaultMode) {
+    page("https://developer.apple.com/documentation/appkit/nsalert/runmodal()");
+    const std::string seen = notedUnderAnAlert([this](const Block& alert) {
+        host().postToMain([this, alert] {
+            [NSTimer scheduledTimerWithTimeInterval:0.05
+                                            repeats:NO
+                                              block:^(NSTimer*) {
+                                                note("timer");
+                                              }];
+            alert();
+        });
+    });
+    assume("nothing", seen);
+}
+
+TEST_F(MacAssumptions, BlocksOfTheMainQueueWaitUnderAnAlertThatOneOfThemOpened) {
+    page("https://developer.apple.com/documentation/dispatch/dispatchqueue/main");
+    const std::string seen = notedUnderAnAlert([this](const Block& alert) {
+        dispatch_async(dispatch_get_main_queue(), ^{
+          dispatch_async(dispatch_get_main_queue(), ^{
+            note("block");
+          });
+          alert();
+        });
+    });
+    assume("nothing", seen);
+}
+
+TEST_F(MacAssumptions, BlocksOfTheMainQueueRunUnderAnAlertThatAnEventOpened) {
+    page("https://developer.apple.com/documentation/dispatch/dispatchqueue/main");
+    const std::string seen = notedUnderAnAlert([this](const Block& alert) {
+        host().postToMain([this, alert] {
+            dispatch_async(dispatch_get_main_queue(), ^{
+              note("block");
+            });
+            alert();
+        });
+    });
+    assume("block", seen);
+}
+
+TEST_F(MacAssumptions, ABlockOfTheCommonModesRunsUnderAnAlert) {
+    page("https://developer.apple.com/documentation/corefoundation/cfrunloopperformblock(_:_:_:)");
+    const std::string seen = notedUnderAnAlert([this](const Block& alert) {
+        dispatch_async(dispatch_get_main_queue(), ^{
+          CFRunLoopPerformBlock(CFRunLoopGetMain(), kCFRunLoopCommonModes, ^{
+            note("block");
+          });
+          CFRunLoopWakeUp(CFRunLoopGetMain());
+          alert();
+        });
+    });
+    assume("block", seen);
+}
+
+TEST_F(MacAssumptions, NilInACollectionRaises) {
+    page("https://developer.apple.com/documentation/foundation/nsmutablearray/add(_:)");
+    @autoreleasepool {
+        NSMutableArray* array = [NSMutableArray arrayWithCapacity:1];
+        // Nil, whatever its type says.
+        id _Nonnull nothing = (id _Nonnull)[NSUserDefaults.standardUserDefaults objectForKey:@"contract_nobody"];
+        assume("NSInvalidArgumentException", raised(^{
+                 [array addObject:nothing];
+               }));
+    }
+}
+
+TEST_F(MacAssumptions, ANumberThatIsNotFiniteRaisesInJSON) {
+    page("https://developer.apple.com/documentation/foundation/jsonserialization/data(withjsonobject:options:)");
+    @autoreleasepool {
+        NSArray* array = @[ [NSNumber numberWithDouble:NAN] ];
+        assume("NSInvalidArgumentException", raised(^{
+                 (void)[NSJSONSerialization dataWithJSONObject:array options:0 error:nil];
+               }));
+    }
+}
+
+TEST_F(MacAssumptions, BytesThatAreNotUTF8MakeNoText) {
+    page("https://developer.apple.com/documentation/foundation/nsstring/init(bytes:length:encoding:)");
+    @autoreleasepool {
+        NSString* text = [[NSString alloc] initWithBytes:"a\xff" length:2 encoding:NSUTF8StringEncoding];
+        assume("nil", text == nil ? "nil" : "a text");
+    }
+}
+
+TEST_F(MacAssumptions, ABooleanIsNoNumberForCoreFoundation) {
+    page("https://developer.apple.com/documentation/corefoundation/cfboolean");
+    @autoreleasepool {
+        const auto isBoolean = [](NSNumber* number) {
+            return CFGetTypeID((__bridge CFTypeRef)number) == CFBooleanGetTypeID() ? "boolean" : "number";
+        };
+        assume("boolean, number",
+               std::string(isBoolean([NSNumber numberWithBool:YES])) + ", " + isBoolean([NSNumber numberWithInt:1]));
+    }
+}
+
+TEST_F(MacAssumptions, AMenuItemHoldsItsRepresentedObjectAndNotItsTarget) {
+    page("https://developer.apple.com/documentation/appkit/nsmenuitem/target");
+    std::string seen;
+    host().onMain([&] {
+        NSMenuItem* item = nil;
+        __weak NSObject* target = nil;
+        __weak NSObject* represented = nil;
+        @autoreleasepool {
+            item = [[NSMenuItem alloc] initWithTitle:@"" action:@selector(act:) keyEquivalent:@""];
+            NSObject* first = [[VantrelAssumptionTarget alloc] init];
+            NSObject* second = [[NSObject alloc] init];
+            target = first;
+            represented = second;
+            item.target = first;
+            item.representedObject = second;
+        }
+        seen = std::string(target != nil ? "held" : "gone") + ", " + (represented != nil ? "held" : "gone");
+    });
+    assume("gone, held", seen);
+}
+
+TEST_F(MacAssumptions, AControlDoesNotHoldItsTarget) {
+    page("https://developer.apple.com/documentation/appkit/nscontrol/target");
+    std::string seen;
+    host().onMain([&] {
+        NSButton* button = nil;
+        __weak NSObject* target = nil;
+        @autoreleasepool {
+            NSObject* made = [[VantrelAssumptionTarget alloc] init];
+            target = made;
+            button = [NSButton buttonWithTitle:@"" target:made action:@selector(act:)];
+        }
+        seen = target != nil ? "held" : "gone";
+        [button performClick:nil];
+    });
+    assume("gone", seen);
+}
+
+TEST_F(MacAssumptions, ADisabledButtonSendsNoAction) {
+    page("https://developer.apple.com/documentation/appkit/nscontrol/performclick(_:)");
+    std::string seen;
+    host().onMain([&] {
+        VantrelAssumptionTarget* target = [[VantrelAssumptionTarget alloc] init];
+        NSButton* button = [NSButton buttonWithTitle:@"" target:target action:@selector(act:)];
+        button.enabled = NO;
+        [button performClick:nil];
+        seen = std::to_string(target->_acts);
+        button.enabled = YES;
+        [button performClick:nil];
+        seen += ", " + std::to_string(target->_acts);
+    });
+    assume("0, 1", seen);
+}
+
+TEST_F(MacAssumptions, TheApplicationDoesNotHoldItsDelegate) {
+    page("https://developer.apple.com/documentation/appkit/nsapplication/delegate");
+    std::string seen;
+    host().onMain([&] {
+        NSApplication* application = NSApplication.sharedApplication;
+        id<NSApplicationDelegate> before = application.delegate;
+        __weak NSObject* weak = nil;
+        @autoreleasepool {
+            VantrelAssumptionDelegate* made = [[VantrelAssumptionDelegate alloc] init];
+            weak = made;
+            application.delegate = made;
+        }
+        seen = weak != nil ? "held" : "gone";
+        application.delegate = before;
+    });
+    assume("gone", seen);
+}
+
+TEST_F(MacAssumptions, AWindowMadeInCodeIsReleasedWhenItIsClosed) {
+    page("https://developer.apple.com/documentation/appkit/nswindow/isreleasedwhenclosed");
+    std::string seen;
+    host().onMain([&] {
+        NSWindow* window = [[NSWindow alloc] initWithContentRect:NSMakeRect(0, 0, 100, 100)
+                                                       styleMask:NSWindowStyleMaskTitled
+                                                         backing:NSBackingStoreBuffered
+                                                           defer:YES];
+        seen = window.releasedWhenClosed ? "yes" : "no";
+        window.releasedWhenClosed = NO;
+        [window close];
+    });
+    assume("yes", seen);
+}
+
+}  // namespace
+}  // namespace vantrel::macos
