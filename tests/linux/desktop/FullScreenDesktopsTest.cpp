@@ -6,6 +6,8 @@
 #include <QWidget>
 #include <algorithm>
 #include <chrono>
+#include <sstream>
+#include <string>
 
 #include "platform/linux/desktop/FullScreenDesktops.h"
 #include "platform/linux/ui/LinuxWindow.h"
@@ -67,11 +69,18 @@ class FullScreenDesktopsTest : public DesktopTest {
             }
             return std::nullopt;
         };
-        EXPECT_TRUE(waitUntil([&] { return index().has_value(); }));
-        const auto answer = computer->accessibility.application(getpid())->attribute("AXWindows");
-        const auto& all =
-            std::get<std::vector<std::shared_ptr<AccessibilityElement>>>(std::get<AccessibilityValue>(answer));
-        return all.at(*index())->setAttribute("AXFullScreen", fullScreen);
+        // Windows that come up may change places while they are counted and listed.
+        std::shared_ptr<AccessibilityElement> element;
+        EXPECT_TRUE(waitUntil([&] {
+            const auto before = index();
+            const auto answer = computer->accessibility.application(getpid())->attribute("AXWindows");
+            if (!before || index() != before) return false;
+            const auto& all =
+                std::get<std::vector<std::shared_ptr<AccessibilityElement>>>(std::get<AccessibilityValue>(answer));
+            if (*before < all.size()) element = all[*before];
+            return element != nullptr;
+        }));
+        return element ? element->setAttribute("AXFullScreen", fullScreen) : accessibilityFailure;
     }
 
     // The event loop then finds the window gone when it next turns, as after the wait for a browser's end.
@@ -90,6 +99,21 @@ class FullScreenDesktopsTest : public DesktopTest {
         const auto cookie = xcb_get_input_focus(server->get());
         const X11Reply<xcb_get_input_focus_reply_t> focus(xcb_get_input_focus_reply(server->get(), cookie, nullptr));
         return focus && focus->focus == window && X11Windows(*server).active() == window;
+    }
+
+    // For a failure's message.
+    std::string standing(xcb_window_t window) const {
+        std::ostringstream text;
+        text << "desktop " << desktops().current().value_or(99) << " of " << desktops().count().value_or(99);
+        if (const auto now = facts(window)) {
+            text << ", window on " << now->desktop.value_or(99) << (now->fullScreen ? ", full screen" : "")
+                 << (now->unmapped ? ", unmapped" : "") << (hasKeyboard(window) ? ", with the keyboard" : "");
+        } else {
+            text << ", no window";
+        }
+        text << ", recorded:";
+        for (const auto value : server->values(server->root(), "_VANTREL_FULL_SCREEN_DESKTOPS")) text << ' ' << value;
+        return text.str();
     }
 
     // As by a person's click: our own window's wish for the keyboard may still be on its way.
@@ -176,8 +200,23 @@ TEST_F(FullScreenDesktopsTest, TakesFullScreenBackBeforeItHasShown) {
     for (int i = 0; i < 10; ++i) {
         EXPECT_EQ(setFullScreen(window, true), accessibilitySuccess);
         EXPECT_EQ(setFullScreen(window, false), accessibilitySuccess);
-        ASSERT_TRUE(waitUntil([&] { return backOn(1) && facts(window.id())->desktop == 1U; }));
+        ASSERT_TRUE(waitUntil([&] { return backOn(1) && facts(window.id())->desktop == 1U; }))
+            << i << ": " << standing(window.id());
         EXPECT_FALSE(facts(window.id())->fullScreen);
+    }
+}
+
+TEST_F(FullScreenDesktopsTest, TakesFullScreenBackHoweverFarTheWindowManagerHasCome) {
+    ForeignWindow window("Lezione", {100, 100, 500, 400});
+    for (int i = 0; i < 20; ++i) {
+        EXPECT_EQ(setFullScreen(window, true), accessibilitySuccess);
+        {
+            const WindowManagerPause pause(*server, i * 0.001);
+            EXPECT_EQ(setFullScreen(window, false), accessibilitySuccess);
+        }
+        ASSERT_TRUE(waitUntil([&] { return backOn(1) && facts(window.id())->desktop == 1U; }))
+            << i << ": " << standing(window.id());
+        EXPECT_TRUE(waitUntil([&] { return !facts(window.id())->fullScreen; })) << i;
     }
 }
 
@@ -231,8 +270,9 @@ TEST_F(FullScreenDesktopsTest, GivesTheKeyboardToOurWindowThatComesUpAsTheMeetin
         ASSERT_TRUE(waitUntil([&] { return hasKeyboard(static_cast<xcb_window_t>(widget.winId())); })) << round;
         ForeignWindow meeting("Lezione", {100, 100, 500, 400});
         EXPECT_EQ(setFullScreen(meeting, true), accessibilitySuccess);
-        ASSERT_TRUE(waitUntil([&] { return fullScreenOn(meeting.id(), countBefore); }));
-        ASSERT_TRUE(takesTheKeyboard(meeting.id()));
+        ASSERT_TRUE(waitUntil([&] { return fullScreenOn(meeting.id(), countBefore); }))
+            << round << ": " << standing(meeting.id());
+        ASSERT_TRUE(takesTheKeyboard(meeting.id())) << round << ": " << standing(meeting.id());
         own->orderOut();
         // The person has typed there since, so the window manager protects that window against others.
         meeting.setProperty("_NET_WM_USER_TIME", XCB_ATOM_CARDINAL, {serverTime()});
@@ -265,11 +305,13 @@ TEST_F(FullScreenDesktopsTest, GivesTheKeyboardToOurWindowThatComesUpLongAfterTh
         ASSERT_TRUE(waitUntil([&] { return hasKeyboard(static_cast<xcb_window_t>(widget.winId())); })) << round;
         ForeignWindow meeting("Lezione", {100, 100, 500, 400});
         EXPECT_EQ(setFullScreen(meeting, true), accessibilitySuccess);
-        ASSERT_TRUE(waitUntil([&] { return fullScreenOn(meeting.id(), countBefore); }));
-        ASSERT_TRUE(takesTheKeyboard(meeting.id()));
+        ASSERT_TRUE(waitUntil([&] { return fullScreenOn(meeting.id(), countBefore); }))
+            << round << ": " << standing(meeting.id());
+        ASSERT_TRUE(takesTheKeyboard(meeting.id())) << round << ": " << standing(meeting.id());
         own->orderOut();
         meeting.destroy();
-        ASSERT_TRUE(waitUntil([&] { return backOn(1) && hasKeyboard(others.id()); }));
+        ASSERT_TRUE(waitUntil([&] { return backOn(1) && hasKeyboard(others.id()); }))
+            << round << ": " << standing(others.id());
         // The person types there, so the window manager protects that window against new ones.
         others.setProperty("_NET_WM_USER_TIME", XCB_ATOM_CARDINAL, {serverTime()});
         turnFor(0.3);

@@ -84,26 +84,29 @@ bool FullScreenDesktops::makeDesktop(const X11WindowFacts& window) {
     return true;
 }
 
-// The window manager handles requests in order, but its properties lag behind. Until the window has been seen on its
-// desktop, the request that brings the person there counts as done.
+// The window manager handles requests in order, but its properties lag behind: it may do so between two reads. Full
+// screen is asked for last, so until the window has been seen so, the request that brings the person there counts as
+// still to come, wherever the person seems to be.
 void FullScreenDesktops::dissolve(xcb_window_t window, bool alive) {
     const auto found = find(window);
     Own own = *found;
     own_.erase(found);
     write();
     const auto count = desktops_.count();
-    const auto current = desktops_.current();
+    auto current = desktops_.current();
     if (!count || !current || own.desktop >= *count) return;
+    const bool wasThere = *current == own.desktop;
     // Go first and survey then: a window that is just being shown may still be placed on the desktop to be removed, and
     // the survey must see it.
-    if (*current == own.desktop) desktops_.goTo(own.origin);
+    if (wasThere) desktops_.goTo(own.origin);
     const auto windows = survey_.frontToBack();
-    if (!windows) return;
+    if (!wasThere) current = desktops_.current();
+    if (!windows || !current) return;
 
     std::optional<xcb_window_t> front;
     if (alive) front = window;
     for (const X11WindowFacts& facts : *windows) {
-        if (facts.window == window) own.shown = own.shown || facts.desktop == own.desktop;
+        if (facts.window == window) own.shown = own.shown || facts.fullScreen;
         if (facts.window == window || !facts.desktop || *facts.desktop == X11WindowFacts::allDesktops) continue;
         if (*facts.desktop == own.desktop) {
             desktops_.move(facts.window, own.origin);

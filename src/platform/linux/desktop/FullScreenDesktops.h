@@ -48,7 +48,7 @@ class FullScreenDesktops {
         std::uint32_t desktop = 0;
         /// The desktop that the window and the person came from.
         std::uint32_t origin = 0;
-        /// The window manager has shown the window on its desktop.
+        /// The window has been seen full screen, so the window manager has done all that it was asked for.
         bool shown = false;
     };
 
