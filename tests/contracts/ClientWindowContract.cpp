@@ -85,6 +85,21 @@ class ClientWindowContract : public ContractTest {
     Block onPress;
 };
 
+TEST_F(ClientWindowContract, NoCallRunsWhatTheRunLoopHasToDo) {
+    EXPECT_TRUE(keepTheRunLoopWaiting([this] {
+        const auto window = computer().windows.makeWindow(form(), [](std::string_view) {});
+        window->center();
+        window->setIsVisible(true);
+        window->makeKeyAndOrderFront();
+        computer().application.activate();
+        window->setText("error", "Errore");
+        window->setEnabled("start", false);
+        window->setViewHidden("join", true);
+        window->setStyleMask(windowTitled);
+        window->orderOut();
+    }));
+}
+
 TEST_F(ClientWindowContract, AWindowIsOnTheScreenWhileItIsOrderedIn) {
     make(form());
     host().letTimePass(0.2);

@@ -41,4 +41,15 @@ bool ContractTest::noted(std::size_t count) {
     return eventually([this, count] { return notes().size() >= count; });
 }
 
+bool ContractTest::keepTheRunLoopWaiting(const std::function<void()>& calls) {
+    bool ran = false;
+    host().onMain([&] {
+        const auto timer = computer().mainRunLoop.scheduledTimer(0.01, true, [&ran] { ran = true; });
+        computer().threads.sleep(0.05);
+        calls();
+        timer->invalidate();
+    });
+    return !ran;
+}
+
 }  // namespace vantrel::contracts

@@ -38,6 +38,10 @@ class ContractTest : public testing::Test {
     /// Lets time pass until there are `count` notes.
     bool noted(std::size_t count);
 
+    /// Makes the calls on the main thread while a timer of its run loop is due. False if the timer ran meanwhile: what
+    /// then runs may destroy the very object that is being called.
+    bool keepTheRunLoopWaiting(const std::function<void()>& calls);
+
     /// Seconds of uptime.
     double now() { return computer().clock.uptime(); }
 

@@ -102,6 +102,19 @@ TEST_F(OverlayContract, AnOverlayIsOnlyThereOnceItIsOrderedToTheFront) {
     EXPECT_TRUE(seenEventually({{640, true}}));
 }
 
+TEST_F(OverlayContract, NoCallRunsWhatTheRunLoopHasToDo) {
+    haveTwoDisplays();
+    EXPECT_TRUE(keepTheRunLoopWaiting([this] {
+        const auto overlay = computer().overlays.makeOverlay(covering(right));
+        overlay->orderFrontRegardless();
+        overlay->setLevel(0);
+        overlay->orderFrontRegardless();
+        overlay->orderOut();
+        overlay->orderFrontRegardless();
+        overlay->close();
+    }));
+}
+
 TEST_F(OverlayContract, ItsFrameCountsFromTheBottomLeftOfThePrimaryDisplay) {
     haveTwoDisplays();
     show(right);

@@ -50,6 +50,16 @@ TEST_F(StatusItemContract, AnItemShowsItsTitle) {
     EXPECT_TRUE(shows({"🔓 Vantrel"}));
 }
 
+TEST_F(StatusItemContract, NoCallRunsWhatTheRunLoopHasToDo) {
+    EXPECT_TRUE(keepTheRunLoopWaiting([this] {
+        item = computer().statusBar.statusItem(variableStatusItemLength);
+        item->setButtonTitle("🔒 Vantrel");
+        item->setMenu(menu());
+        computer().statusBar.removeStatusItem(*item);
+        item.reset();
+    }));
+}
+
 TEST_F(StatusItemContract, AChosenEntryActsOnTheMainThread) {
     install();
     ASSERT_TRUE(shows({"🔒 Vantrel"}));

@@ -58,6 +58,14 @@ class FullScreenDesktopsTest : public DesktopTest {
         return desktops().count() == countBefore && desktops().current() == desktop;
     }
 
+    bool hasSizeOf(const AccessibilityElement& element, xcb_window_t window) const {
+        const auto now = facts(window);
+        const auto answer = element.attribute("AXSize");
+        const auto* value = std::get_if<AccessibilityValue>(&answer);
+        const auto* size = value != nullptr ? std::get_if<Size>(value) : nullptr;
+        return now && size != nullptr && *size == Size{double(now->frame.width), double(now->frame.height)};
+    }
+
     // Through Accessibility, as the client does it.
     AccessibilityError setFullScreen(const ForeignWindow& window, bool fullScreen) {
         const auto index = [&]() -> std::optional<std::size_t> {
@@ -69,7 +77,7 @@ class FullScreenDesktopsTest : public DesktopTest {
             }
             return std::nullopt;
         };
-        // Windows that come up may change places while they are counted and listed.
+        // A window that is just being activated may change places with this one, and back, while they are listed.
         std::shared_ptr<AccessibilityElement> element;
         EXPECT_TRUE(waitUntil([&] {
             const auto before = index();
@@ -77,8 +85,9 @@ class FullScreenDesktopsTest : public DesktopTest {
             if (!before || index() != before) return false;
             const auto& all =
                 std::get<std::vector<std::shared_ptr<AccessibilityElement>>>(std::get<AccessibilityValue>(answer));
-            if (*before < all.size()) element = all[*before];
-            return element != nullptr;
+            if (*before >= all.size() || !hasSizeOf(*all[*before], window.id())) return false;
+            element = all[*before];
+            return true;
         }));
         return element ? element->setAttribute("AXFullScreen", fullScreen) : accessibilityFailure;
     }
@@ -94,11 +103,15 @@ class FullScreenDesktopsTest : public DesktopTest {
         ADD_FAILURE() << "the window manager does not let the window go";
     }
 
-    // The window that the server sends keys to, or one inside it.
-    bool hasKeyboard(xcb_window_t window) const {
+    // The window that the server sends keys to.
+    xcb_window_t focused() const {
         const auto cookie = xcb_get_input_focus(server->get());
         const X11Reply<xcb_get_input_focus_reply_t> focus(xcb_get_input_focus_reply(server->get(), cookie, nullptr));
-        return focus && focus->focus == window && X11Windows(*server).active() == window;
+        return focus ? focus->focus : xcb_window_t{XCB_WINDOW_NONE};
+    }
+
+    bool hasKeyboard(xcb_window_t window) const {
+        return focused() == window && X11Windows(*server).active() == window;
     }
 
     // For a failure's message.
@@ -285,7 +298,8 @@ TEST_F(FullScreenDesktopsTest, GivesTheKeyboardToOurWindowThatComesUpAsTheMeetin
         computer->application.activate();
         const auto window = static_cast<xcb_window_t>(widget.winId());
         EXPECT_TRUE(waitUntil([&] { return backOn(1) && facts(window)->desktop == 1U && hasKeyboard(window); }))
-            << round;
+            << round << ": " << standing(window) << "; active " << X11Windows(*server).active().value_or(0) << ", ours "
+            << window << ", focus " << focused();
         turnFor(0.2);
         EXPECT_TRUE(hasKeyboard(window)) << round;
         EXPECT_TRUE(widget.isActiveWindow());

@@ -1,7 +1,6 @@
 #include "platform/linux/statusbar/StripStatusItem.h"
 
 #include <QCursor>
-#include <QGuiApplication>
 #include <QObject>
 #include <algorithm>
 
@@ -10,6 +9,7 @@
 #include "platform/linux/statusbar/TopEdge.h"
 #include "platform/linux/threads/MainThread.h"
 #include "platform/linux/ui/Appearance.h"
+#include "platform/linux/ui/QtConnection.h"
 #include "platform/linux/x11/FrontWindows.h"
 #include "platform/linux/x11/X11Watcher.h"
 #include "platform/linux/x11/X11WindowSurvey.h"
@@ -101,7 +101,7 @@ void StripStatusItem::update() {
     if (shown == strip_->isVisible()) return;
     if (!shown) kept_.reset();
     strip_->setVisible(shown);
-    QGuiApplication::sync();
+    waitForQtRequests();
     if (!shown) return;
     kept_ = dependencies_.front.keep(static_cast<xcb_window_t>(strip_->winId()), FrontWindows::Rank::statusItem);
     dependencies_.front.restack();

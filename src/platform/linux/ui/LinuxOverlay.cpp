@@ -1,9 +1,9 @@
 #include "platform/linux/ui/LinuxOverlay.h"
 
-#include <QGuiApplication>
 #include <cstdint>
 
 #include "platform/linux/threads/MainThread.h"
+#include "platform/linux/ui/QtConnection.h"
 #include "platform/linux/x11/FrontWindows.h"
 
 namespace vantrel::linuxdesktop {
@@ -23,7 +23,7 @@ LinuxOverlay::LinuxOverlay(const OverlayDescription& description, const X11Recta
     const auto id = static_cast<xcb_window_t>(window_->winId());
     // The server itself paints the window black while the main thread is busy. It must know the window first, which was
     // created on Qt's connection.
-    QGuiApplication::sync();
+    waitForQtRequests();
     const auto screen = xcb_setup_roots_iterator(xcb_get_setup(connection_.get()));
     const std::uint32_t black = screen.rem > 0 ? screen.data->black_pixel : 0;
     xcb_change_window_attributes(connection_.get(), id, XCB_CW_BACK_PIXEL, &black);
@@ -45,7 +45,7 @@ void LinuxOverlay::orderFrontRegardless() {
     if (!window_) return;
     if (!window_->isVisible()) window_->show();
     if (level_ <= ordinaryLevel) window_->raise();
-    QGuiApplication::sync();
+    waitForQtRequests();
     keepInFront();
     front_.restack();
 }
@@ -59,18 +59,20 @@ void LinuxOverlay::keepInFront() {
     }
 }
 
+// Takes effect at once, even if the main thread is then busy for seconds.
 void LinuxOverlay::orderOut() {
     MainThread::require("orderOut");
     kept_.reset();
-    if (window_) window_->hide();
+    if (!window_) return;
+    window_->hide();
+    waitForQtRequests();
 }
 
-// Takes effect at once, even if the main thread is then busy for seconds.
 void LinuxOverlay::close() {
     if (!window_) return;
     orderOut();
     window_.reset();
-    QGuiApplication::sync();
+    waitForQtRequests();
 }
 
 }  // namespace vantrel::linuxdesktop
