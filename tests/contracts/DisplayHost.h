@@ -30,8 +30,10 @@ class DisplayHost {
     /// Whether an overlay is the topmost window at that point.
     virtual bool overlayIsInFrontAt(const Point& point) = 0;
 
+    enum class Click { left, right, middle, leftWithControl };
+
     /// Clicks there. The topmost window gets the click; another application's window comes to the front with it.
-    virtual void clickAt(const Point& point) = 0;
+    virtual void clickAt(const Point& point, Click click = Click::left) = 0;
 
     /// The titles of the client's status items as shown.
     virtual std::vector<std::string> statusItems() = 0;

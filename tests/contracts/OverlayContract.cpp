@@ -171,11 +171,14 @@ TEST_F(OverlayContract, AClickOnItReachesNeitherTheWindowBelowNorTheClient) {
     ASSERT_TRUE(eventually([&] { return frontmost() == used; }));
     show(right);
     ASSERT_TRUE(inFront(onTheRight.x, onTheRight.y));
-    for (const Point& point : {onTheRight, Point{641, 1}, Point{890, 245}, Point{1139, 479}}) {
-        displays().clickAt(point);
-        host().letTimePass(0.3);
-        EXPECT_EQ(frontmost(), used) << point.x << ", " << point.y;
-        EXPECT_TRUE(displays().overlayIsInFrontAt(point));
+    using Click = DisplayHost::Click;
+    for (const Click click : {Click::left, Click::right, Click::middle, Click::leftWithControl}) {
+        for (const Point& point : {onTheRight, Point{641, 1}, Point{890, 245}, Point{1139, 479}}) {
+            displays().clickAt(point, click);
+            host().letTimePass(0.3);
+            EXPECT_EQ(frontmost(), used) << point.x << ", " << point.y << ", click " << static_cast<int>(click);
+            EXPECT_TRUE(displays().overlayIsInFrontAt(point));
+        }
     }
 }
 

@@ -197,7 +197,7 @@ bool VirtualContractHost::overlayIsInFrontAt(const Point& point) {
                                  [&](const auto& overlay) { return overlay.number == window->number; });
 }
 
-void VirtualContractHost::clickAt(const Point& point) {
+void VirtualContractHost::clickAt(const Point& point, Click) {
     const auto window = topmostAt(point);
     if (!window) return;
     // A cover absorbs the click. The client's own windows are not in the list.

@@ -56,7 +56,7 @@ class VirtualContractHost : public ContractHost,
     void setDisplays(const std::vector<Screen>& displays) override;
     std::vector<SeenOverlay> overlays() override;
     bool overlayIsInFrontAt(const Point& point) override;
-    void clickAt(const Point& point) override;
+    void clickAt(const Point& point, Click click) override;
     std::vector<std::string> statusItems() override;
     void openStatusMenu() override;
 

@@ -43,6 +43,14 @@
 namespace vantrel::linuxdesktop {
 namespace {
 
+constexpr std::int64_t macKeyControl = 59;
+
+std::uint8_t button(contracts::DisplayHost::Click click) {
+    using Click = contracts::DisplayHost::Click;
+    if (click == Click::middle) return XCB_BUTTON_INDEX_2;
+    return click == Click::right ? XCB_BUTTON_INDEX_3 : XCB_BUTTON_INDEX_1;
+}
+
 class LinuxContractHost final : public contracts::ContractHost,
                                 public contracts::KeyboardHost,
                                 public contracts::DisplayHost,
@@ -170,10 +178,14 @@ class LinuxContractHost final : public contracts::ContractHost,
         return child && child->name == "Vantrel overlay";
     }
 
-    void clickAt(const Point& point) override {
+    void clickAt(const Point& point, Click click) override {
         const X11Rectangle primary = primaryDisplay();
-        pointer_.clickAt(primary.x + static_cast<int>(point.x),
-                         primary.y + primary.height - 1 - static_cast<int>(point.y));
+        const xcb_keycode_t held = click == Click::leftWithControl ? TestKeyboard::position(macKeyControl) : 0;
+        pointer_.moveTo(primary.x + static_cast<int>(point.x),
+                        primary.y + primary.height - 1 - static_cast<int>(point.y));
+        if (held != 0) keyboard_.press(held);
+        pointer_.click(button(click));
+        if (held != 0) keyboard_.release(held);
     }
 
     std::vector<std::string> statusItems() override {

@@ -10,9 +10,9 @@ void TestPointer::moveTo(int x, int y) {
     send(XCB_MOTION_NOTIFY, 0, x, y);
 }
 
-void TestPointer::click() {
-    send(XCB_BUTTON_PRESS, XCB_BUTTON_INDEX_1, 0, 0);
-    send(XCB_BUTTON_RELEASE, XCB_BUTTON_INDEX_1, 0, 0);
+void TestPointer::click(std::uint8_t button) {
+    send(XCB_BUTTON_PRESS, button, 0, 0);
+    send(XCB_BUTTON_RELEASE, button, 0, 0);
 }
 
 void TestPointer::clickAt(int x, int y) {

@@ -14,7 +14,8 @@ class TestPointer {
     TestPointer();
 
     void moveTo(int x, int y);
-    void click();
+    /// A button as X11 numbers them: left, middle, right.
+    void click(std::uint8_t button = XCB_BUTTON_INDEX_1);
     void clickAt(int x, int y);
 
   private:

@@ -40,12 +40,19 @@ class StandInContractHost final : private standins::CensusGuard, public VirtualC
     }
 
     // The virtual Mac passes no clicks on to a cover.
-    void clickAt(const Point& point) override {
-        if (!overlayIsInFrontAt(point)) return VirtualContractHost::clickAt(point);
-        onMain([point] { standins::clickOnCover(point); });
+    void clickAt(const Point& point, Click click) override {
+        if (!overlayIsInFrontAt(point)) return VirtualContractHost::clickAt(point, click);
+        onMain([point, click] { standins::clickOnCover(point, button(click)); });
     }
 
   private:
+    // AppKit gives a view the click with the Control key as one with the right button.
+    static standins::MouseButton button(Click click) {
+        using Button = standins::MouseButton;
+        if (click == Click::left) return Button::left;
+        return click == Click::middle ? Button::other : Button::right;
+    }
+
     void forgetPlatform() {
         checked_.reset();
         platform_.reset();

@@ -23,6 +23,15 @@
     [NSApplication.sharedApplication preventWindowOrdering];
 }
 
+// Also the click with the Control key. Not passed on: the default opens a menu.
+- (void)rightMouseDown:(NSEvent*)event {
+    [self mouseDown:event];
+}
+
+- (void)otherMouseDown:(NSEvent*)event {
+    [self mouseDown:event];
+}
+
 @end
 
 @implementation BlackoutContentView

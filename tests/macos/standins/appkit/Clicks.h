@@ -4,9 +4,11 @@
 
 namespace vantrel::standins {
 
+enum class MouseButton { left, right, other };
+
 /// A click on the front one of the client's covers there, in points from the bottom left of the primary display. The
 /// view under the mouse decides, as AppKit has it, whether the click brings the client to the front and whether it gets
 /// the click of a client that is not in front. Main thread. Does nothing if no cover is there.
-void clickOnCover(const Point& point);
+void clickOnCover(const Point& point, MouseButton button);
 
 }  // namespace vantrel::standins

@@ -41,9 +41,20 @@ NSEvent* click() {
                                  data2:0];
 }
 
+void press(NSView* view, MouseButton button, NSEvent* event) {
+    switch (button) {
+        case MouseButton::left:
+            return [view mouseDown:event];
+        case MouseButton::right:
+            return [view rightMouseDown:event];
+        case MouseButton::other:
+            return [view otherMouseDown:event];
+    }
+}
+
 }  // namespace
 
-void clickOnCover(const Point& point) {
+void clickOnCover(const Point& point, MouseButton button) {
     NSWindow* window = coverAt(point);
     if (window == nil) return;
     const Point corner = [window vantrel_frame].origin;
@@ -53,7 +64,7 @@ void clickOnCover(const Point& point) {
     const bool delays = [view shouldDelayWindowOrderingForEvent:event];
     if (!delays) bringClientToFront();
     [NSApp vantrel_wasOrderingPrevented];
-    if (wasActive || [view acceptsFirstMouse:event]) [view mouseDown:event];
+    if (wasActive || [view acceptsFirstMouse:event]) press(view, button, event);
     if (delays && ![NSApp vantrel_wasOrderingPrevented]) bringClientToFront();
 }
 

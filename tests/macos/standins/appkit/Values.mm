@@ -143,4 +143,12 @@ using namespace vantrel::standins;
     (void)event;
 }
 
+- (void)rightMouseDown:(NSEvent*)event {
+    (void)event;
+}
+
+- (void)otherMouseDown:(NSEvent*)event {
+    (void)event;
+}
+
 @end

@@ -10,6 +10,8 @@ NS_ASSUME_NONNULL_BEGIN
 @interface NSResponder : NSObject
 - (instancetype)init NS_DESIGNATED_INITIALIZER;
 - (void)mouseDown:(NSEvent*)event;
+- (void)rightMouseDown:(NSEvent*)event;
+- (void)otherMouseDown:(NSEvent*)event;
 @end
 
 NS_ASSUME_NONNULL_END
