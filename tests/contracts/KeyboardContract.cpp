@@ -142,6 +142,27 @@ TEST_F(KeyboardContract, ATapMayEndInItsOwnReport) {
     EXPECT_EQ(notes(), Notes{"Cmd+Q"});
 }
 
+TEST_F(KeyboardContract, AReportThatEndsItsTapLivesUntilItReturns) {
+    std::weak_ptr<int> watched;
+    host().onMain([&] {
+        auto owned = std::make_shared<int>();
+        watched = owned;
+        const auto run = [this, &watched] {
+            tap.reset();
+            note(watched.expired() ? "already gone" : "still there");
+        };
+        tap = computer().keyboardTaps.create(commandQorW, [owned, run](std::string_view) {
+            const auto running = run;
+            running();
+        });
+    });
+    ASSERT_TRUE(tap);
+    keyboard().pressKey(keyQ, command);
+    ASSERT_TRUE(noted(1));
+    EXPECT_EQ(notes(), Notes{"still there"});
+    EXPECT_TRUE(eventually([&] { return watched.expired(); }));
+}
+
 TEST_F(KeyboardContract, ASwallowedKeyNeedsNoReport) {
     host().onMain([this] { tap = computer().keyboardTaps.create(commandQorW, {}); });
     ASSERT_TRUE(tap);

@@ -151,6 +151,17 @@ TEST_F(OverlayContract, ItLiesInFrontOfWindowsThatComeLater) {
     EXPECT_TRUE(inFront(850, 300));
 }
 
+TEST_F(OverlayContract, ItsLevelDecidesAlsoWhenItIsChanged) {
+    haveTwoDisplays();
+    show(right);
+    ASSERT_TRUE(inFront(850, 300));
+    host().onMain([this] { overlays.back()->setLevel(0); });
+    openWindowOnTheRight();
+    EXPECT_TRUE(notInFront(850, 300));
+    host().onMain([this] { overlays.back()->setLevel(1000); });
+    EXPECT_TRUE(inFront(850, 300));
+}
+
 TEST_F(OverlayContract, ItDoesNotTakeTheFocus) {
     haveTwoDisplays();
     const ProcessIdentifier process = openWindowOnTheRight();

@@ -235,6 +235,18 @@ TEST_F(ProcessContract, ASignalReachesTheProcessThatItNamesAndNoOther) {
     EXPECT_FALSE(left->isTerminated());
 }
 
+// Signal 0 only asks. For kill(2) these numbers name groups of processes.
+TEST_F(ProcessContract, ZeroAndNegativeNumbersNameNoProcess) {
+    const auto application = launched({});
+    ASSERT_TRUE(application);
+    const ProcessIdentifier process = application->processIdentifier();
+    EXPECT_TRUE(computer().processLauncher.sendSignal(process, 0));
+    for (const ProcessIdentifier none : {0, -1, -process}) {
+        EXPECT_FALSE(computer().processLauncher.sendSignal(none, 0)) << none;
+    }
+    EXPECT_FALSE(application->isTerminated());
+}
+
 TEST_F(ProcessContract, ActivationBringsAnApplicationToTheFront) {
     const auto first = launched({"--window=Uno,100,100,400,300"});
     const auto second = launched({"--window=Due,150,150,400,300"});

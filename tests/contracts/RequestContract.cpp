@@ -183,6 +183,22 @@ TEST_F(RequestContract, AnAddressWithoutASchemeFailsWithThePlatformsText) {
     }
 }
 
+TEST_F(RequestContract, AnAddressThatWasNeverFormedFailsAsAnyOther) {
+    for (const char* address : {"http://a b/", "http://server.example/%zz", "", "\xff"}) {
+        URLRequest sent = request(address);
+        expectFailure(send(sent));
+        // Also from the main thread, which must not be told while it asks.
+        host().onMain([&] {
+            computer().urlSession.dataTask(std::move(sent), [this](const URLReply& reply) {
+                note(std::string(reply.error ? "failed" : "answered") +
+                     (computer().threads.isMainThread() ? " on the main thread" : ""));
+            });
+        });
+    }
+    ASSERT_TRUE(noted(4));
+    EXPECT_EQ(notes(), (Notes{"failed", "failed", "failed", "failed"}));
+}
+
 TEST_F(RequestContract, CompletionsComeOneAfterAnother) {
     std::atomic<int> running = 0;
     std::atomic<int> most = 0;

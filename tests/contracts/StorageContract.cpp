@@ -39,6 +39,13 @@ TEST_F(FileContract, KnowsFilesAndFolders) {
     EXPECT_FALSE(computer().files.fileExists(""));
 }
 
+// The kernel's paths end at a zero byte.
+TEST_F(FileContract, NoPathHoldsAZeroByte) {
+    EXPECT_FALSE(computer().files.fileExists(host().existingFile() + std::string(1, '\0')));
+    EXPECT_FALSE(computer().files.fileExists(host().existingFolder() + std::string("\0/x", 3)));
+    EXPECT_FALSE(computer().files.fileExists(std::string(1, '\0')));
+}
+
 TEST_F(FileContract, TheHomeDirectoryExistsAndHasNoSlashAtItsEnd) {
     const std::string home = computer().files.homeDirectory();
     ASSERT_FALSE(home.empty());

@@ -97,6 +97,12 @@ TEST_F(UnicodeContract, UpperCasesWithoutALanguage) {
     EXPECT_EQ("STRASSE È I", computer().unicode.uppercased("straße è i"));
 }
 
+TEST_F(UnicodeContract, AZeroCharacterIsACharacterAsAnyOther) {
+    const std::string before("a\0b", 3);
+    EXPECT_EQ(std::string("A\0B", 3), computer().unicode.uppercased(before));
+    EXPECT_TRUE(computer().unicode.isValidUTF8(before));
+}
+
 TEST_F(UnicodeContract, KnowsUTF8) {
     EXPECT_TRUE(computer().unicode.isValidUTF8("è🔒"));
     EXPECT_TRUE(computer().unicode.isValidUTF8(""));

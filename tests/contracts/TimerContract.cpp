@@ -88,6 +88,25 @@ TEST_F(TimerContract, ATimerMayBeDestroyedFromItsOwnBlock) {
     EXPECT_EQ(Notes{"alive"}, notes());
 }
 
+TEST_F(TimerContract, ABlockThatDestroysItsTimerLivesUntilItReturns) {
+    std::weak_ptr<int> watched;
+    host().onMain([&] {
+        auto owned = std::make_shared<int>();
+        watched = owned;
+        const auto run = [this, &watched] {
+            timer_.reset();
+            note(watched.expired() ? "already gone" : "still there");
+        };
+        timer_ = computer().mainRunLoop.scheduledTimer(0.02, true, [owned, run] {
+            const auto running = run;
+            running();
+        });
+    });
+    ASSERT_TRUE(noted(1));
+    EXPECT_EQ(notes(), Notes{"still there"});
+    EXPECT_TRUE(eventually([&] { return watched.expired(); }));
+}
+
 TEST_F(TimerContract, ALateRepeatingTimerComesOnceAndKeepsItsGrid) {
     std::atomic<double> start = 0;
     host().onMain([&] {

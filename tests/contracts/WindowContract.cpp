@@ -226,6 +226,16 @@ TEST_F(WindowContract, AFullScreenWindowCoversItsDisplayOnASpaceOfItsOwn) {
     EXPECT_EQ((Notes{"space", "space"}), notes());
 }
 
+TEST_F(WindowContract, AWindowOnASpaceThatIsNotShownIsListedAndNotOnTheScreen) {
+    launch({"--window=Appunti,140,160,500,400"});
+    ASSERT_TRUE(appears("Appunti"));
+    openFullScreen();
+    EXPECT_TRUE(eventually([&] { return !entry("Appunti", WindowListOption::onScreenOnly); }));
+    const auto hidden = entry("Appunti");
+    ASSERT_TRUE(hidden);
+    EXPECT_FALSE(hidden->isOnscreen.value_or(false));
+}
+
 TEST_F(WindowContract, AFullScreenWindowThatIsClosedGivesTheOldSpaceBack) {
     const auto [process, window] = openFullScreen();
     press(window);

@@ -141,7 +141,9 @@ TEST_F(MacAssumptions, AnAlertRunsNoTimerOfTheDefaultMode) {
 
 TEST_F(MacAssumptions, BlocksOfTheMainQueueWaitUnderAnAlertThatOneOfThemOpened) {
     page("https://developer.apple.com/documentation/dispatch/dispatchqueue/main");
-    const std::string seen = notedUnderAnAlert([this](const Block& alert) {
+    const std::string seen = notedUnderAnAlert([this](const Block& given) {
+        // A block would keep the reference.
+        const Block alert = given;
         dispatch_async(dispatch_get_main_queue(), ^{
           dispatch_async(dispatch_get_main_queue(), ^{
             note("block");
@@ -167,7 +169,8 @@ TEST_F(MacAssumptions, BlocksOfTheMainQueueRunUnderAnAlertThatAnEventOpened) {
 
 TEST_F(MacAssumptions, ABlockOfTheCommonModesRunsUnderAnAlert) {
     page("https://developer.apple.com/documentation/corefoundation/cfrunloopperformblock(_:_:_:)");
-    const std::string seen = notedUnderAnAlert([this](const Block& alert) {
+    const std::string seen = notedUnderAnAlert([this](const Block& given) {
+        const Block alert = given;
         dispatch_async(dispatch_get_main_queue(), ^{
           CFRunLoopPerformBlock(CFRunLoopGetMain(), kCFRunLoopCommonModes, ^{
             note("block");

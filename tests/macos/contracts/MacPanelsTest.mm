@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <variant>
 
 #include "platform/macos/ui/BlackoutWindow.h"
 #include "tests/contracts/ContractTest.h"
@@ -95,6 +96,27 @@ TEST_F(MacPanels, AnAlertBesideTheClientsWindowIsAnOrdinaryOne) {
     });
     answer();
     host().onMain([&] { window.reset(); });
+}
+
+TEST_F(MacPanels, WhatWasInFrontBeforeAQuestionIsSoAfterItsAnswer) {
+    const auto launched = computer().processLauncher.launch(host().peerExecutable(), {"--window=Lezione,60,80,500,300"});
+    const auto* peer = std::get_if<ProcessIdentifier>(&launched);
+    ASSERT_NE(peer, nullptr);
+    const auto isInFront = [this, peer] {
+        bool found = false;
+        host().onMain([&] {
+            const auto front = computer().frontmostApplication.frontmostApplication();
+            found = front && front->processIdentifier() == *peer;
+        });
+        return found;
+    };
+    ASSERT_TRUE(eventually(isInFront));
+    ask();
+    // As a click on the alert does.
+    host().onMain([this] { computer().application.activate(); });
+    ASSERT_TRUE(eventually([&] { return !isInFront(); }));
+    answer();
+    EXPECT_TRUE(eventually(isInFront));
 }
 
 TEST_F(MacPanels, ALongTextScrollsInItsField) {

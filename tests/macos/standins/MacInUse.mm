@@ -19,6 +19,7 @@ std::atomic<long> turns = 0;
 
 MacInUse::MacInUse(virtualmac::VirtualMac& mac) {
     if (inUse.exchange(&mac) != nullptr) fatal("two Macs at a time");
+    mac.accessibility().setMessagingTimeout(0);
 }
 
 MacInUse::~MacInUse() {

@@ -63,8 +63,13 @@ void VirtualProcess::appear() {
         {ApplicationEvent::started, description_.name, {{Field::pid, std::to_string(origin_.identifier)}}});
 }
 
+void VirtualProcess::leaveZombie() {
+    const std::lock_guard guard(mutex_);
+    description_.leavesZombie = true;
+}
+
 bool VirtualProcess::exit() {
-    const State end = description_.leavesZombie ? State::zombie : State::gone;
+    const State end = description().leavesZombie ? State::zombie : State::gone;
     State before = state_;
     do {
         if (before == State::zombie || before == State::gone) return false;

@@ -52,6 +52,8 @@ class VirtualProcess final : public RunningApplication, public std::enable_share
     /// From now on it is listed.
     void appear();
     void appearSilently() { state_ = State::running; }
+    /// Its parent will not wait for it.
+    void leaveZombie();
     /// False if it has ended before. Its windows close with it.
     bool exit();
     void exitAfter(double seconds);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <set>
 
 #include "platform/desktop/Accessibility.h"
@@ -34,6 +35,9 @@ class VirtualAccessibility final : public Accessibility {
     /// The application does not answer: a call waits until it does again, at most for the timeout that holds when the
     /// call begins.
     void setUnresponsive(ProcessIdentifier process, bool unresponsive);
+    /// For another platform that stands on this Mac and keeps the rules for calls under a tap itself: from now on a
+    /// call waits for at most that many seconds, 0 being the system's default, and none is refused. Any thread.
+    void setMessagingTimeout(double seconds);
 
   private:
     class Element;
@@ -53,6 +57,8 @@ class VirtualAccessibility final : public Accessibility {
     mutable UnansweredCalls unanswered_;
     /// Guarded by the scheduler's mutex.
     std::set<ProcessIdentifier> unresponsive_;
+    /// Empty: the rules for calls under a tap are this one's. Guarded in the same way.
+    std::optional<double> messagingTimeout_;
 };
 
 }  // namespace vantrel::virtualmac

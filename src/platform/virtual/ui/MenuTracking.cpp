@@ -38,6 +38,11 @@ bool MenuTracking::isOpen() const {
     return open_.has_value();
 }
 
+bool MenuTracking::isOpenAt(std::uint64_t statusItem) const {
+    const std::lock_guard guard(mutex_);
+    return open_ && statusItem_ == statusItem;
+}
+
 std::uint64_t MenuTracking::inFront() const {
     const std::lock_guard guard(mutex_);
     return open_ ? number_ : 0;

@@ -22,6 +22,8 @@ class MenuTracking {
 
     /// Any thread.
     bool isOpen() const;
+    /// Whether it is that status item's.
+    bool isOpenAt(std::uint64_t statusItem) const;
     /// The number of the open menu (Engine::nextInFront), or 0 if none is open.
     std::uint64_t inFront() const;
     /// The open menu's contents.

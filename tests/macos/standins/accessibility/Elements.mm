@@ -9,6 +9,7 @@
 #include "tests/macos/standins/MacInUse.h"
 #include "tests/macos/standins/corefoundation/Types.h"
 #include "tests/macos/standins/foundation/Text.h"
+#include "tests/macos/standins/runtime/Classes.h"
 
 using namespace vantrel::standins;
 
@@ -118,18 +119,26 @@ CFTypeID AXUIElementGetTypeID() {
     return typeOfElements;
 }
 
+// Threads that call this may have no pool.
 AXUIElementRef AXUIElementCreateApplication(pid_t pid) {
-    VantrelElement* element = makeElement(mac().parts().accessibility.application(pid), pid);
-    return (__bridge_retained AXUIElementRef)(id)element;
+    @autoreleasepool {
+        VantrelElement* element = makeElement(mac().parts().accessibility.application(pid), pid);
+        return (__bridge_retained AXUIElementRef)(id)element;
+    }
 }
 
 AXUIElementRef AXUIElementCreateSystemWide() {
-    VantrelElement* element = makeElement(nullptr, 0);
-    return (__bridge_retained AXUIElementRef)(id)element;
+    @autoreleasepool {
+        VantrelElement* element = makeElement(nullptr, 0);
+        return (__bridge_retained AXUIElementRef)(id)element;
+    }
 }
 
-// The virtual Mac applies the timeouts itself: the shorter one while a tap exists.
-AXError AXUIElementSetMessagingTimeout(AXUIElementRef, float) {
+// On the system-wide element it is the timeout of every element. Another element's own one is not stood in for.
+AXError AXUIElementSetMessagingTimeout(AXUIElementRef element, float seconds) {
+    if (elementOf(element)->_element != nullptr) fatal("the timeout of one element");
+    if (seconds < 0) return kAXErrorIllegalArgument;
+    mac().accessibility().setMessagingTimeout(seconds);
     return kAXErrorSuccess;
 }
 

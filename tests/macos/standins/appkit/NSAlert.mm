@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "tests/macos/standins/MacInUse.h"
+#include "tests/macos/standins/appkit/OwnApplication.h"
 #include "tests/macos/standins/foundation/Text.h"
 
 using namespace vantrel::standins;
@@ -37,7 +38,10 @@ using namespace vantrel::standins;
     alert.messageText = bytesOf(self.messageText);
     alert.informativeText = bytesOf(self.informativeText);
     alert.buttons = _buttons;
-    return NSAlertFirstButtonReturn + static_cast<NSModalResponse>(mac().parts().alerts.runModal(alert));
+    NSWindow* const before = [NSApp vantrel_setModalWindow:self.window];
+    const std::size_t pressed = mac().parts().alerts.runModal(alert);
+    [NSApp vantrel_setModalWindow:before];
+    return NSAlertFirstButtonReturn + static_cast<NSModalResponse>(pressed);
 }
 
 @end

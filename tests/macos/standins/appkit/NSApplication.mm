@@ -48,6 +48,7 @@ class DelegateRelay final : public vantrel::ApplicationDelegate {
     NSMenu* _mainMenu;
     std::shared_ptr<DelegateRelay> _relay;
     bool _isOrderingPrevented;
+    NSWindow* _modalWindow;
 }
 
 // Created off the main thread, it would have no event loop.
@@ -80,7 +81,13 @@ class DelegateRelay final : public vantrel::ApplicationDelegate {
 }
 
 - (NSWindow*)modalWindow {
-    return nil;
+    return _modalWindow;
+}
+
+- (NSWindow*)vantrel_setModalWindow:(NSWindow*)window {
+    NSWindow* const before = _modalWindow;
+    _modalWindow = window;
+    return before;
 }
 
 - (BOOL)isActive {

@@ -102,7 +102,9 @@ using namespace vantrel::standins;
 
 - (instancetype)initWithFrame:(NSRect)frame {
     self = [super initWithFrame:frame];
-    if (self != nil) self.editable = YES;
+    if (self == nil) return nil;
+    self.editable = YES;
+    self.cell.wraps = YES;
     return self;
 }
 

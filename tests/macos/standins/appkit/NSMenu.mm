@@ -1,5 +1,6 @@
 #import <AppKit/AppKit.h>
 
+#include <cstdint>
 #include <utility>
 #include <vector>
 
@@ -38,8 +39,13 @@ using namespace vantrel::standins;
     return self;
 }
 
+// Apple does not say that item and target are kept while the action runs. So they are not.
 - (void)vantrel_choose {
-    sendAction(self.action, self.target, self);
+    __unsafe_unretained id target = nil;
+    @autoreleasepool {
+        target = self.target;
+    }
+    sendAction(self.action, target, self);
 }
 
 - (bool)vantrel_isEnabled {
@@ -59,7 +65,16 @@ using namespace vantrel::standins;
         item.kind = vantrel::MenuItem::Kind::submenu;
         item.submenu = descriptionOf(self.submenu);
     } else if (self.target != nil) {
-        item.target = [self] { withPool([self] { [self vantrel_choose]; })(); };
+        __weak NSMenuItem* weak = self;
+        item.target = [weak] {
+            withPool([weak] {
+                __unsafe_unretained NSMenuItem* chosen = nil;
+                @autoreleasepool {
+                    chosen = weak;
+                }
+                [chosen vantrel_choose];
+            })();
+        };
     } else if (self.action != nullptr) {
         item.action = sel_getName(self.action);
     }
@@ -76,6 +91,7 @@ using namespace vantrel::standins;
 @implementation NSMenu {
     NSString* _title;
     std::vector<NSMenuItem*> _items;
+    std::uint64_t _statusItem;
 }
 
 - (instancetype)initWithTitle:(NSString*)title {
@@ -113,8 +129,13 @@ using namespace vantrel::standins;
     if ([item vantrel_isEnabled]) [item vantrel_choose];
 }
 
-// The virtual Mac itself closes the menu of an item that leaves the status bar.
 - (void)cancelTracking {
+    requireMain("-[NSMenu cancelTracking]");
+    if (_statusItem != 0) mac().menus().cancel(_statusItem);
+}
+
+- (void)vantrel_setStatusItem:(std::uint64_t)number {
+    _statusItem = number;
 }
 
 - (vantrel::Menu)vantrel_description {

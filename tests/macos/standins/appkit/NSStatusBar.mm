@@ -1,10 +1,12 @@
 #import <AppKit/AppKit.h>
 
+#include <cstdint>
 #include <memory>
 
 #include "tests/macos/standins/MacInUse.h"
 #include "tests/macos/standins/appkit/MenuDescription.h"
 #include "tests/macos/standins/foundation/Text.h"
+#include "tests/macos/standins/runtime/Classes.h"
 #include "tests/macos/standins/runtime/Singletons.h"
 
 using namespace vantrel::standins;
@@ -40,6 +42,8 @@ using namespace vantrel::standins;
     std::unique_ptr<vantrel::StatusItem> _item;
     NSStatusBarButton* _button;
     NSMenu* _menu;
+    /// The virtual Mac's.
+    std::uint64_t _number;
 }
 
 - (instancetype)initWithLength:(CGFloat)length {
@@ -47,6 +51,7 @@ using namespace vantrel::standins;
     if (self == nil) return nil;
     const bool varies = length == NSVariableStatusItemLength;
     _item = mac().parts().statusBar.statusItem(varies ? vantrel::variableStatusItemLength : length);
+    _number = mac().statusBar().items().back().number;
     _button = [[NSStatusBarButton alloc] initWithItem:self];
     return self;
 }
@@ -61,7 +66,9 @@ using namespace vantrel::standins;
 
 - (void)setMenu:(NSMenu*)menu {
     requireMain("-[NSStatusItem setMenu:]");
+    [_menu vantrel_setStatusItem:0];
     _menu = menu;
+    [_menu vantrel_setStatusItem:_number];
     if (_item) _item->setMenu(descriptionOf(menu));
 }
 
@@ -70,8 +77,11 @@ using namespace vantrel::standins;
     if (_item) _item->setButtonTitle(bytesOf(title));
 }
 
+// No page says what becomes of a menu that is open.
 - (void)vantrel_remove {
-    if (_item) mac().parts().statusBar.removeStatusItem(*_item);
+    if (!_item) return;
+    if (mac().menus().isOpenAt(_number)) fatal("a status item is removed under its open menu");
+    mac().parts().statusBar.removeStatusItem(*_item);
     _item.reset();
 }
 

@@ -24,6 +24,18 @@ std::vector<__unsafe_unretained NSWindow*>& living() {
     return *windows;
 }
 
+/// Those on the screen, where a window stays until it is ordered out or closed: no page says that it goes with its last
+/// reference. Main thread.
+std::vector<NSWindow*>& onScreen() {
+    static auto* const windows = new std::vector<NSWindow*>;
+    return *windows;
+}
+
+void keepOnScreen(NSWindow* window, bool shown) {
+    std::erase(onScreen(), window);
+    if (shown) onScreen().push_back(window);
+}
+
 }  // namespace
 
 /// A window with a border is one of the virtual Mac's windows, one without is one of its overlays. Either is created
@@ -190,7 +202,10 @@ std::vector<__unsafe_unretained NSWindow*>& living() {
 
 - (void)makeKeyAndOrderFront:(id)sender {
     (void)sender;
-    if (auto* window = [self vantrel_makeWindow]) window->makeKeyAndOrderFront();
+    auto* const window = [self vantrel_makeWindow];
+    if (window == nullptr) return;
+    window->makeKeyAndOrderFront();
+    keepOnScreen(self, true);
 }
 
 - (void)orderFrontRegardless {
@@ -198,6 +213,7 @@ std::vector<__unsafe_unretained NSWindow*>& living() {
     if (overlay == nullptr) return;
     overlay->orderFrontRegardless();
     _isShownOverlay = true;
+    keepOnScreen(self, true);
 }
 
 - (void)orderOut:(id)sender {
@@ -206,6 +222,7 @@ std::vector<__unsafe_unretained NSWindow*>& living() {
     if (_window) _window->orderOut();
     if (_overlay) _overlay->orderOut();
     _isShownOverlay = false;
+    keepOnScreen(self, false);
 }
 
 // A window that is released when closed is destroyed with the last reference other than the caller's.
@@ -219,6 +236,7 @@ std::vector<__unsafe_unretained NSWindow*>& living() {
     self_->_overlay.reset();
     self_->_window.reset();
     std::erase(living(), self_);
+    keepOnScreen(self_, false);
     if (self_.releasedWhenClosed) CFRelease((__bridge CFTypeRef)self_);
 }
 
@@ -227,7 +245,10 @@ std::vector<__unsafe_unretained NSWindow*>& living() {
 @implementation NSWindow (NSScripting)
 
 - (void)setIsVisible:(BOOL)flag {
-    if (auto* window = [self vantrel_makeWindow]) window->setIsVisible(flag);
+    auto* const window = [self vantrel_makeWindow];
+    if (window == nullptr) return;
+    window->setIsVisible(flag);
+    keepOnScreen(self, flag);
 }
 
 @end

@@ -7,6 +7,11 @@
 - (bool)vantrel_wasOrderingPrevented;
 @end
 
+@interface NSApplication (VantrelModal)
+/// Returns the one before.
+- (nullable NSWindow*)vantrel_setModalWindow:(nullable NSWindow*)window;
+@end
+
 namespace vantrel::standins {
 
 /// Destroys the application object with its Mac. The next sharedApplication creates a new one.

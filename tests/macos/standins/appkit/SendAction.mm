@@ -8,7 +8,7 @@ extern "C" const char* sel_getName(SEL selector) {
 
 namespace vantrel::standins {
 
-void sendAction(SEL action, id target, id sender) {
+void sendAction(SEL action, __unsafe_unretained id target, __unsafe_unretained id sender) {
     if (action == nullptr || target == nil) return;
     reinterpret_cast<void (*)(id, SEL, id)>(objc_msgSend)(target, action, sender);
 }

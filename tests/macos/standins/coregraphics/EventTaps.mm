@@ -1,7 +1,9 @@
 #import <CoreGraphics/CoreGraphics.h>
 #import <Foundation/Foundation.h>
 
+#include <algorithm>
 #include <memory>
+#include <vector>
 
 #include "tests/macos/standins/MacInUse.h"
 #include "tests/macos/standins/foundation/Text.h"
@@ -18,8 +20,8 @@ using namespace vantrel::standins;
 }
 @end
 
-/// The port that delivers a tap's events. It is a tap of the virtual Mac from its creation until it is invalidated or
-/// destroyed. It receives nothing if it is disabled or not in the run loop.
+/// The port that delivers a tap's events. It is a tap of the virtual Mac from its creation until it is invalidated:
+/// releasing it is not enough. It receives nothing if it is disabled or not in the run loop.
 @interface NSMachPort : NSObject
 @end
 
@@ -65,6 +67,12 @@ using namespace vantrel::standins;
 
 namespace {
 
+/// Those in the system. Main thread.
+std::vector<NSMachPort*>& standing() {
+    static auto* const ports = new std::vector<NSMachPort*>;
+    return *ports;
+}
+
 NSMachPort* portOf(CFMachPortRef reference) {
     if (reference == nullptr) fatal("an event tap that is null");
     return (__bridge NSMachPort*)reference;
@@ -98,6 +106,7 @@ CFMachPortRef CGEventTapCreate(CGEventTapLocation tap, CGEventTapPlacement place
         return swallows;
     });
     if (!port->_tap) return nullptr;
+    standing().push_back(port);
     return (__bridge_retained CFMachPortRef)port;
 }
 
@@ -122,7 +131,9 @@ void CFRunLoopRemoveSource(CFRunLoopRef, CFRunLoopSourceRef source, CFRunLoopMod
 }
 
 void CFMachPortInvalidate(CFMachPortRef port) {
-    portOf(port)->_tap.reset();
+    NSMachPort* const invalid = portOf(port);
+    invalid->_tap.reset();
+    std::erase(standing(), invalid);
 }
 
 int64_t CGEventGetIntegerValueField(CGEventRef event, CGEventField field) {

@@ -37,7 +37,8 @@ NSDictionary* dictionaryOf(const vantrel::WindowEntry& entry) {
     if (entry.name) made[@"kCGWindowName"] = textOf(*entry.name);
     if (entry.layer) made[@"kCGWindowLayer"] = number(static_cast<double>(*entry.layer));
     if (entry.bounds) made[@"kCGWindowBounds"] = dictionaryOf(*entry.bounds);
-    if (entry.isOnscreen) made[@"kCGWindowIsOnscreen"] = [NSNumber numberWithBool:*entry.isOnscreen];
+    // Optional. Where it is not true, it may be missing as well as false.
+    made[@"kCGWindowIsOnscreen"] = [NSNumber numberWithBool:entry.isOnscreen.value_or(false)];
     return made;
 }
 

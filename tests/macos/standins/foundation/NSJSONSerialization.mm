@@ -15,7 +15,9 @@ using namespace vantrel::standins;
 
 namespace {
 
+/// The deepest document that is written. No page tells a bound for reading; this one only spares the stack.
 constexpr std::size_t deepest = 512;
+constexpr std::size_t deepestRead = 1024;
 constexpr double largestWhole = 9007199254740992.0;
 
 /// Nil for more levels than the system reads.
@@ -24,7 +26,7 @@ id objectOf(const nlohmann::json& value, std::size_t depth) {
     if (value.is_boolean()) return [NSNumber numberWithBool:value.get<bool>()];
     if (value.is_number()) return [NSNumber numberWithDouble:value.get<double>()];
     if (value.is_null()) return [NSNull null];
-    if (depth >= deepest) return nil;
+    if (depth >= deepestRead) return nil;
     if (value.is_array()) {
         NSMutableArray* array = [NSMutableArray arrayWithCapacity:value.size()];
         for (const auto& element : value) {

@@ -25,10 +25,15 @@ using namespace vantrel::standins;
 
 namespace {
 
+struct Observer {
+    std::unique_ptr<vantrel::Observation> observation;
+    vantrel::Block tell;
+};
+
 /// By token. A center keeps its observers until they are removed.
 std::mutex mutex;
-std::map<void*, std::unique_ptr<vantrel::Observation>>& observations() {
-    static auto* const all = new std::map<void*, std::unique_ptr<vantrel::Observation>>;
+std::map<void*, Observer>& observers() {
+    static auto* const all = new std::map<void*, Observer>;
     return *all;
 }
 
@@ -73,22 +78,25 @@ std::map<void*, std::unique_ptr<vantrel::Observation>>& observations() {
         vantrel::standins::raise(@"NSInvalidArgumentException", @"an observer that is not stood in for");
     }
     NSObject* token = [[NSObject alloc] init];
-    auto observation =
-        [self vantrel_observe:name block:[block] { withPool([block] { block([[NSNotification alloc] init]); })(); }];
+    const vantrel::Block tell = [block] { withPool([block] { block([[NSNotification alloc] init]); })(); };
+    auto observation = [self vantrel_observe:name block:tell];
     const std::lock_guard guard(mutex);
-    observations()[(__bridge_retained void*)token] = std::move(observation);
+    observers()[(__bridge_retained void*)token] = {std::move(observation), tell};
     return token;
 }
 
+// What was posted before is still told on its queue: the page promises nothing else. So there is always something on
+// its way.
 - (void)removeObserver:(id)observer {
-    std::unique_ptr<vantrel::Observation> removed;
+    Observer removed;
     {
         const std::lock_guard guard(mutex);
-        const auto found = observations().find((__bridge void*)observer);
-        if (found == observations().end()) return;
+        const auto found = observers().find((__bridge void*)observer);
+        if (found == observers().end()) return;
         removed = std::move(found->second);
-        observations().erase(found);
+        observers().erase(found);
     }
+    if (removed.observation != nullptr) mac().engine().mainLoop.postOwn(std::move(removed.tell));
     CFRelease((__bridge CFTypeRef)observer);
 }
 
@@ -97,12 +105,12 @@ std::map<void*, std::unique_ptr<vantrel::Observation>>& observations() {
 namespace vantrel::standins {
 
 void forgetObservers() {
-    std::map<void*, std::unique_ptr<Observation>> gone;
+    std::map<void*, Observer> gone;
     {
         const std::lock_guard guard(mutex);
-        gone.swap(observations());
+        gone.swap(observers());
     }
-    for (auto& [token, observation] : gone) CFRelease(token);
+    for (auto& [token, observer] : gone) CFRelease(token);
 }
 
 }  // namespace vantrel::standins

@@ -40,6 +40,8 @@ using namespace vantrel::standins;
         return NO;
     }
     _processIdentifier = std::get<vantrel::ProcessIdentifier>(result);
+    // Without a handler the task sees its process end on the run loop of this thread, which need not run.
+    if (self.terminationHandler == nil) mac().processes().find(_processIdentifier)->leaveZombie();
     return YES;
 }
 

@@ -26,8 +26,9 @@ using namespace vantrel::standins;
     return timer;
 }
 
+// Apple does not say that a block which invalidates its timer is kept until it returns. So it is not.
 - (void)vantrel_fireAndEnd:(BOOL)ends {
-    void (^block)(NSTimer*) = _block;
+    __unsafe_unretained void (^const block)(NSTimer*) = _block;
     if (block == nil) return;
     block(self);
     if (ends) _block = nil;

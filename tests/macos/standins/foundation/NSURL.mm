@@ -2,6 +2,8 @@
 #include <uriparser/Uri.h>
 
 #include <algorithm>
+#include <cctype>
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,6 +26,36 @@ bool isReference(std::string_view text) {
     return true;
 }
 
+bool isEscape(std::string_view text) {
+    const auto isHexDigit = [&](std::size_t at) { return std::isxdigit(static_cast<unsigned char>(text[at])) != 0; };
+    return text.size() >= 3 && text[0] == '%' && isHexDigit(1) && isHexDigit(2);
+}
+
+std::string withoutHalfEscapes(std::string_view text) {
+    std::string whole;
+    for (; !text.empty(); text.remove_prefix(1)) {
+        if (text[0] != '%' || isEscape(text)) whole += text[0];
+    }
+    return whole;
+}
+
+/// With an escape for every byte that no address has.
+std::string withEscapes(std::string_view text) {
+    static constexpr std::string_view allowed = "!#$&'()*+,-./0123456789:;=?@[]_~"
+                                                "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    std::string escaped;
+    for (; !text.empty(); text.remove_prefix(1)) {
+        const auto byte = static_cast<unsigned char>(text[0]);
+        if (isEscape(text) || allowed.find(text[0]) != std::string_view::npos) {
+            escaped += text[0];
+        } else {
+            escaped += {'%', digits[byte >> 4], digits[byte & 15]};
+        }
+    }
+    return escaped;
+}
+
 // At most six bytes for each byte of the path.
 std::string fileAddress(const std::string& path) {
     constexpr std::size_t longest = 3;
@@ -42,14 +74,18 @@ std::string fileAddress(const std::string& path) {
 
 }  // namespace
 
-/// As of macOS 14, whose parser follows RFC 3986. Older systems' accepts more, and is not stood in for.
+/// As of macOS 14, whose parser follows RFC 3986. No page says that an older one looks at what follows a percent sign, so
+/// there it does not. What else an older one accepts is not stood in for.
 @implementation NSURL {
     NSString* _text;
     NSString* _path;
 }
 
+// From macOS 14 on it escapes what it used to refuse.
 + (instancetype)URLWithString:(NSString*)text {
-    return [self vantrel_URLWithString:text];
+    const bool isOlder = !systemIsAtLeast(14);
+    if (text == nil || isOlder) return [self vantrel_URLWithString:text];
+    return [self vantrel_URLWithString:textOf(withEscapes(bytesOf(text)))];
 }
 
 + (instancetype)URLWithString:(NSString*)text encodingInvalidCharacters:(BOOL)encoding {
@@ -62,9 +98,10 @@ std::string fileAddress(const std::string& path) {
 + (instancetype)vantrel_URLWithString:(NSString*)text {
     if (text == nil) vantrel::standins::raise(@"NSInvalidArgumentException", @"nil string parameter");
     const std::string bytes = bytesOf(text);
-    if (bytes.empty() || !isReference(bytes)) return nil;
+    const std::string checked = systemIsAtLeast(14) ? bytes : withoutHalfEscapes(bytes);
+    if (checked.empty() || !isReference(checked)) return nil;
     // The Mac can be told to refuse an address.
-    if (!mac().parts().urls.form(bytes)) return nil;
+    if (!mac().parts().urls.form(checked)) return nil;
     NSURL* url = [[self alloc] init];
     url->_text = [text copy];
     return url;
