@@ -151,6 +151,22 @@ TEST_F(ApplicationContract, ADisabledItemOfTheMainMenuDoesNothing) {
     EXPECT_EQ(notes(), Notes{"enabled"});
 }
 
+TEST_F(ApplicationContract, AnItemThatDoesNothingIsDisabled) {
+    MenuItem working = entry("Opzioni");
+    working.target = [] {};
+    MenuItem quit = entry("Esci");
+    quit.action = "terminate:";
+    MenuItem disabled = entry("Spenta");
+    disabled.enabled = false;
+    disabled.target = [] {};
+    setMainMenu({working, entry("Vuota"), MenuItem::separator(), quit, disabled});
+    showWindow();
+    for (const auto& [title, available] :
+         {std::pair{"Opzioni", true}, {"Vuota", false}, {"Esci", true}, {"Spenta", false}}) {
+        EXPECT_EQ(participant().isAvailableInMainMenu("Applicazione", title), available) << title;
+    }
+}
+
 TEST_F(ApplicationContract, TheMainMenuCanAskToTerminate) {
     setDelegate();
     MenuItem quit = entry("Esci");

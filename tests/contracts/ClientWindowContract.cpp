@@ -163,6 +163,13 @@ TEST_F(ClientWindowContract, ATextIsReadAndSeenAsItWasSet) {
     EXPECT_EQ(notes(), Notes{}) << "setting a text presses nothing";
 }
 
+TEST_F(ClientWindowContract, ATextThatIsNoUTF8IsMadeSo) {
+    open();
+    host().onMain([this] { windows.back()->setText("title", "a\xffz"); });
+    EXPECT_TRUE(sees("title", {{"a\uFFFDz", true}}));
+    EXPECT_EQ("a\uFFFDz", text("title"));
+}
+
 TEST_F(ClientWindowContract, TextsAreThereBeforeTheWindowIsShownAndInHiddenViews) {
     make(form());
     EXPECT_EQ(text("title"), "Inserisci i dati");

@@ -37,6 +37,9 @@ class InterfaceHost {
     /// when the window is gone. Main thread.
     virtual Block heldPress(const std::string& id) = 0;
 
+    /// Whether the participant can choose that item of the main menu.
+    virtual bool isAvailableInMainMenu(const std::string& menu, const std::string& item) = 0;
+
     /// Chooses an item of the main menu. Without effect if it is disabled. The client shows a window, which it made
     /// after it set the menu.
     virtual void chooseFromMainMenu(const std::string& menu, const std::string& item) = 0;

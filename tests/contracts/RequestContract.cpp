@@ -93,6 +93,22 @@ TEST_F(RequestContract, ABodyOfZeroBytesIsNone) {
     EXPECT_FALSE(ended.reply.data);
 }
 
+TEST_F(RequestContract, ARequestsBodyOfZeroBytesIsNone) {
+    ServedRequest seen;
+    const auto base = host().serve([&](const ServedRequest& served) {
+        seen = served;
+        return answer(200, "ok");
+    });
+    auto sent = request(base + "/");
+    sent.method = "POST";
+    sent.body = "";
+    const auto ended = send(sent);
+    EXPECT_EQ("ok", ended.reply.data);
+    EXPECT_EQ("POST", seen.method);
+    EXPECT_EQ("", seen.body);
+    EXPECT_FALSE(seen.headers.contains("content-type"));
+}
+
 TEST_F(RequestContract, ABodyOfAnyBytesComesAsItIs) {
     std::string bytes;
     for (int value = 0; value < 256; ++value) bytes += static_cast<char>(value);

@@ -97,6 +97,12 @@ TEST_F(UnicodeContract, UpperCasesWithoutALanguage) {
     EXPECT_EQ("STRASSE È I", computer().unicode.uppercased("straße è i"));
 }
 
+TEST_F(UnicodeContract, EachByteThatIsNoUTF8IsReplaced) {
+    EXPECT_EQ("A\uFFFDB", computer().unicode.uppercased("a\xff"
+                                                        "b"));
+    EXPECT_EQ("A\uFFFD\uFFFD", computer().unicode.uppercased("a\xe2\x82"));
+}
+
 TEST_F(UnicodeContract, AZeroCharacterIsACharacterAsAnyOther) {
     const std::string before("a\0b", 3);
     EXPECT_EQ(std::string("A\0B", 3), computer().unicode.uppercased(before));

@@ -265,6 +265,13 @@ Block VirtualContractHost::heldPress(const std::string& id) {
     return [this, id, number = window ? window->number : 0] { mac_.windows().act(number, id); };
 }
 
+bool VirtualContractHost::isAvailableInMainMenu(const std::string& menu, const std::string& item) {
+    const Menu mainMenu = mac_.application().mainMenu();
+    return std::any_of(mainMenu.items.begin(), mainMenu.items.end(), [&](const MenuItem& each) {
+        return each.submenu.title == menu && virtualmac::findItem(each.submenu, item) != nullptr;
+    });
+}
+
 void VirtualContractHost::chooseFromMainMenu(const std::string& menu, const std::string& item) {
     mac_.participant().openMainMenu(menu);
     mac_.runFor(0.1);

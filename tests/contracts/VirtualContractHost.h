@@ -72,6 +72,7 @@ class VirtualContractHost : public ContractHost,
     void pressButton(const std::string& id) override;
     void typeInto(const std::string& id, const std::string& text) override;
     Block heldPress(const std::string& id) override;
+    bool isAvailableInMainMenu(const std::string& menu, const std::string& item) override;
     void chooseFromMainMenu(const std::string& menu, const std::string& item) override;
 
     void launch(std::function<void(Computer&)> main) override;

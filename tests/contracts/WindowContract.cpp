@@ -226,6 +226,11 @@ TEST_F(WindowContract, AFullScreenWindowCoversItsDisplayOnASpaceOfItsOwn) {
     EXPECT_EQ((Notes{"space", "space"}), notes());
 }
 
+TEST_F(WindowContract, ATitleThatIsNoUTF8IsMadeSo) {
+    launch({"--window=Lez\xffione,100,120,800,600"});
+    EXPECT_TRUE(appears("Lez\uFFFDione"));
+}
+
 TEST_F(WindowContract, AWindowOnASpaceThatIsNotShownIsListedAndNotOnTheScreen) {
     launch({"--window=Appunti,140,160,500,400"});
     ASSERT_TRUE(appears("Appunti"));

@@ -266,6 +266,12 @@ class LinuxContractHost final : public contracts::ContractHost,
         return release;
     }
 
+    bool isAvailableInMainMenu(const std::string& menu, const std::string& item) override {
+        bool available = false;
+        onMain([&] { available = windows_.isAvailableInMenuBar(menu, item); });
+        return available;
+    }
+
     void chooseFromMainMenu(const std::string& menu, const std::string& item) override {
         onMain([&] { EXPECT_TRUE(windows_.chooseFromMenuBar(menu, item)) << menu << ": " << item; });
     }

@@ -15,7 +15,8 @@ namespace vantrel {
 enum class ActivationOptions { none = 0, ignoringOtherApps = 2 };
 
 /// One running application (NSRunningApplication). Any thread. Answers are current: a process that is gone counts as
-/// terminated even if the main run loop has not turned since.
+/// terminated even if the main run loop has not turned since. Texts are UTF-8, with U+FFFD for each byte of the
+/// system's that is not.
 class RunningApplication {
   public:
     virtual ~RunningApplication() = default;

@@ -11,7 +11,8 @@
 
 namespace vantrel {
 
-/// NSScreen. The frame counts from the bottom left of the primary display.
+/// NSScreen. The frame counts from the bottom left of the primary display. The name is UTF-8, with U+FFFD for each byte
+/// of the system's that is not.
 struct Screen {
     std::string localizedName;
     Rect frame;

@@ -12,6 +12,7 @@ namespace vantrel {
 
 /// One entry of the system's window list (kCGWindow… keys). Every key can be missing: a title without the
 /// screen-recording permission, the on-screen flag when false. Bounds count from the top left of the primary display.
+/// Texts are UTF-8, with U+FFFD for each byte of the system's that is not.
 struct WindowEntry {
     std::optional<std::int64_t> number;
     std::optional<ProcessIdentifier> ownerPID;

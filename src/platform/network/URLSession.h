@@ -23,6 +23,7 @@ struct URLRequest {
     std::string method = "GET";
     /// Fields that the rules set. The platform adds its own.
     std::vector<std::pair<std::string, std::string>> headers;
+    /// A body of zero bytes is none.
     std::optional<std::string> body;
 };
 

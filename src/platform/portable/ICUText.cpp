@@ -10,9 +10,10 @@
 
 namespace vantrel {
 
-std::string ICUText::uppercased(std::string_view text) const {
+std::string ICUText::uppercased(std::string_view bytes) const {
+    const std::string text = repairedUTF8(bytes);
     // ICU counts in 32 bits.
-    if (text.size() > static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max())) return std::string(text);
+    if (text.size() > static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max())) return text;
     auto unicode = icu::UnicodeString::fromUTF8(icu::StringPiece(text.data(), static_cast<std::int32_t>(text.size())));
     unicode.toUpper(icu::Locale::getRoot());
     std::string result;

@@ -7,8 +7,7 @@ namespace vantrel {
 /// Unicode text through ICU, in its root locale. Any thread; no state.
 class ICUText final : public UnicodeText {
   public:
-    /// Bytes that are not UTF-8 become U+FFFD.
-    std::string uppercased(std::string_view text) const override;
+    std::string uppercased(std::string_view bytes) const override;
     bool isValidUTF8(std::string_view bytes) const override;
 };
 

@@ -30,6 +30,17 @@ std::size_t sequenceLength(std::string_view bytes) {
 
 }  // namespace
 
+std::string repairedUTF8(std::string_view bytes) {
+    std::string text;
+    text.reserve(bytes.size());
+    while (!bytes.empty()) {
+        const std::size_t length = sequenceLength(bytes);
+        text += length > 0 ? bytes.substr(0, length) : std::string_view("\uFFFD");
+        bytes.remove_prefix(length > 0 ? length : 1);
+    }
+    return text;
+}
+
 bool isValidUTF8(std::string_view bytes) {
     while (!bytes.empty()) {
         const std::size_t length = sequenceLength(bytes);

@@ -31,6 +31,13 @@ struct MenuItem {
     Block target;
     Menu submenu;
 
+    /// Whether the user can choose it or open its submenu. An item that would do nothing is disabled, whatever
+    /// `enabled` says (NSMenu's autoenablesItems).
+    bool isAvailable() const {
+        if (kind != Kind::action) return kind == Kind::submenu;
+        return enabled && (target || !action.empty());
+    }
+
     static MenuItem separator() {
         MenuItem item;
         item.kind = Kind::separator;

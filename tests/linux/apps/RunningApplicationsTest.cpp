@@ -107,6 +107,15 @@ TEST_F(RunningApplicationsTest, KnowsABrowserByItsBundleFolder) {
     EXPECT_EQ(application->localizedName(), "Google Chrome");
 }
 
+TEST_F(RunningApplicationsTest, AFileNameThatIsNoUTF8IsHandedOutAsUTF8) {
+    const ProcessIdentifier named = startPeer("calc\xffolo", {"--window=Lezione,100,100,300,200"});
+    ASSERT_TRUE(waitUntil([&] { return !windowsOf(named).empty(); }));
+    EXPECT_EQ(computer->runningApplications.withProcessIdentifier(named)->localizedName(), "calc\uFFFDolo");
+    EXPECT_EQ(windowsOf(named).front().ownerName, "calc\uFFFDolo");
+    const auto missing = computer->processLauncher.launch(folder.path().string() + "/manca\xff", {});
+    EXPECT_EQ(std::get<PlatformError>(missing).localizedDescription, "Il file “manca\uFFFD” non esiste.");
+}
+
 TEST_F(RunningApplicationsTest, AnswersFreshWhenAProcessHasGoneEvenAsAZombie) {
     const pid_t browser = start("chromium", thisDisplay().c_str());
     const auto application = computer->runningApplications.withProcessIdentifier(browser);

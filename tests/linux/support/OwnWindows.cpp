@@ -67,11 +67,20 @@ void OwnWindows::typeInto(const std::string& name, const std::string& text) {
     field->insert(QString::fromStdString(text));
 }
 
-bool OwnWindows::chooseFromMenuBar(const std::string& menu, const std::string& item) {
+QAction* OwnWindows::inMenuBar(const std::string& menu, const std::string& item) {
     const auto windows = shown();
     const auto* bar = windows.empty() ? nullptr : windows.front()->findChild<QMenuBar*>();
     const QAction* opened = bar != nullptr ? actionNamed(bar->actions(), menu) : nullptr;
-    QAction* chosen = opened != nullptr ? actionNamed(opened->menu()->actions(), item) : nullptr;
+    return opened != nullptr ? actionNamed(opened->menu()->actions(), item) : nullptr;
+}
+
+bool OwnWindows::isAvailableInMenuBar(const std::string& menu, const std::string& item) {
+    const QAction* found = inMenuBar(menu, item);
+    return found != nullptr && found->isEnabled();
+}
+
+bool OwnWindows::chooseFromMenuBar(const std::string& menu, const std::string& item) {
+    QAction* chosen = inMenuBar(menu, item);
     if (chosen == nullptr) return false;
     // Nothing happens if it is disabled.
     chosen->trigger();

@@ -7,6 +7,7 @@
 #include "platform/linux/x11/X11Windows.h"
 #include "platform/threads/Block.h"
 
+class QAction;
 class QPushButton;
 class QWidget;
 
@@ -30,10 +31,14 @@ class OwnWindows {
     Block heldPress(const std::string& name);
     void typeInto(const std::string& name, const std::string& text);
 
+    /// Whether a person can choose that item of the menu bar of the front window.
+    bool isAvailableInMenuBar(const std::string& menu, const std::string& item);
     /// Chooses an enabled item from the menu bar of the front window. False if there is no such item.
     bool chooseFromMenuBar(const std::string& menu, const std::string& item);
 
   private:
+    QAction* inMenuBar(const std::string& menu, const std::string& item);
+
     X11Windows windows_;
 };
 

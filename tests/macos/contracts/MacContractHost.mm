@@ -194,6 +194,12 @@ class MacContractHost final : public contracts::ContractHost,
         return release;
     }
 
+    bool isAvailableInMainMenu(const std::string& menu, const std::string& item) override {
+        bool available = false;
+        onMain([&] { available = MacOwnWindows::isAvailableInMainMenu(menu, item); });
+        return available;
+    }
+
     void chooseFromMainMenu(const std::string& menu, const std::string& item) override {
         onMain([&] { EXPECT_TRUE(MacOwnWindows::chooseFromMainMenu(menu, item)) << menu << ": " << item; });
     }

@@ -25,6 +25,7 @@ class MacOwnWindows {
     static Block heldPress(const std::string& identifier);
     static void typeInto(const std::string& identifier, const std::string& text);
 
+    static bool isAvailableInMainMenu(const std::string& menu, const std::string& item);
     /// False if the main menu has no such item.
     static bool chooseFromMainMenu(const std::string& menu, const std::string& item);
 };

@@ -59,6 +59,18 @@ void MacOwnWindows::typeInto(const std::string& identifier, const std::string& t
     if (field.enabled) field.stringValue = lenientText(text);
 }
 
+bool MacOwnWindows::isAvailableInMainMenu(const std::string& menu, const std::string& item) {
+    for (NSMenuItem* entry in NSApplication.sharedApplication.mainMenu.itemArray) {
+        if (bytesOf(entry.submenu.title) != menu) continue;
+        // The system enables the items of a menu only when it is about to be shown.
+        [entry.submenu update];
+        for (NSMenuItem* each in entry.submenu.itemArray) {
+            if ([each.title isEqualToString:lenientText(item)]) return each.enabled;
+        }
+    }
+    return false;
+}
+
 bool MacOwnWindows::chooseFromMainMenu(const std::string& menu, const std::string& item) {
     for (NSMenuItem* entry in NSApplication.sharedApplication.mainMenu.itemArray) {
         if (bytesOf(entry.submenu.title) != menu) continue;

@@ -99,7 +99,8 @@ TEST_F(MacPanels, AnAlertBesideTheClientsWindowIsAnOrdinaryOne) {
 }
 
 TEST_F(MacPanels, WhatWasInFrontBeforeAQuestionIsSoAfterItsAnswer) {
-    const auto launched = computer().processLauncher.launch(host().peerExecutable(), {"--window=Lezione,60,80,500,300"});
+    const auto launched =
+        computer().processLauncher.launch(host().peerExecutable(), {"--window=Lezione,60,80,500,300"});
     const auto* peer = std::get_if<ProcessIdentifier>(&launched);
     ASSERT_NE(peer, nullptr);
     const auto isInFront = [this, peer] {

@@ -4,11 +4,13 @@
 #include <filesystem>
 #include <system_error>
 
+#include "platform/portable/UTF8Validity.h"
+
 namespace vantrel::linuxdesktop {
 
 std::string launchErrorText(std::string_view executablePath, int error) {
     const std::filesystem::path path(executablePath);
-    const std::string file = "“" + (path.has_filename() ? path.filename() : path).string() + "”";
+    const std::string file = "“" + repairedUTF8((path.has_filename() ? path.filename() : path).string()) + "”";
     // The kernel would stop at the zero byte.
     if (executablePath.find('\0') != std::string_view::npos) return "Il nome del file " + file + " non è valido.";
     std::error_code unknown;

@@ -9,6 +9,7 @@
 #include "platform/linux/apps/ApplicationNames.h"
 #include "platform/linux/apps/ProcessTable.h"
 #include "platform/linux/x11/X11Windows.h"
+#include "platform/portable/UTF8Validity.h"
 
 namespace vantrel::linuxdesktop {
 
@@ -33,7 +34,7 @@ ApplicationOpener::Result LinuxApplicationOpener::opened(const std::vector<URL>&
                                                          bool activates) {
     const auto folder = applicationFolder(application);
     if (!folder) return PlatformError{"“" + application.absoluteString + "” non è un’applicazione."};
-    const std::string name = "“" + folder->stem().string() + "”";
+    const std::string name = "“" + repairedUTF8(folder->stem().string()) + "”";
     std::error_code error;
     if (!std::filesystem::is_directory(*folder, error)) {
         return PlatformError{"Impossibile trovare l’applicazione " + name + "."};

@@ -6,6 +6,7 @@
 
 #include "platform/linux/threads/DelayedWork.h"
 #include "platform/linux/x11/X11Windows.h"
+#include "platform/portable/UTF8Validity.h"
 
 namespace vantrel::linuxdesktop {
 
@@ -14,9 +15,9 @@ namespace {
 std::string executableName(const std::filesystem::path& path) {
     // A bundle has the name of its folder.
     for (const auto& component : path) {
-        if (component.extension() == ".app" && component.has_stem()) return component.stem().string();
+        if (component.extension() == ".app" && component.has_stem()) return repairedUTF8(component.stem().string());
     }
-    return path.filename().string();
+    return repairedUTF8(path.filename().string());
 }
 
 // Shorter than the client's wait before it forces an application to end, and early enough for the signal to work.

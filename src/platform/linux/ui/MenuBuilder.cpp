@@ -43,7 +43,7 @@ void MenuBuilder::addItem(QMenu& menu, const MenuItem& item) const {
         fill(*submenu, item.submenu);
     } else {
         QAction* action = menu.addAction(menuTitle(item.title));
-        action->setEnabled(item.enabled);
+        action->setEnabled(item.isAvailable());
         action->setMenuRole(QAction::NoRole);
         action->setShortcut(keySequence(item.keyEquivalent));
         QObject::connect(action, &QAction::triggered, action, [this, target = item.target, selector = item.action] {

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "platform/portable/UTF8Validity.h"
+
 namespace vantrel::linuxdesktop {
 
 namespace {
@@ -79,7 +81,8 @@ std::string X11Monitors::nameOf(xcb_atom_t atom) {
     const auto cookie = xcb_get_atom_name(connection_.get(), atom);
     const X11Reply<xcb_get_atom_name_reply_t> reply(xcb_get_atom_name_reply(connection_.get(), cookie, nullptr));
     if (!reply) return {};
-    return {xcb_get_atom_name_name(reply.get()), static_cast<std::size_t>(xcb_get_atom_name_name_length(reply.get()))};
+    return repairedUTF8(
+        {xcb_get_atom_name_name(reply.get()), static_cast<std::size_t>(xcb_get_atom_name_name_length(reply.get()))});
 }
 
 std::vector<X11Monitor> X11Monitors::wholeRoot() {

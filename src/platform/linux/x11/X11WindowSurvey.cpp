@@ -6,6 +6,8 @@
 #include <map>
 #include <utility>
 
+#include "platform/portable/UTF8Validity.h"
+
 namespace vantrel::linuxdesktop {
 
 namespace {
@@ -144,7 +146,7 @@ class Inquiry {
         if (!reply || reply->format != 8) return std::nullopt;
         const std::string_view read(static_cast<const char*>(xcb_get_property_value(reply.get())),
                                     static_cast<std::size_t>(xcb_get_property_value_length(reply.get())));
-        return reply->type == XCB_ATOM_STRING ? fromLatin1(read) : std::string(read);
+        return reply->type == XCB_ATOM_STRING ? fromLatin1(read) : repairedUTF8(read);
     }
 
     static X11Margins difference(const X11Margins& a, const X11Margins& b) {

@@ -21,7 +21,8 @@ NSURLRequest* foundationRequest(const URLRequest& request, NSURL* url) {
     for (const auto& [name, value] : request.headers) {
         [made setValue:lenientText(value) forHTTPHeaderField:lenientText(name)];
     }
-    if (request.body) made.HTTPBody = [NSData dataWithBytes:request.body->data() length:request.body->size()];
+    if (request.body && !request.body->empty())
+        made.HTTPBody = [NSData dataWithBytes:request.body->data() length:request.body->size()];
     return made;
 }
 

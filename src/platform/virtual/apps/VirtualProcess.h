@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/apps/RunningApplications.h"
+#include "platform/portable/UTF8Validity.h"
 #include "platform/virtual/apps/InstalledApplication.h"
 #include "platform/virtual/scheduler/Engine.h"
 #include "platform/virtual/world/VirtualDesktop.h"
@@ -31,7 +32,7 @@ class VirtualProcess final : public RunningApplication, public std::enable_share
     ProcessIdentifier processIdentifier() const override { return origin_.identifier; }
     std::optional<std::string> bundleIdentifier() const override { return description_.bundleIdentifier; }
     std::optional<std::string> localizedName() const override {
-        return description_.name.empty() ? std::nullopt : std::optional(description_.name);
+        return description_.name.empty() ? std::nullopt : std::optional(repairedUTF8(description_.name));
     }
     bool isTerminated() const override;
     bool activate(ActivationOptions options) override;

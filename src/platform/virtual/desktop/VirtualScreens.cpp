@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/portable/UTF8Validity.h"
 #include "platform/virtual/scheduler/NumberText.h"
 
 namespace vantrel::virtualmac {
@@ -26,7 +27,9 @@ void putPrimaryAtOrigin(Displays& displays) {
 }  // namespace
 
 std::vector<Screen> VirtualScreens::screens() const {
-    return displays().screens;
+    std::vector<Screen> listed = displays().screens;
+    for (Screen& screen : listed) screen.localizedName = repairedUTF8(screen.localizedName);
+    return listed;
 }
 
 std::optional<Screen> VirtualScreens::mainScreen() const {

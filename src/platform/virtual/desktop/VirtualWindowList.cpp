@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "platform/portable/UTF8Validity.h"
+
 namespace vantrel::virtualmac {
 
 namespace {
@@ -53,8 +55,9 @@ std::vector<WindowEntry> VirtualWindowList::entries() const {
         desktopIsShown = state.spaces.rowOf(primary.told) != nullptr && !state.spaces.isFullScreen(primary.told);
         std::vector<WindowEntry> made;
         for (const AppWindow& window : state.windows) {
-            WindowEntry entry{window.number, window.owner, window.ownerName, window.title,
-                              window.layer,  window.frame, std::nullopt};
+            WindowEntry entry{
+                window.number, window.owner, repairedUTF8(window.ownerName), repairedUTF8(window.title), window.layer,
+                window.frame,  std::nullopt};
             if (window.ownerName.empty()) entry.ownerName.reset();
             if (state.isOnScreen(window)) entry.isOnscreen = true;
             const bool isAboveOverlays = std::any_of(overlays.begin(), overlays.end(),

@@ -4,7 +4,7 @@ namespace vantrel::virtualmac {
 
 const MenuItem* findItem(const Menu& menu, std::string_view title) {
     for (const MenuItem& item : menu.items) {
-        if (item.kind == MenuItem::Kind::action && item.enabled && item.title == title) return &item;
+        if (item.kind == MenuItem::Kind::action && item.isAvailable() && item.title == title) return &item;
         if (item.kind != MenuItem::Kind::submenu) continue;
         if (const MenuItem* found = findItem(item.submenu, title)) return found;
     }

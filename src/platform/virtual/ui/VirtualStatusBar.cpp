@@ -8,7 +8,7 @@ namespace {
 
 std::string described(const MenuItem& item) {
     if (item.kind == MenuItem::Kind::separator) return "-";
-    return item.enabled ? item.title : "[" + item.title + "]";
+    return item.isAvailable() ? item.title : "[" + item.title + "]";
 }
 
 }  // namespace

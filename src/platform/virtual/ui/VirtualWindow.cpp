@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "platform/portable/UTF8Validity.h"
 #include "platform/virtual/scheduler/NumberText.h"
 
 namespace vantrel::virtualmac {
@@ -50,7 +51,8 @@ std::optional<std::string> VirtualWindows::VirtualWindow::text(std::string_view 
     return control->text;
 }
 
-void VirtualWindows::VirtualWindow::setText(std::string_view id, std::string_view text) {
+void VirtualWindows::VirtualWindow::setText(std::string_view id, std::string_view bytes) {
+    const std::string text = repairedUTF8(bytes);
     const WindowState before = state();
     const Control* control = before.control(id);
     if (control == nullptr) return owner_.engine_.misuse("Window.setText: no control is called " + std::string(id));
@@ -62,7 +64,7 @@ void VirtualWindows::VirtualWindow::setText(std::string_view id, std::string_vie
             }
         }
     });
-    owner_.engine_.journal.emit({ControlEvent::text, std::string(id), {{Field::value, std::string(text)}}});
+    owner_.engine_.journal.emit({ControlEvent::text, std::string(id), {{Field::value, text}}});
 }
 
 void VirtualWindows::VirtualWindow::setEnabled(std::string_view id, bool enabled) {

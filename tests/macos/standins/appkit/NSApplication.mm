@@ -115,7 +115,7 @@ class DelegateRelay final : public vantrel::ApplicationDelegate {
 
 - (void)activate {
     requireMain("-[NSApplication activate]");
-    if (!systemIsAtLeast(14)) fatal("-[NSApplication activate]: unrecognized selector on this system");
+    if (!systemIsAtLeast(14)) raise(@"NSInvalidArgumentException", @"activate: unrecognized selector");
     mac().parts().application.activate();
 }
 

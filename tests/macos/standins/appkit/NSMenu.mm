@@ -48,6 +48,23 @@ using namespace vantrel::standins;
     sendAction(self.action, target, self);
 }
 
+- (NSString*)title {
+    return _title;
+}
+
+- (void)setTitle:(NSString*)title {
+    _title = [title copy];
+}
+
+- (BOOL)isEnabled {
+    return [self vantrel_isEnabled];
+}
+
+// Without effect: its menu enables its items by itself.
+- (void)setEnabled:(BOOL)enabled {
+    (void)enabled;
+}
+
 - (bool)vantrel_isEnabled {
     if (self.submenu != nil) return true;
     if (_isSeparator || self.action == nullptr) return false;
@@ -122,6 +139,10 @@ using namespace vantrel::standins;
         if ([_items[index] vantrel_description].title == bytesOf(title)) return static_cast<NSInteger>(index);
     }
     return -1;
+}
+
+// Items are asked when they are described.
+- (void)update {
 }
 
 - (void)performActionForItemAtIndex:(NSInteger)index {

@@ -1,5 +1,7 @@
 #import <Foundation/Foundation.h>
 
+#include <string>
+
 #include "tests/macos/standins/foundation/Text.h"
 
 @interface NSException ()
@@ -15,6 +17,11 @@
 }
 
 @end
+
+extern "C" [[noreturn]] void vantrel_raise_unrecognized(const char* message) {
+    vantrel::standins::raise(@"NSInvalidArgumentException",
+                             vantrel::standins::textOf(std::string(message) + ": unrecognized selector"));
+}
 
 namespace vantrel::standins {
 

@@ -74,8 +74,8 @@ std::string fileAddress(const std::string& path) {
 
 }  // namespace
 
-/// As of macOS 14, whose parser follows RFC 3986. No page says that an older one looks at what follows a percent sign, so
-/// there it does not. What else an older one accepts is not stood in for.
+/// As of macOS 14, whose parser follows RFC 3986. No page says that an older one looks at what follows a percent sign,
+/// so there it does not. What else an older one accepts is not stood in for.
 @implementation NSURL {
     NSString* _text;
     NSString* _path;
@@ -89,7 +89,9 @@ std::string fileAddress(const std::string& path) {
 }
 
 + (instancetype)URLWithString:(NSString*)text encodingInvalidCharacters:(BOOL)encoding {
-    if (!systemIsAtLeast(14)) fatal("+[NSURL URLWithString:encodingInvalidCharacters:]: unrecognized selector");
+    if (!systemIsAtLeast(14)) {
+        vantrel::standins::raise(@"NSInvalidArgumentException", @"encodingInvalidCharacters: unrecognized selector");
+    }
     // Escaping characters that are not allowed is not stood in for.
     if (encoding) fatal("a URL whose characters are to be escaped");
     return [self vantrel_URLWithString:text];

@@ -106,15 +106,18 @@ __attribute__((constructor(101))) static void loadEverything() {
     }
 }
 
+/// Foundation's: raises NSInvalidArgumentException.
+[[noreturn]] void vantrel_raise_unrecognized(const char* message);
+
 Implementation vantrel_method(const Object* receiver, Selector name) {
     if (const Implementation found = method(receiver->isa, name)) return found;
     const bool isMeta = (receiver->isa->description->flags & isMetaclass) != 0;
-    fatal(std::string(isMeta ? "+[" : "-[") + nameOf(receiver->isa) + " " + name + "]: unrecognized selector");
+    vantrel_raise_unrecognized((std::string(isMeta ? "+[" : "-[") + nameOf(receiver->isa) + " " + name + "]").c_str());
 }
 
 Implementation vantrel_super_method(const SuperMessage* message, Selector name) {
     if (const Implementation found = method(message->current->superclass, name)) return found;
-    fatal(std::string("super of ") + nameOf(message->current) + " " + name + ": unrecognized selector");
+    vantrel_raise_unrecognized((std::string("super of ") + nameOf(message->current) + " " + name).c_str());
 }
 
 Selector sel_registerName(const char* name) {

@@ -178,8 +178,23 @@ TEST(Runtime, AnObjectiveCatchLeavesACxxExceptionAlone) {
     EXPECT_TRUE(caught);
 }
 
-TEST(Runtime, AnUnknownSelectorEndsTheProcess) {
-    EXPECT_DEATH([(NSArray*)(id)[[VantrelProbe alloc] init] count], "VantrelProbe count\\]: unrecognized selector");
+TEST(Runtime, AnUnknownSelectorRaises) {
+    @autoreleasepool {
+        id probe = [[VantrelProbe alloc] init];
+        NSString* reason = nil;
+        @try {
+            [(NSArray*)probe count];
+        } @catch (NSException* exception) {
+            EXPECT_TRUE([exception.name isEqualToString:@"NSInvalidArgumentException"]);
+            reason = exception.reason;
+        }
+        EXPECT_TRUE([reason isEqualToString:@"-[VantrelProbe count]: unrecognized selector"]);
+    }
+}
+
+TEST(Runtime, AnUnknownSelectorThatNobodyCatchesEndsTheProcess) {
+    const auto send = []() noexcept { [(NSArray*)(id)[[VantrelProbe alloc] init] count]; };
+    EXPECT_DEATH(send(), "");
 }
 
 TEST(Runtime, NilInACollectionRaises) {

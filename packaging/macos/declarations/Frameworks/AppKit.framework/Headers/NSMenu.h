@@ -11,6 +11,7 @@ NS_ASSUME_NONNULL_BEGIN
 - (void)addItem:(NSMenuItem*)item;
 @property(copy) NSArray<NSMenuItem*>* itemArray;
 - (NSInteger)indexOfItemWithTitle:(NSString*)title;
+- (void)update;
 - (void)performActionForItemAtIndex:(NSInteger)index;
 - (void)cancelTracking API_AVAILABLE(macos(10.5));
 @end

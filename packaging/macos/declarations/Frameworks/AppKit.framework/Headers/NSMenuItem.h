@@ -12,7 +12,9 @@ NS_ASSUME_NONNULL_BEGIN
 - (instancetype)initWithTitle:(NSString*)title
                        action:(nullable SEL)action
                 keyEquivalent:(NSString*)key NS_DESIGNATED_INITIALIZER;
+@property(copy) NSString* title;
 @property(nullable, strong) NSMenu* submenu;
+@property(getter=isEnabled) BOOL enabled;
 @property(nullable, weak) id target;
 @property(nullable) SEL action;
 @property(nullable, strong) id representedObject;
