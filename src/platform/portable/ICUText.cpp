@@ -11,7 +11,7 @@
 namespace vantrel {
 
 std::string ICUText::uppercased(std::string_view bytes) const {
-    const std::string text = repairedUTF8(bytes);
+    std::string text = repairedUTF8(bytes);
     // ICU counts in 32 bits.
     if (text.size() > static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max())) return text;
     auto unicode = icu::UnicodeString::fromUTF8(icu::StringPiece(text.data(), static_cast<std::int32_t>(text.size())));

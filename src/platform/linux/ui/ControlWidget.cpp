@@ -8,6 +8,7 @@
 #include "platform/linux/ui/Appearance.h"
 #include "platform/linux/ui/SingleLineLabel.h"
 #include "platform/linux/ui/WrappingLabel.h"
+#include "platform/portable/UTF8Validity.h"
 
 namespace vantrel::linuxdesktop {
 
@@ -78,8 +79,8 @@ std::string ControlWidget::text() const {
 }
 
 void ControlWidget::setText(std::string_view text) {
-    text_ = text;
-    show(qtText(text));
+    text_ = repairedUTF8(text);
+    show(qtText(text_));
 }
 
 void ControlWidget::show(const QString& text) {
