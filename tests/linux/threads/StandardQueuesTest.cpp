@@ -9,7 +9,7 @@
 #include "platform/linux/threads/BackgroundQueue.h"
 #include "platform/linux/threads/DelayedWork.h"
 #include "platform/linux/threads/SerialQueue.h"
-#include "platform/linux/threads/StandardSemaphore.h"
+#include "platform/linux/threads/LinuxSemaphore.h"
 
 namespace vantrel::linuxdesktop {
 namespace {
@@ -79,8 +79,8 @@ TEST(SerialQueue, RunsBlocksInOrderAndAllOfThemBeforeItDies) {
     EXPECT_TRUE(std::is_sorted(order.begin(), order.end()));
 }
 
-TEST(StandardSemaphore, CountsSignalsAndTimesOutNotBeforeItsTime) {
-    StandardSemaphore semaphore(1);
+TEST(LinuxSemaphore, CountsSignalsAndTimesOutNotBeforeItsTime) {
+    LinuxSemaphore semaphore(1);
     EXPECT_TRUE(semaphore.wait(0));
     EXPECT_FALSE(semaphore.wait(0));
     EXPECT_FALSE(semaphore.wait(-5));

@@ -13,41 +13,42 @@
 
 namespace vantrel::linuxdesktop {
 
-LinuxKeyboardTap::LinuxKeyboardTap(Parts parts, MainThread& mainThread, KeyDecision decision, KeyReport report)
+LinuxKeyboardTap::LinuxKeyboardTap(Dependencies dependencies, MainThread& mainThread, KeyDecision decision,
+                                   KeyReport report)
     : mainThread_(mainThread),
       decision_(decision),
       report_(std::make_shared<const KeyReport>(std::move(report))),
       weakReport_(report_),
-      parts_(std::move(parts)),
+      dependencies_(std::move(dependencies)),
       pulse_([&mainThread](Block block) { mainThread.post(std::move(block)); }),
       thread_([this] { run(); }) {}
 
 LinuxKeyboardTap::~LinuxKeyboardTap() {
-    eventfd_write(parts_.stop.get(), 1);
+    eventfd_write(dependencies_.stop.get(), 1);
     thread_.join();
 }
 
 void LinuxKeyboardTap::run() {
     while (serve()) wait();
     if (stopped_) {
-        parts_.filter->release([this](const KeyEvent& event) { return swallows(event); });
+        dependencies_.filter->release([this](const KeyEvent& event) { return swallows(event); });
     } else {
         KeyEvent disabled;
         disabled.type = KeyEventType::tapDisabledByTimeout;
         decision_(disabled);
-        parts_.filter->release([](const KeyEvent&) { return false; });
+        dependencies_.filter->release([](const KeyEvent&) { return false; });
     }
-    parts_.filter.reset();
-    parts_.guard.reset();
+    dependencies_.filter.reset();
+    dependencies_.guard.reset();
 }
 
 // False if the tap must end: it was stopped, its connection was closed, the main thread does not answer, or no guard is
 // available.
 bool LinuxKeyboardTap::serve() {
-    const bool connected = parts_.filter->answer([this](const KeyEvent& event) { return swallows(event); });
+    const bool connected = dependencies_.filter->answer([this](const KeyEvent& event) { return swallows(event); });
     if (!connected || pulse_.isOverdue(KeyboardFilter::Clock::now())) return false;
     eventfd_t stop = 0;
-    stopped_ = eventfd_read(parts_.stop.get(), &stop) == 0;
+    stopped_ = eventfd_read(dependencies_.stop.get(), &stop) == 0;
     if (stopped_) return false;
     return isGuarded();
 }
@@ -55,23 +56,24 @@ bool LinuxKeyboardTap::serve() {
 // Replaces a guard that is gone or does not answer. Keys continue meanwhile. If the new one does not watch in time, no
 // guard is available.
 bool LinuxKeyboardTap::isGuarded() {
-    if (parts_.guard->attend(KeyboardGuard::Clock::now())) return true;
-    if (!parts_.guard->hasWatched()) return false;
-    parts_.guard = KeyboardGuard::start(parts_.guardExecutable, parts_.filter->resource());
-    return parts_.guard != nullptr;
+    if (dependencies_.guard->attend(KeyboardGuard::Clock::now())) return true;
+    if (!dependencies_.guard->hasWatched()) return false;
+    dependencies_.guard = KeyboardGuard::start(dependencies_.guardExecutable, dependencies_.filter->resource());
+    return dependencies_.guard != nullptr;
 }
 
 void LinuxKeyboardTap::wait() {
     constexpr int forEver = -1;
     int milliseconds = forEver;
-    for (const auto& due : {parts_.filter->due(), pulse_.due(), parts_.guard->due()}) {
+    for (const auto& due : {dependencies_.filter->due(), pulse_.due(), dependencies_.guard->due()}) {
         if (!due) continue;
         const auto left = std::chrono::ceil<std::chrono::milliseconds>(*due - KeyboardFilter::Clock::now()).count();
         const int wait = static_cast<int>(std::max<decltype(left)>(left, 0));
         milliseconds = milliseconds == forEver ? wait : std::min(milliseconds, wait);
     }
-    std::array<pollfd, 3> sources{pollfd{parts_.filter->descriptor(), POLLIN, 0},
-                                  pollfd{parts_.guard->descriptor(), POLLIN, 0}, pollfd{parts_.stop.get(), POLLIN, 0}};
+    std::array<pollfd, 3> sources{pollfd{dependencies_.filter->descriptor(), POLLIN, 0},
+                                  pollfd{dependencies_.guard->descriptor(), POLLIN, 0},
+                                  pollfd{dependencies_.stop.get(), POLLIN, 0}};
     poll(sources.data(), sources.size(), milliseconds);
 }
 
@@ -79,7 +81,7 @@ bool LinuxKeyboardTap::swallows(const KeyEvent& event) {
     const auto now = KeyboardFilter::Clock::now();
     if (pulse_.isOverdue(now)) return false;
     pulse_.ask(now);
-    parts_.guard->keyWasPressed(now);
+    dependencies_.guard->keyWasPressed(now);
     const std::string_view name = decision_(event);
     if (name.empty()) return false;
     report(name);

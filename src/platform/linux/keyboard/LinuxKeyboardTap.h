@@ -20,14 +20,14 @@ class MainThread;
 class LinuxKeyboardTap final : public KeyboardTap {
   public:
     /// What the tap is made of. The filter already has its grab.
-    struct Parts {
+    struct Dependencies {
         std::unique_ptr<KeyboardFilter> filter;
         std::unique_ptr<KeyboardGuard> guard;
         std::string guardExecutable;
         FileDescriptor stop;
     };
 
-    LinuxKeyboardTap(Parts parts, MainThread& mainThread, KeyDecision decision, KeyReport report);
+    LinuxKeyboardTap(Dependencies dependencies, MainThread& mainThread, KeyDecision decision, KeyReport report);
     ~LinuxKeyboardTap() override;
 
   private:
@@ -44,7 +44,7 @@ class LinuxKeyboardTap final : public KeyboardTap {
     std::shared_ptr<const KeyReport> report_;
     const std::weak_ptr<const KeyReport> weakReport_;
     // From here on only the filter's thread uses these, except for the stop signal.
-    Parts parts_;
+    Dependencies dependencies_;
     MainThreadPulse pulse_;
     bool stopped_ = false;
     std::thread thread_;

@@ -15,16 +15,16 @@ LinuxKeyboardTaps::LinuxKeyboardTaps(MainThread& mainThread, std::string guardEx
 
 // The guard is started before the grab: keys wait from the grab until the thread's first answer.
 std::unique_ptr<KeyboardTap> LinuxKeyboardTaps::create(KeyDecision decision, KeyReport report) {
-    LinuxKeyboardTap::Parts parts;
-    parts.filter = KeyboardFilter::open();
-    if (!parts.filter) return nullptr;
-    parts.guardExecutable = guardExecutable_;
-    parts.guard = KeyboardGuard::start(guardExecutable_, parts.filter->resource());
-    if (!parts.guard || !parts.guard->waitUntilReady()) return nullptr;
-    parts.stop = FileDescriptor(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK));
-    if (!parts.stop.isOpen() || !parts.filter->grab()) return nullptr;
+    LinuxKeyboardTap::Dependencies dependencies;
+    dependencies.filter = KeyboardFilter::open();
+    if (!dependencies.filter) return nullptr;
+    dependencies.guardExecutable = guardExecutable_;
+    dependencies.guard = KeyboardGuard::start(guardExecutable_, dependencies.filter->resource());
+    if (!dependencies.guard || !dependencies.guard->waitUntilReady()) return nullptr;
+    dependencies.stop = FileDescriptor(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK));
+    if (!dependencies.stop.isOpen() || !dependencies.filter->grab()) return nullptr;
     try {
-        return std::make_unique<LinuxKeyboardTap>(std::move(parts), mainThread_, decision, std::move(report));
+        return std::make_unique<LinuxKeyboardTap>(std::move(dependencies), mainThread_, decision, std::move(report));
     } catch (const std::system_error&) {
         return nullptr;  // No thread is available.
     }

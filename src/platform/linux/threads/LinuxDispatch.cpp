@@ -2,7 +2,7 @@
 
 #include "platform/linux/threads/BackgroundQueue.h"
 #include "platform/linux/threads/MainQueue.h"
-#include "platform/linux/threads/StandardSemaphore.h"
+#include "platform/linux/threads/LinuxSemaphore.h"
 #include "platform/portable/CountingDispatchGroup.h"
 
 namespace vantrel::linuxdesktop {
@@ -16,7 +16,7 @@ DispatchQueue& LinuxDispatch::userInitiatedQueue() {
 }
 
 std::shared_ptr<Semaphore> LinuxDispatch::makeSemaphore(int value) {
-    return std::make_shared<StandardSemaphore>(value);
+    return std::make_shared<LinuxSemaphore>(value);
 }
 
 std::shared_ptr<DispatchGroup> LinuxDispatch::makeGroup() {

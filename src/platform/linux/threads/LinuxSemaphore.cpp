@@ -1,4 +1,4 @@
-#include "platform/linux/threads/StandardSemaphore.h"
+#include "platform/linux/threads/LinuxSemaphore.h"
 
 #include <chrono>
 
@@ -6,14 +6,14 @@
 
 namespace vantrel::linuxdesktop {
 
-void StandardSemaphore::signal() {
+void LinuxSemaphore::signal() {
     const std::lock_guard lock(mutex_);
     ++value_;
     // Under the lock: the waiting thread may destroy the semaphore as soon as the lock is free.
     signalled_.notify_one();
 }
 
-bool StandardSemaphore::wait(double timeoutSeconds) {
+bool LinuxSemaphore::wait(double timeoutSeconds) {
     const auto deadline = std::chrono::steady_clock::now() + steadyDuration(timeoutSeconds);
     std::unique_lock lock(mutex_);
     if (!signalled_.wait_until(lock, deadline, [this] { return value_ > 0; })) return false;

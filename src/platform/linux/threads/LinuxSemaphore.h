@@ -8,9 +8,9 @@
 namespace vantrel::linuxdesktop {
 
 /// A counting semaphore on the steady clock. Any thread.
-class StandardSemaphore final : public Semaphore {
+class LinuxSemaphore final : public Semaphore {
   public:
-    explicit StandardSemaphore(int value) : value_(value) {}
+    explicit LinuxSemaphore(int value) : value_(value) {}
 
     void signal() override;
     bool wait(double timeoutSeconds) override;
