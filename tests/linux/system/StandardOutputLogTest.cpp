@@ -1,9 +1,14 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <poll.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <cstdlib>
+#include <memory>
 #include <sstream>
 #include <string>
 #include <thread>
@@ -13,6 +18,130 @@
 
 namespace vantrel::linuxdesktop {
 namespace {
+
+struct Pipe {
+    Pipe() { EXPECT_EQ(pipe2(ends.data(), O_CLOEXEC), 0); }
+    ~Pipe() {
+        for (const int end : ends) close(end);
+    }
+    Pipe(const Pipe&) = delete;
+    Pipe& operator=(const Pipe&) = delete;
+
+    int reading() const { return ends[0]; }
+    int writing() const { return ends[1]; }
+    // Waits until there is something.
+    std::string some() const {
+        std::array<char, 65536> buffer;
+        const ssize_t count = read(reading(), buffer.data(), buffer.size());
+        EXPECT_GT(count, 0);
+        return {buffer.data(), count > 0 ? static_cast<std::size_t>(count) : 0};
+    }
+    std::string lines(std::ptrdiff_t wanted) const {
+        std::string text;
+        while (std::count(text.begin(), text.end(), '\n') < wanted) text += some();
+        return text;
+    }
+    bool isEmpty() const {
+        pollfd state{reading(), POLLIN, 0};
+        return poll(&state, 1, 0) == 0;
+    }
+
+    std::array<int, 2> ends{};
+};
+
+std::string numbered(int from, int to) {
+    std::string text;
+    for (int i = from; i < to; ++i) text += "riga " + std::to_string(i) + "\n";
+    return text;
+}
+
+TEST(StandardOutputLog, IsHeldUpByNoReaderThatDoesNotRead) {
+    const Pipe output;
+    const Pipe errors;
+    StandardOutputLog log(output.writing(), errors.writing());
+    // Far more than a pipe takes.
+    constexpr int many = 20000;
+    for (int i = 0; i < many; ++i) log.print("riga " + std::to_string(i));
+    EXPECT_EQ(output.lines(many), numbered(0, many)) << "in order, once the reader goes on";
+    EXPECT_TRUE(errors.isEmpty());
+    EXPECT_EQ(fcntl(output.writing(), F_GETFL) & O_NONBLOCK, 0) << "other processes write there too";
+}
+
+TEST(StandardOutputLog, WritesALineAtOnceAsLongAsItIsTaken) {
+    const Pipe output;
+    const Pipe errors;
+    StandardOutputLog log(output.writing(), errors.writing());
+    log.print("prima");
+    EXPECT_FALSE(output.isEmpty()) << "a process that is killed now has lost nothing";
+    EXPECT_EQ(output.some(), "prima\n");
+}
+
+TEST(StandardOutputLog, CountsTheLinesThatItDropsOnStandardError) {
+    const Pipe output;
+    const Pipe errors;
+    StandardOutputLog log(output.writing(), errors.writing());
+    const std::string line(1023, 'x');
+    constexpr std::ptrdiff_t many = 8000;
+    for (int i = 0; i < many; ++i) log.print(line);
+    std::ptrdiff_t kept = 0;
+    std::string text;
+    while (errors.isEmpty()) {
+        text = output.isEmpty() ? "" : output.some();
+        kept += std::count(text.begin(), text.end(), '\n');
+    }
+    EXPECT_GT(kept, 1000);
+    EXPECT_LT(kept, many);
+    EXPECT_EQ(errors.some(),
+              "vantrel: " + std::to_string(many - kept) + " log lines were dropped: nobody read standard output\n");
+    log.print("dopo");
+    EXPECT_EQ(output.some(), "dopo\n");
+}
+
+TEST(StandardOutputLog, EndsThoughNobodyReads) {
+    const Pipe output;
+    const Pipe errors;
+    const std::string full(70000, 'x');
+    {
+        StandardOutputLog log(output.writing(), errors.writing());
+        log.print(full);
+        log.print("non letta");
+    }
+    EXPECT_EQ(errors.some(), "vantrel: 2 log lines were dropped: nobody read standard output\n");
+}
+
+TEST(StandardOutputLog, WaitsAtExitForAReaderThatGoesOn) {
+    const Pipe output;
+    constexpr int many = 20000;
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        // Nobody destroys it, as in a process whose main thread calls exit().
+        static StandardOutputLog* const log = std::make_unique<StandardOutputLog>(output.writing()).release();
+        for (int i = 0; i < many; ++i) log->print("riga " + std::to_string(i));
+        std::exit(0);
+    }
+    EXPECT_EQ(output.lines(many), numbered(0, many));
+    int status = -1;
+    EXPECT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_EQ(status, 0);
+}
+
+TEST(StandardOutputLog, LeavesAtExitThoughNobodyReads) {
+    const Pipe output;
+    const Pipe errors;
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        static StandardOutputLog* const log =
+            std::make_unique<StandardOutputLog>(output.writing(), errors.writing()).release();
+        log->print(std::string(70000, 'x'));
+        std::exit(0);
+    }
+    int status = -1;
+    EXPECT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(errors.some(), "vantrel: 1 log lines were dropped: nobody read standard output\n");
+}
 
 TEST(StandardOutputLog, WritesWholeLinesFromManyThreadsIntoASlowPipe) {
     std::array<int, 2> pipeEnds{};
