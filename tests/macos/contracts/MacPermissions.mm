@@ -24,7 +24,7 @@ void MacPermissions::ask() {
 
 std::optional<std::string> MacPermissions::missingFor(const std::string& suite) {
     const bool usesWindows = suite == "WindowContract";
-    const bool usesKeys = suite == "KeyboardContract" || suite == "MacTaps";
+    const bool usesKeys = suite == "KeyboardContract" || suite == "LostTapContract" || suite == "MacTaps";
     if ((usesWindows || usesKeys) && !AXIsProcessTrusted()) return suite + " needs " + accessibility;
     if (usesWindows && !CGPreflightScreenCaptureAccess()) return suite + " needs " + screenRecording;
     return std::nullopt;

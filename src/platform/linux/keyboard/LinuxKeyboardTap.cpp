@@ -9,7 +9,10 @@
 #include <optional>
 #include <utility>
 
+#include "platform/linux/threads/LinuxClock.h"
 #include "platform/linux/threads/MainThread.h"
+#include "platform/portable/LostTap.h"
+#include "platform/portable/UTCDateFormatter.h"
 
 namespace vantrel::linuxdesktop {
 
@@ -29,28 +32,38 @@ LinuxKeyboardTap::~LinuxKeyboardTap() {
 }
 
 void LinuxKeyboardTap::run() {
-    while (serve()) wait();
-    if (stopped_) {
+    std::optional<End> end;
+    while (!(end = serve())) wait();
+    if (*end == End::stopped) {
         dependencies_.filter->release([this](const KeyEvent& event) { return swallows(event); });
     } else {
         KeyEvent disabled;
         disabled.type = KeyEventType::tapDisabledByTimeout;
         decision_(disabled);
         dependencies_.filter->release([](const KeyEvent&) { return false; });
+        say(*end);
     }
     dependencies_.filter.reset();
     dependencies_.guard.reset();
 }
 
-// False if the tap must end: it was stopped, its connection was closed, the main thread does not answer, or no guard is
-// available.
-bool LinuxKeyboardTap::serve() {
-    const bool connected = dependencies_.filter->answer([this](const KeyEvent& event) { return swallows(event); });
-    if (!connected || pulse_.isOverdue(KeyboardFilter::Clock::now())) return false;
+void LinuxKeyboardTap::say(End lost) {
+    const std::string moment = UTCDateFormatter().string(LinuxClock().secondsSince1970());
+    if (lost == End::mainThreadIsLate) return sayThatTheTapIsLost(moment, "the main thread did not answer in time");
+    if (lost == End::unguarded) return sayThatTheTapIsLost(moment, "no process watches over it any more");
+    sayThatTheTapIsLost(moment, "the connection to the X server has ended");
+}
+
+// Empty while the tap goes on.
+std::optional<LinuxKeyboardTap::End> LinuxKeyboardTap::serve() {
+    if (!dependencies_.filter->answer([this](const KeyEvent& event) { return swallows(event); })) {
+        return End::disconnected;
+    }
+    if (pulse_.isOverdue(KeyboardFilter::Clock::now())) return End::mainThreadIsLate;
     eventfd_t stop = 0;
-    stopped_ = eventfd_read(dependencies_.stop.get(), &stop) == 0;
-    if (stopped_) return false;
-    return isGuarded();
+    if (eventfd_read(dependencies_.stop.get(), &stop) == 0) return End::stopped;
+    if (!isGuarded()) return End::unguarded;
+    return std::nullopt;
 }
 
 // Replaces a guard that is gone or does not answer. Keys continue meanwhile. If the new one does not watch in time, no

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <thread>
@@ -31,9 +32,12 @@ class LinuxKeyboardTap final : public KeyboardTap {
     ~LinuxKeyboardTap() override;
 
   private:
+    enum class End { stopped, disconnected, mainThreadIsLate, unguarded };
+
     void run();
-    bool serve();
+    std::optional<End> serve();
     bool isGuarded();
+    static void say(End lost);
     void wait();
     bool swallows(const KeyEvent& event);
     void report(std::string_view name);
@@ -46,7 +50,6 @@ class LinuxKeyboardTap final : public KeyboardTap {
     // From here on only the filter's thread uses these, except for the stop signal.
     Dependencies dependencies_;
     MainThreadPulse pulse_;
-    bool stopped_ = false;
     std::thread thread_;
 };
 

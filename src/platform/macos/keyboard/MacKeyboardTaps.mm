@@ -3,7 +3,10 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/macos/system/MacISO8601DateFormatter.h"
+#include "platform/macos/threads/MacClock.h"
 #include "platform/macos/threads/MainThread.h"
+#include "platform/portable/LostTap.h"
 
 namespace vantrel::macos {
 
@@ -31,6 +34,15 @@ KeyEvent keyEvent(CGEventType type, CGEventRef event) {
     key.keyCode = CGEventGetIntegerValueField(event, kCGKeyboardEventKeycode);
     key.flags = CGEventGetFlags(event);
     return key;
+}
+
+// The tap stays disabled: whoever disabled it had a reason.
+void sayWhyItIsLost(CGEventType type) {
+    @autoreleasepool {
+        const bool timedOut = type == kCGEventTapDisabledByTimeout;
+        sayThatTheTapIsLost(MacISO8601DateFormatter().string(MacClock().secondsSince1970()),
+                            timedOut ? "the main thread did not answer in time" : "the system disabled it for its user");
+    }
 }
 
 }  // namespace
@@ -69,6 +81,7 @@ MacKeyboardTap::~MacKeyboardTap() {
 CGEventRef MacKeyboardTap::handle(CGEventTapProxy, CGEventType type, CGEventRef event, void* userInfo) {
     const auto* rules = static_cast<const Rules*>(userInfo);
     if (rules == nullptr) return event;
+    if (type == kCGEventTapDisabledByTimeout || type == kCGEventTapDisabledByUserInput) sayWhyItIsLost(type);
     const std::string_view name = rules->decision(keyEvent(type, event));
     if (name.empty()) return event;
     // The report may destroy the tap, and the rules with it.
