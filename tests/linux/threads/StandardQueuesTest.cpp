@@ -8,8 +8,8 @@
 
 #include "platform/linux/threads/BackgroundQueue.h"
 #include "platform/linux/threads/DelayedWork.h"
-#include "platform/linux/threads/SerialQueue.h"
 #include "platform/linux/threads/LinuxSemaphore.h"
+#include "platform/linux/threads/SerialQueue.h"
 
 namespace vantrel::linuxdesktop {
 namespace {

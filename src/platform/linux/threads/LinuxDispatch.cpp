@@ -1,8 +1,8 @@
 #include "platform/linux/threads/LinuxDispatch.h"
 
 #include "platform/linux/threads/BackgroundQueue.h"
-#include "platform/linux/threads/MainQueue.h"
 #include "platform/linux/threads/LinuxSemaphore.h"
+#include "platform/linux/threads/MainQueue.h"
 #include "platform/portable/CountingDispatchGroup.h"
 
 namespace vantrel::linuxdesktop {

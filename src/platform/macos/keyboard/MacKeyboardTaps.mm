@@ -40,8 +40,9 @@ KeyEvent keyEvent(CGEventType type, CGEventRef event) {
 void sayWhyItIsLost(CGEventType type) {
     @autoreleasepool {
         const bool timedOut = type == kCGEventTapDisabledByTimeout;
-        sayThatTheTapIsLost(MacISO8601DateFormatter().string(MacClock().secondsSince1970()),
-                            timedOut ? "the main thread did not answer in time" : "the system disabled it for its user");
+        sayThatTheTapIsLost(
+            MacISO8601DateFormatter().string(MacClock().secondsSince1970()),
+            timedOut ? "the main thread did not answer in time" : "the system disabled it for its user");
     }
 }
 
