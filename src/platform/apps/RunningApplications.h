@@ -34,7 +34,8 @@ class RunningApplication {
     virtual bool forceTerminate() = 0;
 };
 
-/// Finds running applications. Any thread.
+/// Finds running applications. Any thread. A new one may be missing until the main run loop has turned; one that has
+/// ended is missing at once.
 class RunningApplications {
   public:
     virtual ~RunningApplications() = default;

@@ -2,15 +2,19 @@
 // over the stand-ins and over the frameworks themselves. VANTREL_ASSUMPTIONS names the file that gets a line for each:
 // assumption, page, expected, seen. docs/macos.md lists them; check_assumptions.py holds that list.
 #import <AppKit/AppKit.h>
+#import <ApplicationServices/ApplicationServices.h>
 #import <CoreFoundation/CoreFoundation.h>
 
 #include <cmath>
 #include <cstdlib>
 #include <fstream>
 #include <functional>
+#include <memory>
 #include <string>
 #include <utility>
+#include <vector>
 
+#include "platform/macos/bridge/CFReference.h"
 #include "platform/macos/bridge/Text.h"
 #include "tests/contracts/ContractTest.h"
 
@@ -99,6 +103,81 @@ TEST_F(MacAssumptions, TerminatedChangesOnATurnOfTheMainRunLoopOnly) {
         return ended;
     }));
     assume("runs", seen);
+}
+
+TEST_F(MacAssumptions, TheListOfApplicationsGrowsOnATurnOfTheMainRunLoopOnly) {
+    page("https://developer.apple.com/documentation/appkit/nsworkspace/runningapplications");
+    const auto count = [] {
+        return [NSRunningApplication runningApplicationsWithBundleIdentifier:@"com.google.Chrome"].count;
+    };
+    std::string seen;
+    host().onMain([&] {
+        computer().processLauncher.launch(host().peerExecutable(), {});
+        [NSThread sleepForTimeInterval:3];
+        seen = count() == 0 ? "not listed" : "listed";
+    });
+    EXPECT_TRUE(eventually([&] {
+        NSUInteger listed = 0;
+        host().onMain([&] { listed = count(); });
+        return listed == 1;
+    }));
+    assume("not listed", seen);
+}
+
+TEST_F(MacAssumptions, AnElementOfAnApplicationThatHasEndedCannotBeAsked) {
+    page("https://developer.apple.com/documentation/applicationservices/1462085-axuielementcopyattributevalue");
+    if (const auto missing = host().obstacle("WindowContract")) GTEST_SKIP() << *missing;
+    constexpr int killSignal = 9;
+    const ProcessIdentifier process = host().startPeerWithoutWaiting();
+    ASSERT_TRUE(eventually([&] { return computer().runningApplications.withProcessIdentifier(process) != nullptr; }));
+    const auto application = CFReference<AXUIElementRef>::created(AXUIElementCreateApplication(process));
+    computer().processLauncher.sendSignal(process, killSignal);
+    EXPECT_TRUE(eventually([&] { return !computer().runningApplications.withProcessIdentifier(process); }));
+    CFTypeRef value = nullptr;
+    const AXError error = AXUIElementCopyAttributeValue(application.get(), (__bridge CFStringRef) @"AXWindows", &value);
+    const auto answer = CFReference<CFTypeRef>::copied(value);
+    assume("no value, and an error",
+           std::string(answer ? "a value" : "no value") + (error != kAXErrorSuccess ? ", and an error" : ""));
+}
+
+TEST_F(MacAssumptions, EachActivityHasATokenOfItsOwn) {
+    page("https://developer.apple.com/documentation/foundation/processinfo/beginactivity(options:reason:)");
+    @autoreleasepool {
+        NSProcessInfo* info = NSProcessInfo.processInfo;
+        id<NSObject> first = [info beginActivityWithOptions:NSActivityUserInitiatedAllowingIdleSystemSleep reason:@"a"];
+        id<NSObject> second = [info beginActivityWithOptions:NSActivityUserInitiatedAllowingIdleSystemSleep
+                                                      reason:@"a"];
+        const bool differ = first != second;
+        [info endActivity:first];
+        [info endActivity:second];
+        assume("two", differ ? "two" : "one");
+    }
+}
+
+TEST_F(MacAssumptions, ATimerThatIsLateFiresOnceAndKeepsItsGrid) {
+    page("https://developer.apple.com/documentation/foundation/timer");
+    double start = 0;
+    const auto times = std::make_shared<std::vector<double>>();
+    NSTimer* timer = nil;
+    host().onMain([&] {
+        start = now();
+        timer = [NSTimer scheduledTimerWithTimeInterval:0.5
+                                                repeats:YES
+                                                  block:^(NSTimer*) {
+                                                    times->push_back(now());
+                                                  }];
+        [NSThread sleepForTimeInterval:1.75];
+    });
+    std::vector<double> fired;
+    EXPECT_TRUE(eventually([&] {
+        host().onMain([&] { fired = *times; });
+        return fired.size() >= 2;
+    }));
+    host().onMain([&] { [timer invalidate]; });
+    // Late at 1.75; then the next moment of the grid, 2.0.
+    assume("late, then on its grid",
+           std::string(fired.at(0) - start >= 1.75 - tolerance ? "late" : "early") +
+               (fired.at(1) - start >= 2.0 - tolerance ? ", then on its grid" : ", then early"));
 }
 
 TEST_F(MacAssumptions, ATimerHoldsItsBlockUntilItIsInvalidated) {

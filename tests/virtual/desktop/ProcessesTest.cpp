@@ -51,6 +51,22 @@ TEST_F(ProcessesTest, StartsOnlyWhatIsExecutable) {
     EXPECT_EQ(ProcessEvent::started, events().at(0).kind);
 }
 
+TEST_F(ProcessesTest, AreListedOnlyOnceTheMainRunLoopHasTurned) {
+    mac().processes().install(chromePath, chrome());
+    std::vector<ProcessIdentifier> during{0};
+    std::shared_ptr<RunningApplication> named;
+    mac().postToMain([&] {
+        const auto started = computer().processLauncher.launch(chromePath, {});
+        computer().threads.sleep(5);
+        during = running("com.google.Chrome");
+        named = application(std::get<ProcessIdentifier>(started));
+    });
+    mac().runFor(6);
+    EXPECT_EQ(during, std::vector<ProcessIdentifier>{});
+    EXPECT_EQ(named, nullptr);
+    EXPECT_EQ(running("com.google.Chrome").size(), 1U);
+}
+
 TEST_F(ProcessesTest, ThatCannotBeStartedByTheClientMayBeStartedByOthers) {
     auto broken = chrome();
     broken.startFailure = "L’applicazione è danneggiata.";

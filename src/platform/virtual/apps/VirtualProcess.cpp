@@ -59,8 +59,14 @@ void VirtualProcess::behaveLike(const ApplicationDescription& description) {
 void VirtualProcess::appear() {
     State expected = State::starting;
     if (!state_.compare_exchange_strong(expected, State::running) || !description_.isApplication) return;
+    engine_.mainLoop.postOwn([self = shared_from_this()] { self->announce(); });
     engine_.journal.emit(
         {ApplicationEvent::started, description_.name, {{Field::pid, std::to_string(origin_.identifier)}}});
+}
+
+void VirtualProcess::appearSilently() {
+    state_ = State::running;
+    announce();
 }
 
 void VirtualProcess::leaveZombie() {

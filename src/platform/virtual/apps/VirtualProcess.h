@@ -47,12 +47,16 @@ class VirtualProcess final : public RunningApplication, public std::enable_share
     bool isAlive() const { return state_ == State::starting || state_ == State::running; }
     /// Whether it is listed among the running applications.
     bool isListed() const { return state_ == State::running && description_.isApplication; }
+    /// Whether the client finds it in that list: for a process the list only grows on a turn of its main run loop.
+    bool isAnnounced() const { return announced_ && isListed(); }
 
     /// From now on it follows the description when asked to end or to come to the front. Its identity does not change.
     void behaveLike(const ApplicationDescription& description);
     /// From now on it is listed.
     void appear();
-    void appearSilently() { state_ = State::running; }
+    void appearSilently();
+    /// The client has heard of it already.
+    void announce() { announced_ = true; }
     /// Its parent will not wait for it.
     void leaveZombie();
     /// False if it has ended before. Its windows close with it.
@@ -74,6 +78,7 @@ class VirtualProcess final : public RunningApplication, public std::enable_share
     /// Its identity never changes. Its behaviour can, under the mutex.
     ApplicationDescription description_;
     std::atomic<State> state_ = State::starting;
+    std::atomic<bool> announced_ = false;
 };
 
 }  // namespace vantrel::virtualmac

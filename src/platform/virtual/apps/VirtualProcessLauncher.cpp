@@ -180,6 +180,7 @@ std::int64_t VirtualProcessLauncher::openWindow(ProcessIdentifier process, const
 ProcessIdentifier VirtualProcessLauncher::add(const ApplicationDescription& description) {
     const auto process = make({}, {}, description);
     process->appear();
+    process->announce();
     return process->processIdentifier();
 }
 

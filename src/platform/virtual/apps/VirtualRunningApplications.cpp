@@ -6,14 +6,14 @@ std::vector<std::shared_ptr<RunningApplication>> VirtualRunningApplications::wit
     std::string_view identifier) const {
     std::vector<std::shared_ptr<RunningApplication>> found;
     for (const auto& process : processes_.all()) {
-        if (process->isListed() && process->description().bundleIdentifier == identifier) found.push_back(process);
+        if (process->isAnnounced() && process->description().bundleIdentifier == identifier) found.push_back(process);
     }
     return found;
 }
 
 std::shared_ptr<RunningApplication> VirtualRunningApplications::withProcessIdentifier(ProcessIdentifier process) const {
     const auto found = processes_.find(process);
-    return found && found->isListed() ? found : nullptr;
+    return found && found->isAnnounced() ? found : nullptr;
 }
 
 }  // namespace vantrel::virtualmac
