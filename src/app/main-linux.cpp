@@ -4,6 +4,7 @@
 #include "app/ApplicationMain.h"
 #include "platform/linux/LinuxComputer.h"
 #include "platform/linux/system/StandardStreams.h"
+#include "platform/portable/UnreadLines.h"
 
 namespace {
 
@@ -24,6 +25,7 @@ void explain(vantrel::linuxdesktop::NoComputer reason) {
 // On macOS the process is gone as soon as it may terminate, including everything that sleeps in the background.
 // Destructors would wait for that.
 [[noreturn]] void endProcess() {
+    vantrel::UnreadLines::endAll();
     std::fflush(nullptr);
     std::_Exit(EXIT_SUCCESS);
 }

@@ -25,31 +25,16 @@ bool takesAPiece(int stream) {
     return poll(&state, 1, 0) > 0;
 }
 
-// A process that ends by exit() destroys nothing of its main thread's.
-class Ends {
-  public:
-    static void add(const std::shared_ptr<UnreadLines>& lines) {
-        static Ends all;
-        static const bool registered = std::atexit([] { all.endAll(); }) == 0;
-        const std::lock_guard lock(all.mutex_);
-        if (registered) all.lines_.push_back(lines);
-    }
-
-  private:
-    void endAll() {
-        std::vector<std::weak_ptr<UnreadLines>> lines;
-        {
-            const std::lock_guard lock(mutex_);
-            lines.swap(lines_);
-        }
-        for (const auto& one : lines) {
-            if (const auto living = one.lock()) living->end();
-        }
-    }
-
-    std::mutex mutex_;
-    std::vector<std::weak_ptr<UnreadLines>> lines_;
+// Those with a thread.
+struct All {
+    std::mutex mutex;
+    std::vector<std::weak_ptr<UnreadLines>> lines;
 };
+
+All& all() {
+    static All instance;
+    return instance;
+}
 
 }  // namespace
 
@@ -104,7 +89,9 @@ bool UnreadLines::startThread() {
         for (int& end : wake_) close(std::exchange(end, -1));
         return false;
     }
-    Ends::add(shared_from_this());
+    const std::lock_guard lock(all().mutex);
+    if (all().lines.empty()) std::atexit(&UnreadLines::endAll);
+    all().lines.push_back(weak_from_this());
     return true;
 }
 
@@ -148,6 +135,17 @@ void UnreadLines::reportDropped() {
     const std::string text = "vantrel: " + std::to_string(std::exchange(dropped_, 0)) +
                              " log lines were dropped: nobody read standard output\n";
     [[maybe_unused]] const ssize_t written = ::write(errors_, text.data(), text.size());
+}
+
+void UnreadLines::endAll() {
+    std::vector<std::weak_ptr<UnreadLines>> lines;
+    {
+        const std::lock_guard lock(all().mutex);
+        lines.swap(all().lines);
+    }
+    for (const auto& one : lines) {
+        if (const auto living = one.lock()) living->end();
+    }
 }
 
 void UnreadLines::end() {

@@ -26,8 +26,10 @@ class UnreadLines : public std::enable_shared_from_this<UnreadLines> {
     /// One line with its line break.
     void write(std::string_view line);
 
-    /// Waits for the reader, at most a second, and drops what it has not taken by then. Also called by exit().
+    /// Waits for the reader, at most a second, and drops what it has not taken by then.
     void end();
+    /// The same for all streams, for a process that ends without destroying them. exit() calls it.
+    static void endAll();
 
   private:
     enum class Stream { takes, waits, gone };
