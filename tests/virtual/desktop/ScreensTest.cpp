@@ -92,6 +92,17 @@ TEST_F(ScreensTest, TheFirstDisplayThatIsPluggedInIsThePrimaryOne) {
     EXPECT_EQ((Frames{{{0, 0}, {800, 600}}, {{800, 0}, {640, 480}}}), frames());
 }
 
+TEST_F(ScreensTest, NoTwoDisplaysAreAtOnePlace) {
+    mac().screens().plug({"C", {{1440, 100}, {800, 600}}});
+    EXPECT_EQ((Frames{{{0, 0}, {1440, 900}}, {{1440, 100}, {1920, 1080}}, {{3360, 0}, {800, 600}}}), frames());
+    EXPECT_TRUE(mac().screens().setFrame("B", {{0, 0}, {1920, 1080}}));
+    EXPECT_EQ((Frames{{{0, 0}, {1440, 900}}, {{4160, 0}, {1920, 1080}}, {{3360, 0}, {800, 600}}}), frames());
+    EXPECT_TRUE(mac().screens().mirror("C"));
+    EXPECT_TRUE(mac().screens().setFrame("B", {{3360, 0}, {1920, 1080}}));
+    EXPECT_TRUE(mac().screens().unmirror("C"));
+    EXPECT_EQ((Frames{{{0, 0}, {1440, 900}}, {{3360, 0}, {1920, 1080}}, {{5280, 0}, {800, 600}}}), frames());
+}
+
 TEST_F(ScreensTest, TheMainScreenIsTheOneWithTheFocus) {
     EXPECT_TRUE(mac().screens().focus("B"));
     EXPECT_FALSE(mac().screens().focus("C"));

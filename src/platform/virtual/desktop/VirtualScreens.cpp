@@ -24,6 +24,22 @@ void putPrimaryAtOrigin(Displays& displays) {
     }
 }
 
+/// As the system keeps them: the primary display at the origin, and no two at the same place. One whose place is taken
+/// already goes to the right of all others.
+void settle(Displays& displays) {
+    putPrimaryAtOrigin(displays);
+    auto& screens = displays.screens;
+    for (auto screen = screens.begin(); screen != screens.end(); ++screen) {
+        const bool isTaken = std::any_of(screens.begin(), screen, [screen](const Screen& earlier) {
+            return earlier.frame.origin == screen->frame.origin;
+        });
+        if (!isTaken) continue;
+        double right = 0;
+        for (const Screen& each : screens) right = std::max(right, each.frame.origin.x + each.frame.size.width);
+        screen->frame.origin = {right, 0};
+    }
+}
+
 }  // namespace
 
 std::vector<Screen> VirtualScreens::screens() const {
@@ -83,7 +99,7 @@ void VirtualScreens::setNotices(int count, double every) {
 void VirtualScreens::plug(Screen screen) {
     Displays next = displays();
     next.screens.push_back(std::move(screen));
-    putPrimaryAtOrigin(next);
+    settle(next);
     change(std::move(next));
 }
 
@@ -114,7 +130,7 @@ void VirtualScreens::putBack(Displays& displays, Mirrored mirrored) {
         ++displays.main;
     }
     screens.insert(mirrored.wasPrimary ? screens.begin() : screens.end(), std::move(mirrored.screen));
-    putPrimaryAtOrigin(displays);
+    settle(displays);
 }
 
 bool VirtualScreens::unplug(std::string_view name) {
@@ -139,7 +155,7 @@ bool VirtualScreens::setFrame(std::string_view name, const Rect& frame) {
     const auto found = find(next.screens, name);
     if (found == next.screens.end()) return false;
     found->frame = frame;
-    putPrimaryAtOrigin(next);
+    settle(next);
     change(std::move(next));
     return true;
 }
