@@ -51,6 +51,8 @@ void DesktopPerformer::operator()(const DoToApplication& action) {
             return participant.closeWindowOf(action.application);
         case DoToApplication::What::toggleFullScreen:
             return participant.toggleFullScreenOf(action.application);
+        case DoToApplication::What::hideOthers:
+            return participant.hideOthersOf(action.application);
     }
 }
 

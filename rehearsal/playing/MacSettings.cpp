@@ -72,6 +72,7 @@ void apply(virtualmac::VirtualMac& mac, const MacConditions& conditions) {
     if (conditions.accessibility) mac.trust().setTrusted(*conditions.accessibility);
     if (conditions.microphone) mac.capture().setStatus(MediaType::audio, *conditions.microphone);
     if (conditions.camera) mac.capture().setStatus(MediaType::video, *conditions.camera);
+    if (conditions.activation) mac.activations().setAnswer(*conditions.activation);
     if (conditions.flagDelay) mac.desktop().setFlagDelay(*conditions.flagDelay);
     if (conditions.fullScreenDuration) mac.desktop().setFullScreenDuration(*conditions.fullScreenDuration);
     if (conditions.browsers) installBrowsers(mac, *conditions.browsers);

@@ -19,7 +19,8 @@ DesktopActionReader::DesktopActionReader(NodeReader& reader, MacReader& mac) : r
                                                                 {"minimise-window", What::minimise},
                                                                 {"restore-window", What::restore},
                                                                 {"close-window", What::close},
-                                                                {"toggle-full-screen", What::toggleFullScreen}}) {
+                                                                {"toggle-full-screen", What::toggleFullScreen},
+                                                                {"hide-others", What::hideOthers}}) {
         readers_[word] = [text, word = word, what = what](const YAML::Node& node) {
             return DoToApplication{what, text(node, word.c_str())};
         };

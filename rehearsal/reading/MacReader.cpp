@@ -1,6 +1,8 @@
 #include "rehearsal/reading/MacReader.h"
 
+#include <algorithm>
 #include <set>
+#include <span>
 
 #include "rehearsal/reading/CalendarTime.h"
 
@@ -50,6 +52,7 @@ std::vector<NodeReader::Member> MacReader::conditionsInto(MacConditions& mac) {
     return {{"accessibility", [&](const YAML::Node& value) { mac.accessibility = accessibility(value); }},
             {"microphone", [&](const YAML::Node& value) { mac.microphone = capture(value, "'microphone'"); }},
             {"camera", [&](const YAML::Node& value) { mac.camera = capture(value, "'camera'"); }},
+            {"activation", [&](const YAML::Node& value) { mac.activation = activation(value); }},
             {"browsers", [&](const YAML::Node& value) { mac.browsers = browsers_.browsers(value); }},
             {"safari", [&](const YAML::Node& value) { mac.safari = reader_.flag(value, "'safari'"); }},
             reader_.secondsInto("window-flags-lag", mac.flagDelay),
@@ -99,6 +102,15 @@ AuthorizationStatus MacReader::capture(const YAML::Node& node, const std::string
                                               {"granted", AuthorizationStatus::authorized}});
 }
 
+virtualmac::ActivationAnswer MacReader::activation(const YAML::Node& node) {
+    using virtualmac::ActivationAnswer;
+    return reader_.word<ActivationAnswer>(node, "'activation'",
+                                          {{"brings", ActivationAnswer::brings},
+                                           {"refused", ActivationAnswer::refuses},
+                                           {"ignored", ActivationAnswer::ignores},
+                                           {"late", ActivationAnswer::comesLate}});
+}
+
 Rect MacReader::frame(const YAML::Node& node) {
     if (!node.IsSequence() || node.size() != 4) {
         reader_.fail(node, "'frame' is not [x, y, width, height]");
@@ -120,7 +132,13 @@ void MacReader::displays(const YAML::Node& node, std::vector<Screen>& displays) 
     std::set<std::string> names;
     reader_.list(node, "'displays'", [&](const YAML::Node& one) {
         displays.push_back(display(one));
-        const auto& name = displays.back().localizedName;
+        const auto& [name, frame] = displays.back();
+        if (displays.size() == 1 && frame.origin != Point{}) reader_.fail(one, "the first display is not at 0 0");
+        const auto others = std::span(displays).first(displays.size() - 1);
+        if (std::any_of(others.begin(), others.end(),
+                        [&frame = frame](const Screen& other) { return other.frame.origin == frame.origin; })) {
+            reader_.fail(one, "there are two displays at one place");
+        }
         if (!name.empty() && !names.insert(name).second) reader_.fail(one, "there are two displays '" + name + "'");
     });
 }

@@ -22,6 +22,7 @@ class MacReader {
     OtherApplication application(const YAML::Node& node);
     bool accessibility(const YAML::Node& node);
     AuthorizationStatus capture(const YAML::Node& node, const std::string& what);
+    virtualmac::ActivationAnswer activation(const YAML::Node& node);
 
     /// `[x, y, width, height]`.
     Rect frame(const YAML::Node& node);

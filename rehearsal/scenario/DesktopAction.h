@@ -26,7 +26,7 @@ struct ShowApplication {
 
 /// An action on an application, or on its front window.
 struct DoToApplication {
-    enum class What { quit, kill, minimise, restore, close, toggleFullScreen };
+    enum class What { quit, kill, minimise, restore, close, toggleFullScreen, hideOthers };
     What what = What::quit;
     std::string application;
 };

@@ -6,6 +6,7 @@
 
 #include "platform/desktop/Geometry.h"
 #include "platform/system/CaptureAuthorization.h"
+#include "platform/virtual/world/Activations.h"
 #include "rehearsal/scenario/Behaviour.h"
 #include "rehearsal/scenario/InstalledBrowser.h"
 
@@ -27,6 +28,8 @@ struct MacConditions {
     std::optional<bool> accessibility;
     std::optional<AuthorizationStatus> microphone;
     std::optional<AuthorizationStatus> camera;
+    /// Empty: as the macOS does it.
+    std::optional<virtualmac::ActivationAnswer> activation;
     /// All that are installed. Safari, which is part of the system, is so without being among them.
     std::optional<InstalledBrowsers> browsers;
     /// Whether Safari is installed at all.

@@ -121,6 +121,8 @@ EventEntry entryOf(WindowEvent kind, const Happening& event) {
             return {"window", event.text + " is shown"};
         case WindowEvent::hidden:
             return {"window", event.text + " is hidden"};
+        case WindowEvent::orderedFront:
+            return {"window", event.text + " lies above all others"};
         case WindowEvent::key:
             return {"window", event.text + " is in front"};
         case WindowEvent::style:

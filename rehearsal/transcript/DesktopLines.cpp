@@ -57,6 +57,11 @@ std::string refusal(const Happening& event) {
     return error.empty() ? "" : ": " + error;
 }
 
+std::string inPlaceOf(const Happening& event) {
+    const auto application = event.field(Field::application);
+    return application.empty() ? "an application without a name" : application;
+}
+
 }  // namespace
 
 EventEntry entryOf(SystemEvent kind, const Happening& event) {
@@ -91,6 +96,9 @@ EventEntry entryOf(ApplicationEvent kind, const Happening& event) {
             return {"application", withIdentifier(event) + " exits"};
         case ApplicationEvent::activate:
             return {"application", withIdentifier(event) + " is asked to come to the front" + refusal(event)};
+        case ApplicationEvent::activateFrom:
+            return {"application", withIdentifier(event) + " is asked to come to the front in place of " +
+                                       inPlaceOf(event) + refusal(event)};
         case ApplicationEvent::terminate:
             return {"application", withIdentifier(event) + " is asked to quit" + refusal(event)};
         case ApplicationEvent::forceTerminate:

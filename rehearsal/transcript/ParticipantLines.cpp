@@ -71,6 +71,8 @@ std::string does(DesktopDeed deed, const std::string& text) {
             return "opens a window of " + titleOf(text);
         case DesktopDeed::toggleFullScreen:
             return "toggles full screen of " + titleOf(text);
+        case DesktopDeed::hideOthers:
+            return "hides all but " + titleOf(text);
         case DesktopDeed::swipeLeft:
             return "swipes to the left";
         case DesktopDeed::swipeRight:

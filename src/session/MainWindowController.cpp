@@ -103,7 +103,7 @@ void MainWindowController::activateLockdown(const JoinedSession& session) {
     if (!verifyAccessibility()) {
         // Restores what was before. A lockdown that stands from an earlier press keeps every way of ending it.
         if (!anotherStands) {
-            isInLockdown_ = false;
+            leaveLockdown();
             setClosable(true);
         }
         return;
@@ -124,6 +124,12 @@ void MainWindowController::activateLockdown(const JoinedSession& session) {
 void MainWindowController::enterLockdown() {
     if (!isInLockdown_) ++lockdownNumber_;
     isInLockdown_ = true;
+    if (!accessibilityLimit_) accessibilityLimit_ = computer_.accessibility.limitTime();
+}
+
+void MainWindowController::leaveLockdown() {
+    isInLockdown_ = false;
+    accessibilityLimit_.reset();
 }
 
 bool MainWindowController::verifyAccessibility() {
@@ -277,6 +283,8 @@ void MainWindowController::endSession(SessionEndReason reason) {
     print("[SESSION] Fine sessione: " + text);
 
     if (keyboardHook_) keyboardHook_->stop();
+    // Without a tap nothing is lost by asking a browser that hangs about each of its windows.
+    accessibilityLimit_->insist();
     if (windowMonitor_) windowMonitor_->stopMonitoring();
     if (blackoutOverlay_) {
         blackoutOverlay_->deactivate();
@@ -302,6 +310,7 @@ void MainWindowController::endSession(SessionEndReason reason) {
     endScreen_->setMessage(text);
     joinScreen_->setHidden(true);
     endScreen_->setHidden(false);
+    accessibilityLimit_.reset();
     print("[SESSION] Schermata fine visibile, join hidden: true, end hidden: false");
 }
 

@@ -68,6 +68,7 @@ class MainWindowController : public std::enable_shared_from_this<MainWindowContr
     /// Gives the activated lockdown its number: a new one if none stands, otherwise the number of the one that stands,
     /// which further presses of the join button share.
     void enterLockdown();
+    void leaveLockdown();
     /// What an activation left pending (prompts, the browser's launch) continues only in the lockdown in which it
     /// began: a second press must not keep the first from locking, and after an end nothing may come back.
     bool stands(std::uint64_t lockdown) const { return isInLockdown_ && lockdown == lockdownNumber_; }
@@ -99,6 +100,9 @@ class MainWindowController : public std::enable_shared_from_this<MainWindowContr
     std::shared_ptr<BlackoutOverlayManager> blackoutOverlay_;
     bool isInLockdown_ = false;
     std::uint64_t lockdownNumber_ = 0;
+    /// From the lockdown's start to the end of its end routine, whether there is a keyboard tap or not: a browser that
+    /// hangs must not hold up the main thread for long.
+    std::unique_ptr<AccessibilityTimeLimit> accessibilityLimit_;
     std::unique_ptr<StatusItem> statusItem_;
 
     std::unique_ptr<Window> window_;

@@ -247,6 +247,24 @@ TEST_F(ProcessContract, ZeroAndNegativeNumbersNameNoProcess) {
     EXPECT_FALSE(application->isTerminated());
 }
 
+// The launch takes place on a background thread. On some computers it has to tell the main thread something, which may
+// be held for as long as a person likes.
+TEST_F(ProcessContract, AProcessStartsWhileTheMainThreadIsUnderAnAlert) {
+    computer().dispatch.mainQueue().async([this] {
+        note("asked");
+        computer().alerts.runModal({AlertStyle::warning, "Domanda", "Perché?", {"Continua"}});
+        note("answered");
+    });
+    ASSERT_TRUE(noted(1));
+    const auto application = launched({"--window=Lezione,100,100,400,300"});
+    ASSERT_TRUE(application);
+    EXPECT_TRUE(eventually([&] { return hasWindow(application->processIdentifier()); }));
+    note("started");
+    host().pressAlertButton("Continua");
+    ASSERT_TRUE(noted(3));
+    EXPECT_EQ(notes(), (Notes{"asked", "started", "answered"}));
+}
+
 TEST_F(ProcessContract, ActivationBringsAnApplicationToTheFront) {
     const auto first = launched({"--window=Uno,100,100,400,300"});
     const auto second = launched({"--window=Due,150,150,400,300"});

@@ -46,7 +46,8 @@ TEST(DesktopActionReader, ReadsWhatTheParticipantDoesOnTheDesktop) {
                                                    {"minimise-window", What::minimise},
                                                    {"restore-window", What::restore},
                                                    {"close-window", What::close},
-                                                   {"toggle-full-screen", What::toggleFullScreen}}) {
+                                                   {"toggle-full-screen", What::toggleFullScreen},
+                                                   {"hide-others", What::hideOthers}}) {
         EXPECT_EQ(onDesktop<DoToApplication>(word + ": A").what, what) << word;
         EXPECT_EQ(onDesktop<DoToApplication>(word + ": A").application, "A") << word;
     }

@@ -65,6 +65,7 @@ TEST(EventLines, TellWhatTheParticipantDoesElsewhereInWords) {
               "    1.000  participant  moves the window of Google Chrome to 300 200\n");
     EXPECT_EQ(lines({DesktopDeed::swipeLeft, {}, {{Field::ignored, "there is no Space beside this one"}}}),
               "    1.000  participant  swipes to the left\n" + more + "ignored: there is no Space beside this one\n");
+    EXPECT_EQ(lines({DesktopDeed::hideOthers, "Note"}), "    1.000  participant  hides all but Note\n");
     EXPECT_EQ(lines({DesktopDeed::kill, "Google Chrome"}), "    1.000  participant  kills Google Chrome\n");
 }
 

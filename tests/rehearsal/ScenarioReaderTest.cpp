@@ -45,6 +45,7 @@ mac:
   displays: [{name: A, frame: [0, 0, 800, 600]}, {name: B, frame: [-1280.5, 100, 1280.5, 720]}]
   separate-spaces: no
   accessibility: refused
+  activation: ignored
   microphone: undecided
   camera: restricted
   settings: {vt_email: a@b}
@@ -59,6 +60,7 @@ mac:
     EXPECT_EQ(mac.displays, (std::vector<Screen>{{"A", {{0, 0}, {800, 600}}}, {"B", {{-1280.5, 100}, {1280.5, 720}}}}));
     EXPECT_FALSE(mac.separateSpaces);
     EXPECT_EQ(mac.accessibility, false);
+    EXPECT_EQ(mac.activation, virtualmac::ActivationAnswer::ignores);
     EXPECT_EQ(mac.microphone, AuthorizationStatus::notDetermined);
     EXPECT_EQ(mac.camera, AuthorizationStatus::restricted);
     EXPECT_EQ(mac.settings, (std::map<std::string, std::string>{{"vt_email", "a@b"}}));
@@ -276,8 +278,16 @@ TEST(ScenarioReader, RefusesTwoThingsOfOneName) {
     EXPECT_EQ(wrong(head + "timeline: []\nserver: {sessions: [{code: a}, {code: A}]}\n"),
               "4: there are two sessions A\n");
     EXPECT_EQ(wrong(head + "timeline: []\nmac:\n  displays:\n    - {name: A, frame: [0, 0, 1, 1]}\n"
-                           "    - {name: A, frame: [0, 0, 1, 1]}\n"),
+                           "    - {name: A, frame: [1, 0, 1, 1]}\n"),
               "7: there are two displays 'A'\n");
+}
+
+TEST(ScenarioReader, RefusesDisplaysThatASystemWouldNotArrangeSo) {
+    EXPECT_EQ(wrong(head + "timeline: []\nmac:\n  displays:\n    - {name: A, frame: [0, 10, 1, 1]}\n"),
+              "6: the first display is not at 0 0\n");
+    EXPECT_EQ(wrong(head + "timeline: []\nmac:\n  displays:\n    - {name: A, frame: [0, 0, 1, 1]}\n"
+                           "    - {name: B, frame: [0, 0, 2, 2]}\n"),
+              "7: there are two displays at one place\n");
 }
 
 TEST(ScenarioReader, RefusesAnAddressWithAPath) {

@@ -34,13 +34,13 @@ inline constexpr AccessibilityError accessibilityDisabled = -25211;
 inline constexpr AccessibilityError accessibilityNoValue = -25212;
 
 /// Timeouts in seconds for a call to an application that does not answer. The first is the system's default. The second
-/// holds while a keyboard tap of this process exists (AXUIElementSetMessagingTimeout): if a tap's main thread does not
-/// answer for about a second, the system disables the tap for good.
+/// holds while an AccessibilityTimeLimit exists (AXUIElementSetMessagingTimeout): if a keyboard tap's main thread does
+/// not answer for about a second, the system disables the tap for good.
 inline constexpr double accessibilityTimeout = 6;
-inline constexpr double accessibilityTimeoutUnderTap = 0.5;
-/// While a tap exists, further calls to that application fail at once for this many seconds, because the main thread
-/// makes several in a row.
-inline constexpr double accessibilityPauseUnderTap = 1;
+inline constexpr double limitedAccessibilityTimeout = 0.5;
+/// Under a limit, further calls to that application fail at once for this many seconds, because the main thread makes
+/// several in a row.
+inline constexpr double limitedAccessibilityPause = 1;
 
 /// AXUIElement. Any thread. A call to an application that does not answer blocks until its timeout and returns
 /// accessibilityCannotComplete.
@@ -56,6 +56,17 @@ class AccessibilityElement {
     virtual AccessibilityError performAction(std::string_view name) = 0;
 };
 
+/// While one exists, calls of this process to applications that do not answer are given up after
+/// limitedAccessibilityTimeout, with a pause of limitedAccessibilityPause. Main thread.
+class AccessibilityTimeLimit {
+  public:
+    virtual ~AccessibilityTimeLimit() = default;
+
+    /// From now on there is no pause, and a value that is not answered is asked for once more. For when no keyboard tap
+    /// depends on the main thread any more.
+    virtual void insist() = 0;
+};
+
 /// The elements of other applications. Any thread.
 class Accessibility {
   public:
@@ -63,6 +74,9 @@ class Accessibility {
 
     /// AXUIElementCreateApplication. Never null, even if there is no such process.
     virtual std::shared_ptr<AccessibilityElement> application(ProcessIdentifier process) const = 0;
+
+    /// Main thread. One at a time.
+    [[nodiscard]] virtual std::unique_ptr<AccessibilityTimeLimit> limitTime() = 0;
 };
 
 }  // namespace vantrel

@@ -7,8 +7,8 @@
 
 namespace vantrel {
 
-/// Remembers which applications did not answer a call within the timeout that holds under a keyboard tap. Times are
-/// seconds of uptime. Any thread.
+/// Remembers which applications did not answer a call within limitedAccessibilityTimeout. Times are seconds of uptime.
+/// Any thread.
 class UnansweredCalls {
   public:
     /// Whether a call to the process must fail at once.
@@ -21,7 +21,7 @@ class UnansweredCalls {
     /// A call to the process timed out.
     void note(ProcessIdentifier process, double now) {
         const std::lock_guard guard(mutex_);
-        until_.insert_or_assign(process, now + accessibilityPauseUnderTap);
+        until_.insert_or_assign(process, now + limitedAccessibilityPause);
     }
 
   private:

@@ -19,11 +19,12 @@ VirtualMac::VirtualMac(Options options)
       engine_(options),
       screens_(engine_),
       desktop_(engine_, [this] { return screens_.displays(); }),
-      processes_(engine_, files_, desktop_, options.bundleIdentifier),
-      application_(engine_, desktop_, processes_.ownProcess()),
+      activations_(desktop_, options.systemVersion),
+      processes_(engine_, files_, desktop_, activations_, options.bundleIdentifier),
+      windows_(engine_, desktop_),
+      application_({engine_, desktop_, activations_, processes_, windows_}),
       alerts_(engine_),
       menus_(engine_),
-      windows_(engine_),
       statusBar_(engine_, menus_),
       spaces_(engine_, desktop_),
       overlays_(engine_, desktop_),
@@ -35,7 +36,7 @@ VirtualMac::VirtualMac(Options options)
       opener_(engine_, processes_),
       frontmost_(desktop_, processes_),
       applications_(processes_),
-      accessibility_(engine_, desktop_, processes_, trust_, keyboard_),
+      accessibility_(engine_, desktop_, processes_, trust_),
       capture_(engine_),
       dispatch_(engine_),
       runLoop_(engine_),
@@ -57,6 +58,9 @@ VirtualMac::VirtualMac(Options options)
                     statusBar_,
                     application_,
                     capture_}) {
+    activations_.makeFrontmost = [this](ProcessIdentifier process) {
+        return accessibility_.application(process)->setAttribute("AXFrontmost", true);
+    };
     engine_.start();
 }
 

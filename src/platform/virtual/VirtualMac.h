@@ -40,6 +40,7 @@
 #include "platform/virtual/ui/VirtualOverlays.h"
 #include "platform/virtual/ui/VirtualStatusBar.h"
 #include "platform/virtual/ui/VirtualWindows.h"
+#include "platform/virtual/world/Activations.h"
 #include "platform/virtual/world/VirtualDesktop.h"
 
 namespace vantrel::virtualmac {
@@ -111,6 +112,7 @@ class VirtualMac {
     VirtualStatusBar& statusBar() { return statusBar_; }
     VirtualScreens& screens() { return screens_; }
     VirtualDesktop& desktop() { return desktop_; }
+    Activations& activations() { return activations_; }
     VirtualSpaces& spaces() { return spaces_; }
     VirtualOverlays& overlays() { return overlays_; }
     VirtualKeyboardTaps& keyboard() { return keyboard_; }
@@ -141,11 +143,12 @@ class VirtualMac {
     VirtualScreens screens_;
     VirtualFileManager files_;
     VirtualDesktop desktop_;
+    Activations activations_;
     VirtualProcessLauncher processes_;
+    VirtualWindows windows_;
     VirtualApplication application_;
     VirtualAlerts alerts_;
     MenuTracking menus_;
-    VirtualWindows windows_;
     VirtualStatusBar statusBar_;
     VirtualSpaces spaces_;
     VirtualOverlays overlays_;

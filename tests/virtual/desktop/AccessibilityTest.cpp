@@ -137,10 +137,9 @@ TEST_F(AccessibilityTest, WaitsSixSecondsForAnApplicationThatDoesNotAnswer) {
 }
 
 // Otherwise the main thread's calls in a row would hold up a key for longer than the system tolerates from a tap.
-TEST_F(AccessibilityTest, UnderATapWaitsHalfASecondAndForASecondNotAgain) {
-    std::unique_ptr<KeyboardTap> tap;
-    mac().onMain(
-        [&] { tap = computer().keyboardTaps.create([](const auto&) noexcept { return std::string_view(); }, {}); });
+TEST_F(AccessibilityTest, UnderALimitWaitsHalfASecondAndForASecondNotAgain) {
+    std::unique_ptr<AccessibilityTimeLimit> limit;
+    mac().onMain([&] { limit = computer().accessibility.limitTime(); });
     const Element element = first();
     mac().accessibility().setUnresponsive(process, true);
     EXPECT_EQ(-25204, error(app(), "AXWindows"));
@@ -157,9 +156,38 @@ TEST_F(AccessibilityTest, UnderATapWaitsHalfASecondAndForASecondNotAgain) {
     mac().accessibility().setUnresponsive(process, true);
     EXPECT_EQ(-25204, error(app(), "AXWindows"));
     EXPECT_EQ(2.0, mac().now());
-    mac().onMain([&] { tap.reset(); });
+    mac().onMain([&] { limit.reset(); });
     EXPECT_EQ(-25204, error(app(), "AXWindows"));
-    EXPECT_EQ(8.0, mac().now()) << "without a tap the system's own time-out holds";
+    EXPECT_EQ(8.0, mac().now()) << "without a limit the system's own time-out holds";
+}
+
+TEST_F(AccessibilityTest, ALimitThatInsistsMakesEveryCallAndAsksForAValueTwice) {
+    std::unique_ptr<AccessibilityTimeLimit> limit;
+    mac().onMain([&] { limit = computer().accessibility.limitTime(); });
+    const Element element = first();
+    mac().accessibility().setUnresponsive(process, true);
+    EXPECT_EQ(-25204, error(app(), "AXWindows"));
+    mac().onMain([&] { limit->insist(); });
+    EXPECT_EQ(-25204, error(element, "AXFullScreen"));
+    EXPECT_EQ(1.5, mac().now()) << "asked at once, and twice for half a second";
+    EXPECT_EQ(-25204, element->setAttribute("AXFullScreen", true));
+    EXPECT_EQ(2.0, mac().now()) << "what changes something is not repeated";
+    mac().after(0.6, [this] { mac().accessibility().setUnresponsive(process, false); });
+    EXPECT_EQ(false, read<bool>(element, "AXFullScreen"));
+    EXPECT_EQ(2.6, mac().now());
+    mac().onMain([&] { limit.reset(); });
+}
+
+TEST_F(AccessibilityTest, AnApplicationComesToTheFrontWhenItsAttributeIsWritten) {
+    const auto other = mac().applications().add({"Note", "com.example.notes"});
+    mac().processes().find(other)->comeToFront();
+    const Element element = app();
+    EXPECT_EQ(false, read<bool>(element, "AXFrontmost"));
+    EXPECT_EQ(-25201, element->setAttribute("AXFrontmost", Size{1, 1}));
+    EXPECT_EQ(0, element->setAttribute("AXFrontmost", true));
+    settle();
+    EXPECT_EQ(true, read<bool>(element, "AXFrontmost"));
+    EXPECT_EQ(-25205, element->setAttribute("AXWindows", true));
 }
 
 TEST_F(AccessibilityTest, FailsAsOftenAsItIsToldTo) {

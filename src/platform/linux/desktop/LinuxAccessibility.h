@@ -24,6 +24,7 @@ class LinuxAccessibility final : public Accessibility {
     explicit LinuxAccessibility(const AccessibilityDependencies& dependencies) : dependencies_(dependencies) {}
 
     std::shared_ptr<AccessibilityElement> application(ProcessIdentifier process) const override;
+    [[nodiscard]] std::unique_ptr<AccessibilityTimeLimit> limitTime() override;
 
   private:
     const AccessibilityDependencies dependencies_;

@@ -1,6 +1,6 @@
 #include "platform/macos/apps/MacProcessLauncher.h"
 
-#import <Foundation/Foundation.h>
+#import <AppKit/AppKit.h>
 #include <signal.h>
 
 #include <algorithm>
@@ -35,6 +35,26 @@ NSTask* makeTask(std::string_view executablePath, const std::vector<std::string>
     return task;
 }
 
+// The identifier of the bundle that has the executable. Nil if there is none.
+NSString* bundleIdentifierAround(std::string_view executablePath) {
+    const auto executables = executablePath.rfind("/Contents/MacOS/");
+    if (executables == std::string_view::npos) return nil;
+    return [NSBundle bundleWithPath:lenientText(executablePath.substr(0, executables))].bundleIdentifier;
+}
+
+// From macOS 14 on, an application that was started as a process may not come to the front unless the one that is there
+// lets it. AppKit belongs to the main thread. That one is not waited for: it may be busy, or under an alert.
+void yieldActivation(NSString* bundleIdentifier) {
+    if (bundleIdentifier == nil) return;
+    if (@available(macOS 14.0, *)) {
+        CFRunLoopPerformBlock(CFRunLoopGetMain(), kCFRunLoopCommonModes, ^{
+          NSApplication* application = NSApplication.sharedApplication;
+          if (application.active) [application yieldActivationToApplicationWithBundleIdentifier:bundleIdentifier];
+        });
+        CFRunLoopWakeUp(CFRunLoopGetMain());
+    }
+}
+
 }  // namespace
 
 std::variant<ProcessIdentifier, PlatformError> MacProcessLauncher::launch(std::string_view executablePath,
@@ -47,6 +67,7 @@ std::variant<ProcessIdentifier, PlatformError> MacProcessLauncher::launch(std::s
             NSTask* task = makeTask(executablePath, arguments);
             NSError* error = nil;
             if (![task launchAndReturnError:&error]) return platformError(error);
+            yieldActivation(bundleIdentifierAround(executablePath));
             return ProcessIdentifier{task.processIdentifier};
         } @catch (NSException* exception) {
             return platformError(exception);

@@ -8,6 +8,9 @@
 #include <cstddef>
 
 #include "platform/macos/bridge/Text.h"
+#include "platform/macos/desktop/MacAccessibility.h"
+#include "platform/macos/threads/MacClock.h"
+#include "platform/portable/FrontRequests.h"
 
 namespace vantrel::macos {
 
@@ -58,10 +61,51 @@ bool MacRunningApplication::isTerminated() const {
 
 // An application that has ended is asked, too. That does no harm, and only the system's answer may be out of date.
 
-// From macOS 14 on, the option has no effect and the system may decline. The call is the same.
+namespace {
+
+class MacWaysToFront final : public WaysToFront {
+  public:
+    MacWaysToFront(NSRunningApplication* application, ActivationOptions options)
+        : application_(application), options_(static_cast<NSApplicationActivationOptions>(options)) {}
+
+    bool isInFront() const override { return application_.active; }
+    bool activate() override { return [application_ activateWithOptions:options_]; }
+
+    bool activateFromFrontmost() override {
+        if (@available(macOS 14.0, *)) {
+            NSRunningApplication* frontmost = NSWorkspace.sharedWorkspace.frontmostApplication;
+            return frontmost != nil && [application_ activateFromApplication:frontmost options:options_];
+        }
+        return false;
+    }
+
+    bool makeFrontmost() override {
+        const auto element = MacAccessibility().application(application_.processIdentifier);
+        return element->setAttribute("AXFrontmost", true) == accessibilitySuccess;
+    }
+
+  private:
+    NSRunningApplication* const application_;
+    const NSApplicationActivationOptions options_;
+};
+
+// Never destroyed: other threads may still ask while the process exits.
+FrontRequests& frontRequests() {
+    static FrontRequests& requests = *new FrontRequests;
+    return requests;
+}
+
+}  // namespace
+
+// From macOS 14 on, the option has no effect, and an application that is not in front, as the client never is in a
+// lockdown, may be declined, or be told yes with no effect.
 bool MacRunningApplication::activate(ActivationOptions options) {
-    const bool isRunning = !isTerminated();
-    return [application_ activateWithOptions:static_cast<NSApplicationActivationOptions>(options)] && isRunning;
+    @autoreleasepool {
+        MacWaysToFront ways(application_, options);
+        if (!isTerminated()) return frontRequests().bring(process_, MacClock().uptime(), ways);
+        ways.activate();
+        return false;
+    }
 }
 
 bool MacRunningApplication::terminate() {

@@ -12,6 +12,7 @@ namespace vantrel::macos {
 namespace {
 
 std::atomic<int> living = 0;
+std::atomic<bool> insisting = false;
 
 // Never destroyed: other threads may still ask while the process exits.
 UnansweredCalls& unansweredCalls() {
@@ -28,21 +29,31 @@ void limitCalls(double seconds) {
 }  // namespace
 
 AccessibilityTimeout::AccessibilityTimeout() {
-    if (++living == 1) limitCalls(accessibilityTimeoutUnderTap);
+    if (++living == 1) limitCalls(limitedAccessibilityTimeout);
+    insisting = false;
 }
 
 AccessibilityTimeout::~AccessibilityTimeout() {
     if (--living == 0) limitCalls(0);
+    insisting = false;
+}
+
+void AccessibilityTimeout::insist() {
+    insisting = true;
+}
+
+bool AccessibilityTimeout::insists() {
+    return insisting;
 }
 
 bool AccessibilityTimeout::refuses(ProcessIdentifier process, double uptime) {
-    return living > 0 && unansweredCalls().refuses(process, uptime);
+    return living > 0 && !insisting && unansweredCalls().refuses(process, uptime);
 }
 
 // An application that is gone fails at once, with the same error as one that does not answer.
 void AccessibilityTimeout::noteFailure(ProcessIdentifier process, double seconds, double uptime) {
     constexpr double nearlyAll = 0.9;
-    if (seconds >= nearlyAll * accessibilityTimeoutUnderTap) unansweredCalls().note(process, uptime);
+    if (seconds >= nearlyAll * limitedAccessibilityTimeout) unansweredCalls().note(process, uptime);
 }
 
 }  // namespace vantrel::macos

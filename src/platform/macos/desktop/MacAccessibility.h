@@ -26,6 +26,7 @@ class MacAccessibilityElement final : public AccessibilityElement {
 class MacAccessibility final : public Accessibility {
   public:
     std::shared_ptr<AccessibilityElement> application(ProcessIdentifier process) const override;
+    [[nodiscard]] std::unique_ptr<AccessibilityTimeLimit> limitTime() override;
 };
 
 }  // namespace vantrel::macos

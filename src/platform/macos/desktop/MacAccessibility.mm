@@ -6,6 +6,7 @@
 #include "platform/macos/desktop/AccessibilityTimeout.h"
 #include "platform/macos/desktop/AccessibilityValueBridge.h"
 #include "platform/macos/threads/MacClock.h"
+#include "platform/macos/threads/MainThread.h"
 
 namespace vantrel::macos {
 
@@ -39,9 +40,11 @@ std::variant<AccessibilityValue, AccessibilityError> MacAccessibilityElement::at
     @autoreleasepool {
         NSString* text = lenientText(name);
         CFTypeRef copied = nullptr;
-        const AXError error = ask(element_.get(), [&] {
+        const auto copy = [&] {
             return AXUIElementCopyAttributeValue(element_.get(), (__bridge CFStringRef)text, &copied);
-        });
+        };
+        AXError error = ask(element_.get(), copy);
+        if (error == kAXErrorCannotComplete && AccessibilityTimeout::insists()) error = ask(element_.get(), copy);
         const auto value = CFReference<CFTypeRef>::copied(copied);
         if (error != kAXErrorSuccess) return AccessibilityError{error};
         return accessibilityValue(value.get());
@@ -72,6 +75,11 @@ AccessibilityError MacAccessibilityElement::performAction(std::string_view name)
 std::shared_ptr<AccessibilityElement> MacAccessibility::application(ProcessIdentifier process) const {
     return std::make_shared<MacAccessibilityElement>(
         CFReference<AXUIElementRef>::created(AXUIElementCreateApplication(process)));
+}
+
+std::unique_ptr<AccessibilityTimeLimit> MacAccessibility::limitTime() {
+    requireMainThread("limitTime");
+    return std::make_unique<AccessibilityTimeout>();
 }
 
 }  // namespace vantrel::macos

@@ -4,11 +4,9 @@
 #include <CoreGraphics/CoreGraphics.h>
 
 #include <memory>
-#include <optional>
 
 #include "platform/keyboard/KeyboardTap.h"
 #include "platform/macos/bridge/CFReference.h"
-#include "platform/macos/desktop/AccessibilityTimeout.h"
 
 namespace vantrel::macos {
 
@@ -35,8 +33,6 @@ class MacKeyboardTap final : public KeyboardTap {
     const std::unique_ptr<const Rules> rules_;
     CFReference<CFMachPortRef> eventTap_;
     CFReference<CFRunLoopSourceRef> runLoopSource_;
-    // Needed because calls to a browser that hangs would keep the tap from answering the system.
-    std::optional<AccessibilityTimeout> accessibilityTimeout_;
 };
 
 class MacKeyboardTaps final : public KeyboardTaps {

@@ -66,7 +66,6 @@ bool MacKeyboardTap::install() {
     if (!runLoopSource_) return false;
     CFRunLoopAddSource(CFRunLoopGetMain(), runLoopSource_.get(), kCFRunLoopCommonModes);
     CGEventTapEnable(eventTap_.get(), true);
-    accessibilityTimeout_.emplace();
     return true;
 }
 

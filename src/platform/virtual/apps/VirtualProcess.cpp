@@ -6,13 +6,56 @@ bool VirtualProcess::isTerminated() const {
     return !isAlive();
 }
 
+/// The client's, each by the system's own call.
+class VirtualProcess::Ways final : public WaysToFront {
+  public:
+    Ways(VirtualProcess& process, ActivationOptions options) : process_(process), options_(options) {}
+
+    bool isInFront() const override { return process_.isFrontmost(); }
+    bool activate() override { return process_.requestActivation(options_); }
+
+    bool activateFromFrontmost() override {
+        const auto front = process_.desktop_.front();
+        if (!process_.activations_.isCooperative() || front.empty()) return false;
+        return process_.requestActivationFrom(front.front(), options_);
+    }
+
+    bool makeFrontmost() override {
+        return process_.activations_.makeFrontmost(process_.processIdentifier()) == accessibilitySuccess;
+    }
+
+  private:
+    VirtualProcess& process_;
+    const ActivationOptions options_;
+};
+
 bool VirtualProcess::activate(ActivationOptions options) {
+    if (isTerminated()) return requestActivation(options);
+    Ways ways(*this, options);
+    return activations_.requests.bring(origin_.identifier, toSeconds(engine_.scheduler.now()), ways);
+}
+
+bool VirtualProcess::requestActivation(ActivationOptions options) {
     const Fields more{{Field::options, std::to_string(static_cast<int>(options))}};
-    if (!ask(ApplicationEvent::activate, more)) return false;
+    return ask(ApplicationEvent::activate, more) && follow(activations_.decide(origin_.identifier));
+}
+
+bool VirtualProcess::requestActivationFrom(const FrontCandidate& other, ActivationOptions options) {
+    const Fields more{{Field::options, std::to_string(static_cast<int>(options))}, {Field::application, other.name}};
+    return ask(ApplicationEvent::activateFrom, more) && follow(activations_.decide(origin_.identifier, other.process));
+}
+
+bool VirtualProcess::follow(const Activations::Decision& decision) {
     const auto behaviour = description();
-    if (behaviour.declinesActivation) return true;
-    engine_.world.after(behaviour.activationDelay, [self = shared_from_this()] { self->comeToFront(); });
-    return true;
+    if (decision.comesAfter && !behaviour.declinesActivation) {
+        engine_.world.after(behaviour.activationDelay + *decision.comesAfter,
+                            [self = shared_from_this()] { self->comeToFront(); });
+    }
+    return decision.accepted;
+}
+
+void VirtualProcess::becomeFrontmost() {
+    follow({});
 }
 
 bool VirtualProcess::terminate() {

@@ -12,6 +12,7 @@
 #include "platform/portable/UTF8Validity.h"
 #include "platform/virtual/apps/InstalledApplication.h"
 #include "platform/virtual/scheduler/Engine.h"
+#include "platform/virtual/world/Activations.h"
 #include "platform/virtual/world/VirtualDesktop.h"
 
 namespace vantrel::virtualmac {
@@ -26,8 +27,13 @@ class VirtualProcess final : public RunningApplication, public std::enable_share
         std::vector<std::string> arguments;
     };
 
-    VirtualProcess(Engine& engine, VirtualDesktop& desktop, Origin origin, ApplicationDescription description)
-        : engine_(engine), desktop_(desktop), origin_(std::move(origin)), description_(std::move(description)) {}
+    VirtualProcess(Engine& engine, VirtualDesktop& desktop, Activations& activations, Origin origin,
+                   ApplicationDescription description)
+        : engine_(engine),
+          desktop_(desktop),
+          activations_(activations),
+          origin_(std::move(origin)),
+          description_(std::move(description)) {}
 
     ProcessIdentifier processIdentifier() const override { return origin_.identifier; }
     std::optional<std::string> bundleIdentifier() const override { return description_.bundleIdentifier; }
@@ -38,6 +44,13 @@ class VirtualProcess final : public RunningApplication, public std::enable_share
     bool activate(ActivationOptions options) override;
     bool terminate() override;
     bool forceTerminate() override;
+
+    /// The lower level of activate(), as in the system: activateWithOptions:, activateFromApplication:options:, and the
+    /// accessibility attribute AXFrontmost. False if the system declines.
+    bool requestActivation(ActivationOptions options);
+    bool requestActivationFrom(const FrontCandidate& other, ActivationOptions options);
+    void becomeFrontmost();
+    bool isFrontmost() const { return desktop_.isFrontmost(origin_.identifier); }
 
     const Origin& origin() const { return origin_; }
     ApplicationDescription description() const;
@@ -68,11 +81,15 @@ class VirtualProcess final : public RunningApplication, public std::enable_share
     bool receive(int signal);
 
   private:
+    class Ways;
+
+    bool follow(const Activations::Decision& decision);
     /// False if it cannot be asked. `more` are the event's fields besides the process.
     bool ask(ApplicationEvent kind, const Fields& more = {});
 
     Engine& engine_;
     VirtualDesktop& desktop_;
+    Activations& activations_;
     const Origin origin_;
     mutable std::mutex mutex_;
     /// Its identity never changes. Its behaviour can, under the mutex.

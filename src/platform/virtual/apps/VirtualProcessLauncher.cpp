@@ -7,6 +7,8 @@ namespace vantrel::virtualmac {
 
 namespace {
 
+constexpr const char* executablesOfBundle = "/Contents/MacOS/";
+
 std::string lastComponent(const std::string& path) {
     return path.substr(path.rfind('/') + 1);
 }
@@ -24,14 +26,15 @@ std::string addressIn(const std::vector<std::string>& arguments) {
 }  // namespace
 
 VirtualProcessLauncher::VirtualProcessLauncher(Engine& engine, VirtualFileManager& files, VirtualDesktop& desktop,
-                                               std::optional<std::string> ownIdentifier)
-    : engine_(engine), files_(files), desktop_(desktop) {
+                                               Activations& activations, std::optional<std::string> ownIdentifier)
+    : engine_(engine), files_(files), desktop_(desktop), activations_(activations) {
     ApplicationDescription own;
     own.name = "Vantrel";
     own.bundleIdentifier = std::move(ownIdentifier);
     const std::string path = "/Applications/Vantrel.app/Contents/MacOS/Vantrel";
-    processes_.push_back(
-        std::make_shared<VirtualProcess>(engine_, desktop_, VirtualProcess::Origin{next_++, path, {}}, std::move(own)));
+    activations_.setClient(next_);
+    processes_.push_back(std::make_shared<VirtualProcess>(engine_, desktop_, activations_,
+                                                          VirtualProcess::Origin{next_++, path, {}}, std::move(own)));
     // No event: the creator of the Mac knows.
     processes_.front()->appearSilently();
     install(safariPath, safari());
@@ -44,6 +47,23 @@ VirtualProcessLauncher::VirtualProcessLauncher(Engine& engine, VirtualFileManage
 std::variant<ProcessIdentifier, PlatformError> VirtualProcessLauncher::launch(
     std::string_view executablePath, const std::vector<std::string>& arguments) {
     const std::string path(executablePath);
+    const auto result = launchTask(path, arguments);
+    if (std::holds_alternative<ProcessIdentifier>(result)) yieldTo(path);
+    return result;
+}
+
+// An application that the client has started as a process is not brought to the front by the system, and may come by
+// itself only if the client lets it. On the main thread, which is not waited for.
+void VirtualProcessLauncher::yieldTo(const std::string& executablePath) {
+    auto identifier = bundleIdentifier(executablePath.substr(0, executablePath.rfind(executablesOfBundle)));
+    if (!activations_.isCooperative() || !identifier) return;
+    engine_.mainLoop.postOwn([this, identifier = *std::move(identifier)] {
+        if (activations_.isClientInFront()) activations_.yieldTo(identifier);
+    });
+}
+
+std::variant<ProcessIdentifier, PlatformError> VirtualProcessLauncher::launchTask(
+    const std::string& path, const std::vector<std::string>& arguments) {
     const std::string file = "“" + lastComponent(path) + "”";
     const auto holdsZero = [](const std::string& text) { return text.find('\0') != std::string::npos; };
     if (holdsZero(path) || std::any_of(arguments.begin(), arguments.end(), holdsZero)) {
@@ -55,7 +75,19 @@ std::variant<ProcessIdentifier, PlatformError> VirtualProcessLauncher::launch(
     if (*kind != FileKind::executable) return PlatformError{"Non hai i permessi per eseguire il file " + file + "."};
     if (const auto failure = startFailure(path)) return PlatformError{*failure};
     if (engine_.isOver()) return PlatformError{"Il processo è terminato."};
-    return start(path, arguments);
+    return start(path, arguments, Starter::client);
+}
+
+std::optional<std::string> VirtualProcessLauncher::bundleIdentifier(const std::string& bundlePath) const {
+    const std::string executables = bundlePath + executablesOfBundle;
+    ApplicationFactory factory;
+    {
+        const std::lock_guard guard(mutex_);
+        const auto found = installed_.lower_bound(executables);
+        if (found == installed_.end() || !found->first.starts_with(executables)) return std::nullopt;
+        factory = found->second;
+    }
+    return factory({}).application.bundleIdentifier;
 }
 
 bool VirtualProcessLauncher::sendSignal(ProcessIdentifier process, int signal) {
@@ -118,12 +150,18 @@ std::shared_ptr<VirtualProcess> VirtualProcessLauncher::make(std::string path, s
                                                              const ApplicationDescription& description) {
     const std::lock_guard guard(mutex_);
     processes_.push_back(std::make_shared<VirtualProcess>(
-        engine_, desktop_, VirtualProcess::Origin{next_++, std::move(path), std::move(arguments)}, description));
+        engine_, desktop_, activations_, VirtualProcess::Origin{next_++, std::move(path), std::move(arguments)},
+        description));
     return processes_.back();
 }
 
 ProcessIdentifier VirtualProcessLauncher::start(const std::string& executablePath,
                                                 const std::vector<std::string>& arguments) {
+    return start(executablePath, arguments, Starter::participant);
+}
+
+ProcessIdentifier VirtualProcessLauncher::start(const std::string& executablePath,
+                                                const std::vector<std::string>& arguments, Starter starter) {
     const InstalledApplication installed = installedAt(executablePath, arguments);
     std::shared_ptr<VirtualProcess> older;
     if (installed.handsOverIn && installed.application.bundleIdentifier) {
@@ -135,40 +173,47 @@ ProcessIdentifier VirtualProcessLauncher::start(const std::string& executablePat
     engine_.journal.emit({ProcessEvent::started, executablePath, std::move(fields)});
     if (older) {
         process->exitAfter(installed.handsOverIn.value_or(0));
-        openWindows(older, installed, addressIn(arguments), 0);
+        openWindows(older, installed, addressIn(arguments), 0, starter);
     } else {
-        live(process, installed);
+        live(process, installed, starter);
     }
     return process->processIdentifier();
 }
 
-void VirtualProcessLauncher::live(const std::shared_ptr<VirtualProcess>& process,
-                                  const InstalledApplication& installed) {
+void VirtualProcessLauncher::live(const std::shared_ptr<VirtualProcess>& process, const InstalledApplication& installed,
+                                  Starter starter) {
     const auto& [identifier, path, arguments] = process->origin();
     engine_.world.after(installed.appearsAfter, [process] { process->appear(); });
     if (installed.exitsAfter) process->exitAfter(*installed.exitsAfter);
-    if (!installed.forks) return openWindows(process, installed, addressIn(arguments), installed.appearsAfter);
+    if (!installed.forks) {
+        return openWindows(process, installed, addressIn(arguments), installed.appearsAfter, starter);
+    }
     process->exitAfter(installed.forks->exitsAfter);
-    engine_.world.after(installed.forks->goesOnAfter, [this, path = path, arguments = arguments, installed] {
+    engine_.world.after(installed.forks->goesOnAfter, [this, path = path, arguments = arguments, installed, starter] {
         const auto child = make(path, arguments, installed.application);
         child->appear();
-        openWindows(child, installed, addressIn(arguments), 0);
+        openWindows(child, installed, addressIn(arguments), 0, starter);
     });
 }
 
 void VirtualProcessLauncher::openWindows(const std::shared_ptr<VirtualProcess>& process,
                                          const InstalledApplication& installed, const std::string& address,
-                                         double notBefore) {
+                                         double notBefore, Starter starter) {
     for (NewWindow window : installed.windows) {
         if (window.title.empty()) window.title = address.empty() ? "Nuova scheda" : address;
-        engine_.world.after(std::max(window.after, notBefore),
-                            [this, process, window] { openWindow(process->processIdentifier(), window); });
+        engine_.world.after(std::max(window.after, notBefore), [this, process, window, starter]() mutable {
+            if (starter == Starter::client) {
+                window.activates = window.activates && activations_.mayComeByItself(process->processIdentifier(),
+                                                                                    process->bundleIdentifier());
+            }
+            openWindow(process->processIdentifier(), window);
+        });
     }
 }
 
 void VirtualProcessLauncher::openAddress(const std::shared_ptr<VirtualProcess>& process,
                                          const std::string& executablePath, const std::string& address) {
-    openWindows(process, installedAt(executablePath, {address}), address, 0);
+    openWindows(process, installedAt(executablePath, {address}), address, 0, Starter::participant);
 }
 
 std::int64_t VirtualProcessLauncher::openWindow(ProcessIdentifier process, const NewWindow& window) {

@@ -20,12 +20,18 @@ namespace vantrel::virtualmac {
 /// The processes, and what is installed. The client's own process is the first one.
 class VirtualProcessLauncher final : public ProcessLauncher {
   public:
-    VirtualProcessLauncher(Engine& engine, VirtualFileManager& files, VirtualDesktop& desktop,
+    VirtualProcessLauncher(Engine& engine, VirtualFileManager& files, VirtualDesktop& desktop, Activations& activations,
                            std::optional<std::string> ownIdentifier);
 
     std::variant<ProcessIdentifier, PlatformError> launch(std::string_view executablePath,
                                                           const std::vector<std::string>& arguments) override;
     bool sendSignal(ProcessIdentifier process, int signal) override;
+
+    /// The lower level of launch(), as in the system: nothing is yielded to what is started.
+    std::variant<ProcessIdentifier, PlatformError> launchTask(const std::string& path,
+                                                              const std::vector<std::string>& arguments);
+    /// The identifier of the bundle in that folder. Empty if there is none.
+    std::optional<std::string> bundleIdentifier(const std::string& bundlePath) const;
 
     /// Driver-facing, any thread: installs an executable with this behaviour. An executable file at which nothing is
     /// installed starts a process that is no application.
@@ -65,13 +71,22 @@ class VirtualProcessLauncher final : public ProcessLauncher {
     std::shared_ptr<VirtualProcess> make(std::string path, std::vector<std::string> arguments,
                                          const ApplicationDescription& description);
     InstalledApplication installedAt(const std::string& path, const std::vector<std::string>& arguments) const;
-    void live(const std::shared_ptr<VirtualProcess>& process, const InstalledApplication& installed);
+    /// Who starts an application, or has it open something. The system brings it to the front for the participant; for
+    /// the client it has to come by itself.
+    enum class Starter { participant, client };
+
+    ProcessIdentifier start(const std::string& executablePath, const std::vector<std::string>& arguments,
+                            Starter starter);
+    void live(const std::shared_ptr<VirtualProcess>& process, const InstalledApplication& installed, Starter starter);
+    /// `notBefore` is in seconds from now.
     void openWindows(const std::shared_ptr<VirtualProcess>& process, const InstalledApplication& installed,
-                     const std::string& address, double notBefore);
+                     const std::string& address, double notBefore, Starter starter);
+    void yieldTo(const std::string& executablePath);
 
     Engine& engine_;
     VirtualFileManager& files_;
     VirtualDesktop& desktop_;
+    Activations& activations_;
     mutable std::mutex mutex_;
     std::map<std::string, ApplicationFactory, std::less<>> installed_;
     std::optional<std::string> failure_;

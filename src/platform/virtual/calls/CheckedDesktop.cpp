@@ -92,4 +92,9 @@ std::shared_ptr<AccessibilityElement> CheckedAccessibility::application(ProcessI
     return std::make_shared<CheckedElement>(engine_, std::move(element));
 }
 
+std::unique_ptr<AccessibilityTimeLimit> CheckedAccessibility::limitTime() {
+    engine_.mainThreadCall("Accessibility.limitTime");
+    return accessibility_.limitTime();
+}
+
 }  // namespace vantrel::virtualmac

@@ -50,14 +50,15 @@ class CheckedWindowList final : public WindowList {
 
 class CheckedAccessibility final : public Accessibility {
   public:
-    CheckedAccessibility(Engine& engine, const Accessibility& accessibility)
+    CheckedAccessibility(Engine& engine, Accessibility& accessibility)
         : engine_(engine), accessibility_(accessibility) {}
 
     std::shared_ptr<AccessibilityElement> application(ProcessIdentifier process) const override;
+    std::unique_ptr<AccessibilityTimeLimit> limitTime() override;
 
   private:
     Engine& engine_;
-    const Accessibility& accessibility_;
+    Accessibility& accessibility_;
 };
 
 }  // namespace vantrel::virtualmac

@@ -8,18 +8,42 @@ std::shared_ptr<AccessibilityElement> VirtualAccessibility::application(ProcessI
     return std::make_shared<ApplicationElement>(*this, process);
 }
 
+class VirtualAccessibility::TimeLimit final : public AccessibilityTimeLimit {
+  public:
+    explicit TimeLimit(VirtualAccessibility& owner) : owner_(owner) {
+        owner_.setMessagingTimeout(limitedAccessibilityTimeout);
+        owner_.pauses_ = true;
+        owner_.insists_ = false;
+    }
+    ~TimeLimit() override {
+        owner_.setMessagingTimeout(0);
+        owner_.pauses_ = owner_.insists_ = false;
+    }
+    TimeLimit(const TimeLimit&) = delete;
+    TimeLimit& operator=(const TimeLimit&) = delete;
+
+    void insist() override {
+        owner_.pauses_ = false;
+        owner_.insists_ = true;
+    }
+
+  private:
+    VirtualAccessibility& owner_;
+};
+
+std::unique_ptr<AccessibilityTimeLimit> VirtualAccessibility::limitTime() {
+    return std::make_unique<TimeLimit>(*this);
+}
+
 AccessibilityError VirtualAccessibility::reach(ProcessIdentifier process) const {
     if (!trust_.isTrusted()) return accessibilityDisabled;
     const auto found = processes_.find(process);
     if (!found || !found->isListed()) return accessibilityCannotComplete;
-    const auto given = engine_.scheduler.locked([this] { return messagingTimeout_; });
-    const bool underTap = !given && keyboard_.taps() > 0;
     const auto uptime = [this] { return toSeconds(engine_.scheduler.now()); };
-    if (underTap && unanswered_.refuses(process, uptime())) return accessibilityCannotComplete;
+    if (pauses_ && unanswered_.refuses(process, uptime())) return accessibilityCannotComplete;
     const auto answers = [this, process] { return !unresponsive_.contains(process); };
     if (engine_.scheduler.locked(answers)) return accessibilitySuccess;
-    const double longest = underTap ? accessibilityTimeoutUnderTap : given.value_or(0);
-    const Moment end = later(engine_.scheduler.now(), longest > 0 ? longest : accessibilityTimeout);
+    const Moment end = later(engine_.scheduler.now(), timeout_);
     engine_.scheduler.wait([answers, end] { return Due::at(answers() ? 0 : end); }, Scheduler::Wait::blocked);
     if (engine_.scheduler.locked(answers) && found->isListed()) return accessibilitySuccess;
     unanswered_.note(process, uptime());
@@ -27,7 +51,7 @@ AccessibilityError VirtualAccessibility::reach(ProcessIdentifier process) const 
 }
 
 void VirtualAccessibility::setMessagingTimeout(double seconds) {
-    engine_.scheduler.change([this, seconds] { messagingTimeout_ = seconds; });
+    timeout_ = seconds > 0 ? seconds : accessibilityTimeout;
 }
 
 void VirtualAccessibility::setUnresponsive(ProcessIdentifier process, bool unresponsive) {

@@ -1,14 +1,13 @@
 #pragma once
 
+#include <atomic>
 #include <memory>
-#include <optional>
 #include <set>
 
 #include "platform/desktop/Accessibility.h"
 #include "platform/portable/UnansweredCalls.h"
 #include "platform/virtual/apps/VirtualProcessLauncher.h"
 #include "platform/virtual/desktop/AccessibilityFaults.h"
-#include "platform/virtual/keyboard/VirtualKeyboardTaps.h"
 #include "platform/virtual/scheduler/Engine.h"
 #include "platform/virtual/system/VirtualAccessibilityTrust.h"
 #include "platform/virtual/world/VirtualDesktop.h"
@@ -21,29 +20,31 @@ namespace vantrel::virtualmac {
 ///
 /// "AXFullScreen" becomes true when the transition to full screen has ended, and false when the transition back has
 /// ended. During a transition, writes are accepted and do nothing. So are position and size for a window in full
-/// screen.
+/// screen. An application's "AXFrontmost" can be read, and brings it to the front when it is written.
 class VirtualAccessibility final : public Accessibility {
   public:
     VirtualAccessibility(Engine& engine, VirtualDesktop& desktop, const VirtualProcessLauncher& processes,
-                         const VirtualAccessibilityTrust& trust, const VirtualKeyboardTaps& keyboard)
-        : engine_(engine), desktop_(desktop), processes_(processes), trust_(trust), keyboard_(keyboard) {}
+                         const VirtualAccessibilityTrust& trust)
+        : engine_(engine), desktop_(desktop), processes_(processes), trust_(trust) {}
 
     std::shared_ptr<AccessibilityElement> application(ProcessIdentifier process) const override;
+    [[nodiscard]] std::unique_ptr<AccessibilityTimeLimit> limitTime() override;
+
+    /// The lower level of limitTime(), as in the system: it knows no pauses. Seconds; 0 is the system's default.
+    void setMessagingTimeout(double seconds);
 
     /// Driver-facing, any thread.
     AccessibilityFaults& faults() { return faults_; }
     /// The application does not answer: a call waits until it does again, at most for the timeout that holds when the
     /// call begins.
     void setUnresponsive(ProcessIdentifier process, bool unresponsive);
-    /// For another platform that stands on this Mac and keeps the rules for calls under a tap itself: from now on a
-    /// call waits for at most that many seconds, 0 being the system's default, and none is refused. Any thread.
-    void setMessagingTimeout(double seconds);
 
   private:
     class Element;
     class ApplicationElement;
     class WindowElement;
     class CloseButtonElement;
+    class TimeLimit;
 
     /// The error if the process cannot be asked, or success, after a wait if necessary.
     AccessibilityError reach(ProcessIdentifier process) const;
@@ -52,13 +53,13 @@ class VirtualAccessibility final : public Accessibility {
     VirtualDesktop& desktop_;
     const VirtualProcessLauncher& processes_;
     const VirtualAccessibilityTrust& trust_;
-    const VirtualKeyboardTaps& keyboard_;
     mutable AccessibilityFaults faults_;
+    std::atomic<double> timeout_ = accessibilityTimeout;
+    std::atomic<bool> pauses_ = false;
+    std::atomic<bool> insists_ = false;
     mutable UnansweredCalls unanswered_;
     /// Guarded by the scheduler's mutex.
     std::set<ProcessIdentifier> unresponsive_;
-    /// Empty: the rules for calls under a tap are this one's. Guarded in the same way.
-    std::optional<double> messagingTimeout_;
 };
 
 }  // namespace vantrel::virtualmac

@@ -19,8 +19,10 @@ std::string describe(const AccessibilityValue& value) {
 
 std::variant<AccessibilityValue, AccessibilityError> VirtualAccessibility::Element::attribute(
     std::string_view name) const {
-    Answer answer = AccessibilityError(owner_.reach(process_));
-    if (std::get<AccessibilityError>(answer) == accessibilitySuccess) {
+    AccessibilityError reached = owner_.reach(process_);
+    if (reached == accessibilityCannotComplete && owner_.insists_) reached = owner_.reach(process_);
+    Answer answer = reached;
+    if (reached == accessibilitySuccess) {
         auto fault = owner_.faults_.strike(AccessibilityFaults::Operation::read, name, process_);
         answer = fault ? std::move(*fault) : read(name);
     }
@@ -76,6 +78,7 @@ AccessibilityFaults::Answer VirtualAccessibility::ApplicationElement::read(std::
         }
         return AccessibilityValue(std::move(elements));
     }
+    if (name == "AXFrontmost") return AccessibilityValue(owner_.desktop_.isFrontmost(process_));
     if (name != "AXFocusedWindow") return accessibilityAttributeUnsupported;
     const auto number = owner_.desktop_.read([this](const DesktopState& state) {
         const AppWindow* window = state.frontWindow(process_);
@@ -84,6 +87,16 @@ AccessibilityFaults::Answer VirtualAccessibility::ApplicationElement::read(std::
     if (number == 0) return accessibilityNoValue;
     return AccessibilityValue(
         std::shared_ptr<AccessibilityElement>(std::make_shared<WindowElement>(owner_, process_, number)));
+}
+
+VirtualAccessibility::Element::Intent VirtualAccessibility::ApplicationElement::write(
+    std::string_view name, const AccessibilityValue& value) const {
+    if (name != "AXFrontmost") return accessibilityAttributeUnsupported;
+    const auto* frontmost = std::get_if<bool>(&value);
+    if (frontmost == nullptr) return accessibilityIllegalArgument;
+    return [process = owner_.processes_.find(process_), frontmost = *frontmost] {
+        if (frontmost) process->becomeFrontmost();
+    };
 }
 
 AccessibilityFaults::Answer VirtualAccessibility::WindowElement::read(std::string_view name) const {

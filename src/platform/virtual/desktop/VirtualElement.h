@@ -47,6 +47,7 @@ class VirtualAccessibility::ApplicationElement final : public Element {
 
   private:
     Answer read(std::string_view name) const override;
+    Intent write(std::string_view name, const AccessibilityValue& value) const override;
 };
 
 class VirtualAccessibility::WindowElement final : public Element {

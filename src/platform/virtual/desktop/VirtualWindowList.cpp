@@ -49,10 +49,11 @@ std::vector<WindowEntry> VirtualWindowList::entries() const {
     bool desktopIsShown = false;
     std::vector<WindowEntry> list;
     auto others = dependencies_.desktop.read([&](const DesktopState& state) {
-        ownInFront = state.isFrontmost(own);
+        ownInFront = state.isFrontmost(own) || state.clientWindowsAbove;
         const SpaceRow& primary = state.spaces.rows().front();
         // A Space that has just gone was a full-screen one.
-        desktopIsShown = state.spaces.rowOf(primary.told) != nullptr && !state.spaces.isFullScreen(primary.told);
+        desktopIsShown = !state.isHidden(own) && state.spaces.rowOf(primary.told) != nullptr &&
+                         !state.spaces.isFullScreen(primary.told);
         std::vector<WindowEntry> made;
         for (const AppWindow& window : state.windows) {
             WindowEntry entry{

@@ -22,8 +22,8 @@ namespace vantrel::virtualmac {
 enum class WindowKey { number, ownerPID, ownerName, name, layer, bounds, isOnscreen };
 
 /// The windows of all applications, including the client's visible ones. The client's are on a desktop Space, in front
-/// of the others while the client is in front and otherwise behind them, and have numbers below 1000. Its overlays come
-/// first, except for windows above them.
+/// of the others while the client is in front or has put them there, and otherwise behind them, and have numbers below
+/// 1000. Its overlays come first, except for windows above them.
 class VirtualWindowList final : public WindowList {
   public:
     struct Dependencies {

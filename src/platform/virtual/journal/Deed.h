@@ -49,6 +49,8 @@ enum class DesktopDeed {
     closeWindow,
     openWindow,
     toggleFullScreen,
+    /// The name of the one whose others are hidden.
+    hideOthers,
     /// No text: to the Space on the left.
     swipeLeft,
     /// No text.

@@ -58,6 +58,8 @@ enum class WindowEvent {
     hidden,
     /// The title.
     key,
+    /// The title: it lies above the windows of the application in front, whose place this one has not got.
+    orderedFront,
     /// The title; mask (decimal).
     style,
     /// The title.
@@ -170,6 +172,8 @@ enum class ApplicationEvent {
     exited,
     /// Name; pid, options (0, or 2: ignoring the other applications), error? if the process has ended.
     activate,
+    /// Name; pid, options, application (the name of the one in whose place), error? as above.
+    activateFrom,
     /// Name; pid, error? as above.
     terminate,
     /// Name; pid, error? as above.

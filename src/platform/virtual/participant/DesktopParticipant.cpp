@@ -166,6 +166,20 @@ void DesktopParticipant::toggleFullScreenOf(const std::string& application) {
     });
 }
 
+void DesktopParticipant::hideOthersOf(const std::string& application) {
+    inWorld({DesktopDeed::hideOthers, application}, [this, application](const auto& heard) -> std::string {
+        const auto process = running(application);
+        if (!process) return "it does not run";
+        heard();
+        for (const auto& other : dependencies_.processes.all()) {
+            if (other->isListed() && other != process) {
+                dependencies_.desktop.setHidden(other->processIdentifier(), true);
+            }
+        }
+        return {};
+    });
+}
+
 void DesktopParticipant::swipe(VirtualSpaces::Direction direction) {
     const bool left = direction == VirtualSpaces::Direction::left;
     inWorld({left ? DesktopDeed::swipeLeft : DesktopDeed::swipeRight},

@@ -46,6 +46,8 @@ class DesktopParticipant {
     void closeWindowOf(const std::string& application);
     /// To full screen or back.
     void toggleFullScreenOf(const std::string& application);
+    /// Chooses "Hide Others" in its menu.
+    void hideOthersOf(const std::string& application);
     /// Shows the Space beside the current one on the primary display.
     void swipe(VirtualSpaces::Direction direction);
     /// Opens another window of an application, which comes to the front with it.

@@ -25,11 +25,16 @@ std::string Participant::whyNoMenu() const {
     return dependencies_.menus.isOpen() ? "an alert is up" : "no menu is open";
 }
 
+std::optional<WindowState> Participant::frontWindow() const {
+    if (dependencies_.application.isHidden()) return std::nullopt;
+    return dependencies_.windows.front();
+}
+
 void Participant::type(const std::string& fieldId, std::string text) {
     Happening what{Deed::type, fieldId, {{Field::value, text}}};
     post(std::move(what), [this, fieldId, text = std::move(text)](const auto&) -> std::string {
         if (auto why = busy(); !why.empty()) return why;
-        const auto window = dependencies_.windows.front();
+        const auto window = frontWindow();
         if (!window || !window->shows(fieldId)) return "it is not on the screen";
         if (window->control(fieldId)->kind != Control::Kind::textField) return "it is not a text field";
         if (!window->isEnabled(fieldId)) return "it is disabled";
@@ -51,7 +56,7 @@ std::string Participant::press(const WindowState& window, const Control& button,
 void Participant::press(const std::string& button) {
     post({Deed::press, button}, [this, button](const auto& heard) -> std::string {
         if (auto why = busy(); !why.empty()) return why;
-        const auto window = dependencies_.windows.front();
+        const auto window = frontWindow();
         if (!window) return "no window is on the screen";
         if (window->shows(button)) return press(*window, *window->control(button), heard);
         for (const View& view : window->views) {
@@ -76,7 +81,7 @@ std::string Participant::performReturn(const std::function<void()>& heard) {
         dependencies_.alerts.answer(alerts.back().buttons.front());
         return {};
     }
-    const auto window = dependencies_.windows.front();
+    const auto window = frontWindow();
     if (!window || !window->key) return "no window has the keyboard";
     for (const View& view : window->views) {
         if (view.hidden) continue;
@@ -186,7 +191,7 @@ void Participant::keyForClient(const KeyStroke& key) {
 void Participant::closeWindow() {
     post({Deed::closeWindow}, [this](const auto& heard) -> std::string {
         if (auto why = busy(); !why.empty()) return why;
-        const auto window = dependencies_.windows.front();
+        const auto window = frontWindow();
         if (!window) return "no window is on the screen";
         if ((window->styleMask & windowClosable) == 0) return "it has no close button";
         heard();

@@ -55,6 +55,8 @@ class Participant final : public DesktopParticipant {
     void answerPermissionPrompt(bool granted);
 
   private:
+    /// The client's front window on the screen.
+    std::optional<WindowState> frontWindow() const;
     void post(Happening what, Attempt attempt);
     /// What keeps the participant from the windows. Empty for nothing.
     std::string busy() const;

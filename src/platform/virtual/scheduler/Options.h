@@ -18,7 +18,8 @@ struct Options {
     bool freeRunning = false;
     /// The calendar at uptime 0, in seconds since 1970: 2026-03-02T08:00:00Z.
     double calendarStart = 1772438400;
-    /// The major version of its macOS: 13 or later. Only the macOS platform over stand-ins asks for it.
+    /// The major version of its macOS: 13 or later. From 14 on, activation is cooperative (world/Activations.h), and
+    /// the macOS platform over stand-ins takes other branches.
     int systemVersion = 14;
     /// The main bundle's.
     std::optional<std::string> bundleIdentifier;

@@ -49,8 +49,30 @@ void VirtualApplication::run() {
 }
 
 void VirtualApplication::activate() {
+    requestActivation();
+    auto& [engine, desktop, activations, processes, windows] = dependencies_;
+    if (engine.isOver() || activations.isClientInFront()) return;
+    unhide();
+    const auto front = desktop.front();
+    if (activations.isCooperative() && !front.empty()) {
+        processes.find(processes.ownProcess())->requestActivationFrom(front.front(), ActivationOptions::none);
+    }
+    for (const WindowState& window : windows.all()) {
+        if (window.visible) windows.orderFrontRegardless(window.number);
+    }
+}
+
+void VirtualApplication::requestActivation() {
     engine_.journal.emit({ClientEvent::activate});
-    if (!engine_.isOver()) desktop_.bringToFront({ownProcess_, {}, false});
+    if (engine_.isOver()) return;
+    const auto decision = dependencies_.activations.decide(dependencies_.processes.ownProcess());
+    if (!decision.comesAfter) return;
+    if (*decision.comesAfter == 0) return comeToFront();
+    engine_.world.after(*decision.comesAfter, [this] { comeToFront(); });
+}
+
+void VirtualApplication::comeToFront() {
+    dependencies_.desktop.bringToFront({dependencies_.processes.ownProcess(), {}, false});
 }
 
 void VirtualApplication::terminate() {

@@ -42,6 +42,14 @@ std::optional<WindowState> VirtualWindows::front() const {
     return std::nullopt;
 }
 
+void VirtualWindows::orderFrontRegardless(int number) {
+    bringToFront(number);
+    std::string title;
+    if (!with(number, [&title](const Record& record) { title = record.state.title; })) return;
+    desktop_.putClientWindowsAbove();
+    engine_.journal.emit({WindowEvent::orderedFront, title});
+}
+
 void VirtualWindows::type(int number, std::string_view fieldId, std::string_view text) {
     with(number, [&](Record& record) {
         for (View& view : record.state.views) {

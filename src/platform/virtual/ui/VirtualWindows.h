@@ -10,16 +10,20 @@
 #include "platform/ui/Window.h"
 #include "platform/virtual/scheduler/Engine.h"
 #include "platform/virtual/ui/WindowState.h"
+#include "platform/virtual/world/VirtualDesktop.h"
 
 namespace vantrel::virtualmac {
 
 /// The client's windows.
 class VirtualWindows final : public Windows {
   public:
-    explicit VirtualWindows(Engine& engine) : engine_(engine) {}
+    VirtualWindows(Engine& engine, VirtualDesktop& desktop) : engine_(engine), desktop_(desktop) {}
 
     [[nodiscard]] std::unique_ptr<Window> makeWindow(const WindowDescription& description,
                                                      ActionHandler onAction) override;
+
+    /// Puts the window above those of all applications, whichever is in front.
+    void orderFrontRegardless(int number);
 
     /// Driver-facing, any thread: every window that exists, front to back.
     std::vector<WindowState> all() const;
@@ -44,6 +48,7 @@ class VirtualWindows final : public Windows {
     void remove(int number);
 
     Engine& engine_;
+    VirtualDesktop& desktop_;
     mutable std::mutex mutex_;
     /// Front to back.
     mutable std::vector<Record> windows_;

@@ -86,6 +86,7 @@ AppWindow& DesktopState::open(std::int64_t number, ProcessIdentifier owner, cons
         return each.owner == owner && each.space == row.current;
     });
     window.space = window.toldSpace = ofItsOwn ? row.current : spaces.desktop(row);
+    clientWindowsAbove = false;
     return *windows.insert(windows.begin(), std::move(window));
 }
 
@@ -107,7 +108,9 @@ std::optional<AppWindow> DesktopState::close(std::int64_t number) {
 void DesktopState::raise(std::int64_t number) {
     const auto found = std::find_if(windows.begin(), windows.end(),
                                     [number](const AppWindow& window) { return window.number == number; });
-    if (found != windows.end()) std::rotate(windows.begin(), found, found + 1);
+    if (found == windows.end()) return;
+    std::rotate(windows.begin(), found, found + 1);
+    clientWindowsAbove = false;
 }
 
 Rect DesktopState::belowMenuBar(Rect frame) const {
@@ -125,6 +128,11 @@ bool DesktopState::setFrame(AppWindow& window, const Rect& frame) {
 }
 
 void DesktopState::setHidden(ProcessIdentifier process, bool hidden) {
+    if (hidden) {
+        hidden_.insert(process);
+    } else {
+        hidden_.erase(process);
+    }
     for (AppWindow& window : windows) {
         if (window.owner == process) window.hidden = hidden;
     }

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -31,6 +32,8 @@ class DesktopState {
     std::vector<AppWindow> windows;
     /// Applications that were in front, most recent first. If empty, none is in front.
     std::vector<FrontCandidate> front;
+    /// Above the windows of an application that is in front.
+    bool clientWindowsAbove = false;
 
     /// Follows the displays: windows of a removed one move to the primary one, full-screen windows fill theirs.
     void arrange(const Displays& displays);
@@ -57,6 +60,7 @@ class DesktopState {
     /// Moves the window as far as the menu bar allows. False for a full-screen window, which does not move.
     bool setFrame(AppWindow& window, const Rect& frame);
     void setHidden(ProcessIdentifier process, bool hidden);
+    bool isHidden(ProcessIdentifier process) const { return hidden_.contains(process); }
 
     /// Brings the application to the front with its front window, and shows that window's Space if none of its windows
     /// is on a current one.
@@ -78,6 +82,8 @@ class DesktopState {
   private:
     void moveToPrimary(AppWindow& window, bool wasFullScreenSpace);
     Rect belowMenuBar(Rect frame) const;
+
+    std::set<ProcessIdentifier> hidden_;
 };
 
 }  // namespace vantrel::virtualmac

@@ -102,6 +102,18 @@ std::vector<FrontCandidate> VirtualDesktop::front() const {
     return read([](const DesktopState& state) { return state.front; });
 }
 
+bool VirtualDesktop::isFrontmost(ProcessIdentifier process) const {
+    return read([process](const DesktopState& state) { return state.isFrontmost(process); });
+}
+
+bool VirtualDesktop::isHidden(ProcessIdentifier process) const {
+    return read([process](const DesktopState& state) { return state.isHidden(process); });
+}
+
+bool VirtualDesktop::areClientWindowsAbove() const {
+    return read([](const DesktopState& state) { return state.clientWindowsAbove; });
+}
+
 bool VirtualDesktop::changeWindow(std::int64_t number,
                                   const std::function<bool(DesktopState&, AppWindow&, Happenings&)>& function) {
     return change([&](DesktopState& state, Happenings& happenings) {
@@ -217,6 +229,10 @@ std::int64_t VirtualDesktop::open(ProcessIdentifier owner, const std::string& ow
 
 void VirtualDesktop::bringToFront(const FrontCandidate& application) {
     change([&](DesktopState& state, Happenings&) { state.bringToFront(application); });
+}
+
+void VirtualDesktop::putClientWindowsAbove() {
+    change([](DesktopState& state, Happenings&) { state.clientWindowsAbove = true; });
 }
 
 void VirtualDesktop::processEnded(ProcessIdentifier process) {

@@ -37,6 +37,11 @@ class VirtualDesktop {
     bool isOnScreen(std::int64_t number) const;
     std::vector<SpaceRow> spaces() const;
     std::vector<FrontCandidate> front() const;
+    bool isFrontmost(ProcessIdentifier process) const;
+    bool isHidden(ProcessIdentifier process) const;
+    /// The client's windows lie above all others, although the client is not in front, until another window comes to
+    /// the front.
+    bool areClientWindowsAbove() const;
 
     /// Driver-facing: what happens to a window. False if there is no such window or it does not change.
     bool close(std::int64_t number);
@@ -60,6 +65,7 @@ class VirtualDesktop {
     std::int64_t open(ProcessIdentifier owner, const std::string& ownerName, const NewWindow& made);
     void bringToFront(const FrontCandidate& application);
     void processEnded(ProcessIdentifier process);
+    void putClientWindowsAbove();
 
     /// Set once, before the Mac starts. Called on each change of Space, and when an application has closed its last
     /// window.

@@ -91,16 +91,23 @@ class DelegateRelay final : public vantrel::ApplicationDelegate {
 }
 
 - (BOOL)isActive {
-    const auto front = mac().parts().frontmostApplication.frontmostApplication();
-    return front && front->processIdentifier() == mac().processes().ownProcess();
+    return mac().activations().isClientInFront();
 }
 
-// Nothing hides the client's application on the virtual Mac.
 - (BOOL)isHidden {
-    return NO;
+    return mac().application().isHidden();
 }
 
 - (void)unhideWithoutActivation {
+    requireMain("unhideWithoutActivation");
+    mac().application().unhide();
+}
+
+// It activates the application too, if the system lets it, which is not stood in for.
+- (void)unhide:(id)sender {
+    (void)sender;
+    requireMain("unhide:");
+    mac().application().unhide();
 }
 
 - (NSArray<NSWindow*>*)windows {
@@ -116,7 +123,13 @@ class DelegateRelay final : public vantrel::ApplicationDelegate {
 - (void)activate {
     requireMain("-[NSApplication activate]");
     if (!systemIsAtLeast(14)) raise(@"NSInvalidArgumentException", @"activate: unrecognized selector");
-    mac().parts().application.activate();
+    mac().application().requestActivation();
+}
+
+- (void)yieldActivationToApplicationWithBundleIdentifier:(NSString*)bundleIdentifier {
+    requireMain("yieldActivationToApplicationWithBundleIdentifier:");
+    if (!systemIsAtLeast(14)) raise(@"NSInvalidArgumentException", @"yieldActivation…: unrecognized selector");
+    if (self.active) mac().activations().yieldTo(bytesOf(bundleIdentifier));
 }
 
 // From macOS 14 on it is deprecated.
@@ -124,7 +137,7 @@ class DelegateRelay final : public vantrel::ApplicationDelegate {
     requireMain("activateIgnoringOtherApps:");
     if (systemIsAtLeast(14)) fatal("activateIgnoringOtherApps: is deprecated on this system");
     if (!ignore) fatal("an activation that other applications may decline");
-    mac().parts().application.activate();
+    mac().application().requestActivation();
 }
 
 - (void)run {

@@ -209,6 +209,8 @@ void keepOnScreen(NSWindow* window, bool shown) {
 }
 
 - (void)orderFrontRegardless {
+    requireMain("orderFrontRegardless");
+    if (_window) mac().windows().orderFrontRegardless(_number);
     auto* const overlay = [self vantrel_isBorderless] ? [self vantrel_makeOverlay] : nullptr;
     if (overlay == nullptr) return;
     overlay->orderFrontRegardless();

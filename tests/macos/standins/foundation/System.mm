@@ -50,7 +50,17 @@ NSString* NSHomeDirectory() {
     return textOf(mac().parts().files.homeDirectory());
 }
 
-@implementation NSBundle
+@implementation NSBundle {
+    // Nil for the main bundle.
+    NSString* _path;
+}
+
++ (instancetype)bundleWithPath:(NSString*)path {
+    if (!mac().processes().bundleIdentifier(bytesOf(path))) return nil;
+    NSBundle* bundle = [[NSBundle alloc] init];
+    bundle->_path = path;
+    return bundle;
+}
 
 + (NSBundle*)mainBundle {
     static NSBundle* const bundle = singleton([[NSBundle alloc] init]);
@@ -58,7 +68,8 @@ NSString* NSHomeDirectory() {
 }
 
 - (NSString*)bundleIdentifier {
-    const auto identifier = mac().parts().mainBundle.identifier();
+    const auto identifier =
+        _path == nil ? mac().parts().mainBundle.identifier() : mac().processes().bundleIdentifier(bytesOf(_path));
     return identifier ? textOf(*identifier) : nil;
 }
 

@@ -88,7 +88,7 @@ TEST_F(AdaptersTest, AnApplicationThatDoesNotAnswerIsRememberedUntilTheProcessIs
             // As a keyboard tap that still stands.
             static const auto& timeout = *new macos::AccessibilityTimeout;
             (void)timeout;
-            macos::AccessibilityTimeout::noteFailure(silent, accessibilityTimeoutUnderTap, 0.5);
+            macos::AccessibilityTimeout::noteFailure(silent, limitedAccessibilityTimeout, 0.5);
             std::exit(2);
         },
         testing::ExitedWithCode(0), "");

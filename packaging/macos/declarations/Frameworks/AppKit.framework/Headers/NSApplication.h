@@ -37,9 +37,11 @@ FOUNDATION_EXPORT NSNotificationName NSApplicationDidChangeScreenParametersNotif
 @property(getter=isActive, readonly) BOOL active;
 @property(getter=isHidden, readonly) BOOL hidden;
 @property(readonly, copy) NSArray<NSWindow*>* windows;
+- (void)unhide:(nullable id)sender;
 - (void)unhideWithoutActivation;
 - (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)policy API_AVAILABLE(macos(10.6));
 - (void)activate API_AVAILABLE(macos(14.0));
+- (void)yieldActivationToApplicationWithBundleIdentifier:(NSString*)bundleIdentifier API_AVAILABLE(macos(14.0));
 - (void)activateIgnoringOtherApps:(BOOL)ignore API_DEPRECATED("Use -activate.", macos(10.0, 27.0));
 - (void)run;
 - (void)preventWindowOrdering;

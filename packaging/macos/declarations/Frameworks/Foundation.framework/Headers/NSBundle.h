@@ -3,12 +3,13 @@
 
 #import <Foundation/NSObject.h>
 
-@class NSURL;
+@class NSString, NSURL;
 
 NS_ASSUME_NONNULL_BEGIN
 
 @interface NSBundle : NSObject
 @property(class, readonly, strong) NSBundle* mainBundle;
++ (nullable instancetype)bundleWithPath:(NSString*)path;
 @property(nullable, readonly, copy) NSString* bundleIdentifier;
 @end
 
