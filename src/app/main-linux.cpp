@@ -14,6 +14,11 @@ void explain(vantrel::linuxdesktop::NoComputer reason) {
             "Vantrel non può essere eseguito in una sessione Wayland: esci e scegli una sessione X11 (Xorg).\n"
             "Vantrel cannot run in a Wayland session: log out and choose an X11 (Xorg) session.\n",
             stderr);
+    } else if (reason == vantrel::linuxdesktop::NoComputer::relativeHome) {
+        std::fputs(
+            "Vantrel richiede una cartella Inizio: la variabile HOME non è un percorso assoluto.\n"
+            "Vantrel needs a home folder: the HOME variable is not an absolute path.\n",
+            stderr);
     } else {
         std::fputs(
             "Vantrel richiede una sessione X11: nessun display X11 raggiungibile (variabile DISPLAY).\n"

@@ -69,6 +69,8 @@ void prepareEnvironment() {
         qunsetenv(name);
     }
     signal(SIGPIPE, SIG_IGN);
+    // A limit for the size of files: what does not fit is an error of the write.
+    signal(SIGXFSZ, SIG_IGN);
 }
 
 std::unique_ptr<QApplication> makeApplication() {
@@ -167,6 +169,11 @@ struct LinuxComputer::Parts {
 };
 
 std::unique_ptr<LinuxComputer> LinuxComputer::create(Block endProcess, NoComputer& reason) {
+    const char* home = std::getenv("HOME");
+    if (home != nullptr && home[0] != '\0' && home[0] != '/') {
+        reason = NoComputer::relativeHome;
+        return nullptr;
+    }
     const bool waylandSession = !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
     reason = waylandSession ? NoComputer::wayland : NoComputer::noX11Display;
     auto connection = X11Connection::open();

@@ -8,17 +8,18 @@
 namespace vantrel::linuxdesktop {
 
 /// Why no computer could be created.
-enum class NoComputer { noX11Display, wayland };
+enum class NoComputer { noX11Display, wayland, relativeHome };
 
 /// A Linux X11 desktop. Created and destroyed on the main thread, one at a time in a process. The destructor waits for
 /// background blocks that still run.
 class LinuxComputer {
   public:
     /// Connects to the X11 display that DISPLAY names. If there is none, or it belongs to a Wayland compositor, the
-    /// result is null and `reason` says why.
+    /// result is null and `reason` says why. So it is if HOME is a relative path, which would be
+    /// another folder for each process that is started.
     ///
     /// `endProcess` is called when the application has been allowed to terminate, and does not return. Without it,
-    /// Application::run() returns. Sets the process's environment for Qt and ignores SIGPIPE.
+    /// Application::run() returns. Sets the process's environment for Qt and ignores SIGPIPE and SIGXFSZ.
     static std::unique_ptr<LinuxComputer> create(Block endProcess, NoComputer& reason);
     ~LinuxComputer();
 

@@ -11,5 +11,8 @@ constexpr std::string_view noX11Message =
 constexpr std::string_view waylandMessage =
     "Vantrel non può essere eseguito in una sessione Wayland: esci e scegli una sessione X11 (Xorg).\n"
     "Vantrel cannot run in a Wayland session: log out and choose an X11 (Xorg) session.\n";
+constexpr std::string_view relativeHomeMessage =
+    "Vantrel richiede una cartella Inizio: la variabile HOME non è un percorso assoluto.\n"
+    "Vantrel needs a home folder: the HOME variable is not an absolute path.\n";
 
 }  // namespace vantrel::linuxdesktop

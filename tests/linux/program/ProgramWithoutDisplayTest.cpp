@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -15,7 +16,10 @@ class ProgramWithoutDisplay : public testing::Test {
   protected:
     // The client in an environment with only these variables and a home of its own.
     ProgramRun run(std::vector<std::string> environment) const {
-        environment.push_back("HOME=" + home.path().string());
+        const auto isHome = [](const std::string& variable) { return variable.starts_with("HOME="); };
+        if (std::none_of(environment.begin(), environment.end(), isHome)) {
+            environment.push_back("HOME=" + home.path().string());
+        }
         environment.push_back("XDG_CONFIG_HOME=" + home.path().string());
         return ProgramRun::of(VANTREL_PROGRAM, environment);
     }
@@ -48,6 +52,11 @@ TEST_F(ProgramWithoutDisplay, SaysInAWaylandSessionThatItCannotRunThere) {
     expectRefusal({"WAYLAND_DISPLAY=wayland-0"}, waylandMessage);
     expectRefusal({"WAYLAND_DISPLAY=wayland-0", "XDG_SESSION_TYPE=wayland"}, waylandMessage);
     expectRefusal({"WAYLAND_DISPLAY=wayland-0", "DISPLAY=:64321"}, waylandMessage);
+}
+
+TEST_F(ProgramWithoutDisplay, RefusesARelativeHome) {
+    expectRefusal({"HOME=casa"}, relativeHomeMessage);
+    expectRefusal({"HOME=./casa", "DISPLAY=:64321"}, relativeHomeMessage);
 }
 
 // Whatever the environment asks of Qt, because Qt has not been started yet.

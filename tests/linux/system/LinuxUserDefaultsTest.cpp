@@ -99,8 +99,8 @@ INSTANTIATE_TEST_SUITE_P(Contents, DamagedDefaults,
                          testing::Values("", "{", "[]", "\"text\"", "{\"a\":\"b\"} x", "{\"a\":\"\xff\"}",
                                          std::string("\0\0\0\0", 4), std::string(2000, '[')));
 
-TEST_F(LinuxUserDefaultsTest, TakesAFileOfMoreThan16MiBForADamagedOne) {
-    put("{\"a\":\"" + std::string(std::size_t{16} << 20, 'x') + "\"}");
+TEST_F(LinuxUserDefaultsTest, TakesAFileOfMoreThanAMiBForADamagedOne) {
+    put("{\"a\":\"" + std::string(std::size_t{1} << 20, 'x') + "\"}");
     const auto size = std::filesystem::file_size(file());
     testing::internal::CaptureStderr();
     auto defaults = open();

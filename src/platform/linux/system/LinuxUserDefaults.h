@@ -11,7 +11,7 @@ namespace vantrel::linuxdesktop {
 /// User defaults as one JSON object in a file of the user's own (mode 0600). Every change is on the disk before set()
 /// returns, and never half of it: a temporary file is written, synchronised and renamed over the old one.
 ///
-/// A damaged file (no JSON object, or more than 16 MiB) is renamed in its folder and counts as empty. A file that
+/// A damaged file (no JSON object, or more than 1 MiB) is renamed in its folder and counts as empty. A file that
 /// cannot be read also counts as empty and is never overwritten. If the file cannot be written, the values stay in
 /// memory. Each case prints one line on standard error. Values that are not strings count as absent and are kept. Any
 /// thread.

@@ -15,7 +15,7 @@ namespace vantrel::linuxdesktop {
 
 namespace {
 
-constexpr off_t largestFile = off_t{16} << 20;
+constexpr off_t largestFile = off_t{1} << 20;
 
 int writeAll(int descriptor, std::string_view bytes) {
     while (!bytes.empty()) {

@@ -6,7 +6,7 @@
 
 namespace vantrel::linuxdesktop {
 
-/// Reads a whole regular file of at most 16 MiB. Zero, or the errno value of the failure (EFBIG for a larger file,
+/// Reads a whole regular file of at most 1 MiB. Zero, or the errno value of the failure (EFBIG for a larger file,
 /// EINVAL if it is not a regular file). Never waits for the other end of a pipe.
 int readSmallFile(const std::filesystem::path& file, std::string& bytes);
 
