@@ -283,6 +283,15 @@ TEST_F(OverlaysTest, AnswersAnOpponentEverMoreSlowlyAndWinsInTheEnd) {
     EXPECT_TRUE(covers(1000, 300));
 }
 
+TEST_F(OverlaysTest, AsksCompositorsNotToStepAside) {
+    cover();
+    ASSERT_TRUE(coversSoon(1000, 300));
+    const auto shown = view.named("Vantrel overlay");
+    ASSERT_EQ(shown.size(), 1U);
+    EXPECT_EQ(view.connection().values(shown.front().window, "_NET_WM_BYPASS_COMPOSITOR"),
+              std::vector<std::uint32_t>{2});
+}
+
 TEST_F(OverlaysTest, IsGoneAtOnceThoughTheMainThreadIsBusy) {
     cover();
     ASSERT_TRUE(coversSoon(1000, 300));

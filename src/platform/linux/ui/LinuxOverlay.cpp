@@ -27,6 +27,10 @@ LinuxOverlay::LinuxOverlay(const OverlayDescription& description, const X11Recta
     const auto screen = xcb_setup_roots_iterator(xcb_get_setup(connection_.get()));
     const std::uint32_t black = screen.rem > 0 ? screen.data->black_pixel : 0;
     xcb_change_window_attributes(connection_.get(), id, XCB_CW_BACK_PIXEL, &black);
+    // A compositor that took the cover for a full-screen video would stop painting everything else.
+    constexpr std::uint32_t never = 2;
+    xcb_change_property(connection_.get(), XCB_PROP_MODE_REPLACE, id, connection_.atom("_NET_WM_BYPASS_COMPOSITOR"),
+                        XCB_ATOM_CARDINAL, 32, 1, &never);
     xcb_flush(connection_.get());
 }
 
