@@ -80,9 +80,13 @@ class OverlayContract : public ContractTest {
         return process;
     }
 
-    /// Some systems leave an application that was started behind the one in front.
+    /// Its window is there. Some systems leave it behind the application in front until it is asked for.
     bool isBroughtToTheFront(ProcessIdentifier process) {
-        if (frontmost() == process) return true;
+        const auto windows = computer().windowList.copy(WindowListOption::onScreenOnly);
+        const bool hasWindow = windows && std::any_of(windows->begin(), windows->end(), [process](const auto& window) {
+                                   return window.ownerPID == process;
+                               });
+        if (!hasWindow || frontmost() == process) return hasWindow;
         const auto application = computer().runningApplications.withProcessIdentifier(process);
         if (application) application->activate(ActivationOptions::none);
         return frontmost() == process;

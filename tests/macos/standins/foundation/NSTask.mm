@@ -34,7 +34,7 @@ using namespace vantrel::standins;
     // The kernel's texts end at a zero byte.
     for (std::string& argument : arguments) argument = argument.c_str();
     const std::string path = bytesOf(self.executableURL.path).c_str();
-    const auto result = mac().parts().processLauncher.launch(path, arguments);
+    const auto result = mac().processes().launchTask(path, arguments);
     if (const auto* failure = std::get_if<vantrel::PlatformError>(&result)) {
         if (error != nullptr) *error = errorOf(@"NSCocoaErrorDomain", 4, failure->localizedDescription);
         return NO;
