@@ -12,7 +12,7 @@ bool Activations::isFree(ProcessIdentifier process) const {
 Activations::Decision Activations::decide(ProcessIdentifier process) {
     const bool launches = process == client_ && isLaunching_.exchange(false);
     if (launches || isFree(process)) return {};
-    switch (answer_) {
+    switch (answer_.load()) {
         case ActivationAnswer::refuses:
             return {false, std::nullopt};
         case ActivationAnswer::ignores:
