@@ -185,6 +185,13 @@ TEST_F(ClientWindowContract, TextsAreThereBeforeTheWindowIsShownAndInHiddenViews
     EXPECT_TRUE(sees("name", {{"Ada", true}}));
 }
 
+TEST_F(ClientWindowContract, TheTextOfASeparatorIsEmpty) {
+    WindowDescription description = form();
+    description.views[0].controls[1].id = "line";
+    make(description);
+    EXPECT_EQ(text("line"), "");
+}
+
 TEST_F(ClientWindowContract, AnUnknownControlHasNoText) {
     make(form());
     for (const char* id : {"nobody", "", "join", "Title"}) EXPECT_EQ(text(id), std::nullopt) << id;

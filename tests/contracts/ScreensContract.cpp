@@ -62,6 +62,13 @@ TEST_F(ScreensContract, DisplaysAreListedThePrimaryOneFirst) {
               screens());
 }
 
+TEST_F(ScreensContract, ANameThatIsNoUTF8IsMadeSo) {
+    displays().setDisplays({{"Sin\xffistro", left.frame}, right});
+    const Screen repaired{"Sin\uFFFDistro", left.frame};
+    EXPECT_EQ((std::vector{repaired, right}), screens());
+    EXPECT_EQ(repaired, mainScreen());
+}
+
 TEST_F(ScreensContract, DisplaysMayLieAboveAndBelow) {
     const Screen below{"Sotto", {{0, 0}, {600, 300}}};
     const Screen above{"Sopra", {{-200, 300}, {800, 400}}};

@@ -1,3 +1,5 @@
+#include <limits>
+
 #include "tests/contracts/ContractTest.h"
 
 namespace vantrel::contracts {
@@ -74,6 +76,14 @@ TEST_F(JSONContract, ReadsBackWhatItWrote) {
 
 TEST_F(JSONContract, DoesNotWriteATextThatIsNotUTF8) {
     EXPECT_FALSE(computer().json.serialise({{"a", "\xff"}}));
+}
+
+TEST_F(JSONContract, DoesNotWriteANumberThatIsNotFinite) {
+    using Limits = std::numeric_limits<double>;
+    for (const double number : {Limits::infinity(), -Limits::infinity(), Limits::quiet_NaN()}) {
+        EXPECT_FALSE(computer().json.serialise({{"a", number}})) << number;
+        EXPECT_FALSE(computer().json.serialise({{"a", JSONArray{1.0, number}}})) << number;
+    }
 }
 
 TEST_F(URLContract, FormsOnlyWhatStandsAsItIs) {

@@ -22,6 +22,7 @@
 #include "platform/linux/keyboard/KeyPositions.h"
 #include "platform/linux/system/FileDescriptor.h"
 #include "platform/linux/x11/X11Desktops.h"
+#include "platform/portable/UTF8Validity.h"
 #include "tests/contracts/ContractHost.h"
 #include "tests/contracts/ContractServer.h"
 #include "tests/contracts/DisplayHost.h"
@@ -155,7 +156,9 @@ class LinuxContractHost final : public contracts::ContractHost,
     void setDisplays(const std::vector<Screen>& displays) override {
         if (!layout_) layout_ = std::make_unique<MonitorLayout>();
         layout_->setScreens(displays);
-        EXPECT_TRUE(soon([&] { return screens() == displays; })) << "the displays are not as they were set";
+        std::vector<Screen> expected = displays;
+        for (Screen& screen : expected) screen.localizedName = repairedUTF8(screen.localizedName);
+        EXPECT_TRUE(soon([&] { return screens() == expected; })) << "the displays are not as they were set";
     }
 
     std::vector<SeenOverlay> overlays() override {

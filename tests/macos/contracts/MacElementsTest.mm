@@ -1,15 +1,17 @@
 #import <ApplicationServices/ApplicationServices.h>
 #import <Foundation/Foundation.h>
-#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <variant>
 
 #include "platform/macos/desktop/AccessibilityValueBridge.h"
 #include "platform/macos/desktop/MacAccessibility.h"
+#include "tests/contracts/ContractTest.h"
 
 namespace vantrel::macos {
 namespace {
+
+class MacElements : public contracts::ContractTest {};
 
 using Elements = std::vector<std::shared_ptr<AccessibilityElement>>;
 
@@ -22,7 +24,7 @@ CFReference<AXUIElementRef> element() {
 }
 
 // An application may answer with any type.
-TEST(MacElements, TakeAValueOfATypeThatIsNotUsedForNone) {
+TEST_F(MacElements, TakeAValueOfATypeThatIsNotUsedForNone) {
     @autoreleasepool {
         const CGRect rect = CGRectMake(1, 2, 3, 4);
         const auto value = CFReference<AXValueRef>::created(AXValueCreate(kAXValueTypeCGRect, &rect));
@@ -35,7 +37,7 @@ TEST(MacElements, TakeAValueOfATypeThatIsNotUsedForNone) {
     }
 }
 
-TEST(MacElements, KeepOfAListTheElements) {
+TEST_F(MacElements, KeepOfAListTheElements) {
     @autoreleasepool {
         const auto member = element();
         NSMutableArray* mixed = [NSMutableArray arrayWithCapacity:3];
@@ -53,7 +55,7 @@ TEST(MacElements, KeepOfAListTheElements) {
     }
 }
 
-TEST(MacElements, AreReadBackAsTheyAreWritten) {
+TEST_F(MacElements, AreReadBackAsTheyAreWritten) {
     for (const AccessibilityValue& value :
          {AccessibilityValue(true), AccessibilityValue(false), AccessibilityValue(Point{-1440, 12.5}),
           AccessibilityValue(Size{1440, 900})}) {
@@ -65,14 +67,14 @@ TEST(MacElements, AreReadBackAsTheyAreWritten) {
     EXPECT_FALSE(accessibilityObject(Elements()));
 }
 
-TEST(MacElements, GiveAnErrorWhereThereIsNone) {
+TEST_F(MacElements, GiveAnErrorWhereThereIsNone) {
     MacAccessibilityElement none{CFReference<AXUIElementRef>()};
     EXPECT_TRUE(std::holds_alternative<AccessibilityError>(none.attribute("AXWindows")));
     EXPECT_EQ(none.setAttribute("AXFullScreen", true), accessibilityInvalidElement);
     EXPECT_EQ(none.performAction("AXPress"), accessibilityInvalidElement);
 }
 
-TEST(MacElements, GiveAnErrorForANameThatIsNotUTF8) {
+TEST_F(MacElements, GiveAnErrorForANameThatIsNotUTF8) {
     MacAccessibilityElement application(element());
     EXPECT_TRUE(std::holds_alternative<AccessibilityError>(application.attribute("AX\xff")));
     EXPECT_NE(application.setAttribute("AX\xff", true), accessibilitySuccess);

@@ -8,6 +8,23 @@
 #include "tests/contracts/ContractTest.h"
 #include "tests/macos/contracts/EmptyEvent.h"
 
+/// Keeps what a cover tells the system about its cursor.
+@interface VantrelCursorWitness : BlackoutContentView {
+  @public
+    NSRect _rect;
+    NSCursor* _cursor;
+}
+@end
+
+@implementation VantrelCursorWitness
+
+- (void)addCursorRect:(NSRect)rect cursor:(NSCursor*)cursor {
+    _rect = rect;
+    _cursor = cursor;
+}
+
+@end
+
 namespace vantrel::macos {
 namespace {
 
@@ -81,6 +98,18 @@ TEST_F(MacPanels, AnAlertComesUpAboveACover) {
     host().onMain([] { EXPECT_GT(panel().level, coverLevel); });
     answer();
     host().onMain([&] { cover.reset(); });
+}
+
+TEST_F(MacPanels, TheCursorOverAWholeCoverSaysThatNothingIsAllowed) {
+    host().onMain([] {
+        VantrelCursorWitness* view = [[VantrelCursorWitness alloc] initWithFrame:NSMakeRect(0, 0, 640, 480)];
+        [view resetCursorRects];
+        EXPECT_EQ(view->_rect.origin.x, 0);
+        EXPECT_EQ(view->_rect.origin.y, 0);
+        EXPECT_EQ(view->_rect.size.width, 640);
+        EXPECT_EQ(view->_rect.size.height, 480);
+        EXPECT_EQ(view->_cursor, NSCursor.operationNotAllowedCursor);
+    });
 }
 
 TEST_F(MacPanels, AnAlertBesideTheClientsWindowIsAnOrdinaryOne) {

@@ -40,18 +40,23 @@ void settle(Displays& displays) {
     }
 }
 
+/// As the client sees them.
+std::vector<Screen> listed(const Displays& displays) {
+    std::vector<Screen> screens = displays.screens;
+    for (Screen& screen : screens) screen.localizedName = repairedUTF8(screen.localizedName);
+    return screens;
+}
+
 }  // namespace
 
 std::vector<Screen> VirtualScreens::screens() const {
-    std::vector<Screen> listed = displays().screens;
-    for (Screen& screen : listed) screen.localizedName = repairedUTF8(screen.localizedName);
-    return listed;
+    return listed(displays());
 }
 
 std::optional<Screen> VirtualScreens::mainScreen() const {
     const Displays all = displays();
     if (all.screens.empty()) return std::nullopt;
-    return all.screens[std::min(all.main, all.screens.size() - 1)];
+    return listed(all)[std::min(all.main, all.screens.size() - 1)];
 }
 
 bool VirtualScreens::screensHaveSeparateSpaces() const {

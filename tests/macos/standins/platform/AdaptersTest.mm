@@ -5,13 +5,18 @@
 #include <map>
 #include <string>
 #include <thread>
+#include <variant>
+#include <vector>
 
+#include "platform/macos/apps/MacApplicationOpener.h"
 #include "platform/macos/bridge/ErrorBridge.h"
 #include "platform/macos/bridge/FormedURL.h"
 #include "platform/macos/bridge/Text.h"
 #include "platform/macos/desktop/AccessibilityTimeout.h"
 #include "platform/macos/threads/MacClock.h"
 #include "platform/macos/threads/MacRunLoop.h"
+#include "platform/macos/threads/MainThread.h"
+#include "platform/macos/ui/MacWindows.h"
 #include "tests/macos/standins/MacInUse.h"
 #include "tests/macos/standins/foundation/Text.h"
 #include "tests/macos/standins/runtime/AutoreleasePools.h"
@@ -71,6 +76,50 @@ TEST_F(AdaptersTest, AnExceptionHasATextEvenWithoutAReason) {
             EXPECT_EQ(macos::platformError(exception).localizedDescription, "NSInvalidArgumentException");
         }
     }
+}
+
+// A rule forms its addresses. The system would raise an exception for null.
+TEST_F(AdaptersTest, WhatIsNoAddressIsNotOpened) {
+    const std::string said = macos::platformError(macos::badURLError()).localizedDescription;
+    const URL browser{"file:///Applications/Google%20Chrome.app"};
+    const URL address{"https://meet.example/"};
+    const URL none{"not an address"};
+    macos::MacApplicationOpener opener;
+    std::vector<std::string> answers;
+    const auto note = [&](const ApplicationOpener::Result& result) {
+        const auto* error = std::get_if<PlatformError>(&result);
+        answers.push_back(error != nullptr ? error->localizedDescription : "opened");
+    };
+    opener.open({address, none}, browser, true, note);
+    opener.open({address}, none, true, note);
+    EXPECT_TRUE(answers.empty()) << "it returns at once";
+    mac_.runFor(1);
+    EXPECT_EQ(answers, (std::vector{said, said}));
+}
+
+using AdaptersDeathTest = AdaptersTest;
+
+TEST_F(AdaptersDeathTest, ACallOffTheMainThreadEndsTheProcessAndIsNamed) {
+    EXPECT_DEATH(macos::requireMainThread("center"), "^vantrel: center was called off the main thread\n$");
+}
+
+// With a Mac of its own: the threads of another are not in the process that dies.
+void callWindow(void (*call)(Window&)) {
+    virtualmac::VirtualMac mac;
+    const MacInUse inUse(mac);
+    mac.onMain(withPool([call] {
+        WindowDescription description;
+        description.contentRect = {{0, 0}, {300, 200}};
+        const auto window = macos::MacWindows().makeWindow(description, {});
+        call(*window);
+    }));
+}
+
+TEST(WindowsDeathTest, AnUnknownControlOrViewEndsTheProcessAndIsNamed) {
+    EXPECT_DEATH(callWindow([](Window& window) { window.setText("nobody", "x"); }),
+                 "vantrel: no control or view is called nobody\n");
+    EXPECT_DEATH(callWindow([](Window& window) { window.setViewHidden("nowhere", true); }),
+                 "vantrel: no control or view is called nowhere\n");
 }
 
 constexpr ProcessIdentifier silent = 4711;
