@@ -92,6 +92,9 @@ class ApplicationContract : public ContractTest {
 
 TEST_F(ApplicationContract, ActivationBringsTheClientToTheFront) {
     showWindow();
+    // A window that is still on its way to the front would take it from the other application again.
+    host().onMain([this] { computer().application.activate(); });
+    ASSERT_TRUE(eventually([&] { return frontmost() == participant().ownProcess(); }));
     const auto launched =
         computer().processLauncher.launch(host().peerExecutable(), {"--window=Appunti,100,120,500,300"});
     const auto* peer = std::get_if<ProcessIdentifier>(&launched);
