@@ -38,10 +38,25 @@ def split(entry, names, cost_of):
     return [Job(entry, part, sum(cost_of(entry.prefix + name) for name in part)) for part in parts]
 
 
+def _lasting(jobs):
+    """For each entry, the seconds of the longest chain of jobs that wait for it."""
+    lasting = {}
+    for _ in range(len({job.entry.name for job in jobs})):
+        before = dict(lasting)
+        for job in jobs:
+            chain = job.cost + lasting.get(job.entry.name, 0.0)
+            for name in job.entry.after:
+                lasting[name] = max(lasting.get(name, 0.0), chain)
+        if lasting == before:
+            break
+    return lasting
+
+
 class Schedule:
     def __init__(self, jobs, environment, progress, script):
-        # The longest first: what begins late should be short.
-        self._waiting = sorted(jobs, key=lambda job: -job.cost)
+        # The longest first, counted with what comes after it: what begins late should be short.
+        lasting = _lasting(jobs)
+        self._waiting = sorted(jobs, key=lambda job: -job.cost - lasting.get(job.entry.name, 0.0))
         self._names = {job.entry.name for job in jobs}
         self._unfinished = {}
         for job in jobs:
@@ -57,8 +72,10 @@ class Schedule:
         try:
             for thread in threads:
                 thread.start()
-            for thread in threads:
-                thread.join()
+            # A signal that the system gave to another thread is only seen when this one wakes.
+            while any(thread.is_alive() for thread in threads):
+                for thread in threads:
+                    thread.join(0.2)
         except BaseException:
             self._stop(threads)
             raise

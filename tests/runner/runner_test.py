@@ -173,6 +173,17 @@ def begins_nothing_before_what_it_comes_after():
     return same([(one.name, one.result) for one in reporter.outcomes], [("first", PASSED), ("second", PASSED)])
 
 
+def begins_early_what_a_long_test_waits_for():
+    reporter = progress.Progress(0)
+    ready = entry(name="ready", named=False, command=["true"], alone=True)
+    short = entry(name="short", named=False, command=["true"], alone=True, cost=5.0)
+    long = entry(name="long", named=False, command=["true"], alone=True, after=["ready"], cost=99.0)
+    Schedule([job for one in (short, ready, long) for job in split(one, [one.name], lambda name: 0.0)], dict(os.environ),
+             reporter, "no-desktop").run(1)
+    reporter.close()
+    return same([one.name for one in reporter.outcomes], ["ready", "long", "short"])
+
+
 def a_stopped_run_ends_its_processes_and_begins_no_more():
     with tempfile.TemporaryDirectory() as folder:
         begun = pathlib.Path(folder) / "begun"
@@ -276,7 +287,8 @@ TESTS = [tells_of_each_test_by_its_name, keeps_what_a_failed_test_wrote, says_wh
          a_plain_check_passes_with_status_0_only, a_plain_check_is_skipped_by_its_status_or_its_words,
          a_plain_check_that_hangs_fails, lists_names_without_comments, refuses_a_property_that_it_does_not_know,
          divides_tests_into_processes, runs_everything_once_and_alone_what_has_to_be,
-         begins_nothing_before_what_it_comes_after, a_stopped_run_ends_its_processes_and_begins_no_more, an_end_counts_every_test,
+         begins_nothing_before_what_it_comes_after, begins_early_what_a_long_test_waits_for,
+         a_stopped_run_ends_its_processes_and_begins_no_more, an_end_counts_every_test,
          one_failure_among_many_is_not_a_hundred_per_cent, is_never_silent_for_long, reads_names_from_sources,
          a_module_of_rules_means_its_tests, a_computer_means_its_tests_and_the_contracts,
          a_folder_means_the_checks_that_it_adds, required_checks_may_not_be_skipped]
