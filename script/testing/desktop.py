@@ -20,7 +20,10 @@ class Desktop:
                 self.__exit__()
                 raise RuntimeError("no X display came up")
             time.sleep(0.05)
-        self.environment = {"DISPLAY": name.read_text(encoding="utf-8").strip()}
+        # Without an address libdbus starts a bus by itself, and waits for every process that was started meanwhile: they
+        # hold the pipe that it reads from.
+        self.environment = {"DISPLAY": name.read_text(encoding="utf-8").strip(),
+                            "DBUS_SESSION_BUS_ADDRESS": "disabled:"}
         return self
 
     def __exit__(self, *_):
