@@ -1,0 +1,12 @@
+// What the product's objects must not do, for the check of their symbols. Never linked.
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+void escape() {
+    std::ofstream("file") << "text";
+    std::filesystem::remove("file");
+    if (std::system("true") == 0) unlink("file");
+}
