@@ -1,6 +1,7 @@
 #include "rehearsal/playing/Misuses.h"
 
 #include <cstdlib>
+#include <utility>
 
 namespace vantrel::rehearsal {
 
@@ -14,9 +15,9 @@ void Misuses::add(double time, std::string what) {
     }
 }
 
-void Misuses::addAndExit(double time) {
+void Misuses::addAndExit(double time, std::string what) {
     const std::lock_guard guard(mutex_);
-    breakOff(time, "a thread of the client does not end; the run is broken off");
+    breakOff(time, std::move(what));
 }
 
 bool Misuses::writeAll() {

@@ -18,8 +18,8 @@ class Misuses {
 
     /// Ends the program if there are too many.
     void add(double time, std::string what);
-    /// For a thread that goes on for ever, which nobody could join any more.
-    [[noreturn]] void addAndExit(double time);
+    /// After this nothing of the client can go on, or nobody could join its threads any more.
+    [[noreturn]] void addAndExit(double time, std::string what);
     /// False when there is nothing to write.
     bool writeAll();
 

@@ -22,9 +22,11 @@
 namespace vantrel::rehearsal {
 namespace {
 
-/// `onMisuse` may be called on any thread.
-virtualmac::Options macOptions(const MacSetup& setup, Transcript& transcript,
-                               std::function<void(const std::string&)> onMisuse) {
+using Reporting = std::function<void(const std::string&)>;
+
+/// The last two may be called on any thread.
+virtualmac::Options macOptions(const MacSetup& setup, Transcript& transcript, Reporting onMisuse,
+                               Reporting onWrongThread) {
     virtualmac::Options options;
     options.seed = setup.seed;
     options.systemVersion = setup.macOS;
@@ -33,6 +35,7 @@ virtualmac::Options macOptions(const MacSetup& setup, Transcript& transcript,
     options.settings = setup.settings;
     options.onEvent = [&transcript](const virtualmac::Event& event) { write(event, transcript); };
     options.onMisuse = std::move(onMisuse);
+    options.onWrongThread = std::move(onWrongThread);
     return options;
 }
 
@@ -42,7 +45,9 @@ class Playing {
     Playing(const Scenario& scenario, Transcript& transcript, Misuses& misuses, const ProgramMaker& make)
         : transcript_(transcript),
           misuses_(misuses),
-          mac_(macOptions(scenario.mac, transcript, [this](const std::string& what) { misuse(what); })),
+          mac_(macOptions(
+              scenario.mac, transcript, [this](const std::string& what) { misuses_.add(time(), what); },
+              [this](const std::string& what) { misuses_.addAndExit(time(), what); })),
           network_(scenario.server, [this] { return mac_.computer().clock.secondsSince1970(); }),
           performer_(mac_, network_, transcript) {
         isMade_ = true;
@@ -88,14 +93,16 @@ class Playing {
         mac_.engine().journal.mute();
         mac_.network().setHandler(nullptr);
         mac_.drain();
-        if (!mac_.end()) misuses_.addAndExit(mac_.now());
+        if (!mac_.end()) {
+            misuses_.addAndExit(mac_.now(), "a thread of the client does not end; the run is broken off");
+        }
     }
 
     bool hasExited() const { return mac_.hasExited(); }
 
   private:
     /// Any thread.
-    void misuse(const std::string& what) { misuses_.add(isMade_ ? mac_.now() : 0, what); }
+    double time() const { return isMade_ ? mac_.now() : 0; }
 
     /// The end of the prelude's own transcript.
     std::string endEntry() {

@@ -24,12 +24,13 @@ struct PlayOptions {
     bool whole = false;
 };
 
-/// Plays the scenario on its own virtual Mac and writes the transcript. If the client misused its platform (interface
-/// off the main thread, a wait under a lock, a deadlock), the transcript's last lines describe it. The calling thread
-/// waits; virtual hours pass in milliseconds.
+/// Plays the scenario on its own virtual Mac and writes the transcript. If the client misused its platform (a wait
+/// under a lock, a deadlock), the transcript's last lines describe it. The calling thread waits; virtual hours pass in
+/// milliseconds.
 ///
-/// A client that misuses its platform without end, or whose threads do not end, cannot be stopped. The transcript is
-/// then written and flushed, and the program exits at once with status 1, or 3 if writing failed.
+/// A client that uses an interface off the main thread goes no further, as on a Mac. One that misuses its platform
+/// without end, or whose threads do not end, cannot be stopped. The transcript is then written and flushed, and the
+/// program exits at once with status 1, or 3 if writing failed.
 PlayResult play(const Scenario& scenario, std::ostream& transcript, const PlayOptions& options = {});
 
 }  // namespace vantrel::rehearsal

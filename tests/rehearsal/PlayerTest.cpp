@@ -147,16 +147,6 @@ TEST(Player, StartsOnTheMacThatIsDescribed) {
     EXPECT_TRUE(seen);
 }
 
-TEST(Player, ReportsAnInterfaceTouchedOffTheMainThread) {
-    const auto run = played(scenario({}, 1), [](const Computer& computer) {
-        computer.dispatch.userInitiatedQueue().async([computer] { computer.alerts.runModal({}); });
-        computer.application.run();
-    });
-    EXPECT_FALSE(run.clean);
-    const auto lastLine = run.transcript.substr(run.transcript.rfind('\n', run.transcript.size() - 2) + 1);
-    EXPECT_THAT(lastLine, HasSubstr("  misuse       "));
-}
-
 TEST(Player, ReportsAWaitThatNeverEnds) {
     const auto run = played(scenario({}, 1), [](const Computer& computer) {
         computer.dispatch.makeSemaphore(0)->wait(1e300);
@@ -201,8 +191,9 @@ TEST(PlayerDeathTest, GivesUpOnAClientThatMisusesWithoutEnd) {
     EXPECT_EXIT(hopeless(), testing::ExitedWithCode(1), "");
 }
 
-/// Plays a client that cannot be stopped, in a process of its own, and prints the transcript where death tests look.
-void playEndless(const std::function<void(const Computer&)>& block) {
+/// Plays a client in whose place the program ends, in a process of its own, and prints the transcript where death tests
+/// look.
+void playHere(const std::function<void(const Computer&)>& block) {
     const auto program = [&block](const Computer& computer) {
         computer.dispatch.userInitiatedQueue().async([computer, block] { block(computer); });
         computer.application.run();
@@ -210,11 +201,22 @@ void playEndless(const std::function<void(const Computer&)>& block) {
     play(scenario({}, 1), std::cerr, {program});
 }
 
+TEST(PlayerDeathTest, EndsTheRunWithAnInterfaceTouchedOffTheMainThread) {
+    const auto touch = [](const Computer& computer) {
+        computer.log.print("before");
+        computer.alerts.runModal({});
+        computer.log.print("after");
+    };
+    EXPECT_EXIT(playHere(touch), testing::ExitedWithCode(1),
+                "^    0.000  log          before\n"
+                "    0.000  misuse       Alerts.runModal off the main thread\n$");
+}
+
 TEST(PlayerDeathTest, WritesTheTranscriptOfAClientWhoseBackgroundWorkNeverEnds) {
     const auto sleeps = [](const Computer& computer) {
         for (;;) computer.threads.sleep(60);
     };
-    EXPECT_EXIT(playEndless(sleeps), testing::ExitedWithCode(1),
+    EXPECT_EXIT(playHere(sleeps), testing::ExitedWithCode(1),
                 "    1.000  end          the client is running\n"
                 "                        . left: .*background work 1.*\n"
                 "(.|\n)* misuse       something goes on and on\n"
@@ -222,7 +224,7 @@ TEST(PlayerDeathTest, WritesTheTranscriptOfAClientWhoseBackgroundWorkNeverEnds) 
     const auto waits = [](const Computer& computer) {
         for (;;) computer.dispatch.makeSemaphore(0)->wait(1e300);
     };
-    EXPECT_EXIT(playEndless(waits), testing::ExitedWithCode(1), " misuse       .*broken off\n");
+    EXPECT_EXIT(playHere(waits), testing::ExitedWithCode(1), " misuse       .*broken off\n");
 }
 
 TEST(Player, ReplaysASeedToTheByte) {

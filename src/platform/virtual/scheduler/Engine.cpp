@@ -7,6 +7,7 @@ namespace vantrel::virtualmac {
 
 Engine::Engine(const Options& options)
     : onMisuse_(options.onMisuse),
+      onWrongThread_(options.onWrongThread),
       scheduler({options.seed, options.freeRunning, [this](const std::string& what) { misuse(what); }}),
       journal([this] { return toSeconds(scheduler.now()); }, options.onEvent),
       mainLoop(scheduler),
@@ -48,7 +49,10 @@ void Engine::joinOthers() {
 }
 
 void Engine::mainThreadCall(std::string_view what) {
-    if (!isMainThread()) misuse(std::string(what) + " off the main thread");
+    if (!isMainThread()) {
+        const std::string called = std::string(what) + " off the main thread";
+        onWrongThread_ ? onWrongThread_(called) : misuse(called);
+    }
     platformCall();
 }
 

@@ -49,6 +49,7 @@ class Engine {
 
   private:
     const std::function<void(const std::string&)> onMisuse_;
+    const std::function<void(const std::string&)> onWrongThread_;
     std::atomic<std::uint64_t> opened_ = 0;
 
   public:

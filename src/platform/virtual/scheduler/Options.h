@@ -26,6 +26,8 @@ struct Options {
     /// Called on misuse of the platform: an interface used off the main thread, a wait under a lock, a deadlock. Runs
     /// on the faulty thread. Without it, misuse is printed on standard error and the process aborts.
     std::function<void(const std::string&)> onMisuse;
+    /// Instead of onMisuse, if it is set: called on use of an interface off the main thread.
+    std::function<void(const std::string&)> onWrongThread;
     EventSink onEvent;
     /// The user defaults before the first launch.
     std::map<std::string, std::string> settings;
