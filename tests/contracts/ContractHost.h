@@ -68,7 +68,8 @@ class ContractHost {
     /// accepts these arguments, any number of times and in any order:
     ///
     ///   --window=TITLE,X,Y,WIDTH,HEIGHT  opens a normal window there, in points from the top left of the primary
-    ///                                    display; it closes when asked to
+    ///                                    display; it closes when asked to. In the title, %FF stands for
+    ///                                    that byte, which is in no text
     ///   --exits-without-windows          the application ends with its last window (otherwise it continues without
     ///   one)
     ///   --ignores-terminate              ignores a polite request to end

@@ -20,6 +20,9 @@ std::optional<PeerWindowOption> windowOption(std::string_view text) {
         text = text.substr(0, comma);
     }
     option.title = text;
+    constexpr std::string_view byte = "%FF";
+    const std::size_t at = option.title.find(byte);
+    if (at != std::string::npos) option.title.replace(at, byte.size(), "\xff");
     if (option.width <= 0 || option.height <= 0) return std::nullopt;
     return option;
 }

@@ -110,6 +110,23 @@ TEST_F(ProcessContract, AZeroByteInThePathOrInAnArgumentStartsNothing) {
     }
 }
 
+TEST_F(ProcessContract, AnArgumentThatIsNotUTF8StartsNothing) {
+    for (const std::string& argument : {std::string("\xff"), std::string("perch\xe9"), std::string("\xed\xa0\x80")}) {
+        const auto result = computer().processLauncher.launch(host().peerExecutable(), {"--exits-at-once", argument});
+        ASSERT_TRUE(std::holds_alternative<PlatformError>(result)) << std::get<ProcessIdentifier>(result);
+        EXPECT_FALSE(std::get<PlatformError>(result).localizedDescription.empty());
+    }
+}
+
+// Some file systems take any bytes for a name, others UTF-8 alone.
+TEST_F(ProcessContract, AMissingFileWhoseNameIsNotUTF8IsToldInUTF8) {
+    const auto result = computer().processLauncher.launch(host().missingPath() + "\xff", {});
+    const auto* failure = std::get_if<PlatformError>(&result);
+    ASSERT_TRUE(failure);
+    EXPECT_FALSE(failure->localizedDescription.empty());
+    EXPECT_TRUE(computer().unicode.isValidUTF8(failure->localizedDescription));
+}
+
 TEST_F(ProcessContract, AnApplicationIsFoundByItsBundleIdentifierAndByItsProcess) {
     const auto application = launched({});
     ASSERT_TRUE(application);

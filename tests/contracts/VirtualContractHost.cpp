@@ -46,6 +46,9 @@ virtualmac::NewWindow windowOf(const std::string& text) {
         window.frame.size.height;
     EXPECT_FALSE(numbers.fail()) << text;
     window.title = text.substr(0, text.find(','));
+    constexpr std::string_view byte = "%FF";
+    const std::size_t at = window.title.find(byte);
+    if (at != std::string::npos) window.title.replace(at, byte.size(), "\xff");
     window.after = 0.3;
     return window;
 }

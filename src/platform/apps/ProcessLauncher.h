@@ -18,7 +18,8 @@ class ProcessLauncher {
     virtual ~ProcessLauncher() = default;
 
     /// Starts the executable with exactly these arguments: no shell, the client's environment, directory and streams.
-    /// Does not wait for the process.
+    /// Does not wait for the process. An argument that is not UTF-8, and a zero byte in one or in the path, is a
+    /// failure: not every computer could pass it on as it stands.
     virtual std::variant<ProcessIdentifier, PlatformError> launch(std::string_view executablePath,
                                                                   const std::vector<std::string>& arguments) = 0;
 

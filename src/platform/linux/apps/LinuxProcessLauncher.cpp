@@ -2,14 +2,21 @@
 
 #include <signal.h>
 
+#include <algorithm>
+#include <cerrno>
+
 #include "platform/linux/apps/LaunchErrorText.h"
 #include "platform/linux/apps/ReapedProcess.h"
+#include "platform/portable/UTF8Validity.h"
 
 namespace vantrel::linuxdesktop {
 
 std::variant<ProcessIdentifier, PlatformError> LinuxProcessLauncher::launch(std::string_view executablePath,
                                                                             const std::vector<std::string>& arguments) {
     const std::string executable(executablePath);
+    if (!std::all_of(arguments.begin(), arguments.end(), isValidUTF8)) {
+        return PlatformError{launchErrorText(executable, EINVAL)};
+    }
     std::vector<std::string> all{executable};
     all.insert(all.end(), arguments.begin(), arguments.end());
     const StartedProcess started = startReaped(executable, all, ExecutableLookup::asItStands);

@@ -3,7 +3,6 @@
 #import <AppKit/AppKit.h>
 #include <signal.h>
 
-#include <algorithm>
 #include <string_view>
 
 #include "platform/macos/bridge/ErrorBridge.h"
@@ -17,17 +16,27 @@ static_assert(SIGKILL == 9);
 
 namespace {
 
-// The kernel would stop at the zero byte, and start another file or pass another argument.
-bool holdsZero(std::string_view text) {
-    return text.find('\0') != std::string_view::npos;
+// Nil if it could not be passed on as it stands: it is not UTF-8, or the kernel would stop at its zero byte, and start
+// another file or pass another argument.
+NSString* exactText(std::string_view text) {
+    return text.find('\0') == std::string_view::npos ? strictText(text) : nil;
 }
 
-NSTask* makeTask(std::string_view executablePath, const std::vector<std::string>& arguments) {
+// Nil likewise.
+NSArray<NSString*>* exactTexts(const std::vector<std::string>& arguments) {
     NSMutableArray<NSString*>* texts = [NSMutableArray arrayWithCapacity:arguments.size()];
-    for (const std::string& argument : arguments) [texts addObject:lenientText(argument)];
+    for (const std::string& argument : arguments) {
+        NSString* text = exactText(argument);
+        if (text == nil) return nil;
+        [texts addObject:text];
+    }
+    return texts;
+}
+
+NSTask* makeTask(NSString* executablePath, NSArray<NSString*>* arguments) {
     NSTask* task = [[NSTask alloc] init];
-    task.executableURL = [NSURL fileURLWithPath:lenientText(executablePath) isDirectory:NO];
-    task.arguments = texts;
+    task.executableURL = [NSURL fileURLWithPath:executablePath isDirectory:NO];
+    task.arguments = arguments;
     // With a handler, the system sees the process end on a queue of its own. Without one it needs the run loop of this
     // thread, which may have none, and nobody else reaps the process.
     task.terminationHandler = ^(NSTask*) {
@@ -60,11 +69,11 @@ void yieldActivation(NSString* bundleIdentifier) {
 std::variant<ProcessIdentifier, PlatformError> MacProcessLauncher::launch(std::string_view executablePath,
                                                                           const std::vector<std::string>& arguments) {
     @autoreleasepool {
-        if (holdsZero(executablePath) || std::any_of(arguments.begin(), arguments.end(), holdsZero)) {
-            return platformError(badURLError());
-        }
+        NSString* path = exactText(executablePath);
+        NSArray<NSString*>* texts = exactTexts(arguments);
+        if (path == nil || texts == nil) return platformError(badURLError());
         @try {
-            NSTask* task = makeTask(executablePath, arguments);
+            NSTask* task = makeTask(path, texts);
             NSError* error = nil;
             if (![task launchAndReturnError:&error]) return platformError(error);
             yieldActivation(bundleIdentifierAround(executablePath));

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "platform/portable/URLComponents.h"
+#include "platform/portable/UTF8Validity.h"
 
 namespace vantrel::virtualmac {
 
@@ -52,7 +53,8 @@ void VirtualApplicationOpener::open(const std::vector<URL>& urls, const URL& app
         const std::lock_guard guard(mutex_);
         behaviour = behaviour_;
     }
-    Result result = behaviour.failure ? PlatformError{*behaviour.failure} : openWith(application, urls, activates);
+    Result result =
+        behaviour.failure ? PlatformError{repairedUTF8(*behaviour.failure)} : openWith(application, urls, activates);
     if (behaviour.withoutApplication && !std::holds_alternative<PlatformError>(result)) {
         result = std::shared_ptr<RunningApplication>();
     }
@@ -65,11 +67,11 @@ ApplicationOpener::Result VirtualApplicationOpener::openWith(const URL& applicat
                                                              bool activates) {
     const auto [name, executable] = applicationFile(application);
     if (!processes_.isExecutable(executable)) {
-        return PlatformError{"L’applicazione “" + name + "” non può essere aperta."};
+        return PlatformError{repairedUTF8("L’applicazione “" + name + "” non può essere aperta.")};
     }
     auto process = processes_.runningFrom(executable);
     if (!process) {
-        if (const auto failure = processes_.startFailure(executable)) return PlatformError{*failure};
+        if (const auto failure = processes_.startFailure(executable)) return PlatformError{repairedUTF8(*failure)};
         std::vector<std::string> arguments;
         arguments.reserve(urls.size());
         for (const URL& url : urls) arguments.push_back(url.absoluteString);

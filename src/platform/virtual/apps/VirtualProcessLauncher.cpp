@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/portable/UTF8Validity.h"
+
 namespace vantrel::virtualmac {
 
 namespace {
@@ -11,6 +13,11 @@ constexpr const char* executablesOfBundle = "/Contents/MacOS/";
 
 std::string lastComponent(const std::string& path) {
     return path.substr(path.rfind('/') + 1);
+}
+
+/// Whether it can be passed on as it stands.
+bool isExact(const std::string& text) {
+    return text.find('\0') == std::string::npos && isValidUTF8(text);
 }
 
 /// The address that a browser shows when started with these arguments.
@@ -65,15 +72,14 @@ void VirtualProcessLauncher::yieldTo(const std::string& executablePath) {
 std::variant<ProcessIdentifier, PlatformError> VirtualProcessLauncher::launchTask(
     const std::string& path, const std::vector<std::string>& arguments) {
     const std::string file = "“" + lastComponent(path) + "”";
-    const auto holdsZero = [](const std::string& text) { return text.find('\0') != std::string::npos; };
-    if (holdsZero(path) || std::any_of(arguments.begin(), arguments.end(), holdsZero)) {
+    if (!isExact(path) || !std::all_of(arguments.begin(), arguments.end(), isExact)) {
         return PlatformError{"Argomento non valido"};
     }
     const auto kind = files_.kind(path);
     if (!kind || *kind == FileKind::brokenLink) return PlatformError{"Il file " + file + " non esiste."};
     if (*kind == FileKind::folder) return PlatformError{file + " è una cartella e non può essere avviata."};
     if (*kind != FileKind::executable) return PlatformError{"Non hai i permessi per eseguire il file " + file + "."};
-    if (const auto failure = startFailure(path)) return PlatformError{*failure};
+    if (const auto failure = startFailure(path)) return PlatformError{repairedUTF8(*failure)};
     if (engine_.isOver()) return PlatformError{"Il processo è terminato."};
     return start(path, arguments, Starter::client);
 }

@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "platform/portable/URLComponents.h"
+#include "platform/portable/UTF8Validity.h"
 
 namespace vantrel::virtualmac {
 
@@ -54,7 +55,7 @@ URLReply received(std::optional<int> status, std::string data) {
 
 URLReply failure(std::string_view text) {
     URLReply reply;
-    reply.error = PlatformError{std::string(text)};
+    reply.error = PlatformError{repairedUTF8(text)};
     return reply;
 }
 
