@@ -314,6 +314,10 @@ void VirtualContractHost::answerCapturePrompt(bool granted) {
     EXPECT_TRUE(mac_.capture().answer(granted)) << "no prompt is up";
 }
 
+void VirtualContractHost::stop(ProcessIdentifier peer) {
+    mac_.accessibility().setUnresponsive(peer, true);
+}
+
 void VirtualContractHost::haveNoOpener() {
     mac_.workspace().setFailing(true);
 }

@@ -15,6 +15,7 @@
 #include "tests/contracts/LaunchHost.h"
 #include "tests/contracts/PermissionHost.h"
 #include "tests/contracts/SpacesHost.h"
+#include "tests/contracts/StoppingHost.h"
 #include "tests/contracts/WorkspaceHost.h"
 
 namespace vantrel::contracts {
@@ -27,6 +28,7 @@ class VirtualContractHost : public ContractHost,
                             public InterfaceHost,
                             public LaunchHost,
                             public PermissionHost,
+                            public StoppingHost,
                             public WorkspaceHost {
   public:
     VirtualContractHost();
@@ -83,6 +85,8 @@ class VirtualContractHost : public ContractHost,
     void setCaptureStatus(MediaType media, AuthorizationStatus status) override;
     std::size_t capturePrompts() override;
     void answerCapturePrompt(bool granted) override;
+
+    void stop(ProcessIdentifier peer) override;
 
     void haveNoOpener() override;
     std::vector<std::string> addressesOpened() override;

@@ -17,6 +17,7 @@
 #include "platform/macos/bridge/CFReference.h"
 #include "platform/macos/bridge/Text.h"
 #include "tests/contracts/ContractTest.h"
+#include "tests/contracts/StoppingHost.h"
 
 @interface VantrelAssumptionTarget : NSObject
 - (void)act:(id)sender;
@@ -105,6 +106,22 @@ TEST_F(MacAssumptions, TerminatedChangesOnATurnOfTheMainRunLoopOnly) {
     assume("runs", seen);
 }
 
+// Nothing else that a test can bring about could change it.
+TEST_F(MacAssumptions, AnApplicationThatHasEndedKeepsItsNameUntilATurnOfTheMainRunLoop) {
+    page("https://developer.apple.com/documentation/appkit/nsrunningapplication/localizedname");
+    constexpr int killSignal = 9;
+    const ProcessIdentifier process = host().startPeerWithoutWaiting();
+    ASSERT_TRUE(eventually([&] { return computer().runningApplications.withProcessIdentifier(process) != nullptr; }));
+    std::string seen;
+    host().onMain([&] {
+        NSRunningApplication* application = [NSRunningApplication runningApplicationWithProcessIdentifier:process];
+        computer().processLauncher.sendSignal(process, killSignal);
+        [NSThread sleepForTimeInterval:2];
+        seen = bytesOf(application.localizedName);
+    });
+    assume("Google Chrome", seen);
+}
+
 TEST_F(MacAssumptions, TheListOfApplicationsGrowsOnATurnOfTheMainRunLoopOnly) {
     page("https://developer.apple.com/documentation/appkit/nsworkspace/runningapplications");
     const auto count = [] {
@@ -140,6 +157,30 @@ TEST_F(MacAssumptions, AnElementOfAnApplicationThatHasEndedCannotBeAsked) {
            std::string(answer ? "a value" : "no value") + (error != kAXErrorSuccess ? ", and an error" : ""));
 }
 
+TEST_F(MacAssumptions, ACallToAnApplicationThatDoesNotAnswerWaitsItsTimeOut) {
+    page("https://developer.apple.com/documentation/applicationservices/1459345-axuielementsetmessagingtimeout");
+    if (const auto missing = host().obstacle("WindowContract")) GTEST_SKIP() << *missing;
+    constexpr float timeOut = 0.75;
+    const ProcessIdentifier process = host().startPeerWithoutWaiting();
+    ASSERT_TRUE(eventually([&] { return computer().runningApplications.withProcessIdentifier(process) != nullptr; }));
+    dynamic_cast<contracts::StoppingHost&>(host()).stop(process);
+    std::string seen;
+    host().onMain([&] {
+        const auto all = CFReference<AXUIElementRef>::created(AXUIElementCreateSystemWide());
+        const auto application = CFReference<AXUIElementRef>::created(AXUIElementCreateApplication(process));
+        AXUIElementSetMessagingTimeout(all.get(), timeOut);
+        const double start = now();
+        CFTypeRef value = nullptr;
+        const AXError error =
+            AXUIElementCopyAttributeValue(application.get(), (__bridge CFStringRef) @"AXWindows", &value);
+        const auto answer = CFReference<CFTypeRef>::copied(value);
+        seen = now() - start >= timeOut - tolerance ? "late" : "early";
+        AXUIElementSetMessagingTimeout(all.get(), 0);
+        seen += error == kAXErrorCannotComplete ? ", cannot complete" : ", another answer";
+    });
+    assume("late, cannot complete", seen);
+}
+
 TEST_F(MacAssumptions, EachActivityHasATokenOfItsOwn) {
     page("https://developer.apple.com/documentation/foundation/processinfo/beginactivity(options:reason:)");
     @autoreleasepool {
@@ -152,6 +193,46 @@ TEST_F(MacAssumptions, EachActivityHasATokenOfItsOwn) {
         [info endActivity:second];
         assume("two", differ ? "two" : "one");
     }
+}
+
+// What it does to the system has no public question. Its token tells whether somebody keeps it.
+TEST_F(MacAssumptions, AnActivityThatIsNotEndedGoesOn) {
+    page("https://developer.apple.com/documentation/foundation/processinfo/beginactivity(options:reason:)");
+    NSProcessInfo* info = NSProcessInfo.processInfo;
+    __weak id<NSObject> token = nil;
+    @autoreleasepool {
+        token = [info beginActivityWithOptions:NSActivityUserInitiatedAllowingIdleSystemSleep reason:@"a"];
+    }
+    @autoreleasepool {
+        id<NSObject> left = token;
+        assume("goes on", left != nil ? "goes on" : "over");
+        if (left != nil) [info endActivity:left];
+    }
+}
+
+TEST_F(MacAssumptions, AnObserverThatIsNotRemovedIsCalledOnItsQueue) {
+    page("https://developer.apple.com/documentation/foundation/notificationcenter/"
+         "addobserver(forname:object:queue:using:)");
+    NSNotificationCenter* center = NSNotificationCenter.defaultCenter;
+    NSNotificationName const name = @"VantrelAssumption";
+    __weak id<NSObject> token = nil;
+    @autoreleasepool {
+        token = [center addObserverForName:name
+                                    object:nil
+                                     queue:NSOperationQueue.mainQueue
+                                usingBlock:^(NSNotification*) {
+                                  note(NSThread.isMainThread ? "called on the main thread" : "called elsewhere");
+                                }];
+    }
+    dispatch_async(dispatch_get_global_queue(QOS_CLASS_USER_INITIATED, 0), ^{
+      [center postNotificationName:name object:nil];
+    });
+    const std::string seen = noted(1) ? notes().front() : "not called";
+    host().onMain([&] {
+        id<NSObject> left = token;
+        if (left != nil) [center removeObserver:left];
+    });
+    assume("called on the main thread", seen);
 }
 
 TEST_F(MacAssumptions, ATimerThatIsLateFiresOnceAndKeepsItsGrid) {
@@ -259,6 +340,16 @@ TEST_F(MacAssumptions, ABlockOfTheCommonModesRunsUnderAnAlert) {
         });
     });
     assume("block", seen);
+}
+
+TEST_F(MacAssumptions, AnUnknownSelectorRaises) {
+    page("https://developer.apple.com/documentation/objectivec/nsobject/1418637-doesnotrecognizeselector");
+    @autoreleasepool {
+        id target = [[VantrelAssumptionTarget alloc] init];
+        assume("NSInvalidArgumentException", raised(^{
+                 (void)[(NSArray*)target count];
+               }));
+    }
 }
 
 TEST_F(MacAssumptions, NilInACollectionRaises) {

@@ -4,14 +4,15 @@
 import re
 import sys
 
-TEST = re.compile(r'TEST_F\(MacAssumptions, (\w+)\) \{\s+page\(\s*"([^"]+)"\);')
+TEST = re.compile(r'TEST_F\(MacAssumptions, (\w+)\) \{\s+page\(\s*("[^;]+")\);')
+LITERALS = re.compile(r'"\s+"')
 ROW = re.compile(r"^\| `(\w+)` \| <(https://[^>]+)> \|", re.MULTILINE)
 
 
 def main(source, document):
     with open(source, encoding="utf-8") as stream:
         text = stream.read()
-    made = set(TEST.findall(text))
+    made = {(name, LITERALS.sub("", page).strip('"')) for name, page in TEST.findall(text)}
     if len(made) != text.count("TEST_F("):
         sys.exit("an assumption does not begin with its page")
     with open(document, encoding="utf-8") as stream:

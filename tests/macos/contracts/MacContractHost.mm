@@ -3,6 +3,7 @@
 #include <arpa/inet.h>
 #include <gtest/gtest.h>
 #include <netinet/in.h>
+#include <signal.h>
 #include <spawn.h>
 #include <stdlib.h>
 #include <sys/socket.h>
@@ -30,6 +31,7 @@
 #include "tests/contracts/ContractServer.h"
 #include "tests/contracts/InterfaceHost.h"
 #include "tests/contracts/KeyboardHost.h"
+#include "tests/contracts/StoppingHost.h"
 #include "tests/macos/contracts/EmptyEvent.h"
 #include "tests/macos/contracts/MacOwnWindows.h"
 #include "tests/macos/contracts/MacPeers.h"
@@ -59,7 +61,8 @@ void wakeAlert() {
 
 class MacContractHost final : public contracts::ContractHost,
                               public contracts::KeyboardHost,
-                              public contracts::InterfaceHost {
+                              public contracts::InterfaceHost,
+                              public contracts::StoppingHost {
   public:
     MacContractHost() {
         std::string pattern = (std::filesystem::temp_directory_path() / "vantrel-test-XXXXXX").string();
@@ -136,6 +139,8 @@ class MacContractHost final : public contracts::ContractHost,
         children_.push_back(child);
         return child;
     }
+
+    void stop(ProcessIdentifier peer) override { EXPECT_EQ(kill(peer, SIGSTOP), 0); }
 
     std::string existingFile() override { return (folder_ / "file").string(); }
     std::string plainFile() override { return existingFile(); }

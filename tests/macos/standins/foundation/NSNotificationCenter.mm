@@ -4,6 +4,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <vector>
 
 #include "tests/macos/standins/MacInUse.h"
 #include "tests/macos/standins/foundation/Observers.h"
@@ -26,6 +27,8 @@ using namespace vantrel::standins;
 namespace {
 
 struct Observer {
+    void* center;
+    NSNotificationName name;
     std::unique_ptr<vantrel::Observation> observation;
     vantrel::Block tell;
 };
@@ -81,8 +84,28 @@ std::map<void*, Observer>& observers() {
     const vantrel::Block tell = [block] { withPool([block] { block([[NSNotification alloc] init]); })(); };
     auto observation = [self vantrel_observe:name block:tell];
     const std::lock_guard guard(mutex);
-    observers()[(__bridge_retained void*)token] = {std::move(observation), tell};
+    observers()[(__bridge_retained void*)token] = {(__bridge void*)self, name, std::move(observation), tell};
     return token;
+}
+
+// Off the main thread, the page of the observer's queue does not say whether this waits.
+- (void)postNotificationName:(NSNotificationName)name object:(id)object {
+    if (object != nil) vantrel::standins::raise(@"NSInvalidArgumentException", @"a sender that is not stood in for");
+    std::vector<vantrel::Block> told;
+    {
+        const std::lock_guard guard(mutex);
+        for (const auto& [token, observer] : observers()) {
+            const bool hears = observer.center == (__bridge void*)self && [observer.name isEqualToString:name];
+            if (hears) told.push_back(observer.tell);
+        }
+    }
+    for (const vantrel::Block& each : told) {
+        if (NSThread.isMainThread) {
+            each();
+        } else {
+            mac().parts().dispatch.mainQueue().async(each);
+        }
+    }
 }
 
 // What was posted before is still told on its queue: the page promises nothing else. So there is always something on

@@ -21,6 +21,7 @@ typedef NSString* NSNotificationName;
                             object:(nullable id)object
                              queue:(nullable NSOperationQueue*)queue
                         usingBlock:(void (^)(NSNotification* notification))block API_AVAILABLE(macos(10.6));
+- (void)postNotificationName:(NSNotificationName)name object:(nullable id)object;
 - (void)removeObserver:(id)observer;
 @end
 
