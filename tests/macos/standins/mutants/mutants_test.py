@@ -3,7 +3,8 @@
 builds the contracts and the player with it, and checks that what the list names catches it: a contract, or a scenario.
 A mistake that survives everything has a reason instead, and must really survive.
 
---every N takes each Nth mistake only. --discover tells what catches each mistake, whatever the list says. Names choose
+--every N takes each Nth mistake only; from which one on depends on the platform's sources, so that its changes bring every
+mistake's turn. --discover tells what catches each mistake, whatever the list says. Names choose
 the mistakes that contain them.
 """
 import concurrent.futures
@@ -16,12 +17,14 @@ import shlex
 import subprocess
 import sys
 import tempfile
+import zlib
 
 import yaml
 
 HERE = pathlib.Path(__file__).resolve().parent
 ROOT = HERE.parents[3]
 SCENARIOS = ROOT / "tests/scenarios"
+PLATFORM = ROOT / "src/platform/macos"
 sys.path.insert(0, str(SCENARIOS))
 from player import difference, play  # noqa: E402
 
@@ -144,7 +147,7 @@ def judge(mutant, place):
 
 
 def attempt(build, mutant, examine):
-    file = ROOT / "src/platform/macos" / mutant["file"]
+    file = PLATFORM / mutant["file"]
     text = file.read_text(encoding="utf-8")
     if text.count(mutant["from"]) != 1:
         return f"its text stands {text.count(mutant['from'])} times in {mutant['file']}"
@@ -155,6 +158,13 @@ def attempt(build, mutant, examine):
         except RuntimeError as error:
             return f"it cannot be built: {error}"
         return examine(mutant, place)
+
+
+def first_of(every):
+    checksum = 0
+    for source in sorted(PLATFORM.glob("*/*.*")):
+        checksum = zlib.crc32(source.read_bytes(), checksum)
+    return checksum % every
 
 
 def main():
@@ -170,7 +180,7 @@ def main():
     mutants = yaml.safe_load((HERE / "mutants.yaml").read_text(encoding="utf-8"))
     survivors = sum("survives" in mutant for mutant in mutants)
     assert len(mutants) - survivors >= 40 and survivors <= MOST_SURVIVORS, f"{survivors} of {len(mutants)} survive"
-    chosen = [mutant for mutant in mutants[::every]
+    chosen = [mutant for mutant in mutants[first_of(every)::every]
               if not arguments or any(word in mutant["name"] for word in arguments)]
     with concurrent.futures.ThreadPoolExecutor(2) as pool:
         results = list(pool.map(lambda mutant: attempt(build, mutant, examine), chosen))
