@@ -21,7 +21,7 @@ WATCHING_SIGNALS = ["strace", "-f", "--seccomp-bpf", "-qq", "-o", TRACE, "-e", "
 
 def keyboard_guards():
     """The client starts one for each lockdown and ends it."""
-    return subprocess.run(["pgrep", "-f", "/vantrel-keyboard-guard"], capture_output=True, text=True).stdout.split()
+    return subprocess.run(["pgrep", "-f", "/vantrel-guard"], capture_output=True, text=True).stdout.split()
 
 
 def signals_sent(guards):

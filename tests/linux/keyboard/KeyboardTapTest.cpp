@@ -17,7 +17,7 @@
 
 #include "platform/linux/keyboard/KeyModifiers.h"
 #include "platform/linux/keyboard/KeyPositions.h"
-#include "platform/linux/keyboard/KeyboardGuard.h"
+#include "platform/linux/guard/GuardProcess.h"
 #include "platform/linux/keyboard/LinuxKeyboardTaps.h"
 #include "platform/linux/threads/MainThread.h"
 #include "tests/linux/keyboard/KeyboardClientProcess.h"
@@ -689,7 +689,7 @@ TEST_F(KeyboardTapTest, LetsTheKeyboardGoWithoutHoldingKeysUpWhenNoGuardComesToW
     {
         std::ofstream file(script);
         file << "#!/bin/sh\n[ -e '" << marker.string() << "' ] && exec sleep 60\n: > '" << marker.string()
-             << "'\nexec '" << KeyboardGuard::standardExecutable() << "' \"$@\"\n";
+             << "'\nexec '" << GuardProcess::standardExecutable() << "' \"$@\"\n";
     }
     std::filesystem::permissions(script, std::filesystem::perms::owner_all);
     taps = std::make_unique<LinuxKeyboardTaps>(*mainThread, script.string());

@@ -69,9 +69,9 @@ std::optional<LinuxKeyboardTap::End> LinuxKeyboardTap::serve() {
 // Replaces a guard that is gone or does not answer. Keys continue meanwhile. If the new one does not watch in time, no
 // guard is available.
 bool LinuxKeyboardTap::isGuarded() {
-    if (dependencies_.guard->attend(KeyboardGuard::Clock::now())) return true;
+    if (dependencies_.guard->attend(GuardProcess::Clock::now())) return true;
     if (!dependencies_.guard->hasWatched()) return false;
-    dependencies_.guard = KeyboardGuard::start(dependencies_.guardExecutable, dependencies_.filter->resource());
+    dependencies_.guard = GuardProcess::start(dependencies_.guardExecutable, dependencies_.filter->resource());
     return dependencies_.guard != nullptr;
 }
 

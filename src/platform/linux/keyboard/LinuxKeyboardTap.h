@@ -8,7 +8,7 @@
 
 #include "platform/keyboard/KeyboardTap.h"
 #include "platform/linux/keyboard/KeyboardFilter.h"
-#include "platform/linux/keyboard/KeyboardGuard.h"
+#include "platform/linux/guard/GuardProcess.h"
 #include "platform/linux/keyboard/MainThreadPulse.h"
 #include "platform/linux/system/FileDescriptor.h"
 
@@ -23,7 +23,7 @@ class LinuxKeyboardTap final : public KeyboardTap {
     /// What the tap is made of. The filter already has its grab.
     struct Dependencies {
         std::unique_ptr<KeyboardFilter> filter;
-        std::unique_ptr<KeyboardGuard> guard;
+        std::unique_ptr<GuardProcess> guard;
         std::string guardExecutable;
         FileDescriptor stop;
     };

@@ -19,7 +19,7 @@ std::unique_ptr<KeyboardTap> LinuxKeyboardTaps::create(KeyDecision decision, Key
     dependencies.filter = KeyboardFilter::open();
     if (!dependencies.filter) return nullptr;
     dependencies.guardExecutable = guardExecutable_;
-    dependencies.guard = KeyboardGuard::start(guardExecutable_, dependencies.filter->resource());
+    dependencies.guard = GuardProcess::start(guardExecutable_, dependencies.filter->resource());
     if (!dependencies.guard || !dependencies.guard->waitUntilReady()) return nullptr;
     dependencies.stop = FileDescriptor(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK));
     if (!dependencies.stop.isOpen() || !dependencies.filter->grab()) return nullptr;

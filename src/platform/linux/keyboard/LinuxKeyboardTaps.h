@@ -3,7 +3,7 @@
 #include <string>
 
 #include "platform/keyboard/KeyboardTap.h"
-#include "platform/linux/keyboard/KeyboardGuard.h"
+#include "platform/linux/guard/GuardProcess.h"
 
 namespace vantrel::linuxdesktop {
 
@@ -30,7 +30,7 @@ class MainThread;
 class LinuxKeyboardTaps final : public KeyboardTaps {
   public:
     explicit LinuxKeyboardTaps(MainThread& mainThread,
-                               std::string guardExecutable = KeyboardGuard::standardExecutable());
+                               std::string guardExecutable = GuardProcess::standardExecutable());
 
     /// Null without XInput 2.1, without a guard, and if another client filters the keyboard.
     std::unique_ptr<KeyboardTap> create(KeyDecision decision, KeyReport report) override;

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "platform/linux/keyboard/guard/KeyboardWatch.h"
+#include "platform/linux/guard/process/KeyWatch.h"
 
 int main(int argc, char** argv) {
     constexpr int wrongUse = 2;
@@ -15,7 +15,7 @@ int main(int argc, char** argv) {
     std::uint32_t resource = 0;
     const auto [end, error] = std::from_chars(argument.data(), argument.data() + argument.size(), resource);
     if (error != std::errc() || end != argument.data() + argument.size() || resource == 0) return wrongUse;
-    const auto watch = vantrel::linuxdesktop::KeyboardWatch::open();
+    const auto watch = vantrel::linuxdesktop::KeyWatch::open();
     if (!watch) return 1;
     watch->watch(STDIN_FILENO, resource);
     return 0;

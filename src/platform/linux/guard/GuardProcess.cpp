@@ -1,4 +1,4 @@
-#include "platform/linux/keyboard/KeyboardGuard.h"
+#include "platform/linux/guard/GuardProcess.h"
 
 #include <fcntl.h>
 #include <poll.h>
@@ -23,9 +23,9 @@ constexpr char question = '?';
 constexpr char answer = '!';
 
 // Its own process group: what stops the client from its terminal does not stop the guard.
-class GuardProcess {
+class GuardStart {
   public:
-    explicit GuardProcess(int line) {
+    explicit GuardStart(int line) {
         posix_spawn_file_actions_init(&files_);
         posix_spawn_file_actions_adddup2(&files_, line, STDIN_FILENO);
         posix_spawn_file_actions_addopen(&files_, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
@@ -40,12 +40,12 @@ class GuardProcess {
         posix_spawnattr_setpgroup(&attributes_, 0);
         posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETPGROUP);
     }
-    ~GuardProcess() {
+    ~GuardStart() {
         posix_spawnattr_destroy(&attributes_);
         posix_spawn_file_actions_destroy(&files_);
     }
-    GuardProcess(const GuardProcess&) = delete;
-    GuardProcess& operator=(const GuardProcess&) = delete;
+    GuardStart(const GuardStart&) = delete;
+    GuardStart& operator=(const GuardStart&) = delete;
 
     bool start(std::string executable, std::string resource, pid_t& process) {
         const std::array<char*, 3> arguments{executable.data(), resource.data(), nullptr};
@@ -59,48 +59,48 @@ class GuardProcess {
 
 }  // namespace
 
-std::string KeyboardGuard::standardExecutable() {
+std::string GuardProcess::standardExecutable() {
     std::error_code error;
     const auto own = std::filesystem::read_symlink("/proc/self/exe", error);
-    return (own.parent_path() / "vantrel-keyboard-guard").string();
+    return (own.parent_path() / "vantrel-guard").string();
 }
 
-std::unique_ptr<KeyboardGuard> KeyboardGuard::start(const std::string& executable, std::uint32_t resource) {
+std::unique_ptr<GuardProcess> GuardProcess::start(const std::string& executable, std::uint32_t resource) {
     std::array<int, 2> ends{};
     if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0) return nullptr;
     FileDescriptor own(ends[0]);
     FileDescriptor others(ends[1]);
     pid_t process = 0;
-    if (!GuardProcess(others.get()).start(executable, std::to_string(resource), process)) return nullptr;
+    if (!GuardStart(others.get()).start(executable, std::to_string(resource), process)) return nullptr;
     others.close();
-    return std::unique_ptr<KeyboardGuard>(new KeyboardGuard(process, std::move(own)));
+    return std::unique_ptr<GuardProcess>(new GuardProcess(process, std::move(own)));
 }
 
-bool KeyboardGuard::waitUntilReady() {
+bool GuardProcess::waitUntilReady() {
     constexpr int milliseconds = 5000;
     pollfd line{descriptor(), POLLIN, 0};
     return poll(&line, 1, milliseconds) == 1 && attend(Clock::now()) && hasWatched_;
 }
 
 // SIGKILL loses nothing, and also ends a guard that was stopped.
-KeyboardGuard::~KeyboardGuard() {
+GuardProcess::~GuardProcess() {
     kill(process_, SIGKILL);
     while (waitpid(process_, nullptr, 0) < 0 && errno == EINTR) {
     }
 }
 
-std::optional<KeyboardGuard::Clock::time_point> KeyboardGuard::due() const {
+std::optional<GuardProcess::Clock::time_point> GuardProcess::due() const {
     if (asked_) return *asked_ + forAnswer;
     if (pressed_) return *pressed_ + beforeQuestion;
     return std::nullopt;
 }
 
-void KeyboardGuard::keyWasPressed(Clock::time_point now) {
+void GuardProcess::keyWasPressed(Clock::time_point now) {
     if (!pressed_) pressed_ = now;
 }
 
 // Read the line before the clock: what the guard said while this thread did not run still counts.
-bool KeyboardGuard::attend(Clock::time_point now) {
+bool GuardProcess::attend(Clock::time_point now) {
     std::array<char, 16> bytes{};
     const ssize_t count = recv(descriptor(), bytes.data(), bytes.size(), MSG_DONTWAIT);
     if (count == 0 || (count < 0 && errno != EAGAIN && errno != EINTR)) return false;
@@ -117,7 +117,7 @@ bool KeyboardGuard::attend(Clock::time_point now) {
     return send(question);
 }
 
-bool KeyboardGuard::send(char byte) const {
+bool GuardProcess::send(char byte) const {
     return ::send(descriptor(), &byte, 1, MSG_NOSIGNAL | MSG_DONTWAIT) == 1;
 }
 

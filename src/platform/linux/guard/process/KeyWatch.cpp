@@ -1,4 +1,4 @@
-#include "platform/linux/keyboard/guard/KeyboardWatch.h"
+#include "platform/linux/guard/process/KeyWatch.h"
 
 #include <poll.h>
 #include <sys/socket.h>
@@ -33,22 +33,22 @@ void sync(xcb_connection_t* connection) {
 
 }  // namespace
 
-std::unique_ptr<KeyboardWatch> KeyboardWatch::open() {
+std::unique_ptr<KeyWatch> KeyWatch::open() {
     auto connection = X11Connection::open();
     if (!connection) return nullptr;
     const auto extension = xInputExtension(*connection);
     if (!extension) return nullptr;
-    return std::unique_ptr<KeyboardWatch>(new KeyboardWatch(std::move(connection), *extension));
+    return std::unique_ptr<KeyWatch>(new KeyWatch(std::move(connection), *extension));
 }
 
-KeyboardWatch::KeyboardWatch(std::unique_ptr<X11Connection> connection, std::uint8_t extension)
+KeyWatch::KeyWatch(std::unique_ptr<X11Connection> connection, std::uint8_t extension)
     : connection_(std::move(connection)), extension_(extension) {
     const RawKeysMask rawKeys;
     xcb_input_xi_select_events(connection_->get(), connection_->root(), 1, &rawKeys.header);
     sync(connection_->get());
 }
 
-void KeyboardWatch::watch(int line, std::uint32_t resource) {
+void KeyWatch::watch(int line, std::uint32_t resource) {
     say(line, question);
     while (connection_->isAlive()) {
         if (keyWasPressed() && !pressed_) pressed_ = std::chrono::steady_clock::now();
@@ -77,7 +77,7 @@ void KeyboardWatch::watch(int line, std::uint32_t resource) {
 }
 
 // False if the other end is gone. A question from the filter does not answer this process's own: it may be older.
-bool KeyboardWatch::takeFrom(int line) {
+bool KeyWatch::takeFrom(int line) {
     std::array<char, 16> bytes{};
     const ssize_t count = recv(line, bytes.data(), bytes.size(), MSG_DONTWAIT);
     if (count <= 0) return false;
@@ -87,7 +87,7 @@ bool KeyboardWatch::takeFrom(int line) {
     return true;
 }
 
-bool KeyboardWatch::keyWasPressed() {
+bool KeyWatch::keyWasPressed() {
     bool pressed = false;
     while (const X11Reply<xcb_generic_event_t> event{xcb_poll_for_event(connection_->get())}) {
         if (event->response_type != XCB_GE_GENERIC) continue;
@@ -98,13 +98,13 @@ bool KeyboardWatch::keyWasPressed() {
 }
 
 // While another client grabs the server, the filter may be waiting too.
-bool KeyboardWatch::serverWasBusy() {
+bool KeyWatch::serverWasBusy() {
     const auto before = std::chrono::steady_clock::now();
     sync(connection_->get());
     return std::chrono::steady_clock::now() - before > forAnswer / 4;
 }
 
-int KeyboardWatch::untilDue(Time now) const {
+int KeyWatch::untilDue(Time now) const {
     constexpr int forEver = -1;
     if (!asked_ && !pressed_) return forEver;
     const Time due = asked_ ? *asked_ + forAnswer : *pressed_ + beforeQuestion;

@@ -18,7 +18,7 @@ namespace vantrel::linuxdesktop {
 /// a second, the guard has the server close the filter's connection. The guard ends with this object and with the
 /// process, and sleeps while nobody types. A guard that is silent although keys are pressed is itself asked. One thread
 /// at a time.
-class KeyboardGuard {
+class GuardProcess {
   public:
     using Clock = std::chrono::steady_clock;
 
@@ -31,10 +31,10 @@ class KeyboardGuard {
     static std::string standardExecutable();
 
     /// Starts a guard for the X connection that owns the resource. Null if that fails. The guard does not watch yet.
-    static std::unique_ptr<KeyboardGuard> start(const std::string& executable, std::uint32_t resource);
-    ~KeyboardGuard();
-    KeyboardGuard(const KeyboardGuard&) = delete;
-    KeyboardGuard& operator=(const KeyboardGuard&) = delete;
+    static std::unique_ptr<GuardProcess> start(const std::string& executable, std::uint32_t resource);
+    ~GuardProcess();
+    GuardProcess(const GuardProcess&) = delete;
+    GuardProcess& operator=(const GuardProcess&) = delete;
 
     /// Waits a few seconds at most. False if the guard does not watch by then.
     bool waitUntilReady();
@@ -53,7 +53,7 @@ class KeyboardGuard {
     pid_t process() const { return process_; }
 
   private:
-    KeyboardGuard(pid_t process, FileDescriptor line)
+    GuardProcess(pid_t process, FileDescriptor line)
         : process_(process), line_(std::move(line)), asked_(Clock::now()) {}
 
     bool send(char byte) const;

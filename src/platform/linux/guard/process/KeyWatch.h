@@ -11,7 +11,7 @@ namespace vantrel::linuxdesktop {
 
 /// Watches over a keyboard filter. It sees every key press, whichever window has the keyboard. Some time after one it
 /// asks the filter's process whether it still runs, and has the X server close the filter's connection if it does not.
-class KeyboardWatch {
+class KeyWatch {
   public:
     /// How long after a key press the question is asked, so that one question serves a burst of keys, and how long the
     /// answer may take.
@@ -19,7 +19,7 @@ class KeyboardWatch {
     static constexpr std::chrono::milliseconds forAnswer{750};
 
     /// Null if the X server is missing or does not report raw key presses.
-    static std::unique_ptr<KeyboardWatch> open();
+    static std::unique_ptr<KeyWatch> open();
 
     /// Watches the owner of the X resource: asks it with a '?' on `line` and expects '!'. The owner may ask in the same
     /// way whether the guard still runs. Returns when the line or the X server is gone and when the connection has been
@@ -29,7 +29,7 @@ class KeyboardWatch {
   private:
     using Time = std::chrono::steady_clock::time_point;
 
-    KeyboardWatch(std::unique_ptr<X11Connection> connection, std::uint8_t extension);
+    KeyWatch(std::unique_ptr<X11Connection> connection, std::uint8_t extension);
 
     bool takeFrom(int line);
     bool keyWasPressed();
