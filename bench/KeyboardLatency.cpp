@@ -18,6 +18,7 @@
 #include <thread>
 #include <vector>
 
+#include "platform/linux/guard/GuardSource.h"
 #include "platform/linux/keyboard/LinuxKeyboardTaps.h"
 #include "platform/linux/threads/MainThread.h"
 #include "platform/linux/x11/X11Connection.h"
@@ -154,7 +155,8 @@ bool typeBlock(Typist& typist, std::vector<double>& microseconds) {
 }
 
 bool measure(Typist& typist, MainThread& mainThread, std::array<Way, 3>& ways) {
-    LinuxKeyboardTaps taps(mainThread);
+    GuardSource guards(mainThread);
+    LinuxKeyboardTaps taps(mainThread, guards);
     std::unique_ptr<KeyboardTap> tap;
     const auto onMain = [&](const std::function<void()>& block) {
         std::promise<void> done;

@@ -25,12 +25,12 @@ TICKS = 100
 
 
 def descendants(process):
-    """The process and its keyboard guard. The browser is not the client's cost."""
+    """The process and its guards. The browser is not the client's cost."""
     found = [process]
     for folder in pathlib.Path("/proc").iterdir():
         try:
             name, _, rest = (folder / "stat").read_text().rpartition(")")
-            if int(rest.split()[1]) == process and "keyboard-guard"[:8] in name:
+            if int(rest.split()[1]) == process and name.endswith("(vantrel-guard"):
                 found.append(int(folder.name))
         except (OSError, ValueError):
             continue

@@ -19,8 +19,8 @@ WATCHING_SIGNALS = ["strace", "-f", "--seccomp-bpf", "-qq", "-o", TRACE, "-e", "
                     "-e", "trace=kill,tkill,tgkill,pidfd_send_signal,rt_sigqueueinfo,rt_tgsigqueueinfo"]
 
 
-def keyboard_guards():
-    """The client starts one for each lockdown and ends it."""
+def all_guards():
+    """The client starts two for each lockdown and ends them."""
     return subprocess.run(["pgrep", "-f", "/vantrel-guard"], capture_output=True, text=True).stdout.split()
 
 
@@ -47,7 +47,7 @@ def play(check):
                 with Client(PROGRAM, desktop, home, RUN / "client-browser-open-before.log", WATCHING_SIGNALS) as client:
                     guards = join_and_end(Stage(desktop, client, RUN, check), own, check)
                 check("nothing was written on standard error", client.complaints == [])
-                check("neither the client nor what it started has signalled any process but its own keyboard guard",
+                check("neither the client nor what it started has signalled any process but its own guards",
                       signals_sent(guards) == [])
                 check("the browser has left by itself", until(lambda: own.poll() is not None) and own.returncode == 0)
                 check_nothing_is_left(browser, client, check)
@@ -68,7 +68,7 @@ def join_and_end(stage, own, check):
     check("the browser that was there is taken for the meeting's", in_order(client.lines, [
         f"[BROWSER] Chrome già in esecuzione, PID pre-launch: {own.pid}",
         f"[BROWSER] Google Chrome PID (pre-existing): {own.pid}", "[FULLSCREEN] ✅ Fullscreen attivato via AX"]))
-    guards = keyboard_guards()
+    guards = all_guards()
     stage.open_status_menu()
     stage.choose_the_end()
     desktop.key("Return")

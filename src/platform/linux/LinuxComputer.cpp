@@ -19,6 +19,7 @@
 #include "platform/linux/desktop/LinuxScreens.h"
 #include "platform/linux/desktop/LinuxSpaces.h"
 #include "platform/linux/desktop/LinuxWindowList.h"
+#include "platform/linux/guard/GuardSource.h"
 #include "platform/linux/keyboard/LinuxKeyboardTaps.h"
 #include "platform/linux/network/LinuxURLSession.h"
 #include "platform/linux/statusbar/LinuxStatusBar.h"
@@ -122,6 +123,7 @@ struct LinuxComputer::Parts {
     X11Windows windowsOfAll{*connection};
 
     MainThread mainThread;
+    GuardSource guards{mainThread};
     RunLoopModes modes;
     DelayedWork delayedWork;
     MainQueue mainQueue{mainThread, delayedWork};
@@ -152,15 +154,19 @@ struct LinuxComputer::Parts {
     X11WindowSurvey survey{*connection, windowsOfAll};
     FrontWindows frontWindows{*connection, *watcher};
     LinuxStatusBar statusBar{{menuBuilder, screens, *connection, *watcher, survey, frontWindows}};
-    LinuxOverlays overlays{screens, *connection, frontWindows};
+    LinuxOverlays overlays{screens, *connection, frontWindows, guards};
     LinuxWorkspace workspace;
     LinuxRunningApplications runningApplications{*connection, windowsOfAll, delayedWork, displayVariable()};
     LinuxProcessLauncher processLauncher;
     LinuxApplicationOpener applicationOpener{processLauncher, runningApplications, windowsOfAll, delayedWork};
     LinuxFrontmostApplication frontmostApplication{windowsOfAll, runningApplications};
-    FullScreenDesktops fullScreenDesktops{*connection, windowsOfAll, survey, *watcher};
+    FullScreenDesktops fullScreenDesktops{{*connection, windowsOfAll, survey,
+                                           [this](xcb_window_t window) { watcher->watch(window); },
+                                           [this] { return guards.guards(); }}};
+    std::unique_ptr<Observation> fullScreenNotices =
+        watcher->observe(X11Watcher::Change::windows, [this] { fullScreenDesktops.check(); });
     LinuxSpaces spaces{*watcher, mainQueue};
-    LinuxKeyboardTaps keyboardTaps{mainThread};
+    LinuxKeyboardTaps keyboardTaps{mainThread, guards};
     LinuxWindowList windowList{*connection, survey, runningApplications};
     LinuxAccessibility accessibility{{*connection, windowsOfAll, survey, fullScreenDesktops}};
     LinuxAccessibilityTrust accessibilityTrust;

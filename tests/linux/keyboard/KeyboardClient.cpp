@@ -6,6 +6,7 @@
 #include <QSocketNotifier>
 #include <cstdio>
 
+#include "platform/linux/guard/GuardSource.h"
 #include "platform/linux/keyboard/LinuxKeyboardTaps.h"
 #include "platform/linux/threads/MainThread.h"
 
@@ -24,7 +25,8 @@ std::string_view commandQ(const vantrel::KeyEvent& event) noexcept {
 int main(int argc, char** argv) {
     QCoreApplication application(argc, argv);
     vantrel::linuxdesktop::MainThread mainThread;
-    vantrel::linuxdesktop::LinuxKeyboardTaps taps(mainThread);
+    vantrel::linuxdesktop::GuardSource guards(mainThread);
+    vantrel::linuxdesktop::LinuxKeyboardTaps taps(mainThread, guards);
     const auto tap = taps.create(commandQ, {});
     std::puts(tap ? "ready" : "refused");
     std::fflush(stdout);

@@ -11,7 +11,7 @@
 
 namespace vantrel::linuxdesktop {
 
-KeyboardClientProcess::KeyboardClientProcess() {
+KeyboardClientProcess::KeyboardClientProcess(std::string executable, std::string argument) {
     std::array<int, 2> in{};
     std::array<int, 2> out{};
     if (pipe2(in.data(), O_CLOEXEC) != 0 || pipe2(out.data(), O_CLOEXEC) != 0) return;
@@ -23,8 +23,7 @@ KeyboardClientProcess::KeyboardClientProcess() {
     posix_spawn_file_actions_init(&files);
     posix_spawn_file_actions_adddup2(&files, theirInput.get(), STDIN_FILENO);
     posix_spawn_file_actions_adddup2(&files, theirOutput.get(), STDOUT_FILENO);
-    std::string executable = VANTREL_KEYBOARD_CLIENT;
-    const std::array<char*, 2> arguments{executable.data(), nullptr};
+    const std::array<char*, 3> arguments{executable.data(), argument.empty() ? nullptr : argument.data(), nullptr};
     if (posix_spawn(&process_, executable.c_str(), &files, nullptr, arguments.data(), environ) != 0) process_ = 0;
     posix_spawn_file_actions_destroy(&files);
 }
@@ -48,6 +47,10 @@ std::string KeyboardClientProcess::line() {
 
 bool KeyboardClientProcess::isThere() {
     return write(input_.get(), "?", 1) == 1 && line() == "here";
+}
+
+void KeyboardClientProcess::tell(char byte) {
+    if (write(input_.get(), &byte, 1) != 1) input_.close();
 }
 
 void KeyboardClientProcess::signal(int number) const {

@@ -8,10 +8,10 @@
 
 namespace vantrel::linuxdesktop {
 
-/// A running KeyboardClient. Ends with this object.
+/// A running test client, which answers each byte on its standard input with a line. Ends with this object.
 class KeyboardClientProcess {
   public:
-    KeyboardClientProcess();
+    explicit KeyboardClientProcess(std::string executable = VANTREL_KEYBOARD_CLIENT, std::string argument = {});
     ~KeyboardClientProcess();
     KeyboardClientProcess(const KeyboardClientProcess&) = delete;
     KeyboardClientProcess& operator=(const KeyboardClientProcess&) = delete;
@@ -20,6 +20,8 @@ class KeyboardClientProcess {
     std::string line();
     /// Whether its main thread still answers.
     bool isThere();
+    /// Sends a byte. Does not wait for the answer.
+    void tell(char byte);
 
     void signal(int number) const;
     /// Waits until it is gone. Returns its exit code, or minus the signal that ended it.

@@ -15,13 +15,14 @@
 #include <thread>
 #include <vector>
 
+#include "platform/linux/guard/GuardSource.h"
 #include "platform/linux/keyboard/KeyModifiers.h"
 #include "platform/linux/keyboard/KeyPositions.h"
-#include "platform/linux/guard/GuardProcess.h"
 #include "platform/linux/keyboard/LinuxKeyboardTaps.h"
 #include "platform/linux/threads/MainThread.h"
 #include "tests/linux/keyboard/KeyboardClientProcess.h"
 #include "tests/linux/support/DesktopTest.h"
+#include "tests/linux/support/ProcessStates.h"
 #include "tests/linux/x11/KeyWindow.h"
 #include "tests/linux/x11/MasterPair.h"
 #include "tests/linux/x11/TestKeyboard.h"
@@ -128,30 +129,6 @@ std::size_t entries(const char* folder) {
     return static_cast<std::size_t>(std::distance(begin(all), end(all)));
 }
 
-std::set<pid_t> childrenOf(pid_t parent) {
-    std::set<pid_t> found;
-    for (const auto& thread : std::filesystem::directory_iterator("/proc/" + std::to_string(parent) + "/task")) {
-        std::ifstream children(thread.path() / "children");
-        for (pid_t child = 0; children >> child;) found.insert(child);
-    }
-    return found;
-}
-
-// The state in the process table; X if there is no such process.
-char stateOf(pid_t process) {
-    std::ifstream file("/proc/" + std::to_string(process) + "/stat");
-    std::string text;
-    std::getline(file, text);
-    const std::size_t state = text.rfind(") ");
-    return state != std::string::npos ? text[state + 2] : 'X';
-}
-
-// A zombie that nobody has reaped yet counts as gone.
-bool exists(pid_t process) {
-    const char state = stateOf(process);
-    return state != 'X' && state != 'Z';
-}
-
 class KeyboardTapTest : public DesktopTest {
   protected:
     void SetUp() override {
@@ -159,7 +136,8 @@ class KeyboardTapTest : public DesktopTest {
         if (HasFatalFailure()) return;
         Asked::all().clear();
         mainThread = std::make_unique<MainThread>();
-        taps = std::make_unique<LinuxKeyboardTaps>(*mainThread);
+        guards = std::make_unique<GuardSource>(*mainThread);
+        taps = std::make_unique<LinuxKeyboardTaps>(*mainThread, *guards);
         window = std::make_unique<KeyWindow>();
         ASSERT_TRUE(waitUntil([&] { return window->hasFocus(); }));
     }
@@ -168,6 +146,7 @@ class KeyboardTapTest : public DesktopTest {
         tap.reset();
         window.reset();
         taps.reset();
+        guards.reset();
         mainThread.reset();
         DesktopTest::TearDown();
     }
@@ -214,6 +193,7 @@ class KeyboardTapTest : public DesktopTest {
     }
 
     std::unique_ptr<MainThread> mainThread;
+    std::unique_ptr<GuardSource> guards;
     std::unique_ptr<LinuxKeyboardTaps> taps;
     std::unique_ptr<KeyWindow> window;
     TestKeyboard keyboard;
@@ -465,10 +445,10 @@ TEST_F(KeyboardTapTest, IsRefusedBesideAnotherOneThatGoesOn) {
 }
 
 TEST_F(KeyboardTapTest, IsRefusedWithoutAGuard) {
-    LinuxKeyboardTaps unguarded(*mainThread, (folder.path() / "missing").string());
-    EXPECT_EQ(unguarded.create(commandQorW, {}), nullptr);
-    LinuxKeyboardTaps endsAtOnce(*mainThread, "/bin/true");
-    EXPECT_EQ(endsAtOnce.create(commandQorW, {}), nullptr);
+    for (const std::string& executable : {(folder.path() / "missing").string(), std::string("/bin/true")}) {
+        GuardSource none(*mainThread, executable);
+        EXPECT_EQ(LinuxKeyboardTaps(*mainThread, none).create(commandQorW, {}), nullptr) << executable;
+    }
     EXPECT_EQ(childrenOf(getpid()), std::set<pid_t>());
     EXPECT_TRUE(OtherFilter().grabsEveryKey());
 }
@@ -630,38 +610,21 @@ TEST_F(KeyboardTapTest, IsInForceAgainAfterAWindowManagerHasRenewedItsGrabs) {
     }
 }
 
-TEST_F(KeyboardTapTest, GetsAnotherGuardForOneThatWasKilled) {
+TEST_F(KeyboardTapTest, GetsAnotherGuardForEachThatWasKilledOrStopped) {
     start();
-    const auto before = childrenOf(getpid());
-    ASSERT_EQ(before.size(), 1U);
-    kill(*before.begin(), SIGKILL);
-    EXPECT_TRUE(waitUntil([&] {
-        const auto now = childrenOf(getpid());
-        return now.size() == 1 && now != before;
-    }));
-    EXPECT_TRUE(swallows());
-    tap.reset();
-    EXPECT_EQ(childrenOf(getpid()), std::set<pid_t>());
-}
-
-TEST_F(KeyboardTapTest, GetsAnotherGuardForOneThatIsStopped) {
-    start();
-    const auto before = childrenOf(getpid());
-    ASSERT_EQ(before.size(), 1U);
-    kill(*before.begin(), SIGSTOP);
-    ASSERT_TRUE(waitUntil([&] { return stateOf(*before.begin()) == 'T'; }));
-    turnFor(2.5);
-    EXPECT_EQ(childrenOf(getpid()), before) << "nobody has typed";
-    keyboard.type(positionOfA);
-    EXPECT_TRUE(waitUntil(
-        [&] {
-            const auto now = childrenOf(getpid());
-            return now.size() == 1 && now != before;
-        },
-        4));
-    EXPECT_FALSE(exists(*before.begin()));
-    turnFor(0.5);
-    EXPECT_TRUE(swallows());
+    for (const int signal : {SIGKILL, SIGSTOP}) {
+        const auto before = childrenOf(getpid());
+        ASSERT_EQ(before.size(), 2U);
+        for (const pid_t guard : before) {
+            kill(guard, signal);
+            EXPECT_TRUE(waitUntil([&] {
+                const auto now = childrenOf(getpid());
+                return now.size() == 2 && now.count(guard) == 0;
+            })) << signal;
+            EXPECT_FALSE(exists(guard));
+            EXPECT_TRUE(swallows());
+        }
+    }
     tap.reset();
     EXPECT_EQ(childrenOf(getpid()), std::set<pid_t>());
 }
@@ -692,12 +655,13 @@ TEST_F(KeyboardTapTest, LetsTheKeyboardGoWithoutHoldingKeysUpWhenNoGuardComesToW
              << "'\nexec '" << GuardProcess::standardExecutable() << "' \"$@\"\n";
     }
     std::filesystem::permissions(script, std::filesystem::perms::owner_all);
-    taps = std::make_unique<LinuxKeyboardTaps>(*mainThread, script.string());
+    guards = std::make_unique<GuardSource>(*mainThread, script.string());
+    taps = std::make_unique<LinuxKeyboardTaps>(*mainThread, *guards);
     start();
     ASSERT_TRUE(swallows());
     const auto before = childrenOf(getpid());
-    ASSERT_EQ(before.size(), 1U);
-    kill(*before.begin(), SIGKILL);
+    ASSERT_EQ(before.size(), 2U);
+    for (const pid_t guard : before) kill(guard, SIGKILL);
     ASSERT_TRUE(waitUntil([&] { return childrenOf(getpid()) != before; }));
     // Meanwhile keys pass and are swallowed as before.
     const auto begun = std::chrono::steady_clock::now();
@@ -735,26 +699,27 @@ class TappingClient : public KeyboardTapTest {
         KeyboardTapTest::SetUp();
         client = std::make_unique<KeyboardClientProcess>();
         ASSERT_EQ(client->line(), "ready");
-        guards = childrenOf(client->process());
-        ASSERT_EQ(guards.size(), 1U);
+        itsGuards = childrenOf(client->process());
+        ASSERT_EQ(itsGuards.size(), 2U);
         keyboard.type(positionOfQ, commandFlag);
         keyboard.type(positionOfA);
         ASSERT_TRUE(received({superKey, positionOfA})) << "the client filters nothing";
     }
 
-    bool guardHasGone() {
-        return waitUntil([&] { return !exists(*guards.begin()); }, 5);
+    bool noneExists() const { return std::none_of(itsGuards.begin(), itsGuards.end(), exists); }
+    bool guardsHaveGone() {
+        return waitUntil([&] { return noneExists(); }, 5);
     }
 
     std::unique_ptr<KeyboardClientProcess> client;
-    std::set<pid_t> guards;
+    std::set<pid_t> itsGuards;
 };
 
 TEST_F(TappingClient, LeavesTheKeyboardWhenItIsKilled) {
     client->signal(SIGKILL);
     EXPECT_TRUE(keysPass(3));
     EXPECT_EQ(client->end(), -SIGKILL);
-    EXPECT_TRUE(guardHasGone());
+    EXPECT_TRUE(guardsHaveGone());
     EXPECT_TRUE(OtherFilter().grabsEveryKey());
 }
 
@@ -765,7 +730,7 @@ TEST_F(TappingClient, LeavesTheKeyboardWhenItIsStoppedAndLivesOn) {
     client->signal(SIGCONT);
     EXPECT_TRUE(client->isThere());
     EXPECT_TRUE(keysPass(1));
-    EXPECT_TRUE(guardHasGone());
+    EXPECT_TRUE(guardsHaveGone());
     EXPECT_EQ(client->end(), 0);
 }
 
@@ -787,7 +752,7 @@ TEST_F(TappingClient, LeavesTheKeyboardWhenItIsStoppedInTheMiddleOfATypedText) {
     person.join();
     client->signal(SIGCONT);
     EXPECT_EQ(client->end(), 0);
-    EXPECT_TRUE(guardHasGone());
+    EXPECT_TRUE(guardsHaveGone());
 }
 
 TEST_F(TappingClient, KeepsItsTapThroughAShortStop) {
@@ -822,12 +787,12 @@ TEST_F(TappingClient, KeepsItsTapThoughAnotherClientKeptTheServerForItself) {
     turnFor(1.5);
     keyboard.type(positionOfQ, commandFlag);
     EXPECT_TRUE(received({superKey, positionOfA, positionOfB, superKey}));
-    EXPECT_TRUE(exists(*guards.begin()));
+    EXPECT_TRUE(std::all_of(itsGuards.begin(), itsGuards.end(), exists));
 }
 
-TEST_F(TappingClient, TakesItsGuardAlongWhenItEnds) {
+TEST_F(TappingClient, TakesItsGuardsAlongWhenItEnds) {
     EXPECT_EQ(client->end(), 0);
-    EXPECT_FALSE(exists(*guards.begin()));
+    EXPECT_TRUE(noneExists());
 }
 
 }  // namespace

@@ -58,7 +58,21 @@ std::string executableOf(ProcessIdentifier process, const std::vector<std::strin
     return path.string();
 }
 
+// The fields of the process's entry, from its state on. Empty if there is none. The name before them, in brackets, may
+// itself contain brackets and spaces.
+std::istringstream fieldsFromState(ProcessIdentifier process) {
+    if (process <= 0) return {};
+    const std::string text = readProcFile(folder(process) + "stat");
+    const std::size_t bracket = text.rfind(')');
+    return std::istringstream(bracket == std::string::npos ? std::string() : text.substr(bracket + 1));
+}
+
 }  // namespace
+
+bool ProcessTable::isStopped(ProcessIdentifier process) {
+    std::string state;
+    return fieldsFromState(process) >> state && state == "T";
+}
 
 std::string ProcessTable::displayName(std::string value) {
     const std::size_t colon = value.rfind(':');
@@ -70,12 +84,7 @@ std::string ProcessTable::displayName(std::string value) {
 }
 
 std::optional<std::uint64_t> ProcessTable::startTime(ProcessIdentifier process) {
-    if (process <= 0) return std::nullopt;
-    const std::string text = readProcFile(folder(process) + "stat");
-    // The name in brackets may itself contain brackets and spaces. The fields begin after the last bracket.
-    const std::size_t bracket = text.rfind(')');
-    if (bracket == std::string::npos) return std::nullopt;
-    std::istringstream fields(text.substr(bracket + 1));
+    std::istringstream fields = fieldsFromState(process);
     std::string state;
     fields >> state;
     if (state.empty() || state == "Z" || state == "X") return std::nullopt;

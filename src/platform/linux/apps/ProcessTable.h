@@ -32,6 +32,9 @@ class ProcessTable {
     /// The start time of a process. Empty if there is none or it is a zombie.
     static std::optional<std::uint64_t> startTime(ProcessIdentifier process);
 
+    /// Whether the process is stopped by a signal. One that a debugger holds is not.
+    static bool isStopped(ProcessIdentifier process);
+
     /// A DISPLAY value without its screen and without a needless host: ":1.0", "unix:1" and ":1" are the same display.
     static std::string displayName(std::string value);
 };

@@ -5,10 +5,10 @@
 #include <algorithm>
 #include <cstddef>
 #include <optional>
+#include <utility>
 
 #include "platform/linux/apps/ProcessTable.h"
 #include "platform/linux/x11/X11Connection.h"
-#include "platform/linux/x11/X11Watcher.h"
 #include "platform/linux/x11/X11WindowSurvey.h"
 #include "platform/linux/x11/X11Windows.h"
 
@@ -23,10 +23,13 @@ constexpr std::size_t recordSize = 4;
 
 }  // namespace
 
-FullScreenDesktops::FullScreenDesktops(X11Connection& connection, X11Windows& windows, X11WindowSurvey& survey,
-                                       X11Watcher& watcher)
-    : connection_(connection), windows_(windows), survey_(survey), watcher_(watcher), desktops_(connection) {
-    notices_ = watcher_.observe(X11Watcher::Change::windows, [this] { check(); });
+FullScreenDesktops::FullScreenDesktops(Dependencies dependencies)
+    : connection_(dependencies.connection),
+      windows_(dependencies.windows),
+      survey_(dependencies.survey),
+      watch_(std::move(dependencies.watch)),
+      guard_(std::move(dependencies.guard)),
+      desktops_(connection_) {
     adopt();
 }
 
@@ -75,10 +78,11 @@ bool FullScreenDesktops::makeDesktop(const X11WindowFacts& window) {
         connection_.tellWindowManager(connection_.root(), "_NET_NUMBER_OF_DESKTOPS", {*count});
         return false;
     }
+    guarded_ = guard_();
     const bool hasOrigin = window.desktop && *window.desktop != X11WindowFacts::allDesktops;
     own_.push_back({window.window, window.owner, *count, hasOrigin ? *window.desktop : *current, false});
     write();
-    watcher_.watch(window.window);
+    watch_(window.window);
     desktops_.move(window.window, *count);
     desktops_.switchTo(*count);
     return true;
@@ -92,6 +96,7 @@ void FullScreenDesktops::dissolve(xcb_window_t window, bool alive) {
     Own own = *found;
     own_.erase(found);
     write();
+    if (own_.empty()) guarded_.reset();
     const auto count = desktops_.count();
     auto current = desktops_.current();
     if (!count || !current || own.desktop >= *count) return;
@@ -156,18 +161,30 @@ void FullScreenDesktops::check() {
 }
 
 void FullScreenDesktops::adopt() {
-    const auto values = connection_.values(connection_.root(), record);
     {
         const std::lock_guard lock(mutex_);
-        for (std::size_t i = 0; i + recordSize <= values.size(); i += recordSize) {
-            const auto writer = static_cast<ProcessIdentifier>(values[i]);
-            if (writer == getpid() || ProcessTable::startTime(writer)) continue;
-            own_.push_back({values[i + 1], windows_.owner(values[i + 1]), values[i + 2], values[i + 3], true});
-            watcher_.watch(values[i + 1]);
+        takeOverRecord();
+        if (!own_.empty()) guarded_ = guard_();
+        for (Own& own : own_) {
+            own.owner = windows_.owner(own.window);
+            watch_(own.window);
         }
     }
-    if (!own_.empty()) write();
     check();
+}
+
+// The guards of a client that was killed do this at the same time: whoever comes first has it all.
+void FullScreenDesktops::takeOverRecord() {
+    xcb_grab_server(connection_.get());
+    const auto values = connection_.values(connection_.root(), record);
+    for (std::size_t i = 0; i + recordSize <= values.size(); i += recordSize) {
+        const auto writer = static_cast<ProcessIdentifier>(values[i]);
+        if (writer == getpid() || ProcessTable::startTime(writer)) continue;
+        own_.push_back({values[i + 1], 0, values[i + 2], values[i + 3], true});
+    }
+    if (!own_.empty()) write();
+    xcb_ungrab_server(connection_.get());
+    xcb_flush(connection_.get());
 }
 
 void FullScreenDesktops::write() {

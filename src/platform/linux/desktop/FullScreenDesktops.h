@@ -1,18 +1,17 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <vector>
 
 #include "platform/linux/x11/X11Desktops.h"
 #include "platform/linux/x11/X11WindowFacts.h"
-#include "platform/threads/Observation.h"
 
 namespace vantrel::linuxdesktop {
 
 class X11Connection;
-class X11Watcher;
 class X11Windows;
 class X11WindowSurvey;
 
@@ -21,12 +20,23 @@ class X11WindowSurvey;
 /// who is on it then goes back to the previous desktop, so nobody is left on an empty one. If the window manager's
 /// number of desktops is fixed, or a window went full screen by itself, it is full screen on the desktop where it is.
 ///
-/// The desktops are also recorded on the root window, so that the next client can clean up after one that was killed.
+/// The desktops are also recorded on the root window. Whoever makes such an object next takes over what a client that
+/// was killed has left: its guard, or else the next client.
 ///
 /// Any thread, except construction and destruction. A call takes up to a fifth of a second, usually 20 ms.
 class FullScreenDesktops {
   public:
-    FullScreenDesktops(X11Connection& connection, X11Windows& windows, X11WindowSurvey& survey, X11Watcher& watcher);
+    struct Dependencies {
+        X11Connection& connection;
+        X11Windows& windows;
+        X11WindowSurvey& survey;
+        /// From now on check() is called when this window changes its state.
+        std::function<void(xcb_window_t)> watch;
+        /// What is to be kept while there is a desktop.
+        std::function<std::shared_ptr<const void>()> guard;
+    };
+
+    explicit FullScreenDesktops(Dependencies dependencies);
     /// Undoes what is left.
     ~FullScreenDesktops();
     FullScreenDesktops(const FullScreenDesktops&) = delete;
@@ -39,6 +49,9 @@ class FullScreenDesktops {
 
     /// Takes every window with a desktop from here out of full screen and removes the desktops.
     void putBackAll();
+
+    /// To be called when windows were opened or closed, and when a watched one changed its state.
+    void check();
 
   private:
     struct Own {
@@ -56,19 +69,20 @@ class FullScreenDesktops {
     bool makeDesktop(const X11WindowFacts& window);
     void dissolve(xcb_window_t window, bool alive);
     void requestFullScreen(xcb_window_t window, bool fullScreen);
-    void check();
     void adopt();
+    void takeOverRecord();
     void write();
     std::vector<Own>::iterator find(xcb_window_t window);
 
     X11Connection& connection_;
     X11Windows& windows_;
     X11WindowSurvey& survey_;
-    X11Watcher& watcher_;
+    const std::function<void(xcb_window_t)> watch_;
+    const std::function<std::shared_ptr<const void>()> guard_;
     X11Desktops desktops_;
     std::mutex mutex_;
     std::vector<Own> own_;
-    std::unique_ptr<Observation> notices_;
+    std::shared_ptr<const void> guarded_;
 };
 
 }  // namespace vantrel::linuxdesktop

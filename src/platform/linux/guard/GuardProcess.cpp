@@ -5,12 +5,13 @@
 #include <signal.h>
 #include <spawn.h>
 #include <sys/socket.h>
+#include <sys/uio.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstring>
 #include <filesystem>
 #include <system_error>
 
@@ -18,17 +19,13 @@ namespace vantrel::linuxdesktop {
 
 namespace {
 
-// The messages of both ends.
-constexpr char question = '?';
-constexpr char answer = '!';
-
 // Its own process group: what stops the client from its terminal does not stop the guard.
 class GuardStart {
   public:
-    explicit GuardStart(int line) {
+    GuardStart(int line, int presence) {
         posix_spawn_file_actions_init(&files_);
         posix_spawn_file_actions_adddup2(&files_, line, STDIN_FILENO);
-        posix_spawn_file_actions_addopen(&files_, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+        posix_spawn_file_actions_adddup2(&files_, presence, STDOUT_FILENO);
         posix_spawn_file_actions_addclosefrom_np(&files_, STDERR_FILENO + 1);
         posix_spawnattr_init(&attributes_);
         sigset_t everySignal;
@@ -47,8 +44,8 @@ class GuardStart {
     GuardStart(const GuardStart&) = delete;
     GuardStart& operator=(const GuardStart&) = delete;
 
-    bool start(std::string executable, std::string resource, pid_t& process) {
-        const std::array<char*, 3> arguments{executable.data(), resource.data(), nullptr};
+    bool start(std::string executable, std::string client, pid_t& process) {
+        const std::array<char*, 3> arguments{executable.data(), client.data(), nullptr};
         return posix_spawn(&process, executable.c_str(), &files_, &attributes_, arguments.data(), environ) == 0;
     }
 
@@ -65,21 +62,15 @@ std::string GuardProcess::standardExecutable() {
     return (own.parent_path() / "vantrel-guard").string();
 }
 
-std::unique_ptr<GuardProcess> GuardProcess::start(const std::string& executable, std::uint32_t resource) {
+std::unique_ptr<GuardProcess> GuardProcess::start(const std::string& executable, const FileDescriptor& presence) {
     std::array<int, 2> ends{};
-    if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0) return nullptr;
+    if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends.data()) != 0) return nullptr;
     FileDescriptor own(ends[0]);
     FileDescriptor others(ends[1]);
     pid_t process = 0;
-    if (!GuardStart(others.get()).start(executable, std::to_string(resource), process)) return nullptr;
+    if (!GuardStart(others.get(), presence.get()).start(executable, std::to_string(getpid()), process)) return nullptr;
     others.close();
     return std::unique_ptr<GuardProcess>(new GuardProcess(process, std::move(own)));
-}
-
-bool GuardProcess::waitUntilReady() {
-    constexpr int milliseconds = 5000;
-    pollfd line{descriptor(), POLLIN, 0};
-    return poll(&line, 1, milliseconds) == 1 && attend(Clock::now()) && hasWatched_;
 }
 
 // SIGKILL loses nothing, and also ends a guard that was stopped.
@@ -89,36 +80,41 @@ GuardProcess::~GuardProcess() {
     }
 }
 
-std::optional<GuardProcess::Clock::time_point> GuardProcess::due() const {
-    if (asked_) return *asked_ + forAnswer;
-    if (pressed_) return *pressed_ + beforeQuestion;
-    return std::nullopt;
+bool GuardProcess::isThere() const {
+    pollfd line{line_.get(), 0, 0};
+    return poll(&line, 1, 0) == 0;
 }
 
-void GuardProcess::keyWasPressed(Clock::time_point now) {
-    if (!pressed_) pressed_ = now;
+void GuardProcess::sayThatTheMainThreadRuns() const {
+    send({GuardMessage::Kind::mainThreadRuns, 0}, -1);
 }
 
-// Read the line before the clock: what the guard said while this thread did not run still counts.
-bool GuardProcess::attend(Clock::time_point now) {
-    std::array<char, 16> bytes{};
-    const ssize_t count = recv(descriptor(), bytes.data(), bytes.size(), MSG_DONTWAIT);
-    if (count == 0 || (count < 0 && errno != EAGAIN && errno != EINTR)) return false;
-    if (count > 0) {
-        hasWatched_ = true;
-        pressed_.reset();
-        asked_.reset();
-        const auto end = bytes.begin() + count;
-        return std::find(bytes.begin(), end, question) == end || send(answer);
+FileDescriptor GuardProcess::watchKeys(std::uint32_t resource) const {
+    std::array<int, 2> ends{};
+    if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0) return FileDescriptor();
+    FileDescriptor own(ends[0]);
+    const FileDescriptor others(ends[1]);
+    if (!send({GuardMessage::Kind::watchKeys, resource}, others.get())) return FileDescriptor();
+    return own;
+}
+
+bool GuardProcess::send(const GuardMessage& message, int descriptor) const {
+    GuardMessage copy = message;
+    iovec bytes{&copy, sizeof copy};
+    msghdr header{};
+    header.msg_iov = &bytes;
+    header.msg_iovlen = 1;
+    alignas(cmsghdr) std::array<char, CMSG_SPACE(sizeof descriptor)> passed{};
+    if (descriptor >= 0) {
+        header.msg_control = passed.data();
+        header.msg_controllen = passed.size();
+        cmsghdr* control = CMSG_FIRSTHDR(&header);
+        control->cmsg_level = SOL_SOCKET;
+        control->cmsg_type = SCM_RIGHTS;
+        control->cmsg_len = CMSG_LEN(sizeof descriptor);
+        std::memcpy(CMSG_DATA(control), &descriptor, sizeof descriptor);
     }
-    if (asked_) return now < *asked_ + forAnswer;
-    if (!pressed_ || now < *pressed_ + beforeQuestion) return true;
-    asked_ = now;
-    return send(question);
-}
-
-bool GuardProcess::send(char byte) const {
-    return ::send(descriptor(), &byte, 1, MSG_NOSIGNAL | MSG_DONTWAIT) == 1;
+    return sendmsg(line_.get(), &header, MSG_NOSIGNAL | MSG_DONTWAIT) == sizeof copy;
 }
 
 }  // namespace vantrel::linuxdesktop

@@ -44,7 +44,7 @@ void LinuxKeyboardTap::run() {
         say(*end);
     }
     dependencies_.filter.reset();
-    dependencies_.guard.reset();
+    dependencies_.guards.reset();
 }
 
 void LinuxKeyboardTap::say(End lost) {
@@ -62,31 +62,23 @@ std::optional<LinuxKeyboardTap::End> LinuxKeyboardTap::serve() {
     if (pulse_.isOverdue(KeyboardFilter::Clock::now())) return End::mainThreadIsLate;
     eventfd_t stop = 0;
     if (eventfd_read(dependencies_.stop.get(), &stop) == 0) return End::stopped;
-    if (!isGuarded()) return End::unguarded;
+    if (!dependencies_.guards->attend(KeyGuards::Clock::now())) return End::unguarded;
     return std::nullopt;
-}
-
-// Replaces a guard that is gone or does not answer. Keys continue meanwhile. If the new one does not watch in time, no
-// guard is available.
-bool LinuxKeyboardTap::isGuarded() {
-    if (dependencies_.guard->attend(GuardProcess::Clock::now())) return true;
-    if (!dependencies_.guard->hasWatched()) return false;
-    dependencies_.guard = GuardProcess::start(dependencies_.guardExecutable, dependencies_.filter->resource());
-    return dependencies_.guard != nullptr;
 }
 
 void LinuxKeyboardTap::wait() {
     constexpr int forEver = -1;
     int milliseconds = forEver;
-    for (const auto& due : {dependencies_.filter->due(), pulse_.due(), dependencies_.guard->due()}) {
+    for (const auto& due : {dependencies_.filter->due(), pulse_.due(), dependencies_.guards->due()}) {
         if (!due) continue;
         const auto left = std::chrono::ceil<std::chrono::milliseconds>(*due - KeyboardFilter::Clock::now()).count();
         const int wait = static_cast<int>(std::max<decltype(left)>(left, 0));
         milliseconds = milliseconds == forEver ? wait : std::min(milliseconds, wait);
     }
-    std::array<pollfd, 3> sources{pollfd{dependencies_.filter->descriptor(), POLLIN, 0},
-                                  pollfd{dependencies_.guard->descriptor(), POLLIN, 0},
-                                  pollfd{dependencies_.stop.get(), POLLIN, 0}};
+    std::array<pollfd, 2 + Guards::count> sources{pollfd{dependencies_.filter->descriptor(), POLLIN, 0},
+                                                  pollfd{dependencies_.stop.get(), POLLIN, 0}};
+    const auto lines = dependencies_.guards->descriptors();
+    std::transform(lines.begin(), lines.end(), sources.begin() + 2, [](int line) { return pollfd{line, POLLIN, 0}; });
     poll(sources.data(), sources.size(), milliseconds);
 }
 
@@ -94,7 +86,6 @@ bool LinuxKeyboardTap::swallows(const KeyEvent& event) {
     const auto now = KeyboardFilter::Clock::now();
     if (pulse_.isOverdue(now)) return false;
     pulse_.ask(now);
-    dependencies_.guard->keyWasPressed(now);
     const std::string_view name = decision_(event);
     if (name.empty()) return false;
     report(name);

@@ -2,13 +2,12 @@
 
 #include <memory>
 #include <optional>
-#include <string>
 #include <string_view>
 #include <thread>
 
 #include "platform/keyboard/KeyboardTap.h"
+#include "platform/linux/keyboard/KeyGuards.h"
 #include "platform/linux/keyboard/KeyboardFilter.h"
-#include "platform/linux/guard/GuardProcess.h"
 #include "platform/linux/keyboard/MainThreadPulse.h"
 #include "platform/linux/system/FileDescriptor.h"
 
@@ -23,8 +22,7 @@ class LinuxKeyboardTap final : public KeyboardTap {
     /// What the tap is made of. The filter already has its grab.
     struct Dependencies {
         std::unique_ptr<KeyboardFilter> filter;
-        std::unique_ptr<GuardProcess> guard;
-        std::string guardExecutable;
+        std::unique_ptr<KeyGuards> guards;
         FileDescriptor stop;
     };
 
@@ -36,7 +34,6 @@ class LinuxKeyboardTap final : public KeyboardTap {
 
     void run();
     std::optional<End> serve();
-    bool isGuarded();
     static void say(End lost);
     void wait();
     bool swallows(const KeyEvent& event);

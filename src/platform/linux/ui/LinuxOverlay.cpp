@@ -1,7 +1,11 @@
 #include "platform/linux/ui/LinuxOverlay.h"
 
-#include <cstdint>
+#include <unistd.h>
 
+#include <cstdint>
+#include <utility>
+
+#include "platform/linux/guard/Guards.h"
 #include "platform/linux/threads/MainThread.h"
 #include "platform/linux/ui/QtConnection.h"
 #include "platform/linux/x11/FrontWindows.h"
@@ -12,14 +16,18 @@ namespace {
 
 constexpr int ordinaryLevel = 0;
 
+QRect rectangle(const X11Rectangle& place) {
+    return {place.x, place.y, place.width, place.height};
+}
+
 }  // namespace
 
-LinuxOverlay::LinuxOverlay(const OverlayDescription& description, const X11Rectangle& place, X11Connection& connection,
-                           FrontWindows& front)
-    : connection_(connection),
-      front_(front),
+LinuxOverlay::LinuxOverlay(const OverlayDescription& description, Dependencies dependencies)
+    : connection_(dependencies.connection),
+      front_(dependencies.front),
       level_(description.level),
-      window_(std::make_unique<OverlayWindow>(QRect(place.x, place.y, place.width, place.height), description.labels)) {
+      guards_(std::move(dependencies.guards)),
+      window_(std::make_unique<OverlayWindow>(rectangle(dependencies.place), description.labels)) {
     const auto id = static_cast<xcb_window_t>(window_->winId());
     // The server itself paints the window black while the main thread is busy. It must know the window first, which was
     // created on Qt's connection.
@@ -31,6 +39,9 @@ LinuxOverlay::LinuxOverlay(const OverlayDescription& description, const X11Recta
     constexpr std::uint32_t never = 2;
     xcb_change_property(connection_.get(), XCB_PROP_MODE_REPLACE, id, connection_.atom("_NET_WM_BYPASS_COMPOSITOR"),
                         XCB_ATOM_CARDINAL, 32, 1, &never);
+    const auto client = static_cast<std::uint32_t>(getpid());
+    xcb_change_property(connection_.get(), XCB_PROP_MODE_REPLACE, id, connection_.atom(coverMark), XCB_ATOM_CARDINAL,
+                        32, 1, &client);
     xcb_flush(connection_.get());
 }
 
@@ -50,6 +61,9 @@ void LinuxOverlay::orderFrontRegardless() {
     if (!window_->isVisible()) window_->show();
     if (level_ <= ordinaryLevel) window_->raise();
     waitForQtRequests();
+    // Qt does not know when a guard has taken the window off the screen.
+    xcb_map_window(connection_.get(), static_cast<xcb_window_t>(window_->winId()));
+    xcb_flush(connection_.get());
     keepInFront();
     front_.restack();
 }

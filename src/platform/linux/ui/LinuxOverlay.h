@@ -10,14 +10,22 @@
 namespace vantrel::linuxdesktop {
 
 class FrontWindows;
+class Guards;
 class X11Connection;
 
 /// One overlay. X11 windows have no levels. So an overlay above the level of ordinary windows is kept in front of all
 /// other applications' windows, and any other stays where it was put. Main thread.
 class LinuxOverlay final : public Overlay {
   public:
-    LinuxOverlay(const OverlayDescription& description, const X11Rectangle& place, X11Connection& connection,
-                 FrontWindows& front);
+    struct Dependencies {
+        X11Rectangle place;
+        X11Connection& connection;
+        FrontWindows& front;
+        /// They take the overlay off the screen when the client is stopped or hangs. Null if there are none.
+        std::shared_ptr<const Guards> guards;
+    };
+
+    LinuxOverlay(const OverlayDescription& description, Dependencies dependencies);
     ~LinuxOverlay() override;
 
     void setLevel(int level) override;
@@ -31,6 +39,7 @@ class LinuxOverlay final : public Overlay {
     X11Connection& connection_;
     FrontWindows& front_;
     int level_;
+    const std::shared_ptr<const Guards> guards_;
     std::unique_ptr<OverlayWindow> window_;
     std::unique_ptr<Observation> kept_;
 };

@@ -1,29 +1,29 @@
 #include "platform/linux/guard/process/KeyWatch.h"
 
-#include <poll.h>
 #include <sys/socket.h>
 #include <xcb/xinput.h>
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <utility>
 
+#include "platform/linux/guard/GuardMessage.h"
 #include "platform/linux/x11/XInputExtension.h"
 
 namespace vantrel::linuxdesktop {
 
 namespace {
 
+using Clock = std::chrono::steady_clock;
+
 struct RawKeysMask {
     xcb_input_event_mask_t header{XCB_INPUT_DEVICE_ALL, 1};
     std::uint32_t mask = XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS;
 };
 
-constexpr char question = '?';
-constexpr char answer = '!';
-
-void say(int line, char byte) {
-    send(line, &byte, 1, MSG_NOSIGNAL | MSG_DONTWAIT);
+void ask(const FileDescriptor& line) {
+    send(line.get(), &guardQuestion, 1, MSG_NOSIGNAL | MSG_DONTWAIT);
 }
 
 void sync(xcb_connection_t* connection) {
@@ -33,63 +33,89 @@ void sync(xcb_connection_t* connection) {
 
 }  // namespace
 
-std::unique_ptr<KeyWatch> KeyWatch::open() {
-    auto connection = X11Connection::open();
-    if (!connection) return nullptr;
-    const auto extension = xInputExtension(*connection);
+std::unique_ptr<KeyWatch> KeyWatch::create(X11Connection& connection) {
+    const auto extension = xInputExtension(connection);
     if (!extension) return nullptr;
-    return std::unique_ptr<KeyWatch>(new KeyWatch(std::move(connection), *extension));
-}
-
-KeyWatch::KeyWatch(std::unique_ptr<X11Connection> connection, std::uint8_t extension)
-    : connection_(std::move(connection)), extension_(extension) {
     const RawKeysMask rawKeys;
-    xcb_input_xi_select_events(connection_->get(), connection_->root(), 1, &rawKeys.header);
-    sync(connection_->get());
+    xcb_input_xi_select_events(connection.get(), connection.root(), 1, &rawKeys.header);
+    sync(connection.get());
+    return std::unique_ptr<KeyWatch>(new KeyWatch(connection, *extension));
 }
 
-void KeyWatch::watch(int line, std::uint32_t resource) {
-    say(line, question);
-    while (connection_->isAlive()) {
-        if (keyWasPressed() && !pressed_) pressed_ = std::chrono::steady_clock::now();
-        std::array<pollfd, 2> sources{pollfd{line, POLLIN, 0},
-                                      pollfd{xcb_get_file_descriptor(connection_->get()), POLLIN, 0}};
-        poll(sources.data(), sources.size(), untilDue(std::chrono::steady_clock::now()));
-        if (sources[0].revents != 0 && !takeFrom(line)) return;
-        // Read after the line: an answer that came while this process did not run still counts.
-        const Time now = std::chrono::steady_clock::now();
-        if (asked_ && now >= *asked_ + forAnswer) {
-            if (serverWasBusy()) {
-                asked_ = std::chrono::steady_clock::now();
-                continue;
-            }
-            xcb_kill_client(connection_->get(), resource);
-            sync(connection_->get());
-            return;
+void KeyWatch::add(FileDescriptor line, std::uint32_t resource) {
+    ask(line);
+    filters_.push_back({std::move(line), resource, {}, {}});
+}
+
+std::vector<int> KeyWatch::descriptors() const {
+    std::vector<int> all;
+    for (const Filter& filter : filters_) all.push_back(filter.line.get());
+    return all;
+}
+
+std::optional<KeyWatch::Time> KeyWatch::due() const {
+    std::optional<Time> first;
+    for (const Filter& filter : filters_) {
+        if (!filter.asked && !filter.pressed) continue;
+        const Time due = filter.asked ? *filter.asked + forAnswer : *filter.pressed + beforeQuestion;
+        if (!first || due < *first) first = due;
+    }
+    return first;
+}
+
+void KeyWatch::attend() {
+    if (keyWasPressed()) {
+        for (Filter& filter : filters_) {
+            if (!filter.pressed) filter.pressed = Clock::now();
         }
-        if (!asked_ && pressed_ && now >= *pressed_ + beforeQuestion) {
-            // The answer does not cover keys that are pressed from here on.
-            pressed_.reset();
-            asked_ = now;
-            say(line, question);
+    }
+    for (Filter& filter : filters_) attend(filter);
+    std::erase_if(filters_, [](const Filter& filter) { return !filter.line.isOpen(); });
+}
+
+// Read the line before the clock: an answer that came while this process did not run still counts.
+void KeyWatch::attend(Filter& filter) {
+    listen(filter);
+    if (!filter.line.isOpen()) return;
+    const Time now = Clock::now();
+    if (filter.asked && now >= *filter.asked + forAnswer) {
+        if (serverWasBusy()) {
+            filter.asked = Clock::now();
+        } else {
+            disconnect(filter);
         }
+    } else if (!filter.asked && filter.pressed && now >= *filter.pressed + beforeQuestion) {
+        // The answer does not cover keys that are pressed from here on.
+        filter.pressed.reset();
+        filter.asked = now;
+        ask(filter.line);
     }
 }
 
-// False if the other end is gone. A question from the filter does not answer this process's own: it may be older.
-bool KeyWatch::takeFrom(int line) {
+void KeyWatch::listen(Filter& filter) {
     std::array<char, 16> bytes{};
-    const ssize_t count = recv(line, bytes.data(), bytes.size(), MSG_DONTWAIT);
-    if (count <= 0) return false;
-    const auto end = bytes.begin() + count;
-    if (std::find(bytes.begin(), end, answer) != end) asked_.reset();
-    if (std::find(bytes.begin(), end, question) != end) say(line, answer);
-    return true;
+    const ssize_t count = recv(filter.line.get(), bytes.data(), bytes.size(), MSG_DONTWAIT);
+    if (count == 0 || (count < 0 && errno != EAGAIN && errno != EINTR)) {
+        filter.line.close();
+    } else if (count > 0) {
+        filter.asked.reset();
+    }
+}
+
+void KeyWatch::freeKeyboard() {
+    for (Filter& filter : filters_) disconnect(filter);
+    filters_.clear();
+}
+
+void KeyWatch::disconnect(Filter& filter) {
+    xcb_kill_client(connection_.get(), filter.resource);
+    sync(connection_.get());
+    filter.line.close();
 }
 
 bool KeyWatch::keyWasPressed() {
     bool pressed = false;
-    while (const X11Reply<xcb_generic_event_t> event{xcb_poll_for_event(connection_->get())}) {
+    while (const X11Reply<xcb_generic_event_t> event{xcb_poll_for_event(connection_.get())}) {
         if (event->response_type != XCB_GE_GENERIC) continue;
         const auto& generic = reinterpret_cast<const xcb_ge_generic_event_t&>(*event);
         pressed = pressed || (generic.extension == extension_ && generic.event_type == XCB_INPUT_RAW_KEY_PRESS);
@@ -99,17 +125,9 @@ bool KeyWatch::keyWasPressed() {
 
 // While another client grabs the server, the filter may be waiting too.
 bool KeyWatch::serverWasBusy() {
-    const auto before = std::chrono::steady_clock::now();
-    sync(connection_->get());
-    return std::chrono::steady_clock::now() - before > forAnswer / 4;
-}
-
-int KeyWatch::untilDue(Time now) const {
-    constexpr int forEver = -1;
-    if (!asked_ && !pressed_) return forEver;
-    const Time due = asked_ ? *asked_ + forAnswer : *pressed_ + beforeQuestion;
-    const auto left = std::chrono::ceil<std::chrono::milliseconds>(due - now).count();
-    return static_cast<int>(std::max<decltype(left)>(left, 0));
+    const auto before = Clock::now();
+    sync(connection_.get());
+    return Clock::now() - before > forAnswer / 4;
 }
 
 }  // namespace vantrel::linuxdesktop

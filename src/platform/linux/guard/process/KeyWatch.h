@@ -4,42 +4,61 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <vector>
 
+#include "platform/linux/system/FileDescriptor.h"
 #include "platform/linux/x11/X11Connection.h"
 
 namespace vantrel::linuxdesktop {
 
-/// Watches over a keyboard filter. It sees every key press, whichever window has the keyboard. Some time after one it
-/// asks the filter's process whether it still runs, and has the X server close the filter's connection if it does not.
+/// Watches over keyboard filters. It sees every key press, whichever window has the keyboard. Some time after one it
+/// asks the filters' threads whether they still run, and has the X server close the connection of one that does not.
+/// One thread at a time.
 class KeyWatch {
   public:
+    using Time = std::chrono::steady_clock::time_point;
+
     /// How long after a key press the question is asked, so that one question serves a burst of keys, and how long the
     /// answer may take.
     static constexpr std::chrono::milliseconds beforeQuestion{250};
     static constexpr std::chrono::milliseconds forAnswer{750};
 
-    /// Null if the X server is missing or does not report raw key presses.
-    static std::unique_ptr<KeyWatch> open();
+    /// Null if the X server does not report raw key presses.
+    static std::unique_ptr<KeyWatch> create(X11Connection& connection);
 
-    /// Watches the owner of the X resource: asks it with a '?' on `line` and expects '!'. The owner may ask in the same
-    /// way whether the guard still runs. Returns when the line or the X server is gone and when the connection has been
-    /// closed.
-    void watch(int line, std::uint32_t resource);
+    /// Watches the owner of the X resource until its line is closed. Says at once that it does.
+    void add(FileDescriptor line, std::uint32_t resource);
+
+    /// Readable when attend() has something to do, besides the X connection.
+    std::vector<int> descriptors() const;
+    /// When to call attend() even if nothing is readable.
+    std::optional<Time> due() const;
+
+    /// Hears the keys and the answers, asks, and frees the keyboard where it has to.
+    void attend();
+
+    /// Frees the keyboard at once.
+    void freeKeyboard();
 
   private:
-    using Time = std::chrono::steady_clock::time_point;
+    struct Filter {
+        FileDescriptor line;
+        std::uint32_t resource = 0;
+        std::optional<Time> pressed;
+        std::optional<Time> asked;
+    };
 
-    KeyWatch(std::unique_ptr<X11Connection> connection, std::uint8_t extension);
+    KeyWatch(X11Connection& connection, std::uint8_t extension) : connection_(connection), extension_(extension) {}
 
-    bool takeFrom(int line);
     bool keyWasPressed();
+    void attend(Filter& filter);
+    static void listen(Filter& filter);
+    void disconnect(Filter& filter);
     bool serverWasBusy();
-    int untilDue(Time now) const;
 
-    const std::unique_ptr<X11Connection> connection_;
+    X11Connection& connection_;
     const std::uint8_t extension_;
-    std::optional<Time> pressed_;
-    std::optional<Time> asked_;
+    std::vector<Filter> filters_;
 };
 
 }  // namespace vantrel::linuxdesktop

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <array>
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <utility>
+
+#include "platform/linux/guard/Guards.h"
+
+namespace vantrel::linuxdesktop {
+
+/// The guards as a keyboard filter sees them. They ask after key presses whether the filter's thread still runs; one
+/// that is gone is replaced while the keys continue. One thread at a time.
+class KeyGuards {
+  public:
+    using Clock = std::chrono::steady_clock;
+
+    /// How long a new guard may take until it watches while no other one does.
+    static constexpr std::chrono::milliseconds untilItWatches{1500};
+
+    KeyGuards(std::shared_ptr<Guards> guards, std::uint32_t resource);
+
+    /// Waits a few seconds at most. False if no guard watches by then.
+    bool waitUntilReady();
+
+    /// Readable when a guard asks or is gone; -1 for one that is not there.
+    std::array<int, Guards::count> descriptors() const;
+    /// When to call attend() even if nothing is readable.
+    std::optional<Clock::time_point> due() const;
+
+    /// Answers the guards and replaces those that are gone. False if none watches and none may come to watch in time.
+    bool attend(Clock::time_point now);
+
+  private:
+    struct One {
+        Guards::KeyLine line;
+        bool watches = false;
+        Clock::time_point asked;
+    };
+
+    void open(std::size_t guard, pid_t failed);
+    void attend(std::size_t guard);
+    bool anyWatches() const;
+
+    const std::shared_ptr<Guards> guards_;
+    const std::uint32_t resource_;
+    std::array<One, Guards::count> all_;
+};
+
+}  // namespace vantrel::linuxdesktop
