@@ -48,17 +48,18 @@ void KeyWatch::add(FileDescriptor line, std::uint32_t resource) {
 }
 
 std::vector<int> KeyWatch::descriptors() const {
-    std::vector<int> all;
-    for (const Filter& filter : filters_) all.push_back(filter.line.get());
+    std::vector<int> all(filters_.size());
+    std::transform(filters_.begin(), filters_.end(), all.begin(), [](const Filter& one) { return one.line.get(); });
     return all;
 }
 
 std::optional<KeyWatch::Time> KeyWatch::due() const {
     std::optional<Time> first;
     for (const Filter& filter : filters_) {
-        if (!filter.asked && !filter.pressed) continue;
-        const Time due = filter.asked ? *filter.asked + forAnswer : *filter.pressed + beforeQuestion;
-        if (!first || due < *first) first = due;
+        std::optional<Time> due;
+        if (filter.pressed) due = *filter.pressed + beforeQuestion;
+        if (filter.asked) due = *filter.asked + forAnswer;
+        if (due && (!first || *due < *first)) first = due;
     }
     return first;
 }
