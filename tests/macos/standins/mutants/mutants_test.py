@@ -1,11 +1,9 @@
 #!/usr/bin/env python3
-"""mutants_test.py BUILD [--every N | --discover] [NAME ...]: makes each mistake of mutants.yaml in a copy of its source,
-builds the contracts and the player with it, and checks that what the list names catches it: a contract, or a scenario.
-A mistake that survives everything has a reason instead, and must really survive.
+"""mutants_test.py BUILD [--discover] [NAME ...]: makes each mistake of mutants.yaml in a copy of its source, builds the
+contracts or the player with it, and checks that what the list names catches it: a contract, a scenario or both. A mistake
+that survives everything has a reason instead, and must really survive.
 
---every N takes each Nth mistake only; from which one on depends on the platform's sources, so that its changes bring every
-mistake's turn. --discover tells what catches each mistake, whatever the list says. Names choose
-the mistakes that contain them.
+--discover tells what catches each mistake, whatever the list says. Names choose the mistakes that contain them.
 """
 import concurrent.futures
 import functools
@@ -17,7 +15,6 @@ import shlex
 import subprocess
 import sys
 import tempfile
-import zlib
 
 import yaml
 
@@ -30,6 +27,7 @@ from player import difference, play  # noqa: E402
 
 STANDINS = "tests/macos/standins"
 PRODUCT = f"{STANDINS}/product.o"
+CONTRACTS, PLAYER = "contracts-macos-here", "vantrel-rehearse-macos"
 # May only fall.
 MOST_SURVIVORS = 3
 # A mistake that lets a test hang is caught as well.
@@ -66,8 +64,8 @@ class Build:
         if done.returncode != 0:
             raise RuntimeError(done.stdout + done.stderr)
 
-    def make(self, file, text, place):
-        """Builds both programs with another text of that source."""
+    def make(self, file, text, place, programs):
+        """Builds the programs with another text of that source."""
         source = place / file.name
         source.write_text(text, encoding="utf-8")
         words = list(self.compilations[str(file)])
@@ -77,10 +75,10 @@ class Build:
                 del words[at:at + count]
         words[words.index("-o") + 1] = str(place / "mutant.o")
         words[words.index("-c") + 1] = str(source)
-        self.run(shlex.join([*words, "-w", "-Wno-error"]))
+        self.run(shlex.join([*words, "-w", "-Wno-error", "-O0", "-g0"]))
         product = replaced(self.last_command(PRODUCT), f"{file.relative_to(ROOT)}.o", place / "mutant.o")
         self.run(replaced(product, PRODUCT, place / "product.o"))
-        for program in ("contracts-macos-here", "vantrel-rehearse-macos"):
+        for program in programs:
             link = replaced(self.last_command(program), PRODUCT, place / "product.o")
             self.run(replaced(link, f"{STANDINS}/{program}", place / program))
 
@@ -89,7 +87,7 @@ def failing_contract(place, chosen="*", environment=""):
     """The first contract that fails. Empty for none."""
     variables = dict(word.split("=") for word in environment.split())
     try:
-        done = subprocess.run([place / "contracts-macos-here", f"--gtest_filter={chosen}"], capture_output=True,
+        done = subprocess.run([place / CONTRACTS, f"--gtest_filter={chosen}"], capture_output=True,
                               env={**os.environ, **variables}, timeout=LONGEST, check=False)
         output, status = done.stdout, done.returncode
     except subprocess.TimeoutExpired as expired:
@@ -105,7 +103,7 @@ def failing_contract(place, chosen="*", environment=""):
 
 def different(place, scenario):
     try:
-        status, transcript, _ = play(place / "vantrel-rehearse-macos", scenario)
+        status, transcript, _ = play(place / PLAYER, scenario)
     except subprocess.TimeoutExpired:
         return True
     expected = scenario.with_suffix(".transcript").read_bytes().decode()
@@ -146,6 +144,13 @@ def judge(mutant, place):
     return "" if "contract" in mutant or "scenario" in mutant else "the list does not say what catches it"
 
 
+def programs_for(mutant, examine):
+    """What has to run to judge it."""
+    if examine is not judge or "survives" in mutant:
+        return [CONTRACTS, PLAYER]
+    return [program for program, key in ((CONTRACTS, "contract"), (PLAYER, "scenario")) if key in mutant]
+
+
 def attempt(build, mutant, examine):
     file = PLATFORM / mutant["file"]
     text = file.read_text(encoding="utf-8")
@@ -154,34 +159,23 @@ def attempt(build, mutant, examine):
     with tempfile.TemporaryDirectory() as folder:
         place = pathlib.Path(folder)
         try:
-            build.make(file, text.replace(mutant["from"], mutant["to"]), place)
+            build.make(file, text.replace(mutant["from"], mutant["to"]), place, programs_for(mutant, examine))
         except RuntimeError as error:
             return f"it cannot be built: {error}"
         return examine(mutant, place)
 
 
-def first_of(every):
-    checksum = 0
-    for source in sorted(PLATFORM.glob("*/*.*")):
-        checksum = zlib.crc32(source.read_bytes(), checksum)
-    return checksum % every
-
-
 def main():
     arguments = sys.argv[1:]
     build = Build(pathlib.Path(arguments.pop(0)).resolve())
-    every, examine = 1, judge
-    if arguments[:1] == ["--every"]:
-        every = int(arguments[1])
-        del arguments[:2]
-    elif arguments[:1] == ["--discover"]:
+    examine = judge
+    if arguments[:1] == ["--discover"]:
         examine = lambda _, place: str(catchers(place) or "NOTHING")  # noqa: E731
         del arguments[:1]
     mutants = yaml.safe_load((HERE / "mutants.yaml").read_text(encoding="utf-8"))
     survivors = sum("survives" in mutant for mutant in mutants)
     assert len(mutants) - survivors >= 40 and survivors <= MOST_SURVIVORS, f"{survivors} of {len(mutants)} survive"
-    chosen = [mutant for mutant in mutants[first_of(every)::every]
-              if not arguments or any(word in mutant["name"] for word in arguments)]
+    chosen = [mutant for mutant in mutants if not arguments or any(word in mutant["name"] for word in arguments)]
     with concurrent.futures.ThreadPoolExecutor(2) as pool:
         results = list(pool.map(lambda mutant: attempt(build, mutant, examine), chosen))
     for mutant, result in zip(chosen, results, strict=True):
