@@ -87,11 +87,12 @@ class OtherFilter {
             xcb_input_xi_query_version_reply(connection_->get(), query, nullptr));
     }
 
-    bool grabsEveryKey() {
+    bool grabsEveryKey() { return grabs(XCB_GRAB_ANY); }
+    bool grabs(std::uint32_t position) {
         const std::uint32_t events = XCB_INPUT_XI_EVENT_MASK_KEY_PRESS;
         constexpr std::uint32_t anyModifier = 0x80000000U;
         const auto cookie = xcb_input_xi_passive_grab_device(
-            connection_->get(), XCB_CURRENT_TIME, connection_->root(), XCB_CURSOR_NONE, 0, keyboard(), 1, 1,
+            connection_->get(), XCB_CURRENT_TIME, connection_->root(), XCB_CURSOR_NONE, position, keyboard(), 1, 1,
             XCB_INPUT_GRAB_TYPE_KEYCODE, XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_INPUT_GRAB_MODE_22_ASYNC,
             XCB_INPUT_GRAB_OWNER_NO_OWNER, &events, &anyModifier);
         const X11Reply<xcb_input_xi_passive_grab_device_reply_t> reply(
@@ -691,6 +692,95 @@ TEST_F(KeyboardTapTest, FiltersAMasterKeyboardThatComesLater) {
     turnFor(0.2);
     EXPECT_TRUE(swallows());
     EXPECT_TRUE(keysPass(1));
+}
+
+// A window manager that grabs its own keys by XInput2, as GNOME's does.
+class KeyboardTapBesideSingleGrabs : public KeyboardTapTest {
+  protected:
+    void SetUp() override {
+        KeyboardTapTest::SetUp();
+        if (HasFatalFailure()) return;
+        constexpr std::uint32_t f12 = 96;
+        ASSERT_TRUE(windowManager.grabs(f12));
+    }
+
+    OtherFilter windowManager;
+};
+
+TEST_F(KeyboardTapBesideSingleGrabs, SwallowsWhatTheDecisionNamesAndReportsItInOrder) {
+    start();
+    keyboard.type(positionOfQ, commandFlag);
+    keyboard.type(positionOfW, commandFlag);
+    keyboard.type(positionOfQ, commandFlag | shiftFlag);
+    keyboard.type(positionOfA);
+    EXPECT_TRUE(received({superKey, superKey, 50, superKey, positionOfA}));
+    EXPECT_TRUE(waitUntil([&] { return reports.size() == 3; }));
+    EXPECT_EQ(reports, (std::vector<std::string>{"Cmd+Q", "Cmd+W", "Cmd+Q"}));
+}
+
+TEST_F(KeyboardTapBesideSingleGrabs, LetsTheReleaseOfASwallowedKeyNotThroughEither) {
+    start(everyQ);
+    keyboard.type(positionOfQ);
+    keyboard.type(positionOfA);
+    ASSERT_TRUE(received({positionOfA}));
+    ASSERT_EQ(window->released().size(), 1U);
+    EXPECT_EQ(window->released()[0].position, positionOfA);
+}
+
+TEST_F(KeyboardTapBesideSingleGrabs, PassesAKeyThatIsPressedWhileASwallowedOneIsDown) {
+    start(everyQ);
+    keyboard.press(positionOfQ);
+    keyboard.type(positionOfA);
+    keyboard.type(positionOfB);
+    keyboard.release(positionOfQ);
+    keyboard.type(positionOfQ);
+    keyboard.type(positionOfA);
+    EXPECT_TRUE(received({positionOfA, positionOfB, positionOfA}));
+}
+
+TEST_F(KeyboardTapBesideSingleGrabs, LosesNoKeyWhenItComesAndGoes) {
+    std::vector<xcb_keycode_t> expected;
+    for (int i = 0; i < 200; ++i) {
+        if (i % 10 == 0) start();
+        if (i % 10 == 5) tap.reset();
+        expected.push_back(i % 2 == 0 ? positionOfA : positionOfB);
+        keyboard.type(expected.back());
+    }
+    EXPECT_TRUE(received(expected));
+}
+
+TEST_F(KeyboardTapBesideSingleGrabs, IsRefusedBesideAnotherOneThatGoesOn) {
+    start();
+    EXPECT_EQ(taps->create(commandQorW, {}), nullptr);
+    EXPECT_TRUE(swallows());
+}
+
+TEST_F(KeyboardTapBesideSingleGrabs, IsRefusedWhileAnotherClientFiltersTheKeyboard) {
+    OtherFilter other;
+    // The server would refuse this one too beside the window manager's grab.
+    windowManager = OtherFilter();
+    ASSERT_TRUE(other.grabsEveryKey());
+    EXPECT_EQ(taps->create(commandQorW, {}), nullptr);
+}
+
+TEST_F(KeyboardTapBesideSingleGrabs, ReadsTheModifiersOfEachKey) {
+    start();
+    keyboard.type(positionOfA, shiftFlag | controlFlag | optionFlag | commandFlag);
+    keyboard.type(positionOfA);
+    ASSERT_TRUE(waitUntil([&] { return Asked::all().codes(KeyEventType::keyDown).size() == 2; }));
+    std::vector<std::uint64_t> flags;
+    for (const KeyEvent& event : Asked::all().events()) {
+        if (event.type == KeyEventType::keyDown) flags.push_back(event.flags);
+    }
+    EXPECT_EQ(flags, (std::vector<std::uint64_t>{0x1E0000, 0}));
+}
+
+TEST_F(KeyboardTapBesideSingleGrabs, LeavesNothingBehind) {
+    start();
+    EXPECT_TRUE(swallows());
+    tap.reset();
+    EXPECT_TRUE(keysPass(1));
+    EXPECT_TRUE(OtherFilter().takesTheKeyboard());
 }
 
 class TappingClient : public KeyboardTapTest {

@@ -10,8 +10,6 @@ namespace vantrel::linuxdesktop {
 
 namespace {
 
-constexpr std::uint32_t anyKeycode = 0;
-constexpr std::uint32_t anyModifier = 0x80000000U;
 // Window managers renew their own grabs within this time.
 constexpr std::chrono::milliseconds regrabDelay{60};
 
@@ -34,6 +32,7 @@ KeyboardFilter::KeyboardFilter(std::unique_ptr<X11Connection> connection, std::u
     : connection_(std::move(connection)),
       extension_(extension),
       resource_(xcb_generate_id(connection_->get())),
+      grabs_(*connection_, extension),
       modifiers_(KeyModifiers::read(connection_->get())) {
     // A graphics context is the resource that costs the server least.
     xcb_create_gc(connection_->get(), resource_, connection_->root(), 0, nullptr);
@@ -43,41 +42,6 @@ KeyboardFilter::KeyboardFilter(std::unique_ptr<X11Connection> connection, std::u
 }
 
 KeyboardFilter::~KeyboardFilter() = default;
-
-// A grab of "all master devices" loses every key that is passed on. So each real master keyboard is grabbed by its own
-// number.
-std::vector<std::uint16_t> KeyboardFilter::masterKeyboards() {
-    std::vector<std::uint16_t> found;
-    const auto cookie = xcb_input_xi_query_device(connection_->get(), XCB_INPUT_DEVICE_ALL_MASTER);
-    const X11Reply<xcb_input_xi_query_device_reply_t> reply(
-        xcb_input_xi_query_device_reply(connection_->get(), cookie, nullptr));
-    if (!reply) return found;
-    auto each = xcb_input_xi_query_device_infos_iterator(reply.get());
-    for (; each.rem > 0; xcb_input_xi_device_info_next(&each)) {
-        if (each.data->type == XCB_INPUT_DEVICE_TYPE_MASTER_KEYBOARD) found.push_back(each.data->deviceid);
-    }
-    return found;
-}
-
-bool KeyboardFilter::grab(std::uint16_t keyboard) {
-    const std::uint32_t events = XCB_INPUT_XI_EVENT_MASK_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_KEY_RELEASE;
-    const auto cookie = xcb_input_xi_passive_grab_device(
-        connection_->get(), XCB_CURRENT_TIME, connection_->root(), XCB_CURSOR_NONE, anyKeycode, keyboard, 1, 1,
-        XCB_INPUT_GRAB_TYPE_KEYCODE, XCB_INPUT_GRAB_MODE_22_SYNC, XCB_INPUT_GRAB_MODE_22_ASYNC,
-        XCB_INPUT_GRAB_OWNER_NO_OWNER, &events, &anyModifier);
-    const X11Reply<xcb_input_xi_passive_grab_device_reply_t> reply(
-        xcb_input_xi_passive_grab_device_reply(connection_->get(), cookie, nullptr));
-    // The reply lists the modifiers that failed.
-    return reply && reply->num_modifiers == 0;
-}
-
-// Grabbing again puts the filter's grab above the others, without a moment between two grabs.
-bool KeyboardFilter::grab() {
-    keyboards_ = masterKeyboards();
-    bool granted = !keyboards_.empty();
-    for (const std::uint16_t keyboard : keyboards_) granted = grab(keyboard) && granted;
-    return granted;
-}
 
 bool KeyboardFilter::answer(const Decide& decide) {
     answerQueued(decide);
@@ -100,42 +64,35 @@ bool KeyboardFilter::answerQueued(const Decide& decide) {
 
 void KeyboardFilter::take(const xcb_generic_event_t& event, const Decide& decide) {
     constexpr std::uint8_t sentByClient = 0x80;
-    const std::uint8_t type = event.response_type & ~sentByClient;
-    if (type == XCB_MAPPING_NOTIFY) {
+    if (const auto key = grabs_.key(event)) {
+        answer(*key, decide);
+    } else if ((event.response_type & ~sentByClient) == XCB_MAPPING_NOTIFY) {
         mappingChanged();
-        return;
-    }
-    // Other clients cannot send a generic event that looks like the server's.
-    if (event.response_type != XCB_GE_GENERIC) return;
-    const auto& generic = reinterpret_cast<const xcb_ge_generic_event_t&>(event);
-    if (generic.extension != extension_) return;
-    if (generic.event_type == XCB_INPUT_HIERARCHY) {
+    } else if (event.response_type == XCB_GE_GENERIC) {
+        const auto& generic = reinterpret_cast<const xcb_ge_generic_event_t&>(event);
+        if (generic.extension != extension_ || generic.event_type != XCB_INPUT_HIERARCHY) return;
         keyboardsChanged(reinterpret_cast<const xcb_input_hierarchy_event_t&>(event));
-        return;
     }
-    if (generic.event_type != XCB_INPUT_KEY_PRESS && generic.event_type != XCB_INPUT_KEY_RELEASE) return;
-    const auto& key = reinterpret_cast<const xcb_input_key_press_event_t&>(event);
-    const auto position = static_cast<xcb_keycode_t>(key.detail);
-    const bool pressed = generic.event_type == XCB_INPUT_KEY_PRESS;
-    const bool swallow = pressed ? decidePress(position, key.mods.effective, decide) : swallowed_[position];
-    swallowed_[position] = pressed && swallow;
+}
+
+void KeyboardFilter::answer(const GrabbedKey& key, const Decide& decide) {
+    const bool swallow = key.pressed ? decidePress(key.position, key.state, decide) : swallowed_[key.position];
+    swallowed_[key.position] = key.pressed && swallow;
 
     // After a swallowed key, the grab lasts until that key is released. The release ends it and nothing waits: an
     // answer now would count for the next key.
-    const auto holding = holding_.find(key.deviceid);
-    if (!pressed && holding != holding_.end() && holding->second == position) {
+    const auto holding = holding_.find(key.keyboard);
+    if (!key.pressed && holding != holding_.end() && holding->second == key.position) {
         holding_.erase(holding);
         return;
     }
-    if (!swallow) {
-        holding_.erase(key.deviceid);
-    } else if (pressed) {
-        holding_.try_emplace(key.deviceid, position);
+    if (swallow) {
+        if (key.pressed) holding_.try_emplace(key.keyboard, key.position);
+        grabs_.swallow(key);
+    } else {
+        holding_.erase(key.keyboard);
+        grabs_.pass(key);
     }
-    xcb_input_xi_allow_events(connection_->get(), key.time, key.deviceid,
-                              swallow ? XCB_INPUT_EVENT_MODE_SYNC_DEVICE : XCB_INPUT_EVENT_MODE_REPLAY_DEVICE, 0,
-                              connection_->root());
-    xcb_flush(connection_->get());
 }
 
 bool KeyboardFilter::decidePress(xcb_keycode_t position, std::uint32_t state, const Decide& decide) {
@@ -173,18 +130,14 @@ void KeyboardFilter::mappingChanged() {
 // does not delay the grab for ever.
 void KeyboardFilter::grabAgainWhenDue() {
     modifiers_ = KeyModifiers::read(connection_->get());
-    grab();
+    grabs_.grab();
     regrabAt_.reset();
     if (std::exchange(regrabTwice_, false)) regrabAt_ = Clock::now() + regrabDelay;
 }
 
 void KeyboardFilter::release(const Decide& decide) {
     xcb_connection_t* connection = connection_->get();
-    for (const std::uint16_t keyboard : keyboards_) {
-        xcb_input_xi_passive_ungrab_device(connection, connection_->root(), anyKeycode, keyboard, 1,
-                                           XCB_INPUT_GRAB_TYPE_KEYCODE, &anyModifier);
-    }
-    keyboards_.clear();
+    grabs_.release();
     // The server stops reading from a connection that is being closed, so it must have read every answer before.
     do {
         const X11Reply<xcb_get_input_focus_reply_t> reply(

@@ -10,16 +10,16 @@
 #include <map>
 #include <memory>
 #include <optional>
-#include <vector>
 
 #include "platform/keyboard/KeyboardTap.h"
+#include "platform/linux/keyboard/KeyGrabs.h"
 #include "platform/linux/keyboard/KeyModifiers.h"
 #include "platform/linux/x11/X11Connection.h"
 
 namespace vantrel::linuxdesktop {
 
-/// Stands between the keyboard and the focused window: a synchronous XInput2 grab of every key on the root window, on
-/// its own connection. After each key press the server holds the keyboard until the filter has answered; it has no
+/// Stands between the keyboard and the focused window: a synchronous grab of every key on the root window, on its own
+/// connection. After each key press the server holds the keyboard until the filter has answered; it has no
 /// timeout for this. One thread at a time.
 ///
 /// The filter sees key presses, and releases only while a swallowed key is down. A swallowed key's release is kept from
@@ -40,7 +40,7 @@ class KeyboardFilter {
     std::uint32_t resource() const { return resource_; }
 
     /// False if the grab of a keyboard was refused because another client already filters it.
-    bool grab();
+    bool grab() { return grabs_.grab(); }
 
     /// Readable when answer() has something to do.
     int descriptor() const { return xcb_get_file_descriptor(connection_->get()); }
@@ -59,11 +59,10 @@ class KeyboardFilter {
   private:
     KeyboardFilter(std::unique_ptr<X11Connection> connection, std::uint8_t extension);
 
-    std::vector<std::uint16_t> masterKeyboards();
-    bool grab(std::uint16_t keyboard);
     // Whether there was anything to answer.
     bool answerQueued(const Decide& decide);
     void take(const xcb_generic_event_t& event, const Decide& decide);
+    void answer(const GrabbedKey& key, const Decide& decide);
     bool decidePress(xcb_keycode_t position, std::uint32_t state, const Decide& decide);
     void keyboardsChanged(const xcb_input_hierarchy_event_t& event);
     void mappingChanged();
@@ -72,8 +71,8 @@ class KeyboardFilter {
     const std::unique_ptr<X11Connection> connection_;
     const std::uint8_t extension_;
     const std::uint32_t resource_;
+    KeyGrabs grabs_;
     KeyModifiers modifiers_;
-    std::vector<std::uint16_t> keyboards_;
     std::bitset<256> swallowed_;
     // For each keyboard, the swallowed key whose press began a grab that is still active.
     std::map<std::uint16_t, xcb_keycode_t> holding_;

@@ -7,7 +7,7 @@ namespace vantrel::linuxdesktop {
 class GuardSource;
 class MainThread;
 
-/// Keyboard taps of an X11 desktop, one at a time: an XInput2 grab of every key that answers "swallow" or "pass" for
+/// Keyboard taps of an X11 desktop, one at a time: a grab of every key that answers "swallow" or "pass" for
 /// each press. The tap's own thread makes the decision; reports are events on the main thread. Main thread.
 ///
 /// Keys have the codes of their positions, whatever the layout; Super is Command. A key that exists on no Mac passes
