@@ -8,23 +8,31 @@
 
 namespace {
 
-void explain(vantrel::linuxdesktop::NoComputer reason) {
-    if (reason == vantrel::linuxdesktop::NoComputer::wayland) {
-        std::fputs(
-            "Vantrel non può essere eseguito in una sessione Wayland: esci e scegli una sessione X11 (Xorg).\n"
-            "Vantrel cannot run in a Wayland session: log out and choose an X11 (Xorg) session.\n",
-            stderr);
-    } else if (reason == vantrel::linuxdesktop::NoComputer::relativeHome) {
-        std::fputs(
-            "Vantrel richiede una cartella Inizio: la variabile HOME non è un percorso assoluto.\n"
-            "Vantrel needs a home folder: the HOME variable is not an absolute path.\n",
-            stderr);
-    } else {
-        std::fputs(
-            "Vantrel richiede una sessione X11: nessun display X11 raggiungibile (variabile DISPLAY).\n"
-            "Vantrel needs an X11 session: no X11 display can be reached (DISPLAY variable).\n",
-            stderr);
+const char* explanation(vantrel::linuxdesktop::NoComputer reason) {
+    using vantrel::linuxdesktop::NoComputer;
+    switch (reason) {
+        case NoComputer::wayland:
+            return "Vantrel non può essere eseguito in una sessione Wayland: esci e scegli una sessione X11 (Xorg).\n"
+                   "Vantrel cannot run in a Wayland session: log out and choose an X11 (Xorg) session.\n";
+        case NoComputer::relativeHome:
+            return "Vantrel richiede una cartella Inizio: la variabile HOME non è un percorso assoluto.\n"
+                   "Vantrel needs a home folder: the HOME variable is not an absolute path.\n";
+        case NoComputer::noWindowManager:
+            return "Vantrel richiede un gestore di finestre: su questo desktop non ne è attivo nessuno.\n"
+                   "Vantrel needs a window manager: none is running on this desktop.\n";
+        case NoComputer::noFullScreen:
+            return "Vantrel richiede un gestore di finestre con lo schermo intero: quello attivo non lo offre.\n"
+                   "Vantrel needs a window manager with full screen: the one that is running has none.\n";
+        case NoComputer::noX11Display:
+            break;
     }
+    return "Vantrel richiede una sessione X11: nessun display X11 raggiungibile (variabile DISPLAY).\n"
+           "Vantrel needs an X11 session: no X11 display can be reached (DISPLAY variable).\n";
+}
+
+int refuse(vantrel::linuxdesktop::NoComputer reason) {
+    std::fputs(explanation(reason), stderr);
+    return EXIT_FAILURE;
 }
 
 // On macOS the process is gone as soon as it may terminate, including everything that sleeps in the background.
@@ -41,10 +49,8 @@ int main() {
     vantrel::linuxdesktop::openMissingStandardStreams();
     auto reason = vantrel::linuxdesktop::NoComputer::noX11Display;
     const auto desktop = vantrel::linuxdesktop::LinuxComputer::create(endProcess, reason);
-    if (!desktop) {
-        explain(reason);
-        return EXIT_FAILURE;
-    }
+    if (!desktop) return refuse(reason);
+    if (const auto missing = desktop->whyNoClassCanBegin()) return refuse(*missing);
     vantrel::Computer computer = desktop->computer();
     vantrel::applicationMain(computer);
     endProcess();

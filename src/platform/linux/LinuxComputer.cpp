@@ -27,6 +27,7 @@
 #include "platform/linux/system/LinuxCaptureAuthorization.h"
 #include "platform/linux/system/LinuxFileManager.h"
 #include "platform/linux/system/LinuxUserDefaults.h"
+#include "platform/linux/system/OwnEnvironment.h"
 #include "platform/linux/system/TerminationSignals.h"
 #include "platform/linux/system/WaylandSigns.h"
 #include "platform/linux/threads/BackgroundQueue.h"
@@ -48,6 +49,7 @@
 #include "platform/linux/ui/MenuBuilder.h"
 #include "platform/linux/ui/Responder.h"
 #include "platform/linux/x11/FrontWindows.h"
+#include "platform/linux/x11/WindowManager.h"
 #include "platform/linux/x11/X11WindowSurvey.h"
 #include "platform/portable/ComputerOf.h"
 #include "platform/portable/ICUText.h"
@@ -62,13 +64,14 @@ namespace {
 
 // One point is one pixel, in Qt as in XCB, and the client looks the same on every desktop.
 void prepareEnvironment() {
-    qputenv("QT_QPA_PLATFORM", "xcb");
-    qputenv("QT_ENABLE_HIGHDPI_SCALING", "0");
-    qputenv("QT_QPA_PLATFORMTHEME", "");
+    OwnEnvironment::set("QT_QPA_PLATFORM", "xcb");
+    OwnEnvironment::set("QT_ENABLE_HIGHDPI_SCALING", "0");
+    OwnEnvironment::set("QT_QPA_PLATFORMTHEME", "");
     for (const char* name : {"QT_SCALE_FACTOR", "QT_SCREEN_SCALE_FACTORS", "QT_AUTO_SCREEN_SCALE_FACTOR",
                              "QT_USE_PHYSICAL_DPI", "QT_STYLE_OVERRIDE"}) {
-        qunsetenv(name);
+        OwnEnvironment::unset(name);
     }
+    keepLibdbusFromStartingABus();
     signal(SIGPIPE, SIG_IGN);
     // A limit for the size of files: what does not fit is an error of the write.
     signal(SIGXFSZ, SIG_IGN);
@@ -205,6 +208,18 @@ LinuxComputer::~LinuxComputer() = default;
 
 Computer LinuxComputer::computer() {
     return computerOf(*parts_);
+}
+
+std::optional<NoComputer> LinuxComputer::whyNoClassCanBegin() {
+    switch (windowManagerOf(*parts_->connection)) {
+        case WindowManager::none:
+            return NoComputer::noWindowManager;
+        case WindowManager::withoutFullScreen:
+            return NoComputer::noFullScreen;
+        case WindowManager::withFullScreen:
+            break;
+    }
+    return std::nullopt;
 }
 
 void LinuxComputer::postEvent(Block event) {

@@ -2,13 +2,14 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 
 #include "platform/Computer.h"
 
 namespace vantrel::linuxdesktop {
 
-/// Why no computer could be created.
-enum class NoComputer { noX11Display, wayland, relativeHome };
+/// Why there is no computer, or none that a class can be held on.
+enum class NoComputer { noX11Display, wayland, relativeHome, noWindowManager, noFullScreen };
 
 /// A Linux X11 desktop. Created and destroyed on the main thread, one at a time in a process. The destructor waits for
 /// background blocks that still run.
@@ -19,11 +20,16 @@ class LinuxComputer {
     /// another folder for each process that is started.
     ///
     /// `endProcess` is called when the application has been allowed to terminate, and does not return. Without it,
-    /// Application::run() returns. Sets the process's environment for Qt and ignores SIGPIPE and SIGXFSZ.
+    /// Application::run() returns. Sets the process's environment for its libraries and ignores SIGPIPE and
+    /// SIGXFSZ.
     static std::unique_ptr<LinuxComputer> create(Block endProcess, NoComputer& reason);
     ~LinuxComputer();
 
     Computer computer();
+
+    /// Without a window manager, or with one that knows no full screen, the computer works but holds nobody on a
+    /// meeting. Empty if all is there.
+    std::optional<NoComputer> whyNoClassCanBegin();
 
     /// Runs the block as an event of the main thread. Any thread.
     void postEvent(Block event);

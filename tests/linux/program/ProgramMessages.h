@@ -14,5 +14,11 @@ constexpr std::string_view waylandMessage =
 constexpr std::string_view relativeHomeMessage =
     "Vantrel richiede una cartella Inizio: la variabile HOME non è un percorso assoluto.\n"
     "Vantrel needs a home folder: the HOME variable is not an absolute path.\n";
+constexpr std::string_view noWindowManagerMessage =
+    "Vantrel richiede un gestore di finestre: su questo desktop non ne è attivo nessuno.\n"
+    "Vantrel needs a window manager: none is running on this desktop.\n";
+constexpr std::string_view noFullScreenMessage =
+    "Vantrel richiede un gestore di finestre con lo schermo intero: quello attivo non lo offre.\n"
+    "Vantrel needs a window manager with full screen: the one that is running has none.\n";
 
 }  // namespace vantrel::linuxdesktop

@@ -13,6 +13,7 @@
 
 #include "platform/linux/apps/ProcFile.h"
 #include "platform/linux/apps/ProcessTable.h"
+#include "platform/linux/system/OwnEnvironment.h"
 
 namespace vantrel::linuxdesktop {
 
@@ -80,6 +81,15 @@ void waitUntilReadable(pid_t child) {
     }
 }
 
+// The texts as the system takes them, with a null pointer at the end.
+std::vector<char*> pointersTo(std::vector<std::string>& texts) {
+    std::vector<char*> pointers;
+    pointers.reserve(texts.size() + 1);
+    for (std::string& text : texts) pointers.push_back(text.data());
+    pointers.push_back(nullptr);
+    return pointers;
+}
+
 bool holdsZero(const std::string& text) {
     return text.find('\0') != std::string::npos;
 }
@@ -94,17 +104,16 @@ StartedProcess startReaped(const std::string& executable, const std::vector<std:
     }
 
     std::vector<std::string> copies = arguments;
-    std::vector<char*> pointers;
-    pointers.reserve(copies.size() + 1);
-    for (std::string& argument : copies) pointers.push_back(argument.data());
-    pointers.push_back(nullptr);
+    std::vector<std::string> environment = OwnEnvironment::ofOthers();
+    const auto argumentPointers = pointersTo(copies);
+    const auto environmentPointers = pointersTo(environment);
 
     const Attributes attributes;
     const StandardStreamsOnly files;
     const auto spawn = lookup == ExecutableLookup::alongPath ? posix_spawnp : posix_spawn;
     StartedProcess started;
-    started.error =
-        spawn(&started.process, executable.c_str(), files.get(), attributes.get(), pointers.data(), environ);
+    started.error = spawn(&started.process, executable.c_str(), files.get(), attributes.get(), argumentPointers.data(),
+                          environmentPointers.data());
     if (started.error != 0) return {0, started.error};
     waitUntilReadable(started.process);
     reapLater(started.process);

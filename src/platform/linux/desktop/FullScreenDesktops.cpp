@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "platform/linux/apps/ProcessTable.h"
+#include "platform/linux/x11/WindowManager.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11WindowSurvey.h"
 #include "platform/linux/x11/X11Windows.h"
@@ -40,7 +41,7 @@ FullScreenDesktops::~FullScreenDesktops() {
 bool FullScreenDesktops::enter(const X11WindowFacts& window) {
     const std::lock_guard lock(mutex_);
     if (window.fullScreen) return true;
-    if (!isSupported() || !window.mayBeFullScreen) return false;
+    if (!supportsFullScreen(connection_) || !window.mayBeFullScreen) return false;
     const bool madeBefore = find(window.window) != own_.end();
     if (!madeBefore && !makeDesktop(window) && window.desktop && *window.desktop != X11WindowFacts::allDesktops) {
         desktops_.switchTo(*window.desktop);
@@ -63,11 +64,6 @@ void FullScreenDesktops::putBackAll() {
         requestFullScreen(window, false);
         dissolve(window, true);
     }
-}
-
-bool FullScreenDesktops::isSupported() {
-    const auto supported = connection_.values(connection_.root(), "_NET_SUPPORTED");
-    return std::find(supported.begin(), supported.end(), connection_.atom(fullScreenState)) != supported.end();
 }
 
 bool FullScreenDesktops::makeDesktop(const X11WindowFacts& window) {

@@ -65,7 +65,6 @@ class FullScreenDesktops {
         bool shown = false;
     };
 
-    bool isSupported();
     bool makeDesktop(const X11WindowFacts& window);
     void dissolve(xcb_window_t window, bool alive);
     void requestFullScreen(xcb_window_t window, bool fullScreen);

@@ -22,10 +22,10 @@ namespace {
 // Its own process group: what stops the client from its terminal does not stop the guard.
 class GuardStart {
   public:
-    GuardStart(int line, int presence) {
+    explicit GuardStart(int line) {
         posix_spawn_file_actions_init(&files_);
         posix_spawn_file_actions_adddup2(&files_, line, STDIN_FILENO);
-        posix_spawn_file_actions_adddup2(&files_, presence, STDOUT_FILENO);
+        posix_spawn_file_actions_addopen(&files_, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
         posix_spawn_file_actions_addclosefrom_np(&files_, STDERR_FILENO + 1);
         posix_spawnattr_init(&attributes_);
         sigset_t everySignal;
@@ -44,8 +44,8 @@ class GuardStart {
     GuardStart(const GuardStart&) = delete;
     GuardStart& operator=(const GuardStart&) = delete;
 
-    bool start(std::string executable, std::string client, pid_t& process) {
-        const std::array<char*, 3> arguments{executable.data(), client.data(), nullptr};
+    bool start(std::string executable, std::string client, std::string presence, pid_t& process) {
+        const std::array<char*, 4> arguments{executable.data(), client.data(), presence.data(), nullptr};
         return posix_spawn(&process, executable.c_str(), &files_, &attributes_, arguments.data(), environ) == 0;
     }
 
@@ -68,7 +68,9 @@ std::unique_ptr<GuardProcess> GuardProcess::start(const std::string& executable,
     FileDescriptor own(ends[0]);
     FileDescriptor others(ends[1]);
     pid_t process = 0;
-    if (!GuardStart(others.get(), presence.get()).start(executable, std::to_string(getpid()), process)) return nullptr;
+    const std::string client = std::to_string(getpid());
+    const std::string pipe = std::to_string(presence.get());
+    if (!GuardStart(others.get()).start(executable, client, pipe, process)) return nullptr;
     others.close();
     return std::unique_ptr<GuardProcess>(new GuardProcess(process, std::move(own)));
 }

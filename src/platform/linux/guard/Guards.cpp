@@ -7,7 +7,8 @@ namespace vantrel::linuxdesktop {
 
 namespace {
 
-// The kernel sends SIGCONT when the last one has gone that has the pipe open for writing.
+// The kernel sends SIGCONT when the last guard has gone that has the pipe open for writing. The guards open it
+// themselves: a client that had it open when it is stopped would never be continued.
 FileDescriptor makePresence() {
     std::array<int, 2> ends{};
     if (pipe2(ends.data(), O_CLOEXEC) != 0) return FileDescriptor();
@@ -17,11 +18,6 @@ FileDescriptor makePresence() {
     fcntl(reading.get(), F_SETSIG, SIGCONT);
     fcntl(reading.get(), F_SETFL, O_ASYNC);
     return reading;
-}
-
-// The other end of a pipe again.
-FileDescriptor writingEnd(const FileDescriptor& reading) {
-    return FileDescriptor(open(("/proc/self/fd/" + std::to_string(reading.get())).c_str(), O_WRONLY | O_CLOEXEC));
 }
 
 }  // namespace
@@ -52,7 +48,7 @@ void Guards::beat() {
 bool Guards::keepUp(std::size_t guard) {
     auto& process = processes_.at(guard);
     if (process && process->isThere()) return true;
-    process = GuardProcess::start(executable_, writingEnd(presence_));
+    process = GuardProcess::start(executable_, presence_);
     return process != nullptr;
 }
 

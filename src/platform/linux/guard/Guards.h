@@ -46,7 +46,7 @@ class Guards {
     bool keepUp(std::size_t guard);
 
     const std::string executable_;
-    // The reading end of a pipe. Only guards have it open for writing.
+    // The reading end of a pipe that only guards have open for writing.
     const FileDescriptor presence_;
     std::mutex mutex_;
     std::array<std::unique_ptr<GuardProcess>, count> processes_;

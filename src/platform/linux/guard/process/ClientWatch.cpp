@@ -24,10 +24,10 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// A guard that waits comes back after betweenLooks at the latest. At work it may have to wait for the X server, which
-// another client can keep for itself for seconds.
-constexpr std::chrono::milliseconds whileWaiting{1500};
-constexpr std::chrono::seconds whileAtWork{30};
+// A guard comes back after betweenLooks at the latest, unless it has to wait for the X server, which another client can
+// keep for itself for seconds.
+constexpr std::chrono::milliseconds ordinarily{1500};
+constexpr std::chrono::seconds waitingForServer{30};
 
 enum class Heard { nothing, message, end };
 
@@ -66,7 +66,7 @@ std::unique_ptr<ClientWatch> ClientWatch::create(pid_t client, FileDescriptor li
     auto connection = X11Connection::open();
     if (!connection) return nullptr;
     std::unique_ptr<ClientWatch> watch(new ClientWatch(std::move(connection), client, std::move(line)));
-    watch->keys_ = KeyWatch::create(*watch->connection_);
+    watch->keys_ = KeyWatch::create(*watch->connection_, client, [own = watch.get()] { own->expectToWait(); });
     return watch->keys_ ? std::move(watch) : nullptr;
 }
 
@@ -77,13 +77,14 @@ ClientWatch::ClientWatch(std::unique_ptr<X11Connection> connection, pid_t client
       deadline_(KernelDeadline::create()),
       covers_(*connection_, static_cast<std::uint32_t>(client)),
       nextLook_(Clock::now() + betweenLooks),
-      mainThreadRan_(Clock::now()) {}
+      mainThreadRan_(Clock::now()) {
+    expectToWait();
+}
 
 void ClientWatch::run() {
     while (connection_->isAlive()) {
-        if (deadline_) deadline_->comeBackWithin(whileWaiting);
+        if (deadline_) deadline_->comeBackWithin(ordinarily);
         wait();
-        if (deadline_) deadline_->comeBackWithin(whileAtWork);
         if (!listen()) return putDesktopsBack();
         keys_->attend();
         if (const Time now = Clock::now(); now >= nextLook_) look(now);
@@ -114,13 +115,21 @@ bool ClientWatch::listen() {
 void ClientWatch::look(Time now) {
     nextLook_ = now + betweenLooks;
     const bool stopped = ProcessTable::isStopped(client_);
-    if (stopped || now - mainThreadRan_ >= mainThreadPatience) covers_.hide();
+    if (stopped || now - mainThreadRan_ >= mainThreadPatience) {
+        expectToWait();
+        covers_.hide();
+    }
     if (stopped && wasStopped_) keys_->freeKeyboard();
     wasStopped_ = stopped;
 }
 
+void ClientWatch::expectToWait() {
+    if (deadline_) deadline_->comeBackWithin(waitingForServer);
+}
+
 // A record of a client that has ended is taken over, by one guard only, and everything in it undone.
 void ClientWatch::putDesktopsBack() {
+    expectToWait();
     waitForEnd(client_);
     X11Windows windows(*connection_);
     X11WindowSurvey survey(*connection_, windows);

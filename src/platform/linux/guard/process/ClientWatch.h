@@ -45,6 +45,7 @@ class ClientWatch {
     void wait();
     bool listen();
     void look(Time now);
+    void expectToWait();
     void putDesktopsBack();
 
     const std::unique_ptr<X11Connection> connection_;

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "platform/linux/guard/GuardMessage.h"
+#include "platform/linux/x11/X11Windows.h"
 #include "platform/linux/x11/XInputExtension.h"
 
 namespace vantrel::linuxdesktop {
@@ -33,13 +34,14 @@ void sync(xcb_connection_t* connection) {
 
 }  // namespace
 
-std::unique_ptr<KeyWatch> KeyWatch::create(X11Connection& connection) {
+std::unique_ptr<KeyWatch> KeyWatch::create(X11Connection& connection, pid_t client,
+                                           std::function<void()> beforeWaiting) {
     const auto extension = xInputExtension(connection);
     if (!extension) return nullptr;
     const RawKeysMask rawKeys;
     xcb_input_xi_select_events(connection.get(), connection.root(), 1, &rawKeys.header);
     sync(connection.get());
-    return std::unique_ptr<KeyWatch>(new KeyWatch(connection, *extension));
+    return std::unique_ptr<KeyWatch>(new KeyWatch(connection, *extension, client, std::move(beforeWaiting)));
 }
 
 void KeyWatch::add(FileDescriptor line, std::uint32_t resource) {
@@ -108,8 +110,15 @@ void KeyWatch::freeKeyboard() {
     filters_.clear();
 }
 
+// The other guard may have done it already, and the server gives the numbers of a client that is gone to the next one.
 void KeyWatch::disconnect(Filter& filter) {
-    xcb_kill_client(connection_.get(), filter.resource);
+    beforeWaiting_();
+    xcb_grab_server(connection_.get());
+    const auto owner = X11Windows(connection_).owner(filter.resource);
+    if (owner == client_ || owner == 0) {
+        xcb_kill_client(connection_.get(), filter.resource);
+    }
+    xcb_ungrab_server(connection_.get());
     sync(connection_.get());
     filter.line.close();
 }
@@ -126,6 +135,7 @@ bool KeyWatch::keyWasPressed() {
 
 // While another client grabs the server, the filter may be waiting too.
 bool KeyWatch::serverWasBusy() {
+    beforeWaiting_();
     const auto before = Clock::now();
     sync(connection_.get());
     return Clock::now() - before > forAnswer / 4;

@@ -1,9 +1,13 @@
 #pragma once
 
+#include <sys/types.h>
+
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "platform/linux/system/FileDescriptor.h"
@@ -11,9 +15,9 @@
 
 namespace vantrel::linuxdesktop {
 
-/// Watches over keyboard filters. It sees every key press, whichever window has the keyboard. Some time after one it
-/// asks the filters' threads whether they still run, and has the X server close the connection of one that does not.
-/// One thread at a time.
+/// Watches over a client's keyboard filters. It sees every key press, whichever window has the keyboard. Some time
+/// after one it asks the filters' threads whether they still run, and has the X server close the connection of one that
+/// does not. One thread at a time.
 class KeyWatch {
   public:
     using Time = std::chrono::steady_clock::time_point;
@@ -23,8 +27,9 @@ class KeyWatch {
     static constexpr std::chrono::milliseconds beforeQuestion{250};
     static constexpr std::chrono::milliseconds forAnswer{750};
 
-    /// Null if the X server does not report raw key presses.
-    static std::unique_ptr<KeyWatch> create(X11Connection& connection);
+    /// `beforeWaiting` is called before each wait for the X server. Null if the server does not report raw key presses.
+    static std::unique_ptr<KeyWatch> create(X11Connection& connection, pid_t client,
+                                            std::function<void()> beforeWaiting);
 
     /// Watches the owner of the X resource until its line is closed. Says at once that it does.
     void add(FileDescriptor line, std::uint32_t resource);
@@ -48,7 +53,8 @@ class KeyWatch {
         std::optional<Time> asked;
     };
 
-    KeyWatch(X11Connection& connection, std::uint8_t extension) : connection_(connection), extension_(extension) {}
+    KeyWatch(X11Connection& connection, std::uint8_t extension, pid_t client, std::function<void()> beforeWaiting)
+        : connection_(connection), extension_(extension), client_(client), beforeWaiting_(std::move(beforeWaiting)) {}
 
     bool keyWasPressed();
     void attend(Filter& filter);
@@ -58,6 +64,8 @@ class KeyWatch {
 
     X11Connection& connection_;
     const std::uint8_t extension_;
+    const pid_t client_;
+    const std::function<void()> beforeWaiting_;
     std::vector<Filter> filters_;
 };
 
