@@ -18,8 +18,8 @@ class GuardProcess {
     /// The guard's executable, in the folder of the running one.
     static std::string standardExecutable();
 
-    /// Null if it cannot be started. The guard does not watch yet. It has the pipe that `presence` reads open for writing
-    /// as long as it lives, and writes nothing.
+    /// Null if it cannot be started. The guard does not watch yet. It has the pipe that `presence` reads open for
+    /// writing as long as it lives, and writes nothing.
     static std::unique_ptr<GuardProcess> start(const std::string& executable, const FileDescriptor& presence);
     ~GuardProcess();
     GuardProcess(const GuardProcess&) = delete;
