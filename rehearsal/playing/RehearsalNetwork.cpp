@@ -76,8 +76,7 @@ NetworkAnswer RehearsalNetwork::answer(const URLRequest& request) {
 
     practice::PracticeRequest received;
     received.method = request.method;
-    received.path = parts.path.empty() ? "/" : std::string(parts.path);
-    if (parts.query) received.path += "?" + std::string(*parts.query);
+    received.path = requestTarget(request.url);
     received.headers = request.headers;
     received.headers.emplace_back("Host", authority);
     received.body = request.body.value_or("");

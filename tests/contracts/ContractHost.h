@@ -14,7 +14,7 @@ namespace vantrel::contracts {
 
 struct ServedRequest {
     std::string method;
-    /// Path and query.
+    /// As it stands in the request's first line.
     std::string target;
     /// Names in lower case.
     std::map<std::string, std::string> headers;

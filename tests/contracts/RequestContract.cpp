@@ -146,6 +146,83 @@ TEST_F(RequestContract, ARedirectOf302TurnsPostIntoGet) {
     EXPECT_EQ((std::vector<std::string>{"POST /old {}", "GET /new "}), seen);
 }
 
+TEST_F(RequestContract, TheTargetThatIsSentIsTheAddressesTextFromItsAuthorityToItsFragment) {
+    std::string seen;
+    const auto base = host().serve([&seen](const ServedRequest& served) {
+        seen = served.target;
+        return answer(200, "ok");
+    });
+    for (const char* target :
+         {"/", "//", "///", "//a//b///", "/a/../b", "/../a", "/a/..", "/./a/.", "/%41%2fB", "/a%2E%2e/b", "/?", "/?x",
+          "/a?b/../c", "/a?b//c", "/a?%41%2fB", "/;a=b;c", "/~a'(b)*"}) {
+        EXPECT_EQ("ok", send(request(base + target)).reply.data) << target;
+        EXPECT_EQ(target, seen);
+        EXPECT_EQ("ok", send(request(base + target + "#fragment?/..")).reply.data) << target;
+        EXPECT_EQ(target, seen) << "with a fragment";
+    }
+}
+
+TEST_F(RequestContract, AnEmptyPathIsSentAsASlash) {
+    std::string seen;
+    const auto base = host().serve([&seen](const ServedRequest& served) {
+        seen = served.target;
+        return answer(200, "ok");
+    });
+    const std::map<std::string, std::string> targets = {
+        {"", "/"}, {"?x", "/?x"}, {"?", "/?"}, {"?/../x//", "/?/../x//"}, {"#x", "/"}, {"?x#y", "/?x"}};
+    for (const auto& [rest, target] : targets) {
+        EXPECT_EQ("ok", send(request(base + rest)).reply.data) << rest;
+        EXPECT_EQ(target, seen) << rest;
+    }
+}
+
+TEST_F(RequestContract, EveryRedirectsStatusWithoutALocationIsAReply) {
+    const auto base = host().serve([](const ServedRequest& served) {
+        const int status = std::stoi(served.target.substr(1));
+        return answer(status, status == 304 ? "" : "body");
+    });
+    for (int status = 300; status <= 308; ++status) {
+        for (const char* method : {"GET", "POST"}) {
+            auto sent = request(base + "/" + std::to_string(status));
+            sent.method = method;
+            if (sent.method == "POST") sent.body = "{}";
+            const auto ended = send(sent);
+            EXPECT_FALSE(ended.reply.error) << method << " " << status;
+            EXPECT_EQ(status, ended.reply.statusCode) << method;
+            // That status has no body.
+            if (status == 304) continue;
+            EXPECT_EQ("body", ended.reply.data) << method << " " << status;
+        }
+    }
+}
+
+TEST_F(RequestContract, ALocationIsFollowedForFiveStatusesOnly) {
+    Notes seen;
+    std::mutex mutex;
+    const auto base = host().serve([&](const ServedRequest& served) {
+        const std::lock_guard guard(mutex);
+        seen.push_back(served.method + " " + served.target + " " + served.body);
+        if (served.target == "/new//a/%41?x") return answer(200, "new");
+        ServedAnswer redirect;
+        redirect.status = std::stoi(served.target.substr(1));
+        redirect.headers.emplace_back("Location", "/new//a/%41?x#y");
+        return redirect;
+    });
+    const auto follows = [](int status) { return status != 300 && (status < 304 || status > 306); };
+    for (int status = 300; status <= 308; ++status) {
+        seen.clear();
+        auto sent = request(base + "/" + std::to_string(status));
+        sent.method = "POST";
+        sent.body = "{}";
+        const auto ended = send(sent);
+        EXPECT_FALSE(ended.reply.error) << status;
+        EXPECT_EQ(follows(status) ? 200 : status, ended.reply.statusCode);
+        Notes expected = {"POST /" + std::to_string(status) + " {}"};
+        if (follows(status)) expected.push_back(status < 304 ? "GET /new//a/%41?x " : "POST /new//a/%41?x {}");
+        EXPECT_EQ(expected, seen) << status;
+    }
+}
+
 TEST_F(RequestContract, AServerThatSaysNothingIsCutOff) {
     const auto base = host().serve([](const ServedRequest&) {
         auto late = answer(200, "late");
@@ -192,7 +269,8 @@ TEST_F(RequestContract, ARefusedConnectionFails) {
 }
 
 TEST_F(RequestContract, AnAddressWithoutASchemeFailsWithThePlatformsText) {
-    for (const char* address : {"server.example/api", "localhost:3000/api", "ftp://server.example/"}) {
+    for (const char* address : {"server.example/api", "localhost:3000/api", "server.azienda.it:8787/api/sessions/ABC",
+                                "ftp://server.example/"}) {
         const auto ended = send(request(address));
         expectFailure(ended);
         EXPECT_EQ("URL non supportato", ended.reply.error->localizedDescription) << address;

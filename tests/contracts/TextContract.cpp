@@ -40,6 +40,16 @@ TEST_F(JSONContract, RefusesDeepNesting) {
 }
 
 // The queue's threads have small stacks, and the server chooses the depth.
+// With the array itself. What is longer may be refused.
+TEST_F(JSONContract, ReadsAMillionValues) {
+    constexpr std::size_t most = 1'000'000;
+    std::string document = "[1";
+    for (std::size_t values = 2; values < most; ++values) document += ",1";
+    const auto value = computer().json.parse(document + "]");
+    ASSERT_TRUE(value && value->array());
+    EXPECT_EQ(most - 1, value->array()->size());
+}
+
 TEST_F(JSONContract, ReadsTheDeepestNestingOnAQueueOfTheBackground) {
     for (const auto& [open, close] : {std::pair("[", "]"), std::pair("{\"a\":", "}")}) {
         std::string text;

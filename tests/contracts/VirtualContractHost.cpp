@@ -19,10 +19,9 @@ std::string lowerCased(std::string text) {
 }
 
 ServedRequest served(const URLRequest& request) {
-    const auto parts = URLComponents::split(request.url.absoluteString);
     ServedRequest made;
     made.method = request.method;
-    made.target = parts.path + (parts.query ? "?" + *parts.query : "");
+    made.target = requestTarget(request.url);
     for (const auto& [name, value] : request.headers) made.headers[lowerCased(name)] = value;
     made.body = request.body.value_or("");
     return made;

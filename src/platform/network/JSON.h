@@ -39,7 +39,7 @@ class JSONSerialization {
     virtual ~JSONSerialization() = default;
 
     /// JSONObjectWithData:. The top level must be an array or an object. Empty for anything else: not JSON, not UTF-8,
-    /// or nested deeper than 512 levels.
+    /// or nested deeper than 512 levels. It may also be empty for a text of more than a million values.
     virtual std::optional<JSONValue> parse(std::string_view bytes) const = 0;
 
     /// dataWithJSONObject:, compact, with slashes escaped. Empty if the object cannot be written.

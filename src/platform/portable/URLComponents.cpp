@@ -87,6 +87,11 @@ std::optional<std::string> scheme(const URL& url) {
     return result;
 }
 
+std::string requestTarget(const URL& url) {
+    const URLComponents parts = URLComponents::split(url.absoluteString);
+    return (parts.path.empty() ? "/" : parts.path) + (parts.query ? "?" + *parts.query : "");
+}
+
 std::string resolved(const URL& base, std::string_view reference) {
     const URLComponents from = URLComponents::split(base.absoluteString);
     URLComponents to = URLComponents::split(reference);

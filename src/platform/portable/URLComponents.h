@@ -24,6 +24,10 @@ struct URLComponents {
 /// The scheme in lower case. Empty optional if there is none.
 std::optional<std::string> scheme(const URL& url);
 
+/// What the first line of a request for the address names: the text from the authority to the fragment as it stands,
+/// with a slash in the place of an empty path.
+std::string requestTarget(const URL& url);
+
 /// Resolves a reference, such as a Location header's, against the base (RFC 3986, section 5.2).
 std::string resolved(const URL& base, std::string_view reference);
 

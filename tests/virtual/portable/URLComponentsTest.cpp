@@ -17,6 +17,17 @@ TEST(URLComponents, KnowsTheSchemeInLowerCase) {
     EXPECT_EQ("localhost", scheme(URL{"localhost:80"}));
 }
 
+TEST(URLComponents, NameTheTargetOfARequest) {
+    const std::pair<const char*, const char*> cases[] = {{"http://h", "/"},
+                                                         {"http://h/", "/"},
+                                                         {"http://h?x", "/?x"},
+                                                         {"http://h#x", "/"},
+                                                         {"http://u:p@h:1//a/../b//", "//a/../b//"},
+                                                         {"http://h/%41%2fB?c?#d", "/%41%2fB?c?"},
+                                                         {"http://h?", "/?"}};
+    for (const auto& [address, expected] : cases) EXPECT_EQ(expected, requestTarget(URL{address})) << address;
+}
+
 TEST(URLComponents, ResolvesReferences) {
     const URL base{"http://a/b/c/d;p?q"};
     const std::pair<const char*, const char*> cases[] = {{"g:h", "g:h"},
