@@ -115,11 +115,15 @@ TEST_F(LinuxURLSessionFailure, TakesAStatusThatIsNoFinalOneForAFailure) {
 }
 
 TEST_F(LinuxURLSessionFailure, NeverTakesEarlyHintsForTheReply) {
-    const OneAnswerServer hints(
-        "HTTP/1.1 103 Early Hints\r\nLink: </a>\r\n\r\nHTTP/1.1 200 OK\r\nContent-Length: 2\r\n\r\n{}");
-    const URLReply answer = reply(request(hints.address()));
-    EXPECT_NE(answer.statusCode, 103);
-    EXPECT_TRUE(answer.error || answer.statusCode == 200);
+    const std::string hint = "HTTP/1.1 103 Early Hints\r\nLink: </a>\r\nLocation: /b\r\n\r\n";
+    const OneAnswerServer once(hint + "HTTP/1.1 200 OK\r\nContent-Length: 2\r\n\r\n{}");
+    const OneAnswerServer twice(hint + hint + "HTTP/1.1 308 Permanent Redirect\r\nContent-Length: 2\r\n\r\n{}");
+    const OneAnswerServer only(hint);
+    EXPECT_EQ(reply(request(once.address())).statusCode, 200);
+    EXPECT_EQ(reply(request(once.address())).data, "{}");
+    EXPECT_EQ(reply(request(twice.address())).statusCode, 308);
+    EXPECT_EQ(errorOf(reply(request(only.address()))), "La connessione di rete è stata persa.");
+    EXPECT_EQ(once.requestCount() + twice.requestCount(), 3);
 }
 
 TEST_F(LinuxURLSessionFailure, TakesABodyCutShortForALostConnection) {
@@ -128,6 +132,16 @@ TEST_F(LinuxURLSessionFailure, TakesABodyCutShortForALostConnection) {
     for (int round = 0; round < 10; ++round) {
         EXPECT_EQ(errorOf(reply(request(byLength.address()))), "La connessione di rete è stata persa.");
         EXPECT_EQ(errorOf(reply(request(chunked.address()))), "La connessione di rete è stata persa.");
+    }
+}
+
+TEST_F(LinuxURLSessionFailure, TakesABrokenChunkForAFailureAndNotForTheEndOfTheBody) {
+    const std::string head = "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n";
+    for (const char* body :
+         {"zz\r\nhello\r\n0\r\n\r\n", "5\r\nhello\r\nzz\r\n0\r\n\r\n", "-1\r\nhello\r\n0\r\n\r\n",
+          "5\r\nhello0\r\n\r\n", "fffffffffffffffff\r\nhello\r\n0\r\n\r\n", "\r\nhello\r\n0\r\n\r\n"}) {
+        const OneAnswerServer broken(head + body);
+        EXPECT_EQ(errorOf(reply(request(broken.address()))), "La connessione di rete è stata persa.") << body;
     }
 }
 
@@ -161,6 +175,23 @@ TEST_F(LinuxURLSessionFailure, RefusesABodyOfMoreThan64MiBAndTakesOneOfThatSize)
     URLRequest tooLarge = request(address("/bytes/" + std::to_string(most + 1)));
     tooLarge.timeoutInterval = 30;
     EXPECT_EQ(errorOf(reply(tooLarge)), "La risposta del server è troppo grande.");
+}
+
+TEST(LinuxURLSessionShutDown, LeavesAServerWhoseHeadersNeverEnd) {
+    const OneAnswerServer endless("HTTP/1.1 200 OK\r\n", "X-More: y\r\n");
+    std::atomic<int> completions = 0;
+    {
+        LinuxURLSession session;
+        URLRequest request;
+        request.url = URL{endless.address()};
+        request.timeoutInterval = 3600;
+        session.dataTask(request, [&](const URLReply& reply) {
+            EXPECT_TRUE(reply.error);
+            ++completions;
+        });
+        while (endless.requestCount() == 0) std::this_thread::sleep_for(1ms);
+    }
+    EXPECT_EQ(completions, 1);
 }
 
 TEST(LinuxURLSessionShutDown, FailsWhatIsUnderWayExactlyOnce) {

@@ -1,7 +1,10 @@
 #include <atomic>
 #include <chrono>
 #include <mutex>
+#include <string>
+#include <utility>
 
+#include "tests/linux/network/OneAnswerServer.h"
 #include "tests/linux/network/URLSessionTest.h"
 
 namespace vantrel::linuxdesktop {
@@ -24,6 +27,36 @@ TEST_F(LinuxURLSession, SendsMethodHeadersAndBodyAsTheyStand) {
     EXPECT_FALSE(answer.error);
     EXPECT_EQ(answer.statusCode, 200);
     EXPECT_EQ(answer.data, "POST|application/json|{\"a\":\"è\"}|HTTP/1.1");
+}
+
+TEST_F(LinuxURLSession, BeginsARequestWithTheAddressesOwnText) {
+    const OneAnswerServer plain("HTTP/1.1 200 OK\r\nContent-Length: 0\r\n\r\n");
+    const std::pair<const char*, const char*> targets[] = {
+        {"", "/"}, {"?x", "/?x"}, {"#x", "/"}, {"//a/../%41%2fB/.?b?c/..#d?e", "//a/../%41%2fB/.?b?c/.."}};
+    for (const auto& [rest, target] : targets) {
+        EXPECT_EQ(reply(request(plain.address() + rest)).statusCode, 200) << rest;
+        const std::string sent = plain.newestRequest();
+        EXPECT_EQ(sent.substr(0, sent.find('\n') + 1), std::string("GET ") + target + " HTTP/1.1\r\n");
+    }
+}
+
+TEST_F(LinuxURLSession, AddsNoFieldToARequestThatSaysWhatIsInIt) {
+    const OneAnswerServer plain("HTTP/1.1 200 OK\r\nContent-Length: 0\r\n\r\n");
+    const std::string host = plain.address().substr(std::string("http://").size());
+    const std::string usual = "Host: " + host + "\r\nAccept: */*\r\nAccept-Encoding: gzip, deflate\r\n";
+    EXPECT_EQ(reply(request(plain.address())).statusCode, 200);
+    EXPECT_EQ(plain.newestRequest(), "GET / HTTP/1.1\r\n" + usual + "\r\n");
+    EXPECT_EQ(reply(request(plain.address(), "POST")).statusCode, 200);
+    EXPECT_EQ(plain.newestRequest(), "POST / HTTP/1.1\r\n" + usual + "Content-Length: 0\r\n\r\n");
+}
+
+TEST_F(LinuxURLSession, FollowsALocationAsItIsWrittenButForWhatNoAddressHas) {
+    server.Get(".*", [](const httplib::Request& request, httplib::Response& response) {
+        if (request.target != "/") return response.set_content(request.target, "text/plain");
+        response.status = 302;
+        response.set_header("Location", "/due//parole più %41/?a b#c");
+    });
+    EXPECT_EQ(reply(request(address("/"))).data, "/due//parole%20pi%C3%B9%20%41/?a%20b");
 }
 
 TEST_F(LinuxURLSession, TreatsEveryStatusAsAReply) {

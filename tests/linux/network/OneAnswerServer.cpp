@@ -13,8 +13,15 @@
 namespace vantrel::linuxdesktop {
 
 OneAnswerServer::OneAnswerServer(std::string answer, std::string endless)
+    : OneAnswerServer(std::move(answer), std::move(endless), Afterwards::hangsUp) {}
+
+OneAnswerServer::OneAnswerServer(std::string answer, Afterwards afterwards)
+    : OneAnswerServer(std::move(answer), {}, afterwards) {}
+
+OneAnswerServer::OneAnswerServer(std::string answer, std::string endless, Afterwards afterwards)
     : answer_(std::move(answer)),
       endless_(std::move(endless)),
+      afterwards_(afterwards),
       listener_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
     sockaddr_in place{};
     place.sin_family = AF_INET;
@@ -58,7 +65,7 @@ void OneAnswerServer::serve() {
         }
         send(connection, answer_.data(), answer_.size(), MSG_NOSIGNAL);
         if (!endless_.empty()) sendEndless(connection);
-        shutdown(connection, SHUT_WR);
+        if (afterwards_ == Afterwards::hangsUp) shutdown(connection, SHUT_WR);
         // Until the client has hung up too: a reset would also discard the answer.
         while (!stopping_ && recv(connection, buffer.data(), buffer.size(), 0) > 0) {
         }

@@ -2,42 +2,38 @@
 
 namespace vantrel::linuxdesktop {
 
-std::string networkErrorText(QNetworkReply::NetworkError error, const QString& fallback) {
+std::string networkErrorText(CURLcode error) {
     switch (error) {
-        case QNetworkReply::ConnectionRefusedError:
-        case QNetworkReply::UnknownNetworkError:
-            return "Impossibile connettersi al server.";
-        case QNetworkReply::RemoteHostClosedError:
-        case QNetworkReply::ContentReSendError:
-        case QNetworkReply::NetworkSessionFailedError:
-        case QNetworkReply::TemporaryNetworkFailureError:
+        case CURLE_COULDNT_CONNECT:
+        case CURLE_PROXY:
+            return std::string(notConnectedText);
+        case CURLE_GOT_NOTHING:
+        case CURLE_PARTIAL_FILE:
+        case CURLE_RECV_ERROR:
+        case CURLE_SEND_ERROR:
             return std::string(connectionLostText);
-        case QNetworkReply::HostNotFoundError:
+        case CURLE_COULDNT_RESOLVE_HOST:
+        case CURLE_COULDNT_RESOLVE_PROXY:
             return "Impossibile trovare un server con il nome host specificato.";
-        case QNetworkReply::TimeoutError:
-        case QNetworkReply::OperationCanceledError:
+        case CURLE_OPERATION_TIMEDOUT:
             return std::string(timeOutText);
-        case QNetworkReply::SslHandshakeFailedError:
+        case CURLE_SSL_CONNECT_ERROR:
+        case CURLE_PEER_FAILED_VERIFICATION:
+        case CURLE_SSL_CERTPROBLEM:
+        case CURLE_SSL_CACERT_BADFILE:
+        case CURLE_SSL_CIPHER:
+        case CURLE_SSL_ISSUER_ERROR:
             return "Si è verificato un errore SSL, impossibile stabilire una connessione protetta al server.";
-        case QNetworkReply::TooManyRedirectsError:
-            return std::string(tooManyRedirectsText);
-        case QNetworkReply::ProtocolUnknownError:
-            return std::string(unsupportedURLText);
-        case QNetworkReply::ProtocolFailure:
+        case CURLE_URL_MALFORMAT:
+            return std::string(badURLText);
+        // The scheme is known to be supported: it is the reply that is not HTTP.
+        case CURLE_UNSUPPORTED_PROTOCOL:
+        case CURLE_WEIRD_SERVER_REPLY:
+        case CURLE_BAD_CONTENT_ENCODING:
             return std::string(unreadableReplyText);
         default:
-            return fallback.toStdString();
+            return curl_easy_strerror(error);
     }
-}
-
-bool isHTTPStatus(QNetworkReply::NetworkError error) {
-    constexpr int firstContentError = QNetworkReply::ContentAccessDenied;
-    constexpr int lastServerError = QNetworkReply::UnknownServerError;
-    const bool protocol = error == QNetworkReply::ProtocolUnknownError || error == QNetworkReply::ProtocolFailure;
-    // A 407 may come from a server or from a proxy.
-    if (error == QNetworkReply::ProxyAuthenticationRequiredError) return true;
-    return error >= firstContentError && error <= lastServerError && !protocol &&
-           error != QNetworkReply::ContentReSendError;
 }
 
 }  // namespace vantrel::linuxdesktop

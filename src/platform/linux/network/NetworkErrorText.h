@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QNetworkReply>
+#include <curl/curl.h>
+
 #include <string>
 #include <string_view>
 
@@ -11,15 +12,13 @@ inline constexpr std::string_view unsupportedURLText = "URL non supportato";
 inline constexpr std::string_view badURLText = "URL non valido";
 inline constexpr std::string_view cancelledText = "annullato";
 inline constexpr std::string_view connectionLostText = "La connessione di rete è stata persa.";
+inline constexpr std::string_view notConnectedText = "Impossibile connettersi al server.";
 inline constexpr std::string_view tooManyRedirectsText = "Troppi reindirizzamenti HTTP.";
 inline constexpr std::string_view insecureRedirectText = "Il server rimanda a una connessione non protetta.";
 inline constexpr std::string_view unreadableReplyText = "Impossibile analizzare la risposta.";
 inline constexpr std::string_view tooLargeText = "La risposta del server è troppo grande.";
 
 /// What the user is told about a failed transport.
-std::string networkErrorText(QNetworkReply::NetworkError error, const QString& fallback);
-
-/// Whether the error only reports an HTTP status. Such a reply is a reply like any other.
-bool isHTTPStatus(QNetworkReply::NetworkError error);
+std::string networkErrorText(CURLcode error);
 
 }  // namespace vantrel::linuxdesktop

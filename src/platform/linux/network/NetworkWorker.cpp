@@ -1,75 +1,133 @@
 #include "platform/linux/network/NetworkWorker.h"
 
+#include <pthread.h>
+
 #include <algorithm>
+#include <chrono>
+#include <new>
+#include <optional>
 #include <utility>
 
 #include "platform/linux/network/NetworkErrorText.h"
 #include "platform/linux/network/URLExchange.h"
 #include "platform/linux/threads/SerialQueue.h"
+#include "platform/portable/URLComponents.h"
+#include "platform/portable/URLGrammar.h"
 
 namespace vantrel::linuxdesktop {
 
 namespace {
 
-bool isSupported(const std::string& address) {
-    std::string scheme = address.substr(0, std::min(address.find(':'), address.size()));
-    std::transform(scheme.begin(), scheme.end(), scheme.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    return (scheme == "http" || scheme == "https") && scheme.size() < address.size();
+using namespace std::chrono_literals;
+
+CurlMulti makeMulti() {
+    // Never undone: other sessions may follow.
+    static const CURLcode started = curl_global_init(CURL_GLOBAL_DEFAULT);
+    CurlMulti made(started == CURLE_OK ? curl_multi_init() : nullptr);
+    if (!made) throw std::bad_alloc();
+    return made;
 }
 
-URLReply failure(std::string_view text) {
-    URLReply reply;
-    reply.error = PlatformError{std::string(text)};
-    return reply;
+bool hasHost(const URL& url) {
+    if (!isURIReference(url.absoluteString)) return false;
+    const auto authority = URLComponents::split(url.absoluteString).authority;
+    return authority && !authority->empty() && !authority->ends_with('@');
 }
 
 }  // namespace
 
-NetworkWorker::NetworkWorker(SerialQueue& completions) : completions_(completions) {}
-
-NetworkWorker::~NetworkWorker() = default;
-
-void NetworkWorker::start(const URLRequest& request, URLSession::Completion completion) {
-    if (!isSupported(request.url.absoluteString)) {
-        deliver(completion, failure(unsupportedURLText));
-        return;
-    }
-    const QUrl url(QString::fromStdString(request.url.absoluteString), QUrl::StrictMode);
-    if (!url.isValid() || url.host().isEmpty()) {
-        deliver(completion, failure(badURLText));
-        return;
-    }
-    if (!network_) network_ = managers_.make();
-    auto exchange = std::make_unique<URLExchange>(
-        network_, url, request, [this, completion = std::move(completion)](const URLExchange* ended, URLReply reply) {
-            finish(ended, std::move(reply), completion);
-        });
-    URLExchange& started = *exchange;
-    exchanges_.push_back(std::move(exchange));
-    started.start();
+NetworkWorker::NetworkWorker(SerialQueue& completions)
+    : completions_(completions), multi_(makeMulti()), thread_([this] { run(); }) {
+    pthread_setname_np(thread_.native_handle(), "vantrel-network");
 }
 
-void NetworkWorker::finish(const URLExchange* exchange, URLReply reply, const URLSession::Completion& completion) {
-    deliver(completion, std::move(reply));
-    // The manager's HTTP thread may keep reading what the server sends and do nothing else. Exchanges under way keep
-    // the manager until they end.
-    if (exchange->wasCutOff()) network_.reset();
-    const auto found = std::find_if(exchanges_.begin(), exchanges_.end(),
-                                    [exchange](const auto& owned) { return owned.get() == exchange; });
-    if (found == exchanges_.end()) return;
-    // The exchange is still on the stack.
-    found->release()->deleteLater();
-    exchanges_.erase(found);
+NetworkWorker::~NetworkWorker() {
+    {
+        const std::lock_guard guard(mutex_);
+        stopping_ = true;
+    }
+    curl_multi_wakeup(multi_.get());
+    thread_.join();
+}
+
+void NetworkWorker::start(URLRequest request, URLSession::Completion completion) {
+    if (!hasSupportedScheme(request.url)) return deliver(completion, failure(unsupportedURLText));
+    if (!hasHost(request.url)) return deliver(completion, failure(badURLText));
+    {
+        const std::lock_guard guard(mutex_);
+        starts_.push_back({std::move(request), std::move(completion)});
+    }
+    curl_multi_wakeup(multi_.get());
+}
+
+void NetworkWorker::run() {
+    while (takeStarts()) {
+        int running = 0;
+        curl_multi_perform(multi_.get(), &running);
+        takeEnds();
+        giveUpIdle();
+        wait();
+    }
+    for (const auto& exchange : exchanges_) deliver(exchange->completion(), failure(cancelledText));
+    exchanges_.clear();
+}
+
+bool NetworkWorker::takeStarts() {
+    std::vector<Start> starts;
+    bool stopping = false;
+    {
+        const std::lock_guard guard(mutex_);
+        starts.swap(starts_);
+        stopping = stopping_;
+    }
+    for (Start& start : starts) {
+        exchanges_.push_back(
+            std::make_unique<URLExchange>(multi_.get(), std::move(start.request), std::move(start.completion)));
+    }
+    return !stopping;
+}
+
+void NetworkWorker::takeEnds() {
+    int left = 0;
+    while (const CURLMsg* message = curl_multi_info_read(multi_.get(), &left)) {
+        if (message->msg != CURLMSG_DONE) continue;
+        const CURL* const handle = message->easy_handle;
+        // The message is gone with its transfer.
+        const CURLcode code = message->data.result;
+        const auto found = std::find_if(exchanges_.begin(), exchanges_.end(),
+                                        [handle](const auto& exchange) { return exchange->uses(handle); });
+        if (found == exchanges_.end()) continue;
+        std::optional<URLReply> reply = (*found)->transferEnded(code);
+        if (!reply) continue;
+        deliver((*found)->completion(), *std::move(reply));
+        exchanges_.erase(found);
+    }
+}
+
+void NetworkWorker::giveUpIdle() {
+    const auto now = URLExchange::Clock::now();
+    std::erase_if(exchanges_, [&](const auto& exchange) {
+        const auto deadline = exchange->deadline();
+        if (!deadline || *deadline > now) return false;
+        deliver(exchange->completion(), failure(timeOutText));
+        return true;
+    });
+}
+
+void NetworkWorker::wait() {
+    std::chrono::nanoseconds most = 1h;
+    const auto now = URLExchange::Clock::now();
+    for (const auto& exchange : exchanges_) {
+        if (const auto deadline = exchange->deadline())
+            most = std::clamp<std::chrono::nanoseconds>(*deadline - now, 0ns, most);
+    }
+    const auto milliseconds = std::chrono::ceil<std::chrono::milliseconds>(most);
+    // Shorter if the library has something to do, and until the next call of start().
+    curl_multi_poll(multi_.get(), nullptr, 0, static_cast<int>(milliseconds.count()), nullptr);
 }
 
 void NetworkWorker::deliver(const URLSession::Completion& completion, URLReply reply) {
     completions_.async([completion, reply = std::move(reply)]() mutable { completion(std::move(reply)); });
-}
-
-void NetworkWorker::stop() {
-    while (!exchanges_.empty()) exchanges_.front()->cancel();
-    network_.reset();
 }
 
 }  // namespace vantrel::linuxdesktop

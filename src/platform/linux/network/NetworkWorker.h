@@ -1,38 +1,54 @@
 #pragma once
 
-#include <QObject>
 #include <list>
 #include <memory>
+#include <mutex>
+#include <thread>
+#include <vector>
 
-#include "platform/linux/network/NetworkManagers.h"
+#include "platform/linux/network/CurlHandles.h"
 #include "platform/network/URLSession.h"
-
-class QNetworkAccessManager;
 
 namespace vantrel::linuxdesktop {
 
 class SerialQueue;
 class URLExchange;
 
-/// The part of the URL session that lives on the network thread. Created elsewhere and moved there.
-class NetworkWorker final : public QObject {
+/// The thread on which all requests are sent and all replies are read.
+class NetworkWorker {
   public:
     explicit NetworkWorker(SerialQueue& completions);
-    ~NetworkWorker() override;
+    /// Fails all requests under way.
+    ~NetworkWorker();
+    NetworkWorker(const NetworkWorker&) = delete;
+    NetworkWorker& operator=(const NetworkWorker&) = delete;
 
-    void start(const URLRequest& request, URLSession::Completion completion);
-
-    /// Fails all requests under way and destroys everything that belongs to the thread.
-    void stop();
+    /// Any thread.
+    void start(URLRequest request, URLSession::Completion completion);
 
   private:
-    void finish(const URLExchange* exchange, URLReply reply, const URLSession::Completion& completion);
+    struct Start {
+        URLRequest request;
+        URLSession::Completion completion;
+    };
+    using Exchanges = std::list<std::unique_ptr<URLExchange>>;
+
+    void run();
+    /// False when the thread is to end.
+    bool takeStarts();
+    void takeEnds();
+    void giveUpIdle();
+    void wait();
     void deliver(const URLSession::Completion& completion, URLReply reply);
 
     SerialQueue& completions_;
-    NetworkManagers managers_;
-    std::shared_ptr<QNetworkAccessManager> network_;
-    std::list<std::unique_ptr<URLExchange>> exchanges_;
+    const CurlMulti multi_;
+    // The network thread's alone.
+    Exchanges exchanges_;
+    std::mutex mutex_;
+    std::vector<Start> starts_;
+    bool stopping_ = false;
+    std::thread thread_;
 };
 
 }  // namespace vantrel::linuxdesktop

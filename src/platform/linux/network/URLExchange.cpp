@@ -1,192 +1,114 @@
 #include "platform/linux/network/URLExchange.h"
 
-#include <QNetworkAccessManager>
-#include <QNetworkRequest>
 #include <algorithm>
-#include <cmath>
-#include <limits>
+#include <cctype>
 #include <utility>
 
+#include "platform/linux/network/HTTPTransfer.h"
 #include "platform/linux/network/NetworkErrorText.h"
-#include "platform/linux/network/OneTimeBody.h"
+#include "platform/portable/URLComponents.h"
 
 namespace vantrel::linuxdesktop {
 
 namespace {
 
-constexpr qsizetype longestBody = qsizetype{64} << 20;
 constexpr int mostRedirects = 16;
-// Lower values are interim replies, such as 103 Early Hints, or no valid status.
-constexpr int firstFinalStatus = 200;
-
-int milliseconds(double seconds) {
-    const double value = std::ceil(seconds * 1000);
-    if (!(value > 0)) return 0;
-    return value < std::numeric_limits<int>::max() ? static_cast<int>(value) : std::numeric_limits<int>::max();
-}
-
-QNetworkRequest networkRequest(const QUrl& url, const URLRequest& request) {
-    QNetworkRequest made(url);
-    made.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
-    made.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
-    made.setAttribute(QNetworkRequest::CacheSaveControlAttribute, false);
-    made.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
-    made.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
-    made.setAttribute(QNetworkRequest::AuthenticationReuseAttribute, QNetworkRequest::Manual);
-    // Shorter than servers usually keep idle connections, so that no request meets a connection that is just being
-    // closed.
-    made.setAttribute(QNetworkRequest::ConnectionCacheExpiryTimeoutSecondsAttribute, 2);
-    // Qt 6.4 loses the end of large bodies that it decompresses itself.
-    made.setRawHeader("Accept-Encoding", "identity");
-    // Redirects are followed here, because the contract says what happens to method and body.
-    made.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
-    for (const auto& [name, value] : request.headers) {
-        made.setRawHeader(QByteArray::fromStdString(name), QByteArray::fromStdString(value));
-    }
-    return made;
-}
-
-std::optional<int> statusOf(const QNetworkReply& reply) {
-    const QVariant status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute);
-    if (!status.isValid()) return std::nullopt;
-    return status.toInt();
-}
+constexpr double longestTimeout = 1e6;
 
 bool isRedirect(int status) {
     return status == 301 || status == 302 || status == 303 || status == 307 || status == 308;
 }
 
-}  // namespace
-
-URLExchange::URLExchange(std::shared_ptr<QNetworkAccessManager> network, const QUrl& url, const URLRequest& request,
-                         Ended ended)
-    : network_(std::move(network)), url_(url), request_(request), ended_(std::move(ended)) {
-    idle_.setSingleShot(true);
-    // A coarse timer may fire 5 % too early.
-    idle_.setTimerType(Qt::PreciseTimer);
-    idle_.setInterval(milliseconds(request_.timeoutInterval));
-    QObject::connect(&idle_, &QTimer::timeout, this, [this] { fail(timeOutText); });
+bool turnsIntoGet(int status, const std::string& method) {
+    return status == 303 ? method != "HEAD" : status < 303 && method == "POST";
 }
 
-void URLExchange::start() {
+bool isContentType(std::string name) {
+    std::transform(name.begin(), name.end(), name.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return name == "content-type";
+}
+
+/// With an escape for every byte that no address has. Servers write such addresses.
+std::string escaped(const std::string& reference) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    constexpr std::string_view never = "\"<>\\^`{|}";
+    std::string text;
+    for (const char character : reference) {
+        const auto byte = static_cast<unsigned char>(character);
+        if (byte > 0x20 && byte < 0x7f && never.find(character) == std::string_view::npos) {
+            text += character;
+        } else {
+            text += {'%', digits[byte >> 4], digits[byte & 15]};
+        }
+    }
+    return text;
+}
+
+}  // namespace
+
+URLReply failure(std::string_view text) {
+    URLReply reply;
+    reply.error = PlatformError{std::string(text)};
+    return reply;
+}
+
+bool hasSupportedScheme(const URL& url) {
+    const auto name = scheme(url);
+    return name == "http" || name == "https";
+}
+
+URLExchange::URLExchange(CURLM* multi, URLRequest request, URLSession::Completion completion)
+    : multi_(multi), request_(std::move(request)), completion_(std::move(completion)) {
     send();
 }
 
-void URLExchange::cancel() {
-    fail(cancelledText);
-}
+URLExchange::~URLExchange() = default;
 
 void URLExchange::send() {
-    bytes_.clear();
-    const QByteArray bytes = request_.body ? QByteArray::fromStdString(*request_.body) : QByteArray();
-    QNetworkRequest made = networkRequest(url_, request_);
-    // Set even for an empty body: the body that cannot be rewound is what keeps Qt from sending the request again.
-    made.setHeader(QNetworkRequest::ContentLengthHeader, bytes.size());
-    made.setAttribute(QNetworkRequest::DoNotBufferUploadDataAttribute, true);
-    auto body = std::make_unique<OneTimeBody>(bytes);
-    reply_.reset(network_->sendCustomRequest(made, QByteArray::fromStdString(request_.method), body.get()));
-    // It is read until the reply has finished, and is destroyed with it.
-    body.release()->setParent(reply_.get());
-    connectReply();
-    idle_.start();
+    heard_ = Clock::now();
+    // The one before goes first.
+    transfer_.reset();
+    transfer_ = std::make_unique<HTTPTransfer>(multi_, request_, [this] { heard_ = Clock::now(); });
 }
 
-void URLExchange::connectReply() {
-    QNetworkReply* reply = reply_.get();
-    QObject::connect(reply, &QNetworkReply::metaDataChanged, this, [this] { idle_.start(); });
-    QObject::connect(reply, &QNetworkReply::uploadProgress, this, [this] { idle_.start(); });
-    QObject::connect(reply, &QNetworkReply::readyRead, this, [this] { takeBytes(); });
-    QObject::connect(reply, &QNetworkReply::finished, this, [this] { replyFinished(); });
+bool URLExchange::uses(const CURL* handle) const {
+    return transfer_ && transfer_->handle() == handle;
 }
 
-void URLExchange::takeBytes() {
-    idle_.start();
-    if (bytes_.size() + reply_->bytesAvailable() > longestBody) {
-        fail(tooLargeText);
-        return;
+std::optional<URLReply> URLExchange::transferEnded(CURLcode code) {
+    HTTPTransfer::Result result = transfer_->result(code);
+    if (result.headersNeverEnd && deadline()) {
+        // Nobody answers there. It is not read on, but ends as a request does that gets no answer.
+        transfer_.reset();
+        return std::nullopt;
     }
-    bytes_ += reply_->readAll();
+    const int status = result.reply.statusCode.value_or(0);
+    if (isRedirect(status) && result.location) return follow(status, *result.location);
+    return std::move(result.reply);
 }
 
-void URLExchange::replyFinished() {
-    takeBytes();
-    if (!reply_) return;
-    const std::optional<int> status = statusOf(*reply_);
-    const QNetworkReply::NetworkError error = reply_->error();
-    const bool redirects = status && isRedirect(*status) && reply_->hasRawHeader("Location");
-    // Qt would send the request again for a 307 or 308, or if the body ends with the connection. It would then fail
-    // although everything has arrived.
-    const bool endsWithConnection =
-        status && !reply_->hasRawHeader("Content-Length") && !reply_->hasRawHeader("Transfer-Encoding");
-    const bool wouldRepeat = (redirects || endsWithConnection) && error == QNetworkReply::ContentReSendError;
-    if (error != QNetworkReply::NoError && !wouldRepeat && !(status && isHTTPStatus(error))) {
-        fail(networkErrorText(error, reply_->errorString()));
-    } else if (status && *status < firstFinalStatus) {
-        fail(unreadableReplyText);
-    } else if (isCutShort()) {
-        fail(connectionLostText);
-    } else if (redirects) {
-        follow();
-    } else {
-        URLReply reply;
-        reply.statusCode = status;
-        if (!bytes_.isEmpty()) reply.data = bytes_.toStdString();
-        end(std::move(reply));
+std::optional<URLExchange::Clock::time_point> URLExchange::deadline() const {
+    if (!(request_.timeoutInterval > 0)) return std::nullopt;
+    const std::chrono::duration<double> idle(std::min(request_.timeoutInterval, longestTimeout));
+    return heard_ + std::chrono::ceil<Clock::duration>(idle);
+}
+
+std::optional<URLReply> URLExchange::follow(int status, const std::string& location) {
+    const URL target{resolved(request_.url, escaped(location))};
+    if (++redirects_ > mostRedirects) return failure(tooManyRedirectsText);
+    if (!hasSupportedScheme(target) || URLComponents::split(target.absoluteString).authority.value_or("").empty()) {
+        return failure(unsupportedURLText);
     }
-}
-
-// Qt takes a closed connection for the end of the body, whatever length was announced.
-bool URLExchange::isCutShort() const {
-    const int status = statusOf(*reply_).value_or(0);
-    if (request_.method == "HEAD" || status == 204 || status == 304) return false;
-    bool announced = false;
-    const qlonglong length = reply_->rawHeader("Content-Length").toLongLong(&announced);
-    return announced && !reply_->hasRawHeader("Transfer-Encoding") && bytes_.size() < length;
-}
-
-void URLExchange::follow() {
-    const int status = statusOf(*reply_).value_or(0);
-    const QUrl target = url_.resolved(QUrl::fromEncoded(reply_->rawHeader("Location")));
-    const QString scheme = target.scheme();
-    if (++redirects_ > mostRedirects) {
-        fail(tooManyRedirectsText);
-    } else if ((scheme != "http" && scheme != "https") || target.host().isEmpty()) {
-        fail(unsupportedURLText);
-    } else if (scheme == "http" && url_.scheme() == "https") {
-        fail(insecureRedirectText);
-    } else {
-        const bool becomesGet = status == 303 ? request_.method != "HEAD" : status < 303 && request_.method == "POST";
-        if (becomesGet) {
-            request_.method = "GET";
-            request_.body.reset();
-            std::erase_if(request_.headers, [](const auto& header) {
-                return QByteArray::fromStdString(header.first).compare("Content-Type", Qt::CaseInsensitive) == 0;
-            });
-        }
-        url_ = target;
-        reply_->disconnect(this);
-        send();
+    if (scheme(target) == "http" && scheme(request_.url) == "https") return failure(insecureRedirectText);
+    if (turnsIntoGet(status, request_.method)) {
+        request_.method = "GET";
+        request_.body.reset();
+        std::erase_if(request_.headers, [](const auto& header) { return isContentType(header.first); });
     }
-}
-
-void URLExchange::fail(std::string_view text) {
-    URLReply reply;
-    reply.error = PlatformError{std::string(text)};
-    end(std::move(reply));
-}
-
-void URLExchange::end(URLReply reply) {
-    idle_.stop();
-    if (reply_) {
-        reply_->disconnect(this);
-        if (reply_->isRunning()) {
-            cutOff_ = true;
-            reply_->abort();
-        }
-        reply_.reset();
-    }
-    const Ended ended = std::exchange(ended_, nullptr);
-    if (ended) ended(this, std::move(reply));
+    request_.url = target;
+    send();
+    return std::nullopt;
 }
 
 }  // namespace vantrel::linuxdesktop

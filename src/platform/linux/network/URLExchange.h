@@ -1,59 +1,53 @@
 #pragma once
 
-#include <QByteArray>
-#include <QNetworkReply>
-#include <QObject>
-#include <QTimer>
-#include <QUrl>
-#include <functional>
+#include <chrono>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
+#include "platform/linux/network/CurlHandles.h"
 #include "platform/network/URLSession.h"
-
-class QNetworkAccessManager;
 
 namespace vantrel::linuxdesktop {
 
-/// One request with its redirects, up to its reply. Network thread.
-class URLExchange final : public QObject {
+class HTTPTransfer;
+
+/// One request with its redirects, up to its reply. Under way from its construction on. The network thread.
+class URLExchange {
   public:
-    /// Called once.
-    using Ended = std::function<void(const URLExchange*, URLReply)>;
+    using Clock = std::chrono::steady_clock;
 
-    URLExchange(std::shared_ptr<QNetworkAccessManager> network, const QUrl& url, const URLRequest& request,
-                Ended ended);
+    /// The URL is http or https and names a host.
+    URLExchange(CURLM* multi, URLRequest request, URLSession::Completion completion);
+    ~URLExchange();
 
-    void start();
-    void cancel();
+    /// Whether the handle is that of its transfer.
+    bool uses(const CURL* handle) const;
 
-    /// Whether it ended while the server might still be sending.
-    bool wasCutOff() const { return cutOff_; }
+    /// Its transfer has ended. Empty if the exchange goes on.
+    std::optional<URLReply> transferEnded(CURLcode code);
+
+    /// When it is to be given up if nothing is heard until then. Empty for never.
+    std::optional<Clock::time_point> deadline() const;
+
+    const URLSession::Completion& completion() const { return completion_; }
 
   private:
     void send();
-    void follow();
-    void connectReply();
-    void takeBytes();
-    void replyFinished();
-    void fail(std::string_view text);
-    void end(URLReply reply);
-    bool isCutShort() const;
+    std::optional<URLReply> follow(int status, const std::string& location);
 
-    struct LaterDeleter {
-        void operator()(QNetworkReply* reply) const { reply->deleteLater(); }
-    };
-
-    const std::shared_ptr<QNetworkAccessManager> network_;
-    QUrl url_;
+    CURLM* const multi_;
     URLRequest request_;
-    Ended ended_;
-    std::unique_ptr<QNetworkReply, LaterDeleter> reply_;
-    QTimer idle_;
-    QByteArray bytes_;
+    const URLSession::Completion completion_;
+    std::unique_ptr<HTTPTransfer> transfer_;
+    Clock::time_point heard_;
     int redirects_ = 0;
-    bool cutOff_ = false;
 };
+
+URLReply failure(std::string_view text);
+
+/// Whether the address is http or https.
+bool hasSupportedScheme(const URL& url);
 
 }  // namespace vantrel::linuxdesktop
