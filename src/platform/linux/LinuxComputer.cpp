@@ -14,6 +14,7 @@
 #include "platform/linux/apps/LinuxProcessLauncher.h"
 #include "platform/linux/apps/LinuxRunningApplications.h"
 #include "platform/linux/apps/LinuxWorkspace.h"
+#include "platform/linux/apps/StartedBundles.h"
 #include "platform/linux/desktop/FullScreenDesktops.h"
 #include "platform/linux/desktop/LinuxAccessibility.h"
 #include "platform/linux/desktop/LinuxScreens.h"
@@ -159,8 +160,10 @@ struct LinuxComputer::Parts {
     LinuxStatusBar statusBar{{menuBuilder, screens, *connection, *watcher, survey, frontWindows}};
     LinuxOverlays overlays{screens, *connection, frontWindows, guards};
     LinuxWorkspace workspace;
-    LinuxRunningApplications runningApplications{*connection, windowsOfAll, delayedWork, displayVariable()};
-    LinuxProcessLauncher processLauncher;
+    StartedBundles startedBundles;
+    LinuxRunningApplications runningApplications{{*connection, windowsOfAll, delayedWork, startedBundles},
+                                                 displayVariable()};
+    LinuxProcessLauncher processLauncher{startedBundles};
     LinuxApplicationOpener applicationOpener{processLauncher, runningApplications, windowsOfAll, delayedWork};
     LinuxFrontmostApplication frontmostApplication{windowsOfAll, runningApplications};
     FullScreenDesktops fullScreenDesktops{{*connection, windowsOfAll, survey,

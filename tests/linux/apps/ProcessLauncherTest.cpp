@@ -13,6 +13,7 @@
 
 #include "platform/linux/apps/LinuxProcessLauncher.h"
 #include "platform/linux/apps/ProcFile.h"
+#include "platform/linux/apps/StartedBundles.h"
 #include "platform/linux/system/FileDescriptor.h"
 #include "platform/linux/system/LinuxFileManager.h"
 #include "tests/linux/support/TemporaryFolder.h"
@@ -56,7 +57,8 @@ class ProcessLauncherTest : public testing::Test {
     }
 
     TemporaryFolder folder;
-    LinuxProcessLauncher launcher;
+    StartedBundles started;
+    LinuxProcessLauncher launcher{started};
 };
 
 TEST_F(ProcessLauncherTest, HandsOverTheEnvironmentAndTheFolder) {

@@ -59,6 +59,14 @@ class RunningApplicationsTest : public DesktopTest {
         return started.back();
     }
 
+    std::filesystem::path writeScript(const std::string& name, const std::string& text) const {
+        const auto path = folder.path() / name;
+        std::filesystem::create_directories(path.parent_path());
+        writeContents(path, "#!/bin/sh\n" + text);
+        std::filesystem::permissions(path, std::filesystem::perms::owner_all);
+        return path;
+    }
+
     std::vector<WindowEntry> windowsOf(ProcessIdentifier process) const {
         auto windows = computer->windowList.copy(WindowListOption::all).value_or(std::vector<WindowEntry>());
         std::erase_if(windows, [process](const WindowEntry& window) { return window.ownerPID != process; });
@@ -169,6 +177,77 @@ TEST_F(RunningApplicationsTest, KnowsAWrapperScriptBeforeAndAfterItBecomesTheBro
     EXPECT_EQ(processes("com.google.Chrome"), std::vector{process});
     EXPECT_TRUE(after->forceTerminate());
     EXPECT_TRUE(waitUntil([&] { return after->isTerminated(); }));
+}
+
+// Debian's chromium is a script as well, and a bundle's script may run others before.
+TEST_F(RunningApplicationsTest, ABundleIsTheSameApplicationHoweverLongItsScriptsTakeToBecomeTheBrowser) {
+    const auto browser = folder.path() / "usr/lib/chromium/chromium";
+    std::filesystem::create_directories(browser.parent_path());
+    std::filesystem::copy_file(VANTREL_PEER, browser);
+    for (const std::string wait : {"0", "2.5", "10"}) {
+        const auto preparing =
+            writeScript("prepare-" + wait, "sleep " + wait + "\nexec " + browser.string() + " \"$@\"\n");
+        const auto wrapper = writeScript("Applications/" + wait + "/Google Chrome.app/Contents/MacOS/Google Chrome",
+                                         "exec " + preparing.string() + " \"$@\"\n");
+        const auto result = computer->processLauncher.launch(wrapper.string(), {"--window=Lezione,100,100,300,200"});
+        ASSERT_TRUE(std::holds_alternative<ProcessIdentifier>(result));
+        const auto process = std::get<ProcessIdentifier>(result);
+        started.push_back(process);
+        int seen = 0;
+        EXPECT_TRUE(waitUntil(
+            [&] {
+                ++seen;
+                const auto application = computer->runningApplications.withProcessIdentifier(process);
+                EXPECT_TRUE(application && application->bundleIdentifier() == "com.google.Chrome")
+                    << wait << ", " << seen;
+                EXPECT_EQ(processes("com.google.Chrome"), std::vector{process}) << wait << ", " << seen;
+                return HasFailure() || !windowsOf(process).empty();
+            },
+            20));
+        EXPECT_TRUE(computer->runningApplications.withProcessIdentifier(process)->forceTerminate());
+        EXPECT_TRUE(waitUntil([&] { return processes("com.google.Chrome").empty(); }));
+    }
+}
+
+TEST_F(RunningApplicationsTest, TheBrowserIsTheApplicationAndNotTheScriptThatWaitsForItsEnd) {
+    const auto browser = folder.path() / "usr/lib/chromium/chromium";
+    std::filesystem::create_directories(browser.parent_path());
+    std::filesystem::copy_file(VANTREL_PEER, browser);
+    const auto wrapper = writeScript("Applications/Google Chrome.app/Contents/MacOS/Google Chrome",
+                                     browser.string() + " \"$@\"\nsleep 0.2\n");
+    const auto result = computer->processLauncher.launch(wrapper.string(), {"--window=Lezione,100,100,300,200"});
+    ASSERT_TRUE(std::holds_alternative<ProcessIdentifier>(result));
+    const auto script = std::get<ProcessIdentifier>(result);
+    started.push_back(script);
+    const auto child = [&]() -> ProcessIdentifier {
+        const auto found = processes("com.google.Chrome");
+        return found.size() == 1 && found.front() != script ? found.front() : 0;
+    };
+    ASSERT_TRUE(waitUntil([&] { return child() != 0 && !windowsOf(child()).empty(); }));
+    const ProcessIdentifier process = child();
+    EXPECT_EQ(ProcessTable::find(process)->parent, script);
+    EXPECT_TRUE(computer->runningApplications.withProcessIdentifier(process)->terminate());
+    EXPECT_TRUE(waitUntil([&] { return !ProcessTable::startTime(process); }));
+    EXPECT_TRUE(waitUntil([&] { return processes("com.google.Chrome").empty(); })) << "the script ends by itself";
+}
+
+TEST_F(RunningApplicationsTest, AShellWithAKnownBrowsersScriptIsThatBrowserFromItsStart) {
+    const auto script = writeScript("usr/bin/chromium", "sleep 60\n");
+    const pid_t child = fork();
+    if (child == 0) {
+        execl("/bin/sh", "/bin/sh", "-e", script.c_str(), "--new-window", nullptr);
+        _exit(1);
+    }
+    children.push_back(child);
+    EXPECT_TRUE(waitUntil([&] { return lists("com.google.Chrome", child); }));
+    const pid_t commands = fork();
+    if (commands == 0) {
+        execl("/bin/sh", "/bin/sh", "-c", "sleep 60; true", script.c_str(), nullptr);
+        _exit(1);
+    }
+    children.push_back(commands);
+    turnFor(0.3);
+    EXPECT_FALSE(lists("com.google.Chrome", commands)) << "the path is no script here";
 }
 
 TEST_F(RunningApplicationsTest, ARealBrowserBehindAWrapperIsOneApplicationUntilItIsAskedToEnd) {

@@ -7,6 +7,7 @@
 
 #include "platform/linux/apps/LaunchErrorText.h"
 #include "platform/linux/apps/ReapedProcess.h"
+#include "platform/linux/apps/StartedBundles.h"
 #include "platform/portable/UTF8Validity.h"
 
 namespace vantrel::linuxdesktop {
@@ -21,6 +22,7 @@ std::variant<ProcessIdentifier, PlatformError> LinuxProcessLauncher::launch(std:
     all.insert(all.end(), arguments.begin(), arguments.end());
     const StartedProcess started = startReaped(executable, all, ExecutableLookup::asItStands);
     if (started.error != 0) return PlatformError{launchErrorText(executable, started.error)};
+    started_.note(started.process, executable);
     return ProcessIdentifier{started.process};
 }
 

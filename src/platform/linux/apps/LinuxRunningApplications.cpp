@@ -2,34 +2,71 @@
 
 #include <unistd.h>
 
+#include <algorithm>
+#include <utility>
+
 #include "platform/linux/apps/LinuxRunningApplication.h"
+#include "platform/linux/apps/StartedBundles.h"
 #include "platform/linux/x11/WindowClasses.h"
 #include "platform/linux/x11/X11Windows.h"
 
 namespace vantrel::linuxdesktop {
 
-LinuxRunningApplications::LinuxRunningApplications(X11Connection& connection, X11Windows& windows,
-                                                   DelayedWork& delayedWork, const std::string& display)
-    : connection_(connection),
-      windows_(windows),
-      delayedWork_(delayedWork),
+namespace {
+
+void leaveScriptsOut(std::vector<ProcessEntry>& entries) {
+    const std::vector<ProcessEntry> all = entries;
+    std::erase_if(entries, [&all](const ProcessEntry& entry) {
+        return entry.isScript && std::any_of(all.begin(), all.end(), [&entry](const ProcessEntry& other) {
+                   return other.parent == entry.process;
+               });
+    });
+}
+
+}  // namespace
+
+LinuxRunningApplications::LinuxRunningApplications(Dependencies dependencies, const std::string& display)
+    : connection_(dependencies.connection),
+      windows_(dependencies.windows),
+      delayedWork_(dependencies.delayedWork),
+      started_(dependencies.started),
       display_(ProcessTable::displayName(display)) {}
 
 std::vector<std::shared_ptr<RunningApplication>> LinuxRunningApplications::withBundleIdentifier(
     std::string_view identifier) const {
     const auto byWindow = ownersByClass(identifier);
-    std::vector<std::shared_ptr<RunningApplication>> found;
-    for (const ProcessEntry& entry : ProcessTable::all()) {
-        auto name = nameOf(entry);
+    const auto name = [this, &byWindow](const ProcessEntry& entry) {
+        const auto known = nameOf(entry);
         const auto owner = byWindow.find(entry.process);
-        if (owner != byWindow.end() && (!name || name->bundleIdentifier.empty())) name = nameOf(entry, {owner->second});
-        if (name && name->bundleIdentifier == identifier) found.push_back(make(entry, name));
+        const bool isKnown = known && !known->bundleIdentifier.empty();
+        return isKnown || owner == byWindow.end() ? known : nameOf(entry, {owner->second});
+    };
+    std::vector<ProcessEntry> entries;
+    for (ProcessEntry& each : ProcessTable::all()) {
+        ProcessEntry entry = asStarted(std::move(each));
+        const auto named = name(entry);
+        if (named && named->bundleIdentifier == identifier) entries.push_back(std::move(entry));
     }
+    leaveScriptsOut(entries);
+    std::vector<std::shared_ptr<RunningApplication>> found;
+    found.reserve(entries.size());
+    for (const ProcessEntry& entry : entries) found.push_back(make(entry, name(entry)));
     return found;
 }
 
+ProcessEntry LinuxRunningApplications::asStarted(ProcessEntry entry) const {
+    if (auto executable = started_.executableOf(entry)) entry.executablePath = std::move(*executable);
+    return entry;
+}
+
+std::optional<ProcessEntry> LinuxRunningApplications::find(ProcessIdentifier process) const {
+    auto entry = ProcessTable::find(process);
+    if (entry) entry = asStarted(std::move(*entry));
+    return entry;
+}
+
 std::shared_ptr<RunningApplication> LinuxRunningApplications::withProcessIdentifier(ProcessIdentifier process) const {
-    const auto entry = ProcessTable::find(process);
+    const auto entry = find(process);
     if (!entry) return nullptr;
     const auto name = nameOf(*entry);
     if (name && !name->bundleIdentifier.empty()) return make(*entry, name);
@@ -38,7 +75,7 @@ std::shared_ptr<RunningApplication> LinuxRunningApplications::withProcessIdentif
 
 std::shared_ptr<RunningApplication> LinuxRunningApplications::ofWindow(xcb_window_t window,
                                                                        ProcessIdentifier owner) const {
-    const auto entry = ProcessTable::find(owner);
+    const auto entry = find(owner);
     return entry ? make(*entry, nameOf(*entry, {window})) : nullptr;
 }
 
@@ -47,8 +84,7 @@ std::optional<ApplicationName> LinuxRunningApplications::nameOf(const ProcessEnt
     if (entry.process == getpid()) return ownApplicationName;
     if (isHelperProcess(entry.arguments) || entry.display.empty() || entry.display != display_) return std::nullopt;
     const ApplicationName known = applicationName(entry.executablePath, entry.arguments);
-    const bool inBundle = entry.executablePath.find(".app/Contents/MacOS/") != std::string::npos;
-    if (known.bundleIdentifier.empty() && !inBundle) return std::nullopt;
+    if (known.bundleIdentifier.empty() && !StartedBundles::liesInBundle(entry.executablePath)) return std::nullopt;
     return known;
 }
 

@@ -12,16 +12,24 @@
 namespace vantrel::linuxdesktop {
 
 class DelayedWork;
+class StartedBundles;
 class X11Windows;
 
 /// The applications on this X display: this process, the user's processes that were started for the display and have a
 /// known executable or lie in a folder `Name.app`, and every process with a window that the window manager manages.
-/// Helper processes of browsers are left out.
+/// Helper processes of browsers are left out, and so is a script while a process that it has started is the same
+/// application: that one has the windows.
 class LinuxRunningApplications final : public RunningApplications {
   public:
+    struct Dependencies {
+        X11Connection& connection;
+        X11Windows& windows;
+        DelayedWork& delayedWork;
+        const StartedBundles& started;
+    };
+
     /// `display` has the form of DISPLAY.
-    LinuxRunningApplications(X11Connection& connection, X11Windows& windows, DelayedWork& delayedWork,
-                             const std::string& display);
+    LinuxRunningApplications(Dependencies dependencies, const std::string& display);
 
     /// Oldest first.
     std::vector<std::shared_ptr<RunningApplication>> withBundleIdentifier(std::string_view identifier) const override;
@@ -31,6 +39,9 @@ class LinuxRunningApplications final : public RunningApplications {
     std::shared_ptr<RunningApplication> ofWindow(xcb_window_t window, ProcessIdentifier owner) const;
 
   private:
+    /// What a process was started as, where the client knows it.
+    ProcessEntry asStarted(ProcessEntry entry) const;
+    std::optional<ProcessEntry> find(ProcessIdentifier process) const;
     /// By its executable alone. Empty if the process is no application; the name is empty if its bundle identifier is
     /// not known.
     std::optional<ApplicationName> nameOf(const ProcessEntry& entry) const;
@@ -44,6 +55,7 @@ class LinuxRunningApplications final : public RunningApplications {
     X11Connection& connection_;
     X11Windows& windows_;
     DelayedWork& delayedWork_;
+    const StartedBundles& started_;
     const std::string display_;
 };
 

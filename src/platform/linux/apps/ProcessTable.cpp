@@ -45,17 +45,30 @@ std::string displayOf(const std::vector<std::string>& environment) {
     return {};
 }
 
-// A bundle's wrapper script runs as a shell with the script's path as its first argument.
-std::string executableOf(ProcessIdentifier process, const std::vector<std::string>& arguments) {
-    std::error_code error;
-    const std::filesystem::path path = std::filesystem::read_symlink(folder(process) + "exe", error);
-    const std::string name = path.filename().string();
-    const bool shell = name == "sh" || name == "dash" || name == "bash" || name == "busybox";
-    if (shell && arguments.size() > 1 && arguments[1].find(".app/Contents/MacOS/") != std::string::npos) {
-        return arguments[1];
+bool isShell(const std::filesystem::path& executable) {
+    const std::string name = executable.filename().string();
+    return name == "sh" || name == "dash" || name == "bash" || name == "busybox";
+}
+
+// The path of the script that a shell runs. Empty if it runs none, or one that was found by its name alone.
+std::string scriptOf(const std::vector<std::string>& arguments) {
+    for (std::size_t i = 1; i < arguments.size(); ++i) {
+        const std::string& argument = arguments[i];
+        if (!argument.empty() && argument.front() != '-')
+            return argument.find('/') != std::string::npos ? argument : "";
+        // The next argument is commands and no path.
+        if (argument.find('c') != std::string::npos) break;
     }
-    if (path.empty() && !arguments.empty()) return arguments.front();
-    return path.string();
+    return {};
+}
+
+void readExecutable(ProcessEntry& entry) {
+    std::error_code error;
+    const std::filesystem::path path = std::filesystem::read_symlink(folder(entry.process) + "exe", error);
+    const std::string script = isShell(path) ? scriptOf(entry.arguments) : std::string();
+    entry.isScript = !script.empty();
+    entry.executablePath = entry.isScript ? script : path.string();
+    if (entry.executablePath.empty() && !entry.arguments.empty()) entry.executablePath = entry.arguments.front();
 }
 
 // The fields of the process's entry, from its state on. Empty if there is none. The name before them, in brackets, may
@@ -65,6 +78,25 @@ std::istringstream fieldsFromState(ProcessIdentifier process) {
     const std::string text = readProcFile(folder(process) + "stat");
     const std::size_t bracket = text.rfind(')');
     return std::istringstream(bracket == std::string::npos ? std::string() : text.substr(bracket + 1));
+}
+
+struct Facts {
+    ProcessIdentifier parent = 0;
+    std::uint64_t startTime = 0;
+};
+
+// Empty if there is no such process or it is a zombie.
+std::optional<Facts> factsOf(ProcessIdentifier process) {
+    std::istringstream fields = fieldsFromState(process);
+    std::string state;
+    Facts facts;
+    fields >> state >> facts.parent;
+    if (state.empty() || state == "Z" || state == "X") return std::nullopt;
+    std::string field;
+    constexpr int fieldsBetweenParentAndStart = 17;
+    for (int skipped = 0; skipped < fieldsBetweenParentAndStart; ++skipped) fields >> field;
+    if (!(fields >> facts.startTime)) return std::nullopt;
+    return facts;
 }
 
 }  // namespace
@@ -84,26 +116,19 @@ std::string ProcessTable::displayName(std::string value) {
 }
 
 std::optional<std::uint64_t> ProcessTable::startTime(ProcessIdentifier process) {
-    std::istringstream fields = fieldsFromState(process);
-    std::string state;
-    fields >> state;
-    if (state.empty() || state == "Z" || state == "X") return std::nullopt;
-    std::string field;
-    constexpr int fieldsBetweenStateAndStart = 18;
-    for (int skipped = 0; skipped < fieldsBetweenStateAndStart; ++skipped) fields >> field;
-    std::uint64_t start = 0;
-    if (!(fields >> start)) return std::nullopt;
-    return start;
+    const auto facts = factsOf(process);
+    return facts ? std::optional(facts->startTime) : std::nullopt;
 }
 
 std::optional<ProcessEntry> ProcessTable::find(ProcessIdentifier process) {
-    const std::optional<std::uint64_t> start = startTime(process);
-    if (!start) return std::nullopt;
+    const auto facts = factsOf(process);
+    if (!facts) return std::nullopt;
     ProcessEntry entry;
     entry.process = process;
-    entry.startTime = *start;
+    entry.startTime = facts->startTime;
+    entry.parent = facts->parent;
     entry.arguments = split(readProcFile(folder(process) + "cmdline"));
-    entry.executablePath = executableOf(process, entry.arguments);
+    readExecutable(entry);
     entry.display = displayOf(split(readProcFile(folder(process) + "environ")));
     return entry;
 }

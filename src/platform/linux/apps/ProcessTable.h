@@ -14,8 +14,11 @@ struct ProcessEntry {
     ProcessIdentifier process = 0;
     /// Clock ticks since the computer started. Together with the number, this identifies a process for good.
     std::uint64_t startTime = 0;
-    /// The path of the executable, or of the script if an interpreter runs one from a path.
+    ProcessIdentifier parent = 0;
+    /// The path of the executable, or of the script if a shell runs one from a path.
     std::string executablePath;
+    /// A shell runs it.
+    bool isScript = false;
     std::vector<std::string> arguments;
     /// The X display that the process was started for, as displayName() writes it. Empty if it is not known.
     std::string display;
