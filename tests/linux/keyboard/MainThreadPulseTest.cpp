@@ -17,7 +17,8 @@ class MainThreadPulseTest : public testing::Test {
     }
 
     std::vector<Block> posted;
-    MainThreadPulse pulse{[this](Block block) { posted.push_back(std::move(block)); }};
+    std::chrono::nanoseconds waited{5h};
+    MainThreadPulse pulse{[this](Block block) { posted.push_back(std::move(block)); }, [this] { return waited; }};
     const MainThreadPulse::Time start{};
 };
 
@@ -56,9 +57,24 @@ TEST_F(MainThreadPulseTest, AsksAnewAfterAnAnswer) {
     EXPECT_TRUE(pulse.isOverdue(start + 1900ms));
 }
 
+TEST_F(MainThreadPulseTest, DoesNotCountTheTimeInWhichTheMainThreadWaitsForAProcessor) {
+    pulse.ask(start);
+    waited += 900ms;
+    EXPECT_FALSE(pulse.isOverdue(start + 1s));
+    EXPECT_EQ(pulse.due(), start + 1900ms);
+    waited += 600ms;
+    EXPECT_FALSE(pulse.isOverdue(start + 2s));
+    EXPECT_FALSE(pulse.isOverdue(start + 2499ms));
+    EXPECT_TRUE(pulse.isOverdue(start + 2500ms)) << "it hangs: it waits for no processor any more";
+    answer();
+    EXPECT_FALSE(pulse.isOverdue(start + 3s));
+    pulse.ask(start + 3s);
+    EXPECT_TRUE(pulse.isOverdue(start + 4s)) << "what it waited before is not counted again";
+}
+
 TEST_F(MainThreadPulseTest, IsAnsweredAfterItsEndWithoutHarm) {
     {
-        MainThreadPulse shortLived{[this](Block block) { posted.push_back(std::move(block)); }};
+        MainThreadPulse shortLived{[this](Block block) { posted.push_back(std::move(block)); }, [] { return 0ns; }};
         shortLived.ask(start);
     }
     ASSERT_EQ(posted.size(), 1U);

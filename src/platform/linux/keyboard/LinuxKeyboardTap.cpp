@@ -23,7 +23,8 @@ LinuxKeyboardTap::LinuxKeyboardTap(Dependencies dependencies, MainThread& mainTh
       report_(std::make_shared<const KeyReport>(std::move(report))),
       weakReport_(report_),
       dependencies_(std::move(dependencies)),
-      pulse_([&mainThread](Block block) { mainThread.post(std::move(block)); }),
+      pulse_([&mainThread](Block block) { mainThread.post(std::move(block)); },
+             [this] { return mainThreadsWait_.total(); }),
       thread_([this] { run(); }) {}
 
 LinuxKeyboardTap::~LinuxKeyboardTap() {
@@ -59,7 +60,10 @@ std::optional<LinuxKeyboardTap::End> LinuxKeyboardTap::serve() {
     if (!dependencies_.filter->answer([this](const KeyEvent& event) { return swallows(event); })) {
         return End::disconnected;
     }
-    if (pulse_.isOverdue(KeyboardFilter::Clock::now())) return End::mainThreadIsLate;
+    const auto now = KeyboardFilter::Clock::now();
+    if (pulse_.isOverdue(now)) return End::mainThreadIsLate;
+    // Only now, so that no key waits for it.
+    if (std::exchange(wasKeyPressed_, false)) pulse_.ask(now);
     eventfd_t stop = 0;
     if (eventfd_read(dependencies_.stop.get(), &stop) == 0) return End::stopped;
     if (!dependencies_.guards->attend(KeyGuards::Clock::now())) return End::unguarded;
@@ -83,9 +87,8 @@ void LinuxKeyboardTap::wait() {
 }
 
 bool LinuxKeyboardTap::swallows(const KeyEvent& event) {
-    const auto now = KeyboardFilter::Clock::now();
-    if (pulse_.isOverdue(now)) return false;
-    pulse_.ask(now);
+    if (pulse_.isOverdue(KeyboardFilter::Clock::now())) return false;
+    wasKeyPressed_ = true;
     const std::string_view name = decision_(event);
     if (name.empty()) return false;
     report(name);

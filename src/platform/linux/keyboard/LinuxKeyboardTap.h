@@ -1,5 +1,7 @@
 #pragma once
 
+#include <unistd.h>
+
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -10,6 +12,7 @@
 #include "platform/linux/keyboard/KeyboardFilter.h"
 #include "platform/linux/keyboard/MainThreadPulse.h"
 #include "platform/linux/system/FileDescriptor.h"
+#include "platform/linux/threads/ProcessorWait.h"
 
 namespace vantrel::linuxdesktop {
 
@@ -46,7 +49,9 @@ class LinuxKeyboardTap final : public KeyboardTap {
     const std::weak_ptr<const KeyReport> weakReport_;
     // From here on only the filter's thread uses these, except for the stop signal.
     Dependencies dependencies_;
+    const ProcessorWait mainThreadsWait_{getpid()};
     MainThreadPulse pulse_;
+    bool wasKeyPressed_ = false;
     std::thread thread_;
 };
 

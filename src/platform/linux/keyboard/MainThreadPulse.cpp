@@ -5,6 +5,8 @@ namespace vantrel::linuxdesktop {
 void MainThreadPulse::ask(Time now) {
     if (asked_ && !*answered_) return;
     asked_ = now;
+    waitedBefore_ = waited_();
+    waitedSince_ = {};
     *answered_ = false;
     post_([answered = answered_] { *answered = true; });
 }
@@ -15,12 +17,14 @@ bool MainThreadPulse::isOverdue(Time now) {
         asked_.reset();
         return false;
     }
-    return now - *asked_ >= patience;
+    if (now < *due()) return false;
+    waitedSince_ = waited_() - waitedBefore_;
+    return now >= *due();
 }
 
 std::optional<MainThreadPulse::Time> MainThreadPulse::due() const {
     if (!asked_) return std::nullopt;
-    return *asked_ + patience;
+    return *asked_ + patience + std::chrono::duration_cast<Time::duration>(waitedSince_);
 }
 
 }  // namespace vantrel::linuxdesktop
