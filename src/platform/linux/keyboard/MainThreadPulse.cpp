@@ -17,9 +17,10 @@ bool MainThreadPulse::isOverdue(Time now) {
         asked_.reset();
         return false;
     }
-    if (now < *due()) return false;
+    const auto took = now - *asked_;
+    if (took < patience + waitedSince_) return false;
     waitedSince_ = waited_() - waitedBefore_;
-    return now >= *due();
+    return took >= patience + waitedSince_;
 }
 
 std::optional<MainThreadPulse::Time> MainThreadPulse::due() const {
