@@ -41,6 +41,7 @@ class ClientWindowContract : public ContractTest {
                          control(Kind::button, "start", "Avvia", {{20, 40}, {120, 32}}),
                          control(Kind::button, "quit", "Esci", {{150, 40}, {120, 32}})};
         join.controls[2].placeholder = "Nome e cognome";
+        join.controls[4].keyEquivalent = "\r";
         View end{"end", {{0, 0}, {300, 240}}, 0, true, {}};
         end.controls = {control(Kind::label, "message", "Fine", {{20, 200}, {260, 20}}),
                         control(Kind::button, "again", "Nuova sessione", {{20, 40}, {160, 32}})};
@@ -237,6 +238,31 @@ TEST_F(ClientWindowContract, AButtonOfAHiddenViewIsNotPressed) {
     participant().pressButton("start");
     ASSERT_TRUE(noted(1));
     host().letTimePass(0.1);
+    EXPECT_EQ(notes(), Notes{"start"});
+}
+
+TEST_F(ClientWindowContract, ReturnPressesTheButtonThatItIsTheKeyOf) {
+    open();
+    participant().pressReturn();
+    ASSERT_TRUE(noted(1));
+    host().letTimePass(0.1);
+    EXPECT_EQ(notes(), Notes{"start"});
+}
+
+TEST_F(ClientWindowContract, ReturnPressesNoButtonOfAHiddenView) {
+    open();
+    host().onMain([this] {
+        windows.back()->setViewHidden("join", true);
+        windows.back()->setViewHidden("end", false);
+    });
+    ASSERT_TRUE(sees("again", {{"Nuova sessione", true}}));
+    participant().pressReturn();
+    host().letTimePass(0.2);
+    EXPECT_EQ(notes(), Notes{});
+    host().onMain([this] { windows.back()->setViewHidden("join", false); });
+    ASSERT_TRUE(sees("start", {{"Avvia", true}}));
+    participant().pressReturn();
+    ASSERT_TRUE(noted(1));
     EXPECT_EQ(notes(), Notes{"start"});
 }
 

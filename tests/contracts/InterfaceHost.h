@@ -30,6 +30,8 @@ class InterfaceHost {
 
     /// Clicks a button of the front window. Without effect if the participant does not see it or it is disabled.
     virtual void pressButton(const std::string& id) = 0;
+    /// Presses Return in the front window, which has the keyboard.
+    virtual void pressReturn() = 0;
     /// Replaces the text of a field in the front window, by typing.
     virtual void typeInto(const std::string& id, const std::string& text) = 0;
 

@@ -257,6 +257,10 @@ void VirtualContractHost::pressButton(const std::string& id) {
     mac_.participant().press(id);
 }
 
+void VirtualContractHost::pressReturn() {
+    mac_.participant().pressReturn();
+}
+
 void VirtualContractHost::typeInto(const std::string& id, const std::string& text) {
     mac_.participant().type(id, text);
 }

@@ -72,6 +72,7 @@ class VirtualContractHost : public ContractHost,
     std::vector<std::string> windowsShown() override;
     std::optional<SeenControl> controlShown(const std::string& id) override;
     void pressButton(const std::string& id) override;
+    void pressReturn() override;
     void typeInto(const std::string& id, const std::string& text) override;
     Block heldPress(const std::string& id) override;
     bool isAvailableInMainMenu(const std::string& menu, const std::string& item) override;

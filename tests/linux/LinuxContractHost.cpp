@@ -259,6 +259,10 @@ class LinuxContractHost final : public contracts::ContractHost,
         onMain([&] { windows_.press(id); });
     }
 
+    void pressReturn() override {
+        onMain([&] { windows_.pressReturn(); });
+    }
+
     void typeInto(const std::string& id, const std::string& text) override {
         onMain([&] { windows_.typeInto(id, text); });
     }

@@ -3,6 +3,8 @@
 #include <unistd.h>
 
 #include <QAction>
+#include <QCoreApplication>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -58,6 +60,14 @@ Block OwnWindows::heldPress(const std::string& name) {
     return [button = QPointer<QPushButton>(qobject_cast<QPushButton*>(widget(name)))] {
         if (button) button->click();
     };
+}
+
+void OwnWindows::pressReturn() {
+    const auto windows = shown();
+    if (windows.empty()) return;
+    QWidget* focused = windows.front()->focusWidget();
+    QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, "\r");
+    QCoreApplication::sendEvent(focused != nullptr ? focused : windows.front(), &press);
 }
 
 void OwnWindows::typeInto(const std::string& name, const std::string& text) {

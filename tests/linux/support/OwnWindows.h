@@ -29,6 +29,8 @@ class OwnWindows {
     void press(const std::string& name);
     /// The release of a mouse button that has been pressed there. Without effect once the button is gone.
     Block heldPress(const std::string& name);
+    /// Into the front window's field that has the keyboard, or else the window.
+    void pressReturn();
     void typeInto(const std::string& name, const std::string& text);
 
     /// Whether a person can choose that item of the menu bar of the front window.

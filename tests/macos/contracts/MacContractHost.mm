@@ -189,6 +189,10 @@ class MacContractHost final : public contracts::ContractHost,
         onMain([&] { MacOwnWindows::press(id); });
     }
 
+    void pressReturn() override {
+        onMain([] { MacOwnWindows::pressReturn(); });
+    }
+
     void typeInto(const std::string& id, const std::string& text) override {
         onMain([&] { MacOwnWindows::typeInto(id, text); });
     }

@@ -23,6 +23,8 @@ class MacOwnWindows {
     static void press(const std::string& identifier);
     /// The release of a mouse button that has been pressed there.
     static Block heldPress(const std::string& identifier);
+    /// Asks the front window for a key equivalent.
+    static void pressReturn();
     static void typeInto(const std::string& identifier, const std::string& text);
 
     static bool isAvailableInMainMenu(const std::string& menu, const std::string& item);

@@ -54,6 +54,25 @@ Block MacOwnWindows::heldPress(const std::string& identifier) {
     return [pressed] { [pressed performClick:nil]; };
 }
 
+void MacOwnWindows::pressReturn() {
+    constexpr unsigned short keyCode = 36;
+    NSEvent* event = [NSEvent keyEventWithType:NSEventTypeKeyDown
+                                      location:NSMakePoint(0, 0)
+                                 modifierFlags:static_cast<NSEventModifierFlags>(0)
+                                     timestamp:0
+                                  windowNumber:0
+                                       context:nil
+                                    characters:@"\r"
+                   charactersIgnoringModifiers:@"\r"
+                                     isARepeat:NO
+                                       keyCode:keyCode];
+    if (event == nil) return;
+    for (NSWindow* window in frontToBack()) {
+        [window performKeyEquivalent:event];
+        return;
+    }
+}
+
 void MacOwnWindows::typeInto(const std::string& identifier, const std::string& text) {
     NSControl* field = control(identifier);
     if (field.enabled) field.stringValue = lenientText(text);

@@ -39,6 +39,9 @@ class StandInContractHost final : private standins::CensusGuard, public VirtualC
         }));
     }
 
+    // The virtual Mac looks at no button that is hidden.
+    void pressReturn() override { onMain(standins::pressReturn); }
+
     // The virtual Mac passes no clicks on to a cover.
     void clickAt(const Point& point, Click click) override {
         if (!overlayIsInFrontAt(point)) return VirtualContractHost::clickAt(point, click);

@@ -21,6 +21,8 @@
 }
 
 - (void)buttonPressed:(NSView*)sender {
+    // A hidden button keeps its key equivalent. No page says that the key does not reach it.
+    if (sender.hiddenOrHasHiddenAncestor) return;
     // Copies: the handler may destroy the window, and everything here with it.
     const vantrel::Windows::ActionHandler handler = _handler;
     const std::string pressed = vantrel::macos::bytesOf(sender.identifier);

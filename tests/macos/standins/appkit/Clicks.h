@@ -11,4 +11,8 @@ enum class MouseButton { left, right, other };
 /// the click of a client that is not in front. Main thread. Does nothing if no cover is there.
 void clickOnCover(const Point& point, MouseButton button);
 
+/// Return in the client's only window on the screen. The system asks the window's buttons for their key equivalents.
+/// Main thread.
+void pressReturn();
+
 }  // namespace vantrel::standins

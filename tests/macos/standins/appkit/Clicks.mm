@@ -52,7 +52,27 @@ void press(NSView* view, MouseButton button, NSEvent* event) {
     }
 }
 
+NSEvent* returnKey() {
+    constexpr unsigned short keyCode = 36;
+    return [NSEvent keyEventWithType:NSEventTypeKeyDown
+                            location:NSMakePoint(0, 0)
+                       modifierFlags:static_cast<NSEventModifierFlags>(0)
+                           timestamp:0
+                        windowNumber:0
+                             context:nil
+                          characters:@"\r"
+         charactersIgnoringModifiers:@"\r"
+                           isARepeat:NO
+                             keyCode:keyCode];
+}
+
 }  // namespace
+
+void pressReturn() {
+    for (NSWindow* window in [NSWindow vantrel_all]) {
+        if (window.visible && window.canBecomeKeyWindow) [window performKeyEquivalent:returnKey()];
+    }
+}
 
 void clickOnCover(const Point& point, MouseButton button) {
     NSWindow* window = coverAt(point);

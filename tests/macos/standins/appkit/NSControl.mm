@@ -152,6 +152,14 @@ using namespace vantrel::standins;
     [self vantrel_setText:title];
 }
 
+- (BOOL)performKeyEquivalent:(NSEvent*)event {
+    const bool answers = self.enabled && self.keyEquivalent.length > 0 &&
+                         [self.keyEquivalent isEqualToString:event.charactersIgnoringModifiers];
+    if (!answers) return [super performKeyEquivalent:event];
+    [self performClick:nil];
+    return YES;
+}
+
 // A button's value is its state.
 - (NSString*)stringValue {
     return @"0";

@@ -3,6 +3,8 @@
 /// Only what a view may look at.
 @implementation NSEvent {
     NSEventType _type;
+    NSString* _characters;
+    unsigned short _keyCode;
 }
 
 + (NSEvent*)otherEventWithType:(NSEventType)type
@@ -20,12 +22,34 @@
     return event;
 }
 
++ (NSEvent*)keyEventWithType:(NSEventType)type
+                       location:(NSPoint)location
+                  modifierFlags:(NSEventModifierFlags)flags
+                      timestamp:(NSTimeInterval)time
+                   windowNumber:(NSInteger)window
+                        context:(NSGraphicsContext*)context
+                     characters:(NSString*)characters
+    charactersIgnoringModifiers:(NSString*)unmodified
+                      isARepeat:(BOOL)isRepeat
+                        keyCode:(unsigned short)code {
+    (void)location, (void)flags, (void)time, (void)window, (void)context, (void)characters, (void)isRepeat;
+    NSEvent* event = [[NSEvent alloc] init];
+    event->_type = type;
+    event->_characters = [unmodified copy];
+    event->_keyCode = code;
+    return event;
+}
+
+- (NSString*)charactersIgnoringModifiers {
+    return _characters;
+}
+
 - (NSEventType)type {
     return _type;
 }
 
 - (unsigned short)keyCode {
-    return 0;
+    return _keyCode;
 }
 
 - (id)copyWithZone:(struct _NSZone*)zone {

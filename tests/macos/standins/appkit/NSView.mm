@@ -99,6 +99,14 @@ using namespace vantrel::standins;
     return self;
 }
 
+// No page says that what is hidden is left out.
+- (BOOL)performKeyEquivalent:(NSEvent*)event {
+    for (NSView* view : _subviews) {
+        if ([view performKeyEquivalent:event]) return YES;
+    }
+    return NO;
+}
+
 - (BOOL)acceptsFirstMouse:(NSEvent*)event {
     (void)event;
     return NO;

@@ -187,6 +187,10 @@ void keepOnScreen(NSWindow* window, bool shown) {
     return ![self vantrel_isBorderless];
 }
 
+- (BOOL)performKeyEquivalent:(NSEvent*)event {
+    return [_contentView performKeyEquivalent:event];
+}
+
 - (void)center {
     if (auto* window = [self vantrel_makeWindow]) window->center();
 }

@@ -139,6 +139,11 @@ using namespace vantrel::standins;
     return [super init];
 }
 
+- (BOOL)performKeyEquivalent:(NSEvent*)event {
+    (void)event;
+    return NO;
+}
+
 - (void)mouseDown:(NSEvent*)event {
     (void)event;
 }

@@ -25,7 +25,18 @@ typedef NS_OPTIONS(NSUInteger, NSEventModifierFlags) {
                                 subtype:(short)subtype
                                   data1:(NSInteger)first
                                   data2:(NSInteger)second;
++ (nullable NSEvent*)keyEventWithType:(NSEventType)type
+                             location:(NSPoint)location
+                        modifierFlags:(NSEventModifierFlags)flags
+                            timestamp:(NSTimeInterval)time
+                         windowNumber:(NSInteger)window
+                              context:(nullable NSGraphicsContext*)context
+                           characters:(NSString*)characters
+          charactersIgnoringModifiers:(NSString*)unmodified
+                            isARepeat:(BOOL)isRepeat
+                              keyCode:(unsigned short)code;
 @property(readonly) NSEventType type;
+@property(nullable, readonly, copy) NSString* charactersIgnoringModifiers;
 @property(readonly) unsigned short keyCode;
 @end
 

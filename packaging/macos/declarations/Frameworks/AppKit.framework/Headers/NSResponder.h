@@ -9,6 +9,7 @@ NS_ASSUME_NONNULL_BEGIN
 
 @interface NSResponder : NSObject
 - (instancetype)init NS_DESIGNATED_INITIALIZER;
+- (BOOL)performKeyEquivalent:(NSEvent*)event;
 - (void)mouseDown:(NSEvent*)event;
 - (void)rightMouseDown:(NSEvent*)event;
 - (void)otherMouseDown:(NSEvent*)event;
