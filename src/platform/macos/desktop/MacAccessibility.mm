@@ -3,10 +3,12 @@
 #import <Foundation/Foundation.h>
 
 #include "platform/macos/bridge/Text.h"
+#include "platform/macos/desktop/AccessibilityLoss.h"
 #include "platform/macos/desktop/AccessibilityTimeout.h"
 #include "platform/macos/desktop/AccessibilityValueBridge.h"
 #include "platform/macos/threads/MacClock.h"
 #include "platform/macos/threads/MainThread.h"
+#include "platform/macos/threads/MainThreadWatch.h"
 
 namespace vantrel::macos {
 
@@ -30,6 +32,8 @@ AXError ask(AXUIElementRef element, Call call) {
     const AXError error = call();
     const double answered = clock.uptime();
     if (error == kAXErrorCannotComplete) AccessibilityTimeout::noteFailure(process, answered - asked, answered);
+    AccessibilityLoss::note(error);
+    MainThreadWatch::noteReturn();
     return error;
 }
 

@@ -10,7 +10,8 @@
 namespace vantrel::macos {
 
 /// While one exists, it tells the system that the process works for the user even if none of its windows is visible.
-/// Otherwise App Nap delays timers, in the end by minutes. The Mac may still go to sleep. Any thread.
+/// Otherwise App Nap delays timers, in the end by minutes. The Mac may still go to sleep. Meanwhile the main thread is
+/// watched (MainThreadWatch). Any thread.
 class TimelyActivity {
   public:
     TimelyActivity();

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "platform/macos/threads/MainThread.h"
+#include "platform/macos/threads/MainThreadWatch.h"
 
 namespace vantrel::macos {
 
@@ -17,9 +18,12 @@ id<NSObject> begunActivity() {
 
 }  // namespace
 
-TimelyActivity::TimelyActivity() : token_(begunActivity()) {}
+TimelyActivity::TimelyActivity() : token_(begunActivity()) {
+    MainThreadWatch::begin();
+}
 
 TimelyActivity::~TimelyActivity() {
+    MainThreadWatch::end();
     @autoreleasepool {
         [NSProcessInfo.processInfo endActivity:token_];
     }

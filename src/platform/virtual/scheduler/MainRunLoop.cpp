@@ -62,22 +62,23 @@ void MainRunLoop::async(Moment moment, Block block) {
     scheduler_.change([&] { mainQueue_.push(moment, std::move(block)); });
 }
 
-TimerTable::State MainRunLoop::addTimer(double intervalSeconds, bool repeats, Block block) {
+TimerTable::State MainRunLoop::addTimer(double intervalSeconds, bool repeats, bool inEveryMode, Block block) {
     // NSTimer's shortest interval.
     constexpr Moment shortest = 100'000;
     auto state = std::make_shared<TimerState>();
     state->interval = std::max(fromSeconds(intervalSeconds), shortest);
     state->repeats = repeats;
+    state->inEveryMode = inEveryMode;
     state->block = std::make_shared<const Block>(std::move(block));
     const Moment now = scheduler_.now();
     state->due = state->interval >= never - now ? never : now + state->interval;
-    scheduler_.change([&] { timers_.add(state); });
+    scheduler_.change([&] { tableOf(*state).add(state); });
     return state;
 }
 
 void MainRunLoop::invalidate(TimerState& state) {
     // Destroyed without the mutex held, because it may own anything.
-    const auto block = scheduler_.change([&] { return timers_.remove(state); });
+    const auto block = scheduler_.change([&] { return tableOf(state).remove(state); });
 }
 
 void MainRunLoop::run(Mode mode, const std::function<bool()>& done) {
@@ -89,7 +90,16 @@ void MainRunLoop::run(Mode mode, const std::function<bool()>& done) {
 }
 
 std::size_t MainRunLoop::timers() const {
-    return scheduler_.locked([this] { return timers_.size(); });
+    return scheduler_.locked([this] { return timers_.size() + timersInEveryMode_.size(); });
+}
+
+Moment MainRunLoop::timerHead(Mode mode) const {
+    const Moment inEveryMode = timersInEveryMode_.head();
+    return mode == Mode::standard ? std::min(timers_.head(), inEveryMode) : inEveryMode;
+}
+
+TimerTable& MainRunLoop::firstTimers(Mode mode) {
+    return timersInEveryMode_.head() == timerHead(mode) ? timersInEveryMode_ : timers_;
 }
 
 std::size_t MainRunLoop::pending() const {
@@ -102,6 +112,7 @@ Due MainRunLoop::due(Mode mode) const {
     Due due = Due::at(events_.head());
     if (!mainQueueIsBusy_) due.add(mainQueue_.head());
     if (mode == Mode::standard) timers_.addTo(due);
+    timersInEveryMode_.addTo(due);
     return due;
 }
 
@@ -114,7 +125,7 @@ std::function<void()> MainRunLoop::take(Mode mode) {
         const std::array<std::pair<Source, Moment>, 3> heads{
             {{Source::events, events_.head()},
              {Source::mainQueue, mainQueueIsBusy_ ? never : mainQueue_.head()},
-             {Source::timers, mode == Mode::standard ? timers_.head() : never}}};
+             {Source::timers, timerHead(mode)}}};
         Moment first = never;
         for (const auto& head : heads) first = std::min(first, head.second);
         if (first > now) return nullptr;
@@ -126,7 +137,7 @@ std::function<void()> MainRunLoop::take(Mode mode) {
             case Source::events:
                 return std::move(*events_.take(now));
             case Source::timers:
-                return [block = timers_.fire(now)] { (*block)(); };
+                return [block = firstTimers(mode).fire(now)] { (*block)(); };
             case Source::mainQueue:
                 break;
         }
@@ -146,6 +157,7 @@ void MainRunLoop::dropEverything() {
         if (auto event = scheduler_.locked([this] { return events_.take(never); })) continue;
         if (auto block = scheduler_.locked([this] { return mainQueue_.take(never); })) continue;
         if (const auto timer = scheduler_.locked([this] { return timers_.removeFirst(); })) continue;
+        if (const auto timer = scheduler_.locked([this] { return timersInEveryMode_.removeFirst(); })) continue;
         return;
     }
 }

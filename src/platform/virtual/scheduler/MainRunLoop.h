@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <thread>
+#include <utility>
 
 #include "platform/threads/Block.h"
 #include "platform/virtual/scheduler/Scheduler.h"
@@ -13,7 +14,8 @@
 namespace vantrel::virtualmac {
 
 /// The main thread and its work: events, the blocks of the main queue, timers. It runs first what was due first; for
-/// the same moment the seed decides. Timers run in the standard mode only. The main queue is not re-entrant: while one
+/// the same moment the seed decides. Timers run in the standard mode only, but for
+/// those that are added for every mode. The main queue is not re-entrant: while one
 /// of its blocks is on the stack no other one runs.
 class MainRunLoop {
   public:
@@ -50,7 +52,13 @@ class MainRunLoop {
     void async(Moment moment, Block block);
 
     /// Any thread, like invalidate().
-    TimerTable::State addTimer(double intervalSeconds, bool repeats, Block block);
+    TimerTable::State addTimer(double intervalSeconds, bool repeats, Block block) {
+        return addTimer(intervalSeconds, repeats, false, std::move(block));
+    }
+    /// A timer that fires under alerts and menus, too.
+    TimerTable::State addTimerInEveryMode(double intervalSeconds, bool repeats, Block block) {
+        return addTimer(intervalSeconds, repeats, true, std::move(block));
+    }
     void invalidate(TimerState& state);
 
     /// Main thread: runs work until `done`, which is checked after each piece of work, or until the process is over.
@@ -62,6 +70,12 @@ class MainRunLoop {
     std::size_t pending() const;
 
   private:
+    TimerTable::State addTimer(double intervalSeconds, bool repeats, bool inEveryMode, Block block);
+    TimerTable& tableOf(const TimerState& state) { return state.inEveryMode ? timersInEveryMode_ : timers_; }
+    /// The first moment of a timer that fires in that mode.
+    Moment timerHead(Mode mode) const;
+    /// The table that has it.
+    TimerTable& firstTimers(Mode mode);
     Due due(Mode mode) const;
     /// The next work to run. Null if nothing is due.
     std::function<void()> take(Mode mode);
@@ -73,6 +87,7 @@ class MainRunLoop {
     TimedQueue events_;
     TimedQueue mainQueue_;
     TimerTable timers_;
+    TimerTable timersInEveryMode_;
     bool mainQueueIsBusy_ = false;
     bool over_ = false;
     bool exited_ = false;

@@ -16,6 +16,8 @@ struct TimerState {
     Moment due = never;
     Moment interval = 0;
     bool repeats = false;
+    /// Whether it fires in every mode of the run loop, not only in the standard one.
+    bool inEveryMode = false;
     std::uint64_t age = 0;
     /// Null once the timer is invalid.
     std::shared_ptr<const Block> block;

@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "tests/macos/standins/MacInUse.h"
+#include "tests/macos/standins/clibrary/WatchLine.h"
 #include "tests/macos/standins/include/sys/sysctl.h"
 #include "tests/macos/standins/runtime/Classes.h"
 
@@ -26,6 +27,15 @@ constexpr double nanosecondsPerSecond = 1e9;
 
 }  // namespace
 
+namespace vantrel::standins {
+
+WatchLine& watchLine() {
+    static WatchLine line;
+    return line;
+}
+
+}  // namespace vantrel::standins
+
 extern "C" {
 
 // The text is as it stands in the source: "macOS 14.0, *".
@@ -35,6 +45,14 @@ bool vantrel_available(const char* system) {
     // NOLINTNEXTLINE(bugprone-unchecked-string-to-number-conversion)
     if (std::sscanf(system, "macOS %d.0, *", &version) != 1) fatal("a system that is not stood in for");
     return systemIsAtLeast(version);
+}
+
+// No test forks the process that it runs in.
+pid_t __wrap_fork() {
+    constexpr pid_t watcher = 4711;
+    if (watchLine().hasWatcher) return watcher;
+    errno = EAGAIN;
+    return -1;
 }
 
 int __wrap_kill(pid_t process, int signal) {
@@ -47,6 +65,10 @@ int __wrap_kill(pid_t process, int signal) {
 // Whole lines on standard output: the client's log.
 ssize_t __wrap_write(int descriptor, const void* bytes, std::size_t size) {
     if (descriptor == STDERR_FILENO) return write(descriptor, bytes, size);
+    if (descriptor != STDOUT_FILENO && watchLine().hasWatcher) {
+        watchLine().heard.append(static_cast<const char*>(bytes), size);
+        return static_cast<ssize_t>(size);
+    }
     if (descriptor != STDOUT_FILENO) fatal("the client writes to something else than its standard streams");
     // A long line comes in pieces.
     static std::string line;
@@ -58,7 +80,7 @@ ssize_t __wrap_write(int descriptor, const void* bytes, std::size_t size) {
 }
 
 int __wrap_fcntl(int descriptor, int, ...) {
-    if (descriptor != STDOUT_FILENO) fatal("the client changes something else than standard output");
+    if (descriptor != STDOUT_FILENO && !watchLine().hasWatcher) fatal("the client changes something else than standard output");
     return 0;
 }
 

@@ -10,6 +10,9 @@ NS_ASSUME_NONNULL_BEGIN
 + (NSTimer*)scheduledTimerWithTimeInterval:(NSTimeInterval)interval
                                    repeats:(BOOL)repeats
                                      block:(void (^)(NSTimer* timer))block API_AVAILABLE(macos(10.12));
++ (NSTimer*)timerWithTimeInterval:(NSTimeInterval)interval
+                          repeats:(BOOL)repeats
+                            block:(void (^)(NSTimer* timer))block API_AVAILABLE(macos(10.12));
 - (void)invalidate;
 @property(readonly, getter=isValid) BOOL valid;
 @end
