@@ -107,6 +107,11 @@ void DesktopPerformer::operator()(const SetTaps& action) {
     note("fault", action.work ? "keyboard taps are given again" : "no keyboard tap is given");
 }
 
+void DesktopPerformer::operator()(const SetSecureInput& action) {
+    mac_.keyboard().setSecureInput(action.on);
+    note("keyboard", action.on ? "a password field takes it" : "no password field has it");
+}
+
 void DesktopPerformer::operator()(const SetWindowList& action) {
     mac_.windowList().setFailing(!action.works);
     note("fault", action.works ? "the window list can be read again" : "the window list cannot be read");

@@ -31,6 +31,7 @@ class DesktopPerformer {
     void operator()(const SetDisplayNotices& action);
     void operator()(const CloseCover& action);
     void operator()(const SetTaps& action);
+    void operator()(const SetSecureInput& action);
     void operator()(const SetWindowList& action);
     void operator()(const FailElements& action);
     void operator()(const MendElements& action);

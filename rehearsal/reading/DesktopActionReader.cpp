@@ -41,6 +41,9 @@ DesktopActionReader::DesktopActionReader(NodeReader& reader, MacReader& mac) : r
     readers_["taps"] = [this](const auto& node) {
         return SetTaps{reader_.word<bool>(node, "'taps'", {{"given", true}, {"refused", false}})};
     };
+    readers_["secure-input"] = [this](const auto& node) {
+        return SetSecureInput{reader_.flag(node, "'secure-input'")};
+    };
     readers_["window-list"] = [this](const auto& node) {
         return SetWindowList{reader_.word<bool>(node, "'window-list'", {{"works", true}, {"fails", false}})};
     };

@@ -53,6 +53,14 @@ std::vector<NodeReader::Member> MacReader::conditionsInto(MacConditions& mac) {
             {"microphone", [&](const YAML::Node& value) { mac.microphone = capture(value, "'microphone'"); }},
             {"camera", [&](const YAML::Node& value) { mac.camera = capture(value, "'camera'"); }},
             {"activation", [&](const YAML::Node& value) { mac.activation = activation(value); }},
+            {"alerts-let-in", [&](const YAML::Node& value) { mac.alertsLetIn = alertsLetIn(value); }},
+            {"alerts-activate",
+             [&](const YAML::Node& value) { mac.alertsActivate = reader_.flag(value, "'alerts-activate'"); }},
+            {"lost-accessibility",
+             [&](const YAML::Node& value) {
+                 mac.lossFreezes =
+                     reader_.word<bool>(value, "'lost-accessibility'", {{"frees", false}, {"freezes", true}});
+             }},
             {"browsers", [&](const YAML::Node& value) { mac.browsers = browsers_.browsers(value); }},
             {"safari", [&](const YAML::Node& value) { mac.safari = reader_.flag(value, "'safari'"); }},
             reader_.secondsInto("window-flags-lag", mac.flagDelay),
@@ -109,6 +117,15 @@ virtualmac::ActivationAnswer MacReader::activation(const YAML::Node& node) {
                                            {"refused", ActivationAnswer::refuses},
                                            {"ignored", ActivationAnswer::ignores},
                                            {"late", ActivationAnswer::comesLate}});
+}
+
+virtualmac::AlertsLetIn MacReader::alertsLetIn(const YAML::Node& node) {
+    using virtualmac::AlertsLetIn;
+    return reader_.word<AlertsLetIn>(node, "'alerts-let-in'",
+                                     {{"at-once", AlertsLetIn::atOnce},
+                                      {"ordered-front", AlertsLetIn::orderedFront},
+                                      {"joining-all", AlertsLetIn::joiningAll},
+                                      {"never", AlertsLetIn::never}});
 }
 
 Rect MacReader::frame(const YAML::Node& node) {

@@ -23,6 +23,7 @@ class MacReader {
     bool accessibility(const YAML::Node& node);
     AuthorizationStatus capture(const YAML::Node& node, const std::string& what);
     virtualmac::ActivationAnswer activation(const YAML::Node& node);
+    virtualmac::AlertsLetIn alertsLetIn(const YAML::Node& node);
 
     /// `[x, y, width, height]`.
     Rect frame(const YAML::Node& node);

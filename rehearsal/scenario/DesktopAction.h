@@ -76,6 +76,11 @@ struct SetTaps {
     bool work = true;
 };
 
+/// A password field somewhere takes the keyboard, or leaves it.
+struct SetSecureInput {
+    bool on = true;
+};
+
 /// The window list cannot be read, or can be again.
 struct SetWindowList {
     bool works = true;
@@ -106,6 +111,6 @@ struct HangClient {
 /// Actions on the desktop: windows, keys, displays, and their faults.
 using DesktopAction = std::variant<PressKeys, ShowApplication, DoToApplication, MoveWindow, ResizeWindow, OpenWindow,
                                    Swipe, ArrangeDisplay, MirrorDisplay, SetDisplayNotices, CloseCover, SetTaps,
-                                   SetWindowList, FailElements, MendElements, SilenceApplication, HangClient>;
+                                   SetSecureInput, SetWindowList, FailElements, MendElements, SilenceApplication, HangClient>;
 
 }  // namespace vantrel::rehearsal

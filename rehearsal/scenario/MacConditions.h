@@ -6,6 +6,7 @@
 
 #include "platform/desktop/Geometry.h"
 #include "platform/system/CaptureAuthorization.h"
+#include "platform/virtual/ui/AlertPanel.h"
 #include "platform/virtual/world/Activations.h"
 #include "rehearsal/scenario/Behaviour.h"
 #include "rehearsal/scenario/InstalledBrowser.h"
@@ -30,6 +31,12 @@ struct MacConditions {
     std::optional<AuthorizationStatus> camera;
     /// Empty: as the macOS does it.
     std::optional<virtualmac::ActivationAnswer> activation;
+    /// How alerts are let in over another application's full screen.
+    std::optional<virtualmac::AlertsLetIn> alertsLetIn;
+    /// Whether the panel of an alert brings the client to the front although it asks not to.
+    std::optional<bool> alertsActivate;
+    /// Whether the loss of the Accessibility permission holds up all keys as long as the client has a tap.
+    std::optional<bool> lossFreezes;
     /// All that are installed. Safari, which is part of the system, is so without being among them.
     std::optional<InstalledBrowsers> browsers;
     /// Whether Safari is installed at all.

@@ -111,6 +111,14 @@ EventEntry entryOf(AlertEvent kind, const Happening& event) {
             return alert(event);
         case AlertEvent::answered:
             return {"answer", "[" + event.text + "] to: " + event.field(Field::message)};
+        case AlertEvent::unseen:
+            return {"alert", "nobody sees: " + event.text};
+        case AlertEvent::seen:
+            return {"alert", "is seen: " + event.text};
+        case AlertEvent::orderedFront:
+            return {"alert", "is ordered to the front: " + event.text};
+        case AlertEvent::joinsAll:
+            return {"alert", "may join all applications: " + event.text};
     }
     return {};
 }

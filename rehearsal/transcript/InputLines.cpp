@@ -46,6 +46,10 @@ EventEntry entryOf(OverlayEvent kind, const Happening& event) {
             return {"overlay", "is closed at " + event.text};
         case OverlayEvent::level:
             return {"overlay", "is on level " + event.field(Field::level) + " at " + event.text};
+        case OverlayEvent::unseen:
+            return {"overlay", "is not let into the full screen at " + event.text};
+        case OverlayEvent::seen:
+            return {"overlay", "is seen again at " + event.text};
     }
     return {};
 }

@@ -70,6 +70,28 @@ TEST_F(StatusItemContract, AChosenEntryActsOnTheMainThread) {
     EXPECT_EQ((Notes{"end", "end"}), notes());
 }
 
+TEST_F(StatusItemContract, TheMainQueueGoesOnUnderAQuestionThatAnEntryAsks) {
+    install();
+    host().onMain([this] {
+        Menu own;
+        MenuItem end;
+        end.title = "Termina sessione";
+        end.target = [this] {
+            computer().dispatch.mainQueue().async([this] { note("block"); });
+            computer().alerts.runModal({AlertStyle::warning, "Terminare?", "", {"Termina", "Annulla"}});
+            note("answered");
+        };
+        own.items = {end};
+        item->setMenu(own);
+    });
+    displays().chooseFromStatusMenu("Termina sessione");
+    ASSERT_TRUE(noted(1));
+    EXPECT_EQ(Notes{"block"}, notes());
+    host().pressAlertButton("Annulla");
+    ASSERT_TRUE(noted(2));
+    EXPECT_EQ((Notes{"block", "answered"}), notes());
+}
+
 TEST_F(StatusItemContract, ARemovedItemIsGone) {
     install();
     ASSERT_TRUE(shows({"🔒 Vantrel"}));

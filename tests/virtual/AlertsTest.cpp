@@ -76,6 +76,104 @@ TEST_F(AlertsTest, KeepsTheParticipantFromEverythingElse) {
     }
 }
 
+class UnseenAlertsTest : public AlertsTest {
+  protected:
+    /// Another application in full screen, and an alert of a client without a window.
+    void showOverFullScreen(AlertsLetIn letIn) {
+        mac().alerts().setLetIn(letIn);
+        const auto note = mac().processes().add({"Note", "com.example.notes"});
+        mac().desktop().setFullScreen(mac().processes().openWindow(note, {"Appunti"}), true);
+        mac().runFor(2);
+        forgetEvents();
+        mac().postToMain([this] {
+            computer().alerts.runModal({AlertStyle::warning, "Uno", "", {"A"}});
+            computer().log.print("answered");
+        });
+        mac().runFor(0.5);
+    }
+
+    /// What is told of the alert, in order.
+    std::vector<AlertEvent> told() {
+        std::vector<AlertEvent> kinds;
+        for (const Happening& event : transcript()) {
+            for (const AlertEvent kind : {AlertEvent::shown, AlertEvent::unseen, AlertEvent::seen,
+                                          AlertEvent::orderedFront, AlertEvent::joinsAll, AlertEvent::answered}) {
+                if (event.kind == EventKind(kind)) kinds.push_back(kind);
+            }
+        }
+        return kinds;
+    }
+
+    void press() {
+        participant().answerAlert("A");
+        mac().runFor(0);
+    }
+};
+
+TEST_F(UnseenAlertsTest, AnAlertThatIsLetInAtOnceIsLeftAsItIs) {
+    showOverFullScreen(AlertsLetIn::atOnce);
+    mac().runFor(5);
+    press();
+    EXPECT_EQ((std::vector{AlertEvent::shown, AlertEvent::answered}), told());
+}
+
+TEST_F(UnseenAlertsTest, AnAlertIsOrderedToTheFrontOnceItHasNotBeenSeenForASecond) {
+    showOverFullScreen(AlertsLetIn::orderedFront);
+    press();
+    EXPECT_EQ("nobody sees the alert", events<Deed>().back().field(Field::ignored));
+    mac().runFor(0.499);
+    EXPECT_EQ((std::vector{AlertEvent::shown, AlertEvent::unseen}), told());
+    mac().runFor(0.001);
+    press();
+    EXPECT_EQ((std::vector{AlertEvent::shown, AlertEvent::unseen, AlertEvent::orderedFront, AlertEvent::seen,
+                           AlertEvent::joinsAll, AlertEvent::answered}),
+              told());
+}
+
+TEST_F(UnseenAlertsTest, AnAlertMayJoinAllApplicationsAfterThat) {
+    showOverFullScreen(AlertsLetIn::joiningAll);
+    mac().runFor(0.5);
+    press();
+    EXPECT_EQ((std::vector{AlertEvent::shown, AlertEvent::unseen, AlertEvent::orderedFront, AlertEvent::joinsAll,
+                           AlertEvent::seen, AlertEvent::answered}),
+              told());
+}
+
+TEST_F(UnseenAlertsTest, AnAlertThatIsNeverLetInIsSeenOnceTheFullScreenIsLeft) {
+    showOverFullScreen(AlertsLetIn::never);
+    mac().runFor(100);
+    press();
+    EXPECT_EQ("nobody sees the alert", events<Deed>().back().field(Field::ignored));
+    mac().spaces().swipe(VirtualSpaces::Direction::left);
+    press();
+    EXPECT_EQ(Lines{"answered"}, logLines());
+    EXPECT_EQ((std::vector{AlertEvent::shown, AlertEvent::unseen, AlertEvent::orderedFront, AlertEvent::joinsAll,
+                           AlertEvent::seen, AlertEvent::answered}),
+              told());
+}
+
+TEST_F(UnseenAlertsTest, AnAlertAnsweredInTheFirstSecondIsNotOrderedToTheFrontLater) {
+    showOverFullScreen(AlertsLetIn::orderedFront);
+    mac().spaces().swipe(VirtualSpaces::Direction::left);
+    press();
+    mac().spaces().swipe(VirtualSpaces::Direction::right);
+    mac().runFor(5);
+    EXPECT_EQ((std::vector{AlertEvent::shown, AlertEvent::unseen, AlertEvent::seen, AlertEvent::answered}), told());
+    EXPECT_EQ(0U, mac().leftovers().timers);
+}
+
+TEST_F(UnseenAlertsTest, TheFrontIsGivenBackAfterAnAnswerThatHasTakenIt) {
+    mac().alerts().setActivating(true);
+    showOverFullScreen(AlertsLetIn::atOnce);
+    press();
+    mac().runFor(1);
+    Lines fronts;
+    for (const Happening& event : events<ApplicationEvent>()) {
+        if (event.kind == EventKind(ApplicationEvent::frontmost)) fronts.push_back(event.text);
+    }
+    EXPECT_EQ((Lines{"Vantrel", "Note"}), fronts);
+}
+
 TEST_F(AlertsTest, RefusesToBeShownOffTheMainThread) {
     expectMisuse();
     mac().inBackground([this] { computer().alerts.runModal({AlertStyle::warning, "Uno", "", {}}); });

@@ -16,7 +16,7 @@ import declared
 from listing import Listing
 
 # Enumerators whose names do not begin with their type's name.
-PREFIXES = {"NSAutoresizingMaskOptions": "NSView", "CGEventFlags": "kCGEventFlagMask"}
+PREFIXES = {"NSAutoresizingMaskOptions": "NSView", "CGEventFlags": "kCGEventFlagMask", "NSWindowOcclusionState": ""}
 GENERICS = ("ObjectType", "KeyType", "KeyType<NSCopying>")
 # Names that the listing lacks, each for a reason.
 ELSEWHERE = {

@@ -27,7 +27,8 @@ struct MenuItem {
     /// Pressed together with Command. An upper-case letter also needs Shift. Empty for none.
     std::string keyEquivalent;
     bool enabled = true;
-    /// The action's target. Called on the main thread, in an event, after the menu is gone.
+    /// The action's target. Called on the main thread after the menu has closed: in an event, so that the main queue
+    /// goes on under an alert that it opens. Not called once the menu or its status item is gone.
     Block target;
     Menu submenu;
 

@@ -23,7 +23,7 @@ VirtualMac::VirtualMac(Options options)
       processes_(engine_, files_, desktop_, activations_, options.bundleIdentifier),
       windows_(engine_, desktop_),
       application_({engine_, desktop_, activations_, processes_, windows_}),
-      alerts_(engine_),
+      alerts_({engine_, desktop_, activations_, processes_, windows_, application_}),
       menus_(engine_),
       statusBar_(engine_, menus_),
       spaces_(engine_, desktop_),
@@ -57,10 +57,14 @@ VirtualMac::VirtualMac(Options options)
                     menus_,
                     statusBar_,
                     application_,
-                    capture_}) {
+                    capture_,
+                    options.systemVersion}) {
     activations_.makeFrontmost = [this](ProcessIdentifier process) {
         return accessibility_.application(process)->setAttribute("AXFrontmost", true);
     };
+    accessibility_.onDenied = [this] { keyboard_.noteLostTrust(); };
+    desktop_.client = processes_.ownProcess();
+    desktop_.clientShowsAWindow = [this] { return windows_.front().has_value(); };
     engine_.start();
 }
 

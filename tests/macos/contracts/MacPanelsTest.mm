@@ -5,6 +5,7 @@
 #include <variant>
 
 #include "platform/macos/ui/BlackoutWindow.h"
+#include "platform/macos/ui/MenuBuilder.h"
 #include "tests/contracts/ContractTest.h"
 #include "tests/macos/contracts/EmptyEvent.h"
 
@@ -69,6 +70,8 @@ class MacPanels : public contracts::ContractTest {
 
     static NSWindow* panel() { return NSApplication.sharedApplication.modalWindow; }
 
+    NSMenu* kept_ = nil;
+
     static constexpr NSWindowCollectionBehavior everywhere =
         NSWindowCollectionBehaviorCanJoinAllSpaces | NSWindowCollectionBehaviorFullScreenAuxiliary;
 };
@@ -81,6 +84,22 @@ TEST_F(MacPanels, AnAlertOfAClientWithoutAWindowIsLetInEverywhere) {
         EXPECT_GE(alert.level, NSModalPanelWindowLevel);
         EXPECT_FALSE(alert.canHide);
         EXPECT_FALSE(alert.hidesOnDeactivate);
+    });
+    answer();
+}
+
+TEST_F(MacPanels, AnAlertOfAClientWithoutAWindowAsksNotToActivateIt) {
+    ask();
+    host().onMain([] { EXPECT_NE(panel().styleMask & NSWindowStyleMaskNonactivatingPanel, 0U); });
+    answer();
+}
+
+TEST_F(MacPanels, AnAlertThatIsSeenIsLeftAsItIs) {
+    ask();
+    host().letTimePass(1.5);
+    host().onMain([] {
+        EXPECT_NE(panel().occlusionState & NSWindowOcclusionStateVisible, 0U);
+        EXPECT_EQ(panel().collectionBehavior & NSWindowCollectionBehaviorCanJoinAllApplications, 0U);
     });
     answer();
 }
@@ -210,6 +229,28 @@ TEST_F(MacPanels, AWindowHasTheStyleThatItIsAskedToHave) {
 
 TEST_F(MacPanels, AStatusItemMayBeAsLongAsItsTitle) {
     EXPECT_EQ(variableStatusItemLength, NSVariableStatusItemLength);
+}
+
+TEST_F(MacPanels, AChosenEntryActsInATurnOfItsOwnUnlessItsMenuIsGone) {
+    host().onMain([this] {
+        MenuItem entry;
+        entry.title = "Termina sessione";
+        for (const char* text : {"kept", "gone"}) {
+            entry.target = [this, text] { note(text); };
+            Menu menu;
+            menu.items = {entry};
+            @autoreleasepool {
+                NSMenu* made = appKitMenu(menu);
+                [made performActionForItemAtIndex:0];
+                if (kept_ == nil) kept_ = made;
+            }
+        }
+        EXPECT_EQ(notes(), Notes{});
+    });
+    ASSERT_TRUE(noted(1));
+    host().letTimePass(0.1);
+    EXPECT_EQ(notes(), Notes{"kept"});
+    host().onMain([this] { kept_ = nil; });
 }
 
 TEST_F(MacPanels, WhatTakesTheClicksLiesOnTopOfAllOfACover) {

@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QKeySequence>
 #include <QMenu>
+#include <QPointer>
 #include <memory>
 
 #include "platform/linux/threads/MainThread.h"
@@ -46,9 +47,11 @@ void MenuBuilder::addItem(QMenu& menu, const MenuItem& item) const {
         action->setEnabled(item.isAvailable());
         action->setMenuRole(QAction::NoRole);
         action->setShortcut(keySequence(item.keyEquivalent));
-        QObject::connect(action, &QAction::triggered, action, [this, target = item.target, selector = item.action] {
+        QObject::connect(action, &QAction::triggered, action, [this, action, target = item.target, selector = item.action] {
             if (target) {
-                mainThread_.post(target);
+                mainThread_.post([known = QPointer(action), target] {
+                    if (known) target();
+                });
             } else if (!selector.empty()) {
                 mainThread_.post([this, selector] { responder_.perform(selector); });
             }

@@ -11,7 +11,7 @@ class Responder;
 class RunLoopModes;
 
 /// Builds Qt's menus from the client's. An open menu is tracked, which stops the run loop's timers. A chosen item acts
-/// in an event of its own, after its menu is gone. Main thread.
+/// in an event of its own, after its menu has closed, unless the item is gone by then. Main thread.
 class MenuBuilder {
   public:
     MenuBuilder(MainThread& mainThread, RunLoopModes& modes, const Responder& responder)

@@ -36,20 +36,10 @@ KeyEvent keyEvent(CGEventType type, CGEventRef event) {
     return key;
 }
 
-// The tap stays disabled: whoever disabled it had a reason.
-void sayWhyItIsLost(CGEventType type) {
-    @autoreleasepool {
-        const bool timedOut = type == kCGEventTapDisabledByTimeout;
-        sayThatTheTapIsLost(
-            MacISO8601DateFormatter().string(MacClock().secondsSince1970()),
-            timedOut ? "the main thread did not answer in time" : "the system disabled it for its user");
-    }
-}
-
 }  // namespace
 
 std::unique_ptr<MacKeyboardTap> MacKeyboardTap::create(KeyDecision decision, KeyReport report) {
-    auto rules = std::make_unique<const Rules>(Rules{decision, std::make_shared<const KeyReport>(std::move(report))});
+    Rules rules{decision, std::make_shared<const KeyReport>(std::move(report))};
     std::unique_ptr<MacKeyboardTap> tap(new MacKeyboardTap(std::move(rules)));
     if (!tap->install()) return nullptr;
     return tap;
@@ -69,19 +59,45 @@ bool MacKeyboardTap::install() {
     return true;
 }
 
-// A tap that is only disabled stays in the system and slows down every key press. Invalidating its port removes it.
 MacKeyboardTap::~MacKeyboardTap() {
     requireMainThread("the end of a keyboard tap");
+    remove();
+}
+
+// A tap that is only disabled stays in the system and slows down every key press. Invalidating its port removes it.
+void MacKeyboardTap::remove() {
     if (!eventTap_) return;
     CGEventTapEnable(eventTap_.get(), false);
     if (runLoopSource_) CFRunLoopRemoveSource(CFRunLoopGetMain(), runLoopSource_.get(), kCFRunLoopCommonModes);
     CFMachPortInvalidate(eventTap_.get());
+    runLoopSource_ = {};
+    eventTap_ = {};
+}
+
+// The tap stays disabled: whoever disabled it had a reason.
+void MacKeyboardTap::disabled(CGEventType type) {
+    const bool timedOut = type == kCGEventTapDisabledByTimeout;
+    sayThatItIsLost(timedOut ? "the main thread did not answer in time" : "the system disabled it for its user");
+    if (!AXIsProcessTrusted()) remove();
+}
+
+void MacKeyboardTap::leave(const char* why) {
+    if (!eventTap_) return;
+    sayThatItIsLost(why);
+    remove();
+}
+
+void MacKeyboardTap::sayThatItIsLost(const char* why) {
+    if (std::exchange(isSaid_, true)) return;
+    @autoreleasepool {
+        sayThatTheTapIsLost(MacISO8601DateFormatter().string(MacClock().secondsSince1970()), why);
+    }
 }
 
 CGEventRef MacKeyboardTap::handle(CGEventTapProxy, CGEventType type, CGEventRef event, void* userInfo) {
     const auto* rules = static_cast<const Rules*>(userInfo);
     if (rules == nullptr) return event;
-    if (type == kCGEventTapDisabledByTimeout || type == kCGEventTapDisabledByUserInput) sayWhyItIsLost(type);
+    if (type == kCGEventTapDisabledByTimeout || type == kCGEventTapDisabledByUserInput) rules->tap->disabled(type);
     const std::string_view name = rules->decision(keyEvent(type, event));
     if (name.empty()) return event;
     // The report may destroy the tap, and the rules with it.

@@ -23,19 +23,54 @@ bool hasAWindow(NSApplication* application) {
     return false;
 }
 
+constexpr NSWindowCollectionBehavior everywhere =
+    NSWindowCollectionBehaviorCanJoinAllSpaces | NSWindowCollectionBehaviorFullScreenAuxiliary;
+
 // By itself, the system shows no other application's window in the Space of a full-screen one, and none above the
-// client's own covers.
+// client's own covers. A click is not to bring the client to the front; where the alert makes its own panel, it does.
 void showEverywhere(NSApplication* application, NSWindow* panel) {
     NSWindowLevel level = NSModalPanelWindowLevel;
     for (NSWindow* window in application.windows) {
         if (window.visible) level = std::max(level, window.level + 1);
     }
     panel.level = level;
-    panel.collectionBehavior =
-        NSWindowCollectionBehaviorCanJoinAllSpaces | NSWindowCollectionBehaviorFullScreenAuxiliary;
+    panel.styleMask |= NSWindowStyleMaskNonactivatingPanel;
+    panel.collectionBehavior = everywhere;
     panel.canHide = NO;
     panel.hidesOnDeactivate = NO;
     if (application.hidden) [application unhideWithoutActivation];
+}
+
+// Nobody can answer what nobody sees.
+void letIn(NSWindow* panel) {
+    if ((panel.occlusionState & NSWindowOcclusionStateVisible) != 0) return;
+    [panel orderFrontRegardless];
+    panel.collectionBehavior = everywhere | NSWindowCollectionBehaviorCanJoinAllApplications;
+}
+
+// Looks at the panel once it has been up for a second. Under an alert only timers of the common modes fire.
+class SightCheck {
+  public:
+    explicit SightCheck(NSWindow* panel) {
+        constexpr NSTimeInterval seconds = 1.0;
+        timer_ = [NSTimer timerWithTimeInterval:seconds
+                                        repeats:NO
+                                          block:^(NSTimer*) {
+                                            letIn(panel);
+                                          }];
+        [NSRunLoop.mainRunLoop addTimer:timer_ forMode:NSRunLoopCommonModes];
+    }
+    ~SightCheck() { [timer_ invalidate]; }
+    SightCheck(const SightCheck&) = delete;
+    SightCheck& operator=(const SightCheck&) = delete;
+
+  private:
+    NSTimer* timer_;
+};
+
+NSModalResponse runSeen(NSAlert* alert) {
+    const SightCheck check(alert.window);
+    return [alert runModal];
 }
 
 // In a lockdown the client has no window, and the browser is in front on a Space of its own. Nobody would see a
@@ -45,7 +80,7 @@ NSModalResponse runWhereTheUserIs(NSAlert* alert) {
     if (hasAWindow(application)) return [alert runModal];
     NSRunningApplication* before = application.active ? nil : NSWorkspace.sharedWorkspace.frontmostApplication;
     showEverywhere(application, alert.window);
-    const NSModalResponse response = [alert runModal];
+    const NSModalResponse response = runSeen(alert);
     // The click on the alert's button has brought the client to the front, where nothing takes keys. So give the front
     // back, unless the answer has shown a window meanwhile.
     dispatch_async(dispatch_get_main_queue(), ^{

@@ -14,8 +14,20 @@
     return self;
 }
 
+// The system may send the action inside a block of the main queue. A question that it opened there would hold up all
+// other blocks of the queue, so it comes from the run loop: even under an alert, and not once its menu is gone.
 - (void)perform:(id)sender {
     (void)sender;
+    __weak VantrelMenuTarget* weak = self;
+    CFRunLoopPerformBlock(CFRunLoopGetMain(), kCFRunLoopCommonModes, ^{
+      @autoreleasepool {
+          [weak act];
+      }
+    });
+    CFRunLoopWakeUp(CFRunLoopGetMain());
+}
+
+- (void)act {
     // A copy: the block may destroy its own menu.
     const vantrel::Block block = _block;
     block();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <atomic>
+#include <functional>
 #include <memory>
 #include <set>
 
@@ -32,6 +33,9 @@ class VirtualAccessibility final : public Accessibility {
 
     /// The lower level of limitTime(), as in the system: it knows no pauses. Seconds; 0 is the system's default.
     void setMessagingTimeout(double seconds);
+
+    /// Set once, before the Mac starts. Called when the client has been refused a call for want of the permission.
+    std::function<void()> onDenied = [] {};
 
     /// Driver-facing, any thread.
     AccessibilityFaults& faults() { return faults_; }

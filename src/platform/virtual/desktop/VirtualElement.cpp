@@ -27,6 +27,7 @@ std::variant<AccessibilityValue, AccessibilityError> VirtualAccessibility::Eleme
         answer = fault ? std::move(*fault) : read(name);
     }
     if (const Block block = owner_.faults_.takeAfterRead(name, process_)) block();
+    if (reached == accessibilityDisabled) owner_.onDenied();
     return answer;
 }
 
@@ -47,6 +48,7 @@ AccessibilityError VirtualAccessibility::Element::carryOut(AccessibilityFaults::
     const bool isWrite = operation == AccessibilityFaults::Operation::write;
     owner_.engine_.journal.emit(
         {isWrite ? ElementEvent::set : ElementEvent::action, std::string(name), std::move(all)});
+    if (error != nullptr && *error == accessibilityDisabled) owner_.onDenied();
     if (error != nullptr) return *error;
     std::get<Block>(intended)();
     return accessibilitySuccess;

@@ -38,7 +38,7 @@ bool show(DesktopState& state, const SpaceRow& row, std::size_t place) {
 }  // namespace
 
 VirtualSpaces::VirtualSpaces(Engine& engine, VirtualDesktop& desktop) : desktop_(desktop), notices_(engine) {
-    desktop_.onSpaceChange = [this] { notices_.post(); };
+    desktop_.onSpaceChange.emplace_back([this] { notices_.post(); });
 }
 
 std::unique_ptr<Observation> VirtualSpaces::observeActiveSpaceDidChange(Block block) {

@@ -48,6 +48,15 @@ enum class AlertEvent {
     shown,
     /// The button's title; message (the alert's).
     answered,
+    /// The message text: another application's full screen, which it is not let into, is in front of it. Only when it
+    /// was seen, or after shown.
+    unseen,
+    /// The message text: it was not seen before.
+    seen,
+    /// The message text: while it is not seen, the client orders it to the front.
+    orderedFront,
+    /// The message text: while it is not seen, the client lets it join all applications.
+    joinsAll,
 };
 
 /// A window of this application.
@@ -142,6 +151,11 @@ enum class OverlayEvent {
     closed,
     /// Frame; level.
     level,
+    /// Frame: its display shows another application's full screen, which it is not let into. Only when it was seen, or
+    /// after shown.
+    unseen,
+    /// Frame: it was not seen before.
+    seen,
 };
 
 /// The Mac itself.

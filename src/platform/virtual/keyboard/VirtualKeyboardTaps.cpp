@@ -19,20 +19,44 @@ class VirtualKeyboardTaps::Tap final : public KeyboardTap {
     StatePointer state_;
 };
 
+/// The client's handle of a tap, which leaves the system as soon as the client knows that it has lost the permission.
+class VirtualKeyboardTaps::ClientTap final : public KeyboardTap {
+  public:
+    explicit ClientTap(VirtualKeyboardTaps& keyboard) : keyboard_(keyboard) { keyboard_.clientTaps_.push_back(this); }
+    ~ClientTap() override { std::erase(keyboard_.clientTaps_, this); }
+    ClientTap(const ClientTap&) = delete;
+    ClientTap& operator=(const ClientTap&) = delete;
+
+    std::unique_ptr<KeyboardTap> tap;
+
+  private:
+    VirtualKeyboardTaps& keyboard_;
+};
+
 VirtualKeyboardTaps::VirtualKeyboardTaps(Engine& engine, VirtualAccessibilityTrust& trust)
     : engine_(engine), trust_(trust) {
     trust_.onRevoked = [this] { disableAll(); };
 }
 
 std::unique_ptr<KeyboardTap> VirtualKeyboardTaps::create(KeyDecision decision, KeyReport report) {
-    return createFilter([this, decision, report = std::move(report)](const KeyEvent& event) {
+    auto made = std::make_unique<ClientTap>(*this);
+    made->tap = createFilter([this, decision, report = std::move(report), own = made.get()](const KeyEvent& event) {
         const bool isNotice = event.type != KeyEventType::keyDown && event.type != KeyEventType::flagsChanged;
+        if (isNotice && !trust_.isTrusted()) own->tap.reset();
         const std::string name(decision(event));
         if (name.empty()) return false;
         if (isNotice) engine_.misuse("a keyboard tap swallows the notice of its end");
         if (!isNotice && report) report(name);
         return true;
     });
+    if (!made->tap) return nullptr;
+    return made;
+}
+
+void VirtualKeyboardTaps::noteLostTrust() {
+    if (trust_.isTrusted()) return;
+    if (!engine_.isMainThread()) return engine_.mainLoop.postOwn([this] { noteLostTrust(); });
+    for (ClientTap* tap : clientTaps_) tap->tap.reset();
 }
 
 std::unique_ptr<KeyboardTap> VirtualKeyboardTaps::createFilter(KeyFilter filter) {
@@ -72,9 +96,13 @@ void VirtualKeyboardTaps::press(const KeyEvent& event, Block passed) {
         const std::lock_guard guard(mutex_);
         keys_.push_back({event, std::move(passed), {}});
         if (keys_.size() > 1) return;
-        keys_.front().ahead = taps_;
+        keys_.front().ahead = tapsToAsk();
     }
     ask();
+}
+
+std::vector<VirtualKeyboardTaps::StatePointer> VirtualKeyboardTaps::tapsToAsk() const {
+    return secureInput_ ? std::vector<StatePointer>() : taps_;
 }
 
 void VirtualKeyboardTaps::ask() {
@@ -83,6 +111,7 @@ void VirtualKeyboardTaps::ask() {
     std::uint64_t question = 0;
     {
         const std::lock_guard guard(mutex_);
+        if (frozen_) return;
         Pressed& first = keys_.front();
         std::erase_if(first.ahead, [](const auto& each) { return !each->enabled; });
         if (!first.ahead.empty() && !engine_.isOver()) {
@@ -150,7 +179,7 @@ void VirtualKeyboardTaps::goOn() {
         const std::lock_guard guard(mutex_);
         keys_.pop_front();
         if (keys_.empty()) return;
-        keys_.front().ahead = taps_;
+        keys_.front().ahead = tapsToAsk();
     }
     // Not at once: a thousand keys would nest a thousand calls.
     engine_.world.after(0, [this] { ask(); });
@@ -188,6 +217,10 @@ void VirtualKeyboardTaps::disableAll() {
     std::vector<StatePointer> all;
     {
         const std::lock_guard guard(mutex_);
+        if (freezes_) {
+            frozen_ = !taps_.empty();
+            return;
+        }
         all = taps_;
     }
     for (const StatePointer& tap : all) disable(tap, KeyEventType::tapDisabledByUserInput);
@@ -195,6 +228,7 @@ void VirtualKeyboardTaps::disableAll() {
 
 void VirtualKeyboardTaps::remove(const StatePointer& tap) {
     std::uint64_t waiting = 0;
+    bool thaws = false;
     // Destroyed here on the main thread, with everything it owns, even if questions are still on their way.
     std::shared_ptr<const KeyFilter> filter;
     {
@@ -204,9 +238,11 @@ void VirtualKeyboardTaps::remove(const StatePointer& tap) {
         filter.swap(tap->filter);
         // A question that is being answered right now still counts: a tap may end in its own report.
         if (open_ != 0 && open_ != heard_ && keys_.front().ahead.front() == tap) waiting = open_;
+        thaws = taps_.empty() && std::exchange(frozen_, false) && open_ == 0 && !keys_.empty();
     }
     engine_.journal.emit({KeyboardEvent::tapRemoved});
     if (waiting != 0) pass(waiting);
+    if (thaws) engine_.world.after(0, [this] { ask(); });
 }
 
 }  // namespace vantrel::virtualmac

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <deque>
@@ -35,8 +36,16 @@ class VirtualKeyboardTaps final : public KeyboardTaps {
     /// The lower level of create(), as in the system: it knows no names and reports nothing.
     [[nodiscard]] std::unique_ptr<KeyboardTap> createFilter(KeyFilter filter);
 
+    /// The client has been refused something for want of the permission. Any thread.
+    void noteLostTrust();
+
+    /// Driver-facing, any thread: whether the loss of the permission holds up every key until the last tap is gone,
+    /// instead of disabling the taps. Both are reported of Macs.
+    void setFreezing(bool freezes) { freezes_ = freezes; }
     /// Driver-facing, any thread: the system refuses the next `times` taps. 0 ends that.
     void refuse(int times);
+    /// While a password field has the keyboard, keys go past all taps.
+    void setSecureInput(bool on) { secureInput_ = on; }
     /// The taps that exist, and those of them that are not disabled.
     std::size_t taps() const;
     std::size_t enabledTaps() const;
@@ -47,6 +56,7 @@ class VirtualKeyboardTaps final : public KeyboardTaps {
 
   private:
     class Tap;
+    class ClientTap;
     struct State {
         std::shared_ptr<const KeyFilter> filter;
         bool enabled = true;
@@ -59,6 +69,8 @@ class VirtualKeyboardTaps final : public KeyboardTaps {
         std::vector<StatePointer> ahead;
     };
 
+    /// With the mutex held.
+    std::vector<StatePointer> tapsToAsk() const;
     void ask();
     void decide(const StatePointer& tap, std::uint64_t question, const KeyEvent& event);
     /// The tap with that open question lets the key pass.
@@ -72,10 +84,16 @@ class VirtualKeyboardTaps final : public KeyboardTaps {
 
     Engine& engine_;
     VirtualAccessibilityTrust& trust_;
+    /// Main thread.
+    std::vector<ClientTap*> clientTaps_;
+    std::atomic<bool> secureInput_ = false;
+    std::atomic<bool> freezes_ = false;
     mutable std::mutex mutex_;
     /// Newest first.
     std::vector<StatePointer> taps_;
     int refusals_ = 0;
+    /// No key goes on.
+    bool frozen_ = false;
     /// The first one is being passed through the taps.
     std::deque<Pressed> keys_;
     std::uint64_t questions_ = 0;

@@ -26,7 +26,7 @@ std::string Participant::whyNoMenu() const {
 }
 
 std::optional<WindowState> Participant::frontWindow() const {
-    if (dependencies_.application.isHidden()) return std::nullopt;
+    if (dependencies_.application.isHidden() || dependencies_.desktop.mainDisplayShowsFullScreen()) return std::nullopt;
     return dependencies_.windows.front();
 }
 
@@ -77,6 +77,7 @@ void Participant::pressReturn() {
 std::string Participant::performReturn(const std::function<void()>& heard) {
     if (isMenuInFront()) return "a menu is open";
     if (const auto alerts = dependencies_.alerts.up(); !alerts.empty()) {
+        if (!dependencies_.alerts.isFrontSeen()) return "nobody sees the alert";
         heard();
         dependencies_.alerts.answer(alerts.back().buttons.front());
         return {};
@@ -101,7 +102,9 @@ void Participant::answerAlert(const std::string& buttonTitle) {
         if (std::find(buttons.begin(), buttons.end(), buttonTitle) == buttons.end()) {
             return "the alert has no such button";
         }
+        if (!dependencies_.alerts.isFrontSeen()) return "nobody sees the alert";
         heard();
+        if (dependencies_.alerts.isFrontActivating()) bringClientToFront();
         dependencies_.alerts.answer(buttonTitle);
         return {};
     });
@@ -109,7 +112,11 @@ void Participant::answerAlert(const std::string& buttonTitle) {
 
 void Participant::track(const std::string& title, const Menu& menu, std::uint64_t statusItem) {
     const auto chosen = dependencies_.menus.track(title, menu, statusItem);
-    if (chosen) dependencies_.application.perform(*chosen);
+    if (!chosen) return;
+    const auto act = [this, item = *chosen] { dependencies_.application.perform(item); };
+    if (statusItem == 0 || dependencies_.systemVersion < firstSystemThatHostsStatusItems) return act();
+    Engine& engine = dependencies_.engine;
+    engine.mainLoop.async(engine.scheduler.now(), act);
 }
 
 void Participant::openStatusMenu() {

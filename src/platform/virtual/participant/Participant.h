@@ -26,7 +26,11 @@ class Participant final : public DesktopParticipant {
         VirtualStatusBar& statusBar;
         VirtualApplication& application;
         VirtualCaptureAuthorization& capture;
+        int systemVersion;
     };
+
+    /// From here on a choice from a status menu is delivered inside a block of the main queue.
+    static constexpr int firstSystemThatHostsStatusItems = 26;
 
     explicit Participant(const Dependencies& dependencies)
         : DesktopParticipant(dependencies), dependencies_(dependencies) {}

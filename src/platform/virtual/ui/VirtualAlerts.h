@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -9,23 +10,57 @@
 #include <vector>
 
 #include "platform/ui/Alerts.h"
+#include "platform/virtual/apps/VirtualProcessLauncher.h"
 #include "platform/virtual/scheduler/Engine.h"
+#include "platform/virtual/ui/AlertPanel.h"
+#include "platform/virtual/ui/VirtualApplication.h"
+#include "platform/virtual/ui/VirtualWindows.h"
+#include "platform/virtual/world/Activations.h"
+#include "platform/virtual/world/VirtualDesktop.h"
 
 namespace vantrel::virtualmac {
 
 /// Modal alerts. Alerts that open under others are stacked. When the process ends or the Mac is drained, the last
-/// button is the answer.
+/// button is the answer. An alert in front of which another application's full screen lies is seen if the system lets
+/// it in there. A click on an ordinary alert brings the client to the front.
 class VirtualAlerts final : public Alerts {
   public:
-    explicit VirtualAlerts(Engine& engine) : engine_(engine) {}
+    struct Dependencies {
+        Engine& engine;
+        VirtualDesktop& desktop;
+        Activations& activations;
+        VirtualProcessLauncher& processes;
+        VirtualWindows& windows;
+        VirtualApplication& application;
+    };
+    using PanelPointer = std::shared_ptr<AlertPanel>;
+
+    explicit VirtualAlerts(Dependencies dependencies);
 
     std::size_t runModal(const Alert& alert) override;
+
+    /// The lower level of runModal(), as in the system: the panel is the client's matter, and so is giving the front
+    /// back. What changes in the panel meanwhile is done through the operations below. Main thread.
+    std::size_t run(const Alert& alert, const PanelPointer& panel);
+    void orderFrontRegardless(const PanelPointer& panel);
+    void setCollectionBehavior(const PanelPointer& panel, unsigned behavior);
+    /// Whether somebody in front of the screen sees it (occlusionState).
+    bool isSeen(const AlertPanel& panel) const;
 
     /// Driver-facing, any thread: the alerts shown, the front one last, with their buttons as shown.
     std::vector<Alert> up() const;
 
     /// The number of the front alert (Engine::nextInFront), or 0 if none is shown.
     std::uint64_t inFront() const;
+    bool isFrontSeen() const;
+    /// Whether a click on the front alert brings the client to the front.
+    bool isFrontActivating() const;
+
+    /// Driver-facing, any thread: how the system lets alerts in from now on, and whether a click activates even where
+    /// the panel asks that it does not. As a rule it leaves the client where it is, which is harder for the rules: then
+    /// what follows the answer has to come to the front by itself.
+    void setLetIn(AlertsLetIn letIn) { letIn_ = letIn; }
+    void setActivating(bool activating) { activating_ = activating; }
 
     /// The participant presses a button of the front alert. Main thread, in an event. False if there is no such alert
     /// or button.
@@ -36,15 +71,27 @@ class VirtualAlerts final : public Alerts {
   private:
     struct Shown {
         Alert alert;
+        PanelPointer panel;
         std::uint64_t number = 0;
+        bool isToldSeen = true;
         std::optional<std::size_t> answer;
     };
     using ShownPointer = std::shared_ptr<Shown>;
 
+    std::size_t runWhereTheUserIs(const Alert& alert);
+    void letIn(const PanelPointer& panel);
+    void giveTheFrontBack(ProcessIdentifier before);
     bool answer(const ShownPointer& shown, std::size_t index);
     ShownPointer front() const;
+    /// The alert of that panel. Null if it is not up.
+    ShownPointer shownWith(const PanelPointer& panel) const;
+    /// Records for each alert whether it is seen, where that has changed.
+    void tellWhoIsSeen();
 
+    const Dependencies dependencies_;
     Engine& engine_;
+    std::atomic<AlertsLetIn> letIn_ = AlertsLetIn::atOnce;
+    std::atomic<bool> activating_ = false;
     mutable std::mutex mutex_;
     std::vector<ShownPointer> stack_;
 };

@@ -1,6 +1,7 @@
 #include "platform/virtual/ui/VirtualOverlays.h"
 
 #include <algorithm>
+#include <iterator>
 #include <string>
 #include <utility>
 
@@ -40,7 +41,10 @@ class VirtualOverlays::Shown final : public Overlay {
             }
             wasVisible = std::exchange(state_->visible, true);
         }
-        if (!wasVisible) return tell(OverlayEvent::shown, whatIsSeen());
+        if (!wasVisible) {
+            tell(OverlayEvent::shown, whatIsSeen());
+            return overlays_.tellWhichAreSeen();
+        }
         if (wasUnder) tell(OverlayEvent::raised, {});
     }
 
@@ -48,6 +52,7 @@ class VirtualOverlays::Shown final : public Overlay {
         {
             const std::lock_guard guard(overlays_.mutex_);
             if (!std::exchange(state_->visible, false)) return;
+            state_->isLetIn = true;
         }
         tell(OverlayEvent::hidden, {});
     }
@@ -80,11 +85,35 @@ class VirtualOverlays::Shown final : public Overlay {
     bool isClosed_ = false;
 };
 
+VirtualOverlays::VirtualOverlays(Engine& engine, VirtualDesktop& desktop) : engine_(engine), desktop_(desktop) {
+    desktop.onSpaceChange.emplace_back([this] { tellWhichAreSeen(); });
+}
+
+void VirtualOverlays::tellWhichAreSeen() {
+    constexpr unsigned fullScreenAuxiliary = 0x100;
+    std::vector<std::shared_ptr<State>> visible;
+    {
+        const std::lock_guard guard(mutex_);
+        std::copy_if(overlays_.begin(), overlays_.end(), std::back_inserter(visible),
+                     [](const auto& state) { return state->visible; });
+    }
+    for (const auto& state : visible) {
+        const OverlayDescription& description = state->description;
+        const bool isLetIn = (description.collectionBehavior & fullScreenAuxiliary) != 0 ||
+                             !desktop_.showsFullScreen(description.frame);
+        {
+            const std::lock_guard guard(mutex_);
+            if (!state->visible || std::exchange(state->isLetIn, isLetIn) == isLetIn) continue;
+        }
+        engine_.journal.emit({isLetIn ? OverlayEvent::seen : OverlayEvent::unseen, describe(description.frame)});
+    }
+}
+
 std::unique_ptr<Overlay> VirtualOverlays::makeOverlay(const OverlayDescription& description) {
     std::shared_ptr<State> state;
     {
         const std::lock_guard guard(mutex_);
-        state = std::make_shared<State>(State{description, false, ++made_, 0});
+        state = std::make_shared<State>(State{description, false, true, ++made_, 0});
         overlays_.push_back(state);
     }
     return std::make_unique<Shown>(*this, std::move(state));

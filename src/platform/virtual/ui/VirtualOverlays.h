@@ -12,11 +12,12 @@
 
 namespace vantrel::virtualmac {
 
-/// The client's overlays. They are on every Space and above all windows of a lower layer. On the same layer, other
+/// The client's overlays. They are on every Space and above all windows of a lower layer, but not over another
+/// application's full screen, unless they ask for that. On the same layer, other
 /// applications' windows are above an overlay if they were opened after it was last ordered to the front.
 class VirtualOverlays final : public Overlays {
   public:
-    VirtualOverlays(Engine& engine, const VirtualDesktop& desktop) : engine_(engine), desktop_(desktop) {}
+    VirtualOverlays(Engine& engine, VirtualDesktop& desktop);
 
     [[nodiscard]] std::unique_ptr<Overlay> makeOverlay(const OverlayDescription& description) override;
 
@@ -24,6 +25,8 @@ class VirtualOverlays final : public Overlays {
     struct State {
         OverlayDescription description;
         bool visible = false;
+        /// Whether it is seen where it is visible.
+        bool isLetIn = true;
         /// Its number in the window list, above those of all other windows.
         std::int64_t number = 0;
         /// The newest window of another application when it was last ordered to the front.
@@ -45,6 +48,9 @@ class VirtualOverlays final : public Overlays {
 
   private:
     class Shown;
+
+    /// Records for each visible overlay whether it is seen, where that has changed.
+    void tellWhichAreSeen();
 
     Engine& engine_;
     const VirtualDesktop& desktop_;

@@ -18,7 +18,10 @@ class VirtualStatusBar final : public StatusBar {
   public:
     VirtualStatusBar(Engine& engine, MenuTracking& menus) : engine_(engine), menus_(menus) {}
 
+    /// A chosen entry acts from the run loop, whatever its mode.
     [[nodiscard]] std::unique_ptr<StatusItem> statusItem(double length) override;
+    /// The lower level of statusItem(), as in the system: a chosen entry acts where the choice is delivered.
+    [[nodiscard]] std::unique_ptr<StatusItem> systemItem();
     void removeStatusItem(StatusItem& item) override;
 
     /// An item as the participant sees it.
@@ -33,6 +36,9 @@ class VirtualStatusBar final : public StatusBar {
 
   private:
     class Item;
+    enum class Acts { fromTheRunLoop, whereTheChoiceIsDelivered };
+
+    std::unique_ptr<StatusItem> make(Acts acts);
 
     Engine& engine_;
     MenuTracking& menus_;

@@ -65,7 +65,7 @@ void VirtualDesktop::tell(std::unique_lock<std::mutex>& guard, const std::vector
     }
     for (const Happening& change : changes) {
         engine_.journal.emit(change);
-        if (onSpaceChange) onSpaceChange();
+        for (const auto& told : onSpaceChange) told();
     }
     if (frontChanged && front.isTold) {
         engine_.journal.emit({ApplicationEvent::frontmost, front.name, {{Field::pid, std::to_string(front.process)}}});
@@ -228,7 +228,26 @@ std::int64_t VirtualDesktop::open(ProcessIdentifier owner, const std::string& ow
 }
 
 void VirtualDesktop::bringToFront(const FrontCandidate& application) {
-    change([&](DesktopState& state, Happenings&) { state.bringToFront(application); });
+    const bool showsDesktop = application.process == client && clientShowsAWindow && clientShowsAWindow();
+    change([&](DesktopState& state, Happenings&) {
+        state.bringToFront(application);
+        if (showsDesktop) state.spaces.makeCurrent(state.spaces.desktop(state.spaces.rows().front()));
+    });
+}
+
+bool VirtualDesktop::showsFullScreen(const Rect& display) const {
+    const auto screens = displays_().screens;
+    if (screens.empty()) return false;
+    Rect frame = display;
+    frame.origin.y = screens.front().frame.size.height - frame.origin.y - frame.size.height;
+    return read([&frame](const DesktopState& state) {
+        return state.spaces.isFullScreen(state.spaces.rowOf(frame).current);
+    });
+}
+
+bool VirtualDesktop::mainDisplayShowsFullScreen() const {
+    const Displays displays = displays_();
+    return displays.main < displays.screens.size() && showsFullScreen(displays.screens[displays.main].frame);
 }
 
 void VirtualDesktop::putClientWindowsAbove() {

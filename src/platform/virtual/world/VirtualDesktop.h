@@ -67,9 +67,19 @@ class VirtualDesktop {
     void processEnded(ProcessIdentifier process);
     void putClientWindowsAbove();
 
+    /// Whether the display with that frame, from the bottom left of the primary one, shows a full-screen window. The
+    /// client has none, so it is another application's.
+    bool showsFullScreen(const Rect& display) const;
+    bool mainDisplayShowsFullScreen() const;
+
+    /// Set once, before the Mac starts: the client's process, and whether one of its own windows is on a desktop. With
+    /// such a window it leaves no full screen in front of it when it comes to the front.
+    ProcessIdentifier client = 0;
+    std::function<bool()> clientShowsAWindow;
+
     /// Set once, before the Mac starts. Called on each change of Space, and when an application has closed its last
     /// window.
-    std::function<void()> onSpaceChange;
+    std::vector<std::function<void()>> onSpaceChange;
     std::function<void(ProcessIdentifier)> onLastWindowClosed;
 
     /// Runs `function(state, happenings)` with the mutex held. What it adds to the happenings is recorded afterwards.

@@ -1,5 +1,6 @@
 #import <AppKit/AppKit.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -9,9 +10,55 @@
 
 using namespace vantrel::standins;
 
+/// The panel of an alert. It is one of the virtual Mac's alerts while it is up, and none of its windows.
+@interface VantrelAlertPanel : NSWindow
+- (const vantrel::virtualmac::VirtualAlerts::PanelPointer&)vantrel_panel;
+@end
+
+@implementation VantrelAlertPanel {
+    vantrel::virtualmac::VirtualAlerts::PanelPointer _panel;
+    NSWindowStyleMask _askedStyle;
+}
+
+- (const vantrel::virtualmac::VirtualAlerts::PanelPointer&)vantrel_panel {
+    if (!_panel) _panel = std::make_shared<vantrel::virtualmac::AlertPanel>();
+    return _panel;
+}
+
+- (NSWindowStyleMask)styleMask {
+    return _askedStyle | NSWindowStyleMaskTitled;
+}
+
+- (void)setStyleMask:(NSWindowStyleMask)mask {
+    requireMain("setStyleMask:");
+    _askedStyle = mask;
+    [self vantrel_panel]->asksNotToActivate = (mask & NSWindowStyleMaskNonactivatingPanel) != 0;
+}
+
+- (NSWindowCollectionBehavior)collectionBehavior {
+    return static_cast<NSWindowCollectionBehavior>([self vantrel_panel]->collectionBehavior);
+}
+
+- (void)setCollectionBehavior:(NSWindowCollectionBehavior)behavior {
+    requireMain("setCollectionBehavior:");
+    mac().alerts().setCollectionBehavior([self vantrel_panel], static_cast<unsigned>(behavior));
+}
+
+- (NSWindowOcclusionState)occlusionState {
+    const bool seen = mac().alerts().isSeen(*[self vantrel_panel]);
+    return static_cast<NSWindowOcclusionState>(seen ? NSWindowOcclusionStateVisible : 0);
+}
+
+- (void)orderFrontRegardless {
+    requireMain("orderFrontRegardless");
+    mac().alerts().orderFrontRegardless([self vantrel_panel]);
+}
+
+@end
+
 @implementation NSAlert {
     std::vector<std::string> _buttons;
-    NSWindow* _window;
+    VantrelAlertPanel* _window;
 }
 
 - (NSButton*)addButtonWithTitle:(NSString*)title {
@@ -22,10 +69,10 @@ using namespace vantrel::standins;
 
 - (NSWindow*)window {
     if (_window == nil) {
-        _window = [[NSWindow alloc] initWithContentRect:NSMakeRect(0, 0, 0, 0)
-                                              styleMask:NSWindowStyleMaskTitled
-                                                backing:NSBackingStoreBuffered
-                                                  defer:YES];
+        _window = [[VantrelAlertPanel alloc] initWithContentRect:NSMakeRect(0, 0, 0, 0)
+                                                       styleMask:NSWindowStyleMaskTitled
+                                                         backing:NSBackingStoreBuffered
+                                                           defer:YES];
         _window.releasedWhenClosed = NO;
     }
     return _window;
@@ -39,7 +86,7 @@ using namespace vantrel::standins;
     alert.informativeText = bytesOf(self.informativeText);
     alert.buttons = _buttons;
     NSWindow* const before = [NSApp vantrel_setModalWindow:self.window];
-    const std::size_t pressed = mac().parts().alerts.runModal(alert);
+    const std::size_t pressed = mac().alerts().run(alert, [_window vantrel_panel]);
     [NSApp vantrel_setModalWindow:before];
     return NSAlertFirstButtonReturn + static_cast<NSModalResponse>(pressed);
 }

@@ -49,8 +49,8 @@ using namespace vantrel::standins;
 - (instancetype)initWithLength:(CGFloat)length {
     self = [super init];
     if (self == nil) return nil;
-    const bool varies = length == NSVariableStatusItemLength;
-    _item = mac().parts().statusBar.statusItem(varies ? vantrel::variableStatusItemLength : length);
+    (void)length;
+    _item = mac().statusBar().systemItem();
     _number = mac().statusBar().items().back().number;
     _button = [[NSStatusBarButton alloc] initWithItem:self];
     return self;

@@ -17,6 +17,7 @@ typedef NS_OPTIONS(NSUInteger, NSWindowStyleMask) {
     NSWindowStyleMaskClosable = 1 << 1,
     NSWindowStyleMaskMiniaturizable = 1 << 2,
     NSWindowStyleMaskResizable = 1 << 3,
+    NSWindowStyleMaskNonactivatingPanel = 1 << 7,
 };
 typedef NS_OPTIONS(NSUInteger, NSWindowCollectionBehavior) {
     NSWindowCollectionBehaviorCanJoinAllSpaces = 1 << 0,
@@ -24,6 +25,10 @@ typedef NS_OPTIONS(NSUInteger, NSWindowCollectionBehavior) {
     NSWindowCollectionBehaviorIgnoresCycle = 1 << 6,
     NSWindowCollectionBehaviorFullScreenPrimary = 1 << 7,
     NSWindowCollectionBehaviorFullScreenAuxiliary = 1 << 8,
+    NSWindowCollectionBehaviorCanJoinAllApplications API_AVAILABLE(macos(13.0)) = 1 << 18,
+};
+typedef NS_OPTIONS(NSUInteger, NSWindowOcclusionState) {
+    NSWindowOcclusionStateVisible = 1 << 1,
 };
 
 @interface NSWindow : NSResponder
@@ -43,6 +48,7 @@ typedef NS_OPTIONS(NSUInteger, NSWindowCollectionBehavior) {
 @property BOOL hidesOnDeactivate;
 @property BOOL canHide;
 @property(getter=isVisible, readonly) BOOL visible;
+@property(readonly) NSWindowOcclusionState occlusionState API_AVAILABLE(macos(10.9));
 @property(getter=isMovable) BOOL movable API_AVAILABLE(macos(10.6));
 @property BOOL ignoresMouseEvents;
 @property(readonly) BOOL canBecomeKeyWindow;
