@@ -39,11 +39,21 @@ struct PageMessage {
     std::string text;
 };
 
+/// What became of the page's request for its camera or microphone.
+struct PageDevice {
+    /// `camera` or `microphone`.
+    std::string device;
+    /// `granted`, `live`, `refused`, `missing`, `failed` or `ended`.
+    std::string state;
+    /// The device's name, or the browser's error.
+    std::string detail;
+};
+
 /// One report of a meeting page about itself.
 struct PageReport {
     /// Counted by the page, from 1.
     std::uint64_t number = 0;
-    std::variant<PageOpened, PageView, PageKey, PageText, PageMessage> content;
+    std::variant<PageOpened, PageView, PageKey, PageText, PageMessage, PageDevice> content;
 };
 
 }  // namespace vantrel::practice

@@ -1,6 +1,7 @@
 #include "practice/bodies/PageReportsBody.h"
 
 #include <algorithm>
+#include <initializer_list>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string_view>
@@ -74,6 +75,27 @@ std::variant<PageReport, BodyError> readText(const json& value) {
     return PageReport{value["number"], Text{value["text"]}};
 }
 
+bool isOneOf(const json& value, std::initializer_list<std::string_view> texts) {
+    return std::find(texts.begin(), texts.end(), value.get_ref<const std::string&>()) != texts.end();
+}
+
+std::variant<PageReport, BodyError> readDevice(const json& value) {
+    static const BodyShape shape({{"number", Type::count},
+                                  {"kind", Type::string},
+                                  {"device", Type::string},
+                                  {"state", Type::string},
+                                  {"detail", Type::string}});
+    if (const auto error = shape.wrong(value, "a report")) return *error;
+    if (!isOneOf(value["device"], {"camera", "microphone"})) {
+        return BodyError{"\"device\" is not \"camera\" or \"microphone\""};
+    }
+    if (!isOneOf(value["state"], {"granted", "live", "refused", "missing", "failed", "ended"})) {
+        return BodyError{"\"state\" is not \"granted\", \"live\", \"refused\", \"missing\", \"failed\" or \"ended\""};
+    }
+    if (const auto error = tooLong(value, "detail", PageReportsBody::longestText)) return *error;
+    return PageReport{value["number"], PageDevice{value["device"], value["state"], value["detail"]}};
+}
+
 std::variant<PageReport, BodyError> readReport(const json& value) {
     if (!value.is_object()) return BodyError{"a report is not a JSON object"};
     const auto kind = value.find("kind");
@@ -83,7 +105,8 @@ std::variant<PageReport, BodyError> readReport(const json& value) {
     if (*kind == "key") return readKey(value);
     if (*kind == "text") return readText<PageText>(value);
     if (*kind == "message") return readText<PageMessage>(value);
-    return BodyError{"a report's \"kind\" is not \"opened\", \"view\", \"key\", \"text\" or \"message\""};
+    if (*kind == "device") return readDevice(value);
+    return BodyError{"a report's \"kind\" is not \"opened\", \"view\", \"key\", \"text\", \"message\" or \"device\""};
 }
 
 }  // namespace

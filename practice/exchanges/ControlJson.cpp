@@ -72,6 +72,10 @@ json jsonOf(const PageMessage& message) {
     return {{"kind", "message"}, {"text", message.text}};
 }
 
+json jsonOf(const PageDevice& device) {
+    return {{"kind", "device"}, {"device", device.device}, {"state", device.state}, {"detail", device.detail}};
+}
+
 }  // namespace
 
 json jsonOf(const ReceivedExchange& exchange) {

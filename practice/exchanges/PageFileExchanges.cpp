@@ -20,8 +20,9 @@ struct PageFile {
     std::string_view content;
 };
 
-std::array<PageFile, 4> files() {
+std::array<PageFile, 5> files() {
     return {{{"/pages/meeting.css", style, pagefiles::meetingCss},
+             {"/pages/meeting-devices.js", script, pagefiles::meetingDevicesJs},
              {"/pages/meeting.js", script, pagefiles::meetingJs},
              {"/pages/trainer.css", style, pagefiles::trainerCss},
              {"/pages/trainer.js", script, pagefiles::trainerJs}}};

@@ -6,6 +6,7 @@
 namespace vantrel::practice::pagefiles {
 
 extern const std::string_view meetingCss;
+extern const std::string_view meetingDevicesJs;
 extern const std::string_view meetingEndedHtml;
 extern const std::string_view meetingHtml;
 extern const std::string_view meetingJs;

@@ -4,7 +4,7 @@ front is sent back, and the participant ends the session from the status menu.""
 import subprocess
 import time
 
-from browser import Browser, check_nothing_is_left
+from browser import FAKE_DEVICES, Browser, check_nothing_is_left
 from client import Client, until
 from desktop import Desktop
 from headless_chromium import HeadlessChromium
@@ -47,6 +47,13 @@ def check_the_other_display(stage, check):
     middle = (x + width // 2 - 260, y + height // 2 - 160, 520, 320)
     check("a notice stands in its middle", stage.desktop.pixels(picture, middle, grey) > 500)
     check("the client says so", stage.client.wait_for("[BLACKOUT] Coperto monitor Destro (1440.0, 0.0, 1440.0, 900.0)"))
+
+
+def check_the_devices(practice, check):
+    states = lambda: {(report["device"], report["state"]) for report in reported(practice, "device")}
+    for device in ("camera", "microphone"):
+        check(f"the page has the {device}", until(lambda: (device, "live") in states()))
+    check("neither was refused", {state for _, state in states()} == {"granted", "live"})
 
 
 def check_the_keys(stage, practice, check):
@@ -118,7 +125,7 @@ def play(check):
     home = FOLDER / "home"
     home.mkdir(parents=True)
     browser = Browser(home, FOLDER)
-    browser.install()
+    browser.install(*FAKE_DEVICES)
     with Desktop(ROOT) as desktop, Practice(SERVER, "--session", f"{CODE}={TITLE}") as practice:
         save_settings(home, {"vt_serverURL": practice.address, "vt_fullName": NAME,
                              "vt_email": "maria.bianchi@example.com"})
@@ -129,6 +136,7 @@ def play(check):
             check("the lockdown is complete", client.wait_for(LOCKDOWN_COMPLETE, 30))
             check("the keyboard hook is at work", "[LOCKDOWN] ✅ Keyboard hook verificato e attivo" in client.lines)
             check_the_other_display(stage, check)
+            check_the_devices(practice, check)
             check_the_keys(stage, practice, check)
             check_the_focus(stage, practice, check)
             end_from_the_menu(stage, browser, check)

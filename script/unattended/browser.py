@@ -23,6 +23,10 @@ FLAGS = ["--disable-quic", "--disable-background-networking", "--disable-compone
 # Its sandbox does not run as root.
 FLAGS_AS_ROOT = ["--no-sandbox", "--test-type"]
 
+# A camera with a moving picture and a microphone that beeps, and a person who allows both. Only where nobody sits: with
+# them a trial by hand would not show its own camera.
+FAKE_DEVICES = ["--use-fake-device-for-media-stream", "--use-fake-ui-for-media-stream"]
+
 # The client's arguments after the meeting's address.
 OTHER_ARGUMENTS = ["--new-window", "--no-first-run", "--no-default-browser-check", "--disable-extensions",
                    "--disable-tab-strip", "--disable-session-crashed-bubble", "--disable-infobars"]
@@ -38,10 +42,10 @@ class Browser:
         self._noted, self._complaints = folder / "browser-arguments.txt", folder / "browser.log"
         self.program = home / "Applications/Google Chrome.app/Contents/MacOS/Google Chrome"
 
-    def install(self):
+    def install(self, *more_flags):
         self.program.parent.mkdir(parents=True, exist_ok=True)
         self._noted.unlink(missing_ok=True)
-        flags = FLAGS + (FLAGS_AS_ROOT if os.geteuid() == 0 else [])
+        flags = [*FLAGS, *(FLAGS_AS_ROOT if os.geteuid() == 0 else []), *more_flags]
         self.program.write_text(WRAPPER.format(
             noted=shlex.quote(str(self._noted)), complaints=shlex.quote(str(self._complaints)),
             profile=shlex.quote(str(self._profile)), flags=" ".join(flags)))

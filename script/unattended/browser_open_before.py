@@ -3,7 +3,7 @@
 import re
 import subprocess
 
-from browser import Browser, check_nothing_is_left, meeting_arguments
+from browser import FAKE_DEVICES, Browser, check_nothing_is_left, meeting_arguments
 from checks import in_order
 from client import Client, until
 from desktop import Desktop
@@ -36,7 +36,7 @@ def play(check):
     home = FOLDER / "home"
     home.mkdir(parents=True)
     browser = Browser(home, FOLDER)
-    browser.install()
+    browser.install(*FAKE_DEVICES)
     with Desktop(ROOT) as desktop, Practice(SERVER, "--session", f"{CODE}={TITLE}") as practice:
         save_settings(home, {"vt_serverURL": practice.address, "vt_fullName": "Maria Bianchi",
                              "vt_email": "maria.bianchi@example.com"})

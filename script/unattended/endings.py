@@ -4,7 +4,7 @@ import os
 import signal
 import time
 
-from browser import Browser, check_nothing_is_left
+from browser import FAKE_DEVICES, Browser, check_nothing_is_left
 from checks import in_order
 from client import Client, until
 from desktop import Desktop
@@ -47,7 +47,7 @@ def play(check):
     home = FOLDER / "home"
     home.mkdir(parents=True)
     browser = Browser(home, FOLDER)
-    browser.install()
+    browser.install(*FAKE_DEVICES)
     sessions = [argument for code, title in CODES.items() for argument in ("--session", f"{code}={title}")]
     with Desktop(ROOT) as desktop, Practice(SERVER, *sessions) as practice:
         save_settings(home, {"vt_serverURL": practice.address, "vt_fullName": "Maria Bianchi",

@@ -4,7 +4,7 @@ import json
 import subprocess
 import time
 
-from browser import Browser, check_nothing_is_left, meeting_arguments
+from browser import FAKE_DEVICES, Browser, check_nothing_is_left, meeting_arguments
 from checks import in_order
 from client import Client, until
 from desktop import Desktop
@@ -189,7 +189,7 @@ def check_the_browser(browser, lines, address, check):
 def play(check):
     home = RUN / "home"
     browser = Browser(home, RUN)
-    browser.install()
+    browser.install(*FAKE_DEVICES)
     classes = RUN / "classes.yaml"
     classes.write_text(CLASSES)
     with Desktop(ROOT) as desktop, Practice(SERVER, "--config", str(classes)) as practice:

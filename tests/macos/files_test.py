@@ -98,6 +98,7 @@ INFORMATION_MISTAKES = [
 ]
 ENTITLEMENT_MISTAKES = [
     (lambda p: p.pop("com.apple.security.device.camera"), "the entitlements are"),
+    (lambda p: p.pop("com.apple.security.device.audio-input"), "the entitlements are"),
     (lambda p: p.update({"com.apple.security.device.camera": False}), "the entitlements are"),
     (lambda p: p.update({"com.apple.security.device.camera": 1}), "the entitlements are"),
     (lambda p: p.update({"com.apple.security.get-task-allow": True}), "the entitlements are"),

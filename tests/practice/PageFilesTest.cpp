@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <array>
 #include <regex>
 
 #include "Requests.h"
@@ -47,19 +48,18 @@ TEST_F(PageFiles, APageRefersOnlyToFilesThatTheServerHas) {
 }
 
 TEST_F(PageFiles, ScriptsAndStylesHaveTheirTypes) {
-    for (const std::string name : {"meeting", "trainer"}) {
-        const PracticeReply script = server.handle(get("/pages/" + name + ".js"));
-        EXPECT_EQ(script.contentType, "text/javascript; charset=utf-8");
-        EXPECT_NE(script.body.find("\"use strict\";"), std::string::npos);
-        const PracticeReply style = server.handle(get("/pages/" + name + ".css"));
-        EXPECT_EQ(style.contentType, "text/css; charset=utf-8");
-        EXPECT_NE(style.body.find("box-sizing: border-box;"), std::string::npos);
-        for (const PracticeReply& reply : {script, style}) {
-            EXPECT_EQ(reply.body.find("http"), std::string::npos);
-            EXPECT_EQ(reply.body.find("url("), std::string::npos);
-            EXPECT_EQ(reply.body.find("innerHTML"), std::string::npos);
-            EXPECT_EQ(reply.body.find("insertAdjacentHTML"), std::string::npos);
-        }
+    const std::vector<std::array<std::string, 3>> files{
+        {"meeting.js", "text/javascript; charset=utf-8", "\"use strict\";"},
+        {"meeting-devices.js", "text/javascript; charset=utf-8", "\"use strict\";"},
+        {"trainer.js", "text/javascript; charset=utf-8", "\"use strict\";"},
+        {"meeting.css", "text/css; charset=utf-8", "box-sizing: border-box;"},
+        {"trainer.css", "text/css; charset=utf-8", "box-sizing: border-box;"}};
+    for (const auto& [name, type, held] : files) {
+        const PracticeReply reply = server.handle(get("/pages/" + name));
+        EXPECT_EQ(reply.contentType, type) << name;
+        EXPECT_NE(reply.body.find(held), std::string::npos) << name;
+        for (const std::string none : {"http", "url(", "innerHTML", "insertAdjacentHTML"})
+            EXPECT_EQ(reply.body.find(none), std::string::npos) << name << ": " << none;
     }
 }
 

@@ -31,6 +31,10 @@ json key(const std::string& name) {
             {"shift", true}, {"alt", false}, {"meta", true},   {"repeat", false}};
 }
 
+json device(const std::string& name, const std::string& state) {
+    return {{"kind", "device"}, {"device", name}, {"state", state}, {"detail", "Fotocamera HD"}};
+}
+
 json without(json value, const std::string& name) {
     value.erase(name);
     return value;
@@ -79,17 +83,20 @@ TEST_F(PageReports, AreListedWithAllTheyTellInTheirOrder) {
     now += 1;
     const json message{{"number", 5}, {"kind", "message"}, {"text", "però"}};
     send(list(withNumber(3, view("view")), text(4, ""), message));
+    send(list(withNumber(6, device("camera", "live")), withNumber(7, device("microphone", "refused"))));
 
-    json expected = json::array(
-        {withNumber(1, view("opened")), withNumber(2, key("Q")), withNumber(3, view("view")), text(4, ""), message});
+    json expected =
+        json::array({withNumber(1, view("opened")), withNumber(2, key("Q")), withNumber(3, view("view")), text(4, ""),
+                     message, withNumber(6, device("camera", "live")), withNumber(7, device("microphone", "refused"))});
     for (std::size_t index = 0; index < expected.size(); ++index) {
         expected[index].update({{"time", standingTime + (index < 2 ? 0 : 1)}, {"session", "PROVA"}, {"page", 1}});
     }
     EXPECT_EQ(listed(), expected);
 
     const auto entries = server.pageReports();
-    ASSERT_EQ(entries.size(), 5U);
+    ASSERT_EQ(entries.size(), 7U);
     EXPECT_EQ(std::get<PageKey>(entries[1].report.content).key, "Q");
+    EXPECT_EQ(std::get<PageDevice>(entries[6].report.content).state, "refused");
     EXPECT_TRUE(std::get<PageOpened>(entries[0].report.content).fullScreen);
 }
 
@@ -132,9 +139,9 @@ TEST_F(PageReports, ThatAreWrongGetAReasonAndChangeNothing) {
         {list(5), "a report is not a JSON object"},
         {list(json::object()), "a report lacks \"kind\""},
         {list(with(text(2, "b"), "kind", "speech")),
-         "a report's \"kind\" is not \"opened\", \"view\", \"key\", \"text\" or \"message\""},
+         "a report's \"kind\" is not \"opened\", \"view\", \"key\", \"text\", \"message\" or \"device\""},
         {list(with(text(2, "b"), "kind", 1)),
-         "a report's \"kind\" is not \"opened\", \"view\", \"key\", \"text\" or \"message\""},
+         "a report's \"kind\" is not \"opened\", \"view\", \"key\", \"text\", \"message\" or \"device\""},
         {list(text(2, "b"), without(text(3, "c"), "text")), "a report lacks \"text\""},
         {list(text(2, "b"), with(text(3, "c"), "text", nullptr)), "\"text\" is not a string"},
         {list(with(text(2, "b"), "colour", "red")), "a report holds an unknown key \"colour\""},
@@ -147,6 +154,12 @@ TEST_F(PageReports, ThatAreWrongGetAReasonAndChangeNothing) {
         {list(text(2, std::string(4001, 'b'))), "\"text\" is longer than 4000 bytes"},
         {list(withNumber(2, with(view("view"), "visible", "yes"))), "\"visible\" is not a boolean"},
         {list(withNumber(2, without(view("opened"), "height"))), "a report lacks \"height\""},
+        {list(withNumber(2, device("screen", "live"))), "\"device\" is not \"camera\" or \"microphone\""},
+        {list(withNumber(2, device("camera", "on"))),
+         "\"state\" is not \"granted\", \"live\", \"refused\", \"missing\", \"failed\" or \"ended\""},
+        {list(withNumber(2, without(device("camera", "live"), "detail"))), "a report lacks \"detail\""},
+        {list(withNumber(2, with(device("camera", "live"), "detail", std::string(4001, 'd')))),
+         "\"detail\" is longer than 4000 bytes"},
         {list(withNumber(2, without(key("q"), "meta"))), "a report lacks \"meta\""},
         {list(withNumber(2, key(std::string(65, 'q')))), "\"key\" is longer than 64 bytes"},
         {list(withNumber(2, with(key("q"), "code", std::string(65, 'q')))), "\"code\" is longer than 64 bytes"},

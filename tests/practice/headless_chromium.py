@@ -21,14 +21,14 @@ def find():
 class HeadlessChromium:
     """One browser with one page. Use it in a with statement, which ends it and removes its profile."""
 
-    def __init__(self, width, height):
+    def __init__(self, width, height, *flags):
         self._folder = tempfile.TemporaryDirectory(prefix="chromium-", ignore_cleanup_errors=True)
         to_browser, self._output = os.pipe()
         self._input, from_browser = os.pipe()
         arguments = [
             find(), "--headless", "--no-sandbox", "--disable-gpu", "--disable-quic", "--no-first-run",
             "--disable-background-networking", "--disable-component-update", "--disable-sync",
-            f"--user-data-dir={self._folder.name}/profile", "--remote-debugging-pipe", "about:blank",
+            f"--user-data-dir={self._folder.name}/profile", "--remote-debugging-pipe", *flags, "about:blank",
         ]
         # The browser reads descriptor 3 and writes 4. Two free ones are used in between, because ours may be 3 and 4
         # swapped.

@@ -14,6 +14,9 @@ from practice_server import Server
 PROGRAM = ""
 PATIENCE = 60  # Seconds; long enough that only a hang reaches it.
 FULL_SCREEN = {"width": 1440, "height": 900, "fullScreen": False, "visible": True, "focused": True}
+# A camera with a moving picture and a microphone that beeps, and a person who allows both.
+DEVICES, ALLOWED = "--use-fake-device-for-media-stream", "--use-fake-ui-for-media-stream"
+DEVICE_REPORTS = 4  # Camera and microphone, each granted and then live.
 NO_MODIFIER = {"ctrl": False, "shift": False, "alt": False, "meta": False, "repeat": False}
 
 
@@ -34,31 +37,34 @@ class MeetingPage(unittest.TestCase):
         self.server = Server(PROGRAM, "--session", "PROVA=Sicurezza sul lavoro, modulo 1", "--session", "IERI=Privacy",
                              "--status", "IERI=ENDED")
         self.addCleanup(self.server.close)
-        self.browser = headless_chromium.HeadlessChromium(1440, 900)
-        self.addCleanup(self.browser.close)
+        self.browser = headless_chromium.HeadlessChromium(1440, 900, DEVICES, ALLOWED)
+        self.addCleanup(lambda: self.browser.close())
         self.browser.call("Runtime.enable")
         self.browser.call("Log.enable")
         # The focus would otherwise come some time after the page.
         self.browser.call("Emulation.setFocusEmulationEnabled", enabled=True)
 
     def open(self, path="meet/PROVA"):
+        """Opens the page and waits until it has its devices, so that what comes after has its numbers."""
         self.browser.open(self.server.address + path)
         self.browser.wait_for("document.readyState==='complete'&&document.getElementById('clock')!==null")
+        self.browser.wait_for("document.querySelectorAll('[data-state=live]').length==="
+                              "document.querySelectorAll('#camera,#microphone').length")
 
     def listed(self):
         status, reports = self.server.ask("GET", "/control/reports")
         self.assertEqual(status, 200)
         return reports
 
-    def reported(self):
-        """Without what the server adds."""
+    def reported(self, devices=False):
+        """Without what the server adds: what is told of the devices, or all the rest."""
         return [{name: value for name, value in report.items() if name not in ("time", "session", "page", "number")}
-                for report in self.listed()]
+                for report in self.listed() if (report["kind"] == "device") == devices]
 
-    def reports(self, count):
-        """The reports of one page, once there are that many."""
-        self.wait_until(lambda: len(self.listed()) >= count)
-        self.assertEqual([report["number"] for report in self.listed()], list(range(1, count + 1)))
+    def reports(self, count, devices=DEVICE_REPORTS):
+        """The reports of one page without its devices' ones, once there are that many of both."""
+        self.wait_until(lambda: len(self.listed()) >= count + devices)
+        self.assertEqual([report["number"] for report in self.listed()], list(range(1, count + devices + 1)))
         return self.reported()
 
     def wait_until(self, true):
@@ -136,9 +142,42 @@ class MeetingPage(unittest.TestCase):
         with self.browser.another_page():
             self.browser.wait_for("document.visibilityState==='hidden'")
         self.browser.wait_for("document.visibilityState==='visible'&&document.hasFocus()")
-        self.wait_until(lambda: len(self.listed()) > 5 and self.reported()[-1] == view())
+        self.wait_until(lambda: len(self.reported()) > 5 and self.reported()[-1] == view())
         self.assertEqual(self.reported()[-1], view())
         self.assertTrue(any(not report["visible"] and not report["focused"] for report in self.reported()[5:]))
+
+    def test_it_has_camera_and_microphone_and_shows_both(self):
+        self.open()
+        self.reports(1)
+        told = self.reported(devices=True)
+        self.assertEqual({(report["device"], report["state"]) for report in told},
+                         {(device, state) for device in ("camera", "microphone") for state in ("granted", "live")})
+        for device in ("camera", "microphone"):
+            self.assertEqual([report["state"] for report in told if report["device"] == device], ["granted", "live"])
+        self.assertTrue(all(report["detail"] for report in told))
+        self.assertEqual(self.browser.value("document.querySelector('.devices').innerText"),
+                         "Fotocamera: attiva\nMicrofono: attivo")
+        self.assertGreater(self.browser.value("document.getElementById('self').videoWidth"), 0)
+        self.browser.wait_for("document.getElementById('level').value>0")
+        self.picture("meeting-page-devices.png")
+        self.browser.value("document.getElementById('self').srcObject.getTracks()[0].dispatchEvent(new Event('ended'))")
+        self.wait_until(lambda: self.reported(devices=True)[-1]["state"] == "ended")
+        self.assertEqual(self.reported(devices=True)[-1]["device"], "camera")
+        self.assertEqual(self.complaints(), [])
+
+    def test_it_shows_a_camera_that_is_refused_and_has_the_microphone_all_the_same(self):
+        self.browser.close()
+        self.browser = headless_chromium.HeadlessChromium(1440, 900, DEVICES)
+        for name, setting in (("camera", "denied"), ("microphone", "granted")):
+            self.browser.call("Browser.setPermission", permission={"name": name}, setting=setting)
+        self.browser.open(self.server.address + "meet/PROVA")
+        self.browser.wait_for("document.querySelector('#microphone[data-state=live]')!==null&&"
+                              "document.querySelector('#camera[data-state=refused]')!==null")
+        self.assertEqual(self.browser.value("document.getElementById('camera').innerText"), "Fotocamera: rifiutata")
+        self.reports(1, devices=3)
+        refused = [report for report in self.reported(devices=True) if report["device"] == "camera"]
+        self.assertEqual([(report["state"], report["detail"]) for report in refused],
+                         [("refused", "NotAllowedError: Permission denied")])
 
     def test_a_reload_is_another_page(self):
         self.open()
@@ -161,7 +200,7 @@ class MeetingPage(unittest.TestCase):
         self.type("c")
         self.wait_until(lambda: len(again.ask("GET", "/control/reports")[1]) >= 2)
         self.assertEqual([(report["number"], report["kind"]) for report in again.ask("GET", "/control/reports")[1]],
-                         [(6, "key"), (7, "text")])
+                         [(10, "key"), (11, "text")])
         self.assertEqual(self.complaints(), [])
 
     def test_many_keys_at_once_arrive_all_and_in_order(self):
@@ -188,7 +227,8 @@ class MeetingPage(unittest.TestCase):
         self.open("meet/IERI")
         self.assertEqual(self.browser.value("document.querySelectorAll('input').length"), 0)
         self.browser.press("Escape", "Escape")
-        self.assertEqual(self.reports(2), [view("opened"), key("Escape", "Escape")])
+        self.assertEqual(self.reports(2, devices=0), [view("opened"), key("Escape", "Escape")])
+        self.assertEqual(self.reported(devices=True), [])
         self.assertEqual(self.complaints(), [])
 
     def test_what_is_sent_stays_text_and_long_messages_fit(self):
