@@ -109,8 +109,9 @@ struct HangClient {
 };
 
 /// Actions on the desktop: windows, keys, displays, and their faults.
-using DesktopAction = std::variant<PressKeys, ShowApplication, DoToApplication, MoveWindow, ResizeWindow, OpenWindow,
-                                   Swipe, ArrangeDisplay, MirrorDisplay, SetDisplayNotices, CloseCover, SetTaps,
-                                   SetSecureInput, SetWindowList, FailElements, MendElements, SilenceApplication, HangClient>;
+using DesktopAction =
+    std::variant<PressKeys, ShowApplication, DoToApplication, MoveWindow, ResizeWindow, OpenWindow, Swipe,
+                 ArrangeDisplay, MirrorDisplay, SetDisplayNotices, CloseCover, SetTaps, SetSecureInput, SetWindowList,
+                 FailElements, MendElements, SilenceApplication, HangClient>;
 
 }  // namespace vantrel::rehearsal

@@ -1,5 +1,3 @@
-#include "platform/portable/ClientWatch.h"
-
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/wait.h>
@@ -9,6 +7,8 @@
 #include <chrono>
 #include <optional>
 #include <thread>
+
+#include "platform/portable/ClientWatch.h"
 
 namespace vantrel {
 namespace {

@@ -47,15 +47,16 @@ void MenuBuilder::addItem(QMenu& menu, const MenuItem& item) const {
         action->setEnabled(item.isAvailable());
         action->setMenuRole(QAction::NoRole);
         action->setShortcut(keySequence(item.keyEquivalent));
-        QObject::connect(action, &QAction::triggered, action, [this, action, target = item.target, selector = item.action] {
-            if (target) {
-                mainThread_.post([known = QPointer(action), target] {
-                    if (known) target();
-                });
-            } else if (!selector.empty()) {
-                mainThread_.post([this, selector] { responder_.perform(selector); });
-            }
-        });
+        QObject::connect(action, &QAction::triggered, action,
+                         [this, action, target = item.target, selector = item.action] {
+                             if (target) {
+                                 mainThread_.post([known = QPointer(action), target] {
+                                     if (known) target();
+                                 });
+                             } else if (!selector.empty()) {
+                                 mainThread_.post([this, selector] { responder_.perform(selector); });
+                             }
+                         });
     }
 }
 

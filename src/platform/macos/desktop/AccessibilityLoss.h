@@ -6,9 +6,9 @@
 
 namespace vantrel::macos {
 
-/// Tells that the client has lost the Accessibility permission, as soon as the system refuses one of its calls for that.
-/// Nobody asks for it: in a lockdown the rules look at the browser's windows every 1.5 seconds. Created and destroyed on
-/// the main thread, where the block runs, perhaps more than once.
+/// Tells that the client has lost the Accessibility permission, as soon as the system refuses one of its calls for
+/// that. Nobody asks for it: in a lockdown the rules look at the browser's windows every 1.5 seconds. Created and
+/// destroyed on the main thread, where the block runs, perhaps more than once.
 class AccessibilityLoss {
   public:
     explicit AccessibilityLoss(Block told);

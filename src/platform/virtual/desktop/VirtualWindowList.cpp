@@ -69,8 +69,8 @@ std::vector<WindowEntry> VirtualWindowList::entries() const {
     });
     for (auto overlay = overlays.rbegin(); overlay != overlays.rend(); ++overlay) {
         const auto& description = overlay->description;
-        list.push_back(ownEntry(overlay->number, {}, description.level, description.frame,
-                                overlay->visible && overlay->isLetIn));
+        list.push_back(
+            ownEntry(overlay->number, {}, description.level, description.frame, overlay->visible && overlay->isLetIn));
     }
     auto ownList = ownEntries(desktopIsShown);
     others.insert(ownInFront ? others.begin() : others.end(), ownList.begin(), ownList.end());

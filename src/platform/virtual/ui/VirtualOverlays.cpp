@@ -99,8 +99,8 @@ void VirtualOverlays::tellWhichAreSeen() {
     }
     for (const auto& state : visible) {
         const OverlayDescription& description = state->description;
-        const bool isLetIn = (description.collectionBehavior & fullScreenAuxiliary) != 0 ||
-                             !desktop_.showsFullScreen(description.frame);
+        const bool isLetIn =
+            (description.collectionBehavior & fullScreenAuxiliary) != 0 || !desktop_.showsFullScreen(description.frame);
         {
             const std::lock_guard guard(mutex_);
             if (!state->visible || std::exchange(state->isLetIn, isLetIn) == isLetIn) continue;

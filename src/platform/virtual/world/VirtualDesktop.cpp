@@ -240,9 +240,8 @@ bool VirtualDesktop::showsFullScreen(const Rect& display) const {
     if (screens.empty()) return false;
     Rect frame = display;
     frame.origin.y = screens.front().frame.size.height - frame.origin.y - frame.size.height;
-    return read([&frame](const DesktopState& state) {
-        return state.spaces.isFullScreen(state.spaces.rowOf(frame).current);
-    });
+    return read(
+        [&frame](const DesktopState& state) { return state.spaces.isFullScreen(state.spaces.rowOf(frame).current); });
 }
 
 bool VirtualDesktop::mainDisplayShowsFullScreen() const {

@@ -20,9 +20,7 @@ NSRunLoopMode const NSRunLoopCommonModes = @"kCFRunLoopCommonModes";
     vantrel::virtualmac::TimerTable::State _state;
 }
 
-+ (NSTimer*)timerWithTimeInterval:(NSTimeInterval)interval
-                          repeats:(BOOL)repeats
-                            block:(void (^)(NSTimer*))block {
++ (NSTimer*)timerWithTimeInterval:(NSTimeInterval)interval repeats:(BOOL)repeats block:(void (^)(NSTimer*))block {
     NSTimer* timer = [[NSTimer alloc] init];
     timer->_block = block;
     timer->_interval = interval;
@@ -34,9 +32,8 @@ NSRunLoopMode const NSRunLoopCommonModes = @"kCFRunLoopCommonModes";
 - (void)vantrel_fireInEveryMode {
     NSTimer* const timer = self;
     const bool ends = !_repeats;
-    _state = mac().engine().mainLoop.addTimerInEveryMode(_interval, _repeats, [timer, ends] {
-        withPool([timer, ends] { [timer vantrel_fireAndEnd:ends]; })();
-    });
+    _state = mac().engine().mainLoop.addTimerInEveryMode(
+        _interval, _repeats, [timer, ends] { withPool([timer, ends] { [timer vantrel_fireAndEnd:ends]; })(); });
 }
 
 + (NSTimer*)scheduledTimerWithTimeInterval:(NSTimeInterval)interval

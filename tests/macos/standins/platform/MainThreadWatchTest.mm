@@ -67,8 +67,9 @@ TEST_F(MainThreadWatchTest, ASingleTimerIsNoReasonToWatch) {
 
 TEST_F(MainThreadWatchTest, TheMainThreadAnswersUnderAnAlertThatABlockOfItsQueueHasOpened) {
     startTimer(true);
-    mac_.computer().dispatch.mainQueue().async(
-        [this] { mac_.parts().alerts.runModal({AlertStyle::warning, "Uno", "", {"A"}}); });
+    mac_.computer().dispatch.mainQueue().async([this] {
+        mac_.parts().alerts.runModal({AlertStyle::warning, "Uno", "", {"A"}});
+    });
     mac_.runFor(12);
     mac_.participant().answerAlert("A");
     mac_.runFor(0);
