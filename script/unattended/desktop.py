@@ -7,6 +7,8 @@ import subprocess
 import tempfile
 import time
 
+from places import MANAGER
+
 # A session bus, as on every desktop. Otherwise the first program that wants one would leave one running. It starts no
 # services.
 BUS = """<busconfig>
@@ -27,6 +29,11 @@ class Window:
 
 
 class Desktop:
+    @property
+    def settling(self):
+        """Seconds until what was done is painted. Mutter slides and scales what it shows, slowly without a graphics card."""
+        return 4 if MANAGER == "mutter" else 0.4
+
     def __init__(self, root):
         self.root = root
         self.display = None
@@ -36,7 +43,8 @@ class Desktop:
         self._folder = tempfile.TemporaryDirectory()
         self._address = f"unix:path={self._folder.name}/bus"
         name = pathlib.Path(self._folder.name) / "display"
-        self._process = subprocess.Popen([self.root / "script/desktop", name], stdin=subprocess.DEVNULL)
+        self._process = subprocess.Popen([self.root / "script/desktop", name, "2880x900", MANAGER],
+                                         stdin=subprocess.DEVNULL)
         deadline = time.monotonic() + 30
         while not name.exists():
             if self._process.poll() is not None or time.monotonic() > deadline:
@@ -98,7 +106,8 @@ class Desktop:
 
     def focused_class(self):
         """The class of the window that gets the keys, by the window manager."""
-        active = self.run("xprop", "-root", "_NET_ACTIVE_WINDOW").rpartition(" ")[2].strip()
+        # Some window managers give two values, the second one empty.
+        active = self.run("xprop", "-root", "_NET_ACTIVE_WINDOW").partition("#")[2].partition(",")[0].strip()
         return subprocess.run(["xprop", "-id", active, "WM_CLASS"], env=self.environment, capture_output=True,
                               text=True).stdout
 
@@ -123,7 +132,16 @@ class Desktop:
 
     def pixels(self, path, area, matches):
         """How many pixels of the picture's area (x, y, width, height) match. `matches` takes red, green and blue."""
-        x, y, width, height = area
-        raw = subprocess.run(["convert", path, "-crop", f"{width}x{height}+{x}+{y}", "+repage", "-depth", "8", "rgb:-"],
-                             check=True, capture_output=True).stdout
+        raw = self._raw(path, area)
         return sum(1 for at in range(0, len(raw), 3) if matches(raw[at], raw[at + 1], raw[at + 2]))
+
+    def changed(self, path, other, area):
+        """How many pixels of the area differ between two pictures."""
+        first, second = self._raw(path, area), self._raw(other, area)
+        return sum(1 for at in range(0, len(first), 3) if first[at:at + 3] != second[at:at + 3])
+
+    @staticmethod
+    def _raw(path, area):
+        x, y, width, height = area
+        return subprocess.run(["convert", path, "-crop", f"{width}x{height}+{x}+{y}", "+repage", "-depth", "8", "rgb:-"],
+                              check=True, capture_output=True).stdout

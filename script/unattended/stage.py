@@ -3,6 +3,7 @@
 import time
 
 from client import until
+from places import RUN_NAME
 
 # Centres of the controls, in points from the bottom left of the window's content.
 SERVER_FIELD, CODE_FIELD, NAME_FIELD, EMAIL_FIELD = (220, 336), (220, 274), (220, 218), (220, 162)
@@ -54,10 +55,10 @@ class Stage:
     def picture(self, name, *looks):
         """Takes a picture and compares it with what it must show: (what, frame, colour, whether it is there).
         Returns its file."""
-        time.sleep(0.4)
+        time.sleep(self.desktop.settling)
         path = self._folder / f"{name}.png"
         self.desktop.picture(path)
-        print(f"  picture build/run/{path.name}", flush=True)
+        print(f"  picture {RUN_NAME}/{path.name}", flush=True)
         for what, frame, colour, there in looks:
             window = self.window()
             x, y, width, height = frame

@@ -9,7 +9,7 @@ from checks import in_order
 from client import Client, until
 from desktop import Desktop
 from headless_chromium import HeadlessChromium
-from places import PROGRAM, ROOT, RUN, SERVER, save_settings
+from places import PROGRAM, ROOT, RUN, RUN_NAME, SERVER, save_settings
 from practice import Practice
 from stage import (CODE_FIELD, CODE_FRAME, EMAIL_FIELD, END_SCREEN, END_TITLE, ERROR_LABEL, JOIN_BUTTON, JOIN_FRAME,
                    LOCKDOWN_COMPLETE, NAME_FIELD, NAME_FRAME, NEW_SESSION_BUTTON, SERVER_FIELD, TITLE_LABEL, Stage, blue,
@@ -125,7 +125,7 @@ def second_session(stage, practice, browser, check):
         trainer.open(practice.address + "/")
         trainer.wait_for(f"document.querySelector('{card} .who')?.textContent==={json.dumps(NAME)}")
         trainer.picture(RUN / "9-trainers-page.png")
-        print("  picture build/run/9-trainers-page.png", flush=True)
+        print(f"  picture {RUN_NAME}/9-trainers-page.png", flush=True)
         trainer.click(f"{card} button.end")
         trainer.wait_for("document.getElementById('ask').open")
         trainer.click("#ask-yes")
