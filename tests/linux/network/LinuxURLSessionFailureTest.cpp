@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "tests/linux/network/OneAnswerServer.h"
+#include "tests/linux/network/SelfSignedServer.h"
 #include "tests/linux/network/URLSessionTest.h"
 
 namespace vantrel::linuxdesktop {
@@ -35,6 +36,19 @@ TEST_F(LinuxURLSessionFailure, SaysInItalianWhyThereIsNoConnection) {
               "Impossibile trovare un server con il nome host specificato.");
     EXPECT_EQ(errorOf(reply(request("https://127.0.0.1:" + std::to_string(port) + "/"))),
               "Si è verificato un errore SSL, impossibile stabilire una connessione protetta al server.");
+}
+
+TEST_F(LinuxURLSessionFailure, TellsNothingToAServerForWhichNobodyVouches) {
+    const SelfSignedServer server;
+    EXPECT_EQ(errorOf(reply(request(server.address() + "/api/join"))),
+              "Si è verificato un errore SSL, impossibile stabilire una connessione protetta al server.");
+    EXPECT_EQ(server.requestCount(), 0);
+    // It answers whoever asks for no certificate.
+    httplib::SSLClient careless("127.0.0.1", std::stoi(server.address().substr(server.address().rfind(':') + 1)));
+    careless.enable_server_certificate_verification(false);
+    const auto answer = careless.Get("/");
+    ASSERT_TRUE(answer);
+    EXPECT_EQ(answer->body, "secret");
 }
 
 TEST_F(LinuxURLSessionFailure, TimesOutWhenNothingComesAndNotBefore) {

@@ -19,13 +19,13 @@
 namespace vantrel::linuxdesktop {
 namespace {
 
-struct Pipe {
-    Pipe() { EXPECT_EQ(pipe2(ends.data(), O_CLOEXEC), 0); }
-    ~Pipe() {
+struct LogPipe {
+    LogPipe() { EXPECT_EQ(pipe2(ends.data(), O_CLOEXEC), 0); }
+    ~LogPipe() {
         for (const int end : ends) close(end);
     }
-    Pipe(const Pipe&) = delete;
-    Pipe& operator=(const Pipe&) = delete;
+    LogPipe(const LogPipe&) = delete;
+    LogPipe& operator=(const LogPipe&) = delete;
 
     int reading() const { return ends[0]; }
     int writing() const { return ends[1]; }
@@ -56,8 +56,8 @@ std::string numbered(int from, int to) {
 }
 
 TEST(StandardOutputLog, IsHeldUpByNoReaderThatDoesNotRead) {
-    const Pipe output;
-    const Pipe errors;
+    const LogPipe output;
+    const LogPipe errors;
     StandardOutputLog log(output.writing(), errors.writing());
     // Far more than a pipe takes.
     constexpr int many = 20000;
@@ -68,8 +68,8 @@ TEST(StandardOutputLog, IsHeldUpByNoReaderThatDoesNotRead) {
 }
 
 TEST(StandardOutputLog, WritesALineAtOnceAsLongAsItIsTaken) {
-    const Pipe output;
-    const Pipe errors;
+    const LogPipe output;
+    const LogPipe errors;
     StandardOutputLog log(output.writing(), errors.writing());
     log.print("prima");
     EXPECT_FALSE(output.isEmpty()) << "a process that is killed now has lost nothing";
@@ -77,8 +77,8 @@ TEST(StandardOutputLog, WritesALineAtOnceAsLongAsItIsTaken) {
 }
 
 TEST(StandardOutputLog, CountsTheLinesThatItDropsOnStandardError) {
-    const Pipe output;
-    const Pipe errors;
+    const LogPipe output;
+    const LogPipe errors;
     StandardOutputLog log(output.writing(), errors.writing());
     const std::string line(1023, 'x');
     constexpr std::ptrdiff_t many = 8000;
@@ -98,8 +98,8 @@ TEST(StandardOutputLog, CountsTheLinesThatItDropsOnStandardError) {
 }
 
 TEST(StandardOutputLog, EndsThoughNobodyReads) {
-    const Pipe output;
-    const Pipe errors;
+    const LogPipe output;
+    const LogPipe errors;
     const std::string full(70000, 'x');
     {
         StandardOutputLog log(output.writing(), errors.writing());
@@ -110,7 +110,7 @@ TEST(StandardOutputLog, EndsThoughNobodyReads) {
 }
 
 TEST(StandardOutputLog, WaitsAtExitForAReaderThatGoesOn) {
-    const Pipe output;
+    const LogPipe output;
     constexpr int many = 20000;
     const pid_t child = fork();
     ASSERT_GE(child, 0);
@@ -127,8 +127,8 @@ TEST(StandardOutputLog, WaitsAtExitForAReaderThatGoesOn) {
 }
 
 TEST(StandardOutputLog, LeavesAtExitThoughNobodyReads) {
-    const Pipe output;
-    const Pipe errors;
+    const LogPipe output;
+    const LogPipe errors;
     const pid_t child = fork();
     ASSERT_GE(child, 0);
     if (child == 0) {
