@@ -87,6 +87,18 @@ TEST_F(StatusBarTest, OpensItsMenuBelowAndRunsTheChosenItem) {
     EXPECT_TRUE(waitUntil([this] { return chosen == 1; }));
 }
 
+TEST_F(StatusBarTest, AChosenItemDoesNothingOnceItIsGone) {
+    auto item = install();
+    QTest::mouseClick(strip(), Qt::LeftButton);
+    ASSERT_TRUE(waitUntil([] { return openMenu() != nullptr; }));
+    QTest::keyClick(openMenu(), Qt::Key_Down);
+    QTest::keyClick(openMenu(), Qt::Key_Return);
+    ASSERT_EQ(openMenu(), nullptr);
+    item.reset();
+    QTest::qWait(200);
+    EXPECT_EQ(chosen, 0);
+}
+
 TEST_F(StatusBarTest, LeavesTheScreenWhenRemovedAndWhenDestroyed) {
     auto item = install();
     ASSERT_TRUE(strip());
