@@ -33,11 +33,14 @@ struct URLReply {
     std::optional<PlatformError> error;
     /// The HTTP status code. Empty if the response is not HTTP.
     std::optional<int> statusCode;
-    /// The body's bytes, whatever they are. Empty if there are none, also for a body of zero bytes.
+    /// The body's bytes, whatever they are, unpacked if they came compressed. Empty if there are none, also for a body
+    /// of zero bytes.
     std::optional<std::string> data;
 };
 
-/// The shared URL session (NSURLSession). Redirects are followed; a 301, 302 or 303 turns POST into GET.
+/// The shared URL session (NSURLSession). What is asked for is the address's text from the authority to the fragment as
+/// it stands; an empty path becomes a slash. A 301, 302, 303, 307 or 308 with a Location is followed; the first three
+/// turn POST into GET. Every other final status is a reply.
 class URLSession {
   public:
     virtual ~URLSession() = default;

@@ -30,6 +30,17 @@ TEST_F(LinuxURLSessionFailure, FailsWhatIsNotHTTPWithTheTextForAnUnsupportedURL)
     }
 }
 
+TEST_F(LinuxURLSessionFailure, SendsAnAddressOfAMillionBytesAndNoLongerOne) {
+    constexpr std::size_t most = 1'000'000;
+    const OneAnswerServer server("HTTP/1.1 414 Too Long\r\nContent-Length: 0\r\n\r\n");
+    const std::string root = server.address() + "/";
+    const std::string longest = root + std::string(most - root.size(), 'x');
+    EXPECT_EQ(reply(request(longest)).statusCode, 414);
+    EXPECT_NE(server.newestRequest().find(longest.substr(root.size() - 1) + " HTTP/1.1\r\n"), std::string::npos);
+    EXPECT_EQ(errorOf(reply(request(longest + "x"))), "URL non valido");
+    EXPECT_EQ(server.requestCount(), 1);
+}
+
 TEST_F(LinuxURLSessionFailure, SaysInItalianWhyThereIsNoConnection) {
     EXPECT_EQ(errorOf(reply(request("http://127.0.0.1:1/"))), "Impossibile connettersi al server.");
     EXPECT_EQ(errorOf(reply(request("http://no-such-host.invalid/"))),

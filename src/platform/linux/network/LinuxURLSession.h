@@ -10,7 +10,8 @@ namespace vantrel::linuxdesktop {
 
 /// Requests through libcurl, on a thread of its own. Completions run on a second thread, so that one that waits delays
 /// neither the network nor its timeouts. HTTP/1.1, a connection for each request, no cache, no cookies kept; bodies up
-/// to 64 MiB, also when unpacked. Requests still under way when the session is destroyed fail.
+/// to 64 MiB, also when unpacked. An address of more than a million bytes is not valid. Requests still under way when
+/// the session is destroyed fail.
 class LinuxURLSession final : public URLSession {
   public:
     LinuxURLSession() : worker_(completions_) {}

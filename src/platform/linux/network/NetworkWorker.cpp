@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstddef>
 #include <new>
 #include <optional>
 #include <utility>
@@ -28,8 +29,11 @@ CurlMulti makeMulti() {
     return made;
 }
 
-bool hasHost(const URL& url) {
-    if (!isURIReference(url.absoluteString)) return false;
+// The library sends no request whose head is longer than a mebibyte.
+constexpr std::size_t longestAddress = 1'000'000;
+
+bool canBeSent(const URL& url) {
+    if (url.absoluteString.size() > longestAddress || !isURIReference(url.absoluteString)) return false;
     const auto authority = URLComponents::split(url.absoluteString).authority;
     return authority && !authority->empty() && !authority->ends_with('@');
 }
@@ -52,7 +56,7 @@ NetworkWorker::~NetworkWorker() {
 
 void NetworkWorker::start(URLRequest request, URLSession::Completion completion) {
     if (!hasSupportedScheme(request.url)) return deliver(completion, failure(unsupportedURLText));
-    if (!hasHost(request.url)) return deliver(completion, failure(badURLText));
+    if (!canBeSent(request.url)) return deliver(completion, failure(badURLText));
     {
         const std::lock_guard guard(mutex_);
         starts_.push_back({std::move(request), std::move(completion)});
