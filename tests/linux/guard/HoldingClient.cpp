@@ -1,12 +1,14 @@
 // A client that holds a person: a keyboard tap that swallows Command-Q, a cover, and with a process as its argument
 // that process's first window in full screen. Prints "ready" when all stands. On its standard input: '?' is answered
-// with "here", 'r' raises the cover, 'h' hangs the main thread for twenty seconds. Ends when its standard input ends.
+// with "here", 'r' raises the cover, 'h' hangs the main thread for twenty seconds, 'w' gives it a twentieth of a
+// second's work. Ends when its standard input ends.
 #include <unistd.h>
 
 #include <QCoreApplication>
 #include <QSocketNotifier>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <memory>
 #include <variant>
 #include <vector>
@@ -38,11 +40,19 @@ void say(const char* line) {
     std::fflush(stdout);
 }
 
+// Of processor time, however long that takes.
+void work() {
+    const std::clock_t end = std::clock() + CLOCKS_PER_SEC / 20;
+    while (std::clock() < end) {
+    }
+}
+
 void obey(char byte, Overlay& cover) {
     constexpr unsigned hang = 20;
     if (byte == '?') say("here");
     if (byte == 'r') cover.orderFrontRegardless();
     if (byte == 'h') sleep(hang);
+    if (byte == 'w') work();
 }
 
 }  // namespace

@@ -20,7 +20,7 @@ using Clock = std::chrono::steady_clock;
 
 struct RawKeysMask {
     xcb_input_event_mask_t header{XCB_INPUT_DEVICE_ALL, 1};
-    std::uint32_t mask = XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS;
+    std::uint32_t mask = 0;
 };
 
 void ask(const FileDescriptor& line) {
@@ -38,13 +38,14 @@ std::unique_ptr<KeyWatch> KeyWatch::create(X11Connection& connection, pid_t clie
                                            std::function<void()> beforeWaiting) {
     const auto extension = xInputExtension(connection);
     if (!extension) return nullptr;
-    const RawKeysMask rawKeys;
-    xcb_input_xi_select_events(connection.get(), connection.root(), 1, &rawKeys.header);
+    std::unique_ptr<KeyWatch> watch(new KeyWatch(connection, *extension, client, std::move(beforeWaiting)));
+    watch->hearKeys(true);
     sync(connection.get());
-    return std::unique_ptr<KeyWatch>(new KeyWatch(connection, *extension, client, std::move(beforeWaiting)));
+    return watch;
 }
 
 void KeyWatch::add(FileDescriptor line, std::uint32_t resource) {
+    hearKeys(true);
     ask(line);
     filters_.push_back({std::move(line), resource, {}, {}});
 }
@@ -74,6 +75,20 @@ void KeyWatch::attend() {
     }
     for (Filter& filter : filters_) attend(filter);
     std::erase_if(filters_, [](const Filter& filter) { return !filter.line.isOpen(); });
+    // One press is enough until the question is asked, and the server has less to do for those that follow.
+    const bool enough = !filters_.empty() && std::all_of(filters_.begin(), filters_.end(), [](const Filter& filter) {
+        return filter.pressed.has_value();
+    });
+    if (enough) hearKeys(false);
+}
+
+void KeyWatch::hearKeys(bool hear) {
+    if (hear == hears_) return;
+    hears_ = hear;
+    RawKeysMask keys;
+    if (hear) keys.mask = XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS;
+    xcb_input_xi_select_events(connection_.get(), connection_.root(), 1, &keys.header);
+    xcb_flush(connection_.get());
 }
 
 // Read the line before the clock: an answer that came while this process did not run still counts.
@@ -89,6 +104,7 @@ void KeyWatch::attend(Filter& filter) {
         }
     } else if (!filter.asked && filter.pressed && now >= *filter.pressed + beforeQuestion) {
         // The answer does not cover keys that are pressed from here on.
+        hearKeys(true);
         filter.pressed.reset();
         filter.asked = now;
         ask(filter.line);

@@ -15,7 +15,7 @@
 
 namespace vantrel::linuxdesktop {
 
-/// Watches over a client's keyboard filters. It sees every key press, whichever window has the keyboard. Some time
+/// Watches over a client's keyboard filters. It hears of key presses, whichever window has the keyboard. Some time
 /// after one it asks the filters' threads whether they still run, and has the X server close the connection of one that
 /// does not. One thread at a time.
 class KeyWatch {
@@ -56,6 +56,7 @@ class KeyWatch {
     KeyWatch(X11Connection& connection, std::uint8_t extension, pid_t client, std::function<void()> beforeWaiting)
         : connection_(connection), extension_(extension), client_(client), beforeWaiting_(std::move(beforeWaiting)) {}
 
+    void hearKeys(bool hear);
     bool keyWasPressed();
     void attend(Filter& filter);
     static void listen(Filter& filter);
@@ -67,6 +68,7 @@ class KeyWatch {
     const pid_t client_;
     const std::function<void()> beforeWaiting_;
     std::vector<Filter> filters_;
+    bool hears_ = false;
 };
 
 }  // namespace vantrel::linuxdesktop
