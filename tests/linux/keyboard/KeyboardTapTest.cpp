@@ -193,6 +193,37 @@ class KeyboardTapTest : public DesktopTest {
         return reported && std::find(seen.begin(), seen.end(), positionOfQ) == seen.end();
     }
 
+    void expectSwallowedKeysInOrder() {
+        start();
+        keyboard.type(positionOfQ, commandFlag);
+        keyboard.type(positionOfW, commandFlag);
+        keyboard.type(positionOfQ, commandFlag | shiftFlag);
+        keyboard.type(positionOfA);
+        EXPECT_TRUE(received({superKey, superKey, 50, superKey, positionOfA}));
+        EXPECT_TRUE(waitUntil([&] { return reports.size() == 3; }));
+        EXPECT_EQ(reports, (std::vector<std::string>{"Cmd+Q", "Cmd+W", "Cmd+Q"}));
+    }
+
+    void expectNoReleaseOfASwallowedKey() {
+        start(everyQ);
+        keyboard.type(positionOfQ);
+        keyboard.type(positionOfA);
+        ASSERT_TRUE(received({positionOfA}));
+        ASSERT_EQ(window->released().size(), 1U);
+        EXPECT_EQ(window->released()[0].position, positionOfA);
+    }
+
+    void expectOthersWhileASwallowedKeyIsDown() {
+        start(everyQ);
+        keyboard.press(positionOfQ);
+        keyboard.type(positionOfA);
+        keyboard.type(positionOfB);
+        keyboard.release(positionOfQ);
+        keyboard.type(positionOfQ);
+        keyboard.type(positionOfA);
+        EXPECT_TRUE(received({positionOfA, positionOfB, positionOfA}));
+    }
+
     std::unique_ptr<MainThread> mainThread;
     std::unique_ptr<GuardSource> guards;
     std::unique_ptr<LinuxKeyboardTaps> taps;
@@ -203,23 +234,11 @@ class KeyboardTapTest : public DesktopTest {
 };
 
 TEST_F(KeyboardTapTest, SwallowsWhatTheDecisionNamesAndReportsItInOrder) {
-    start();
-    keyboard.type(positionOfQ, commandFlag);
-    keyboard.type(positionOfW, commandFlag);
-    keyboard.type(positionOfQ, commandFlag | shiftFlag);
-    keyboard.type(positionOfA);
-    EXPECT_TRUE(received({superKey, superKey, 50, superKey, positionOfA}));
-    EXPECT_TRUE(waitUntil([&] { return reports.size() == 3; }));
-    EXPECT_EQ(reports, (std::vector<std::string>{"Cmd+Q", "Cmd+W", "Cmd+Q"}));
+    expectSwallowedKeysInOrder();
 }
 
 TEST_F(KeyboardTapTest, LetsTheReleaseOfASwallowedKeyNotThroughEither) {
-    start(everyQ);
-    keyboard.type(positionOfQ);
-    keyboard.type(positionOfA);
-    ASSERT_TRUE(received({positionOfA}));
-    ASSERT_EQ(window->released().size(), 1U);
-    EXPECT_EQ(window->released()[0].position, positionOfA);
+    expectNoReleaseOfASwallowedKey();
 }
 
 TEST_F(KeyboardTapTest, LetsModifiersThroughAndTheirReleases) {
@@ -243,14 +262,7 @@ TEST_F(KeyboardTapTest, LetsModifiersThroughThatComeUpBeforeTheSwallowedKey) {
 }
 
 TEST_F(KeyboardTapTest, PassesAKeyThatIsPressedWhileASwallowedOneIsDown) {
-    start(everyQ);
-    keyboard.press(positionOfQ);
-    keyboard.type(positionOfA);
-    keyboard.type(positionOfB);
-    keyboard.release(positionOfQ);
-    keyboard.type(positionOfQ);
-    keyboard.type(positionOfA);
-    EXPECT_TRUE(received({positionOfA, positionOfB, positionOfA}));
+    expectOthersWhileASwallowedKeyIsDown();
 }
 
 TEST_F(KeyboardTapTest, GivesTheDecisionTheFlagsOfMacOS) {
@@ -708,34 +720,15 @@ class KeyboardTapBesideSingleGrabs : public KeyboardTapTest {
 };
 
 TEST_F(KeyboardTapBesideSingleGrabs, SwallowsWhatTheDecisionNamesAndReportsItInOrder) {
-    start();
-    keyboard.type(positionOfQ, commandFlag);
-    keyboard.type(positionOfW, commandFlag);
-    keyboard.type(positionOfQ, commandFlag | shiftFlag);
-    keyboard.type(positionOfA);
-    EXPECT_TRUE(received({superKey, superKey, 50, superKey, positionOfA}));
-    EXPECT_TRUE(waitUntil([&] { return reports.size() == 3; }));
-    EXPECT_EQ(reports, (std::vector<std::string>{"Cmd+Q", "Cmd+W", "Cmd+Q"}));
+    expectSwallowedKeysInOrder();
 }
 
 TEST_F(KeyboardTapBesideSingleGrabs, LetsTheReleaseOfASwallowedKeyNotThroughEither) {
-    start(everyQ);
-    keyboard.type(positionOfQ);
-    keyboard.type(positionOfA);
-    ASSERT_TRUE(received({positionOfA}));
-    ASSERT_EQ(window->released().size(), 1U);
-    EXPECT_EQ(window->released()[0].position, positionOfA);
+    expectNoReleaseOfASwallowedKey();
 }
 
 TEST_F(KeyboardTapBesideSingleGrabs, PassesAKeyThatIsPressedWhileASwallowedOneIsDown) {
-    start(everyQ);
-    keyboard.press(positionOfQ);
-    keyboard.type(positionOfA);
-    keyboard.type(positionOfB);
-    keyboard.release(positionOfQ);
-    keyboard.type(positionOfQ);
-    keyboard.type(positionOfA);
-    EXPECT_TRUE(received({positionOfA, positionOfB, positionOfA}));
+    expectOthersWhileASwallowedKeyIsDown();
 }
 
 TEST_F(KeyboardTapBesideSingleGrabs, LosesNoKeyWhenItComesAndGoes) {
