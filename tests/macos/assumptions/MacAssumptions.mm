@@ -108,7 +108,7 @@ TEST_F(MacAssumptions, TerminatedChangesOnATurnOfTheMainRunLoopOnly) {
 
 // Nothing else that a test can bring about could change it.
 TEST_F(MacAssumptions, AnApplicationThatHasEndedKeepsItsNameUntilATurnOfTheMainRunLoop) {
-    page("https://developer.apple.com/documentation/appkit/nsrunningapplication/localizedname");
+    page("https://developer.apple.com/documentation/appkit/nsrunningapplication");
     constexpr int killSignal = 9;
     const ProcessIdentifier process = host().startPeerWithoutWaiting();
     ASSERT_TRUE(eventually([&] { return computer().runningApplications.withProcessIdentifier(process) != nullptr; }));
@@ -195,7 +195,8 @@ TEST_F(MacAssumptions, EachActivityHasATokenOfItsOwn) {
     }
 }
 
-// What it does to the system has no public question. Its token tells whether somebody keeps it.
+// What it does to the system has no public question. Its token tells whether somebody keeps it. The header
+// NSProcessInfo.h says otherwise: an activity whose token is gone has ended.
 TEST_F(MacAssumptions, AnActivityThatIsNotEndedGoesOn) {
     page("https://developer.apple.com/documentation/foundation/processinfo/beginactivity(options:reason:)");
     NSProcessInfo* info = NSProcessInfo.processInfo;
@@ -262,7 +263,7 @@ TEST_F(MacAssumptions, ATimerThatIsLateFiresOnceAndKeepsItsGrid) {
 }
 
 TEST_F(MacAssumptions, ATimerHoldsItsBlockUntilItIsInvalidated) {
-    page("https://developer.apple.com/documentation/foundation/timer");
+    page("https://developer.apple.com/documentation/foundation/timer/invalidate()");
     __weak NSObject* weak = nil;
     NSTimer* timer = nil;
     std::string seen;
@@ -285,7 +286,7 @@ TEST_F(MacAssumptions, ATimerHoldsItsBlockUntilItIsInvalidated) {
 }
 
 TEST_F(MacAssumptions, AnAlertRunsNoTimerOfTheDefaultMode) {
-    page("https://developer.apple.com/documentation/appkit/nsalert/runmodal()");
+    page("https://developer.apple.com/documentation/appkit/nsapplication/runmodal(for:)");
     const std::string seen = notedUnderAnAlert([this](const Block& alert) {
         host().postToMain([this, alert] {
             [NSTimer scheduledTimerWithTimeInterval:0.05
@@ -300,7 +301,8 @@ TEST_F(MacAssumptions, AnAlertRunsNoTimerOfTheDefaultMode) {
 }
 
 TEST_F(MacAssumptions, BlocksOfTheMainQueueWaitUnderAnAlertThatOneOfThemOpened) {
-    page("https://developer.apple.com/documentation/dispatch/dispatchqueue/main");
+    page("https://github.com/swiftlang/swift-corelibs-foundation/blob/"
+         "e55e1d88001997be830fbc01086564431d405dad/Sources/CoreFoundation/CFRunLoop.c");
     const std::string seen = notedUnderAnAlert([this](const Block& given) {
         // A block would keep the reference.
         const Block alert = given;
@@ -315,7 +317,7 @@ TEST_F(MacAssumptions, BlocksOfTheMainQueueWaitUnderAnAlertThatOneOfThemOpened) 
 }
 
 TEST_F(MacAssumptions, BlocksOfTheMainQueueRunUnderAnAlertThatAnEventOpened) {
-    page("https://developer.apple.com/documentation/dispatch/dispatchqueue/main");
+    page("https://developer.apple.com/documentation/foundation/operationqueue/main");
     const std::string seen = notedUnderAnAlert([this](const Block& alert) {
         host().postToMain([this, alert] {
             dispatch_async(dispatch_get_main_queue(), ^{
@@ -343,7 +345,7 @@ TEST_F(MacAssumptions, ABlockOfTheCommonModesRunsUnderAnAlert) {
 }
 
 TEST_F(MacAssumptions, AnUnknownSelectorRaises) {
-    page("https://developer.apple.com/documentation/objectivec/nsobject/1418637-doesnotrecognizeselector");
+    page("https://developer.apple.com/documentation/objectivec/nsobject-swift.class/doesnotrecognizeselector(_:)");
     @autoreleasepool {
         id target = [[VantrelAssumptionTarget alloc] init];
         assume("NSInvalidArgumentException", raised(^{
@@ -375,7 +377,7 @@ TEST_F(MacAssumptions, ANumberThatIsNotFiniteRaisesInJSON) {
 }
 
 TEST_F(MacAssumptions, BytesThatAreNotUTF8MakeNoText) {
-    page("https://developer.apple.com/documentation/foundation/nsstring/init(bytes:length:encoding:)");
+    page("https://developer.apple.com/documentation/foundation/nsstring/init(data:encoding:)");
     @autoreleasepool {
         NSString* text = [[NSString alloc] initWithBytes:"a\xff" length:2 encoding:NSUTF8StringEncoding];
         assume("nil", text == nil ? "nil" : "a text");
@@ -383,7 +385,7 @@ TEST_F(MacAssumptions, BytesThatAreNotUTF8MakeNoText) {
 }
 
 TEST_F(MacAssumptions, ABooleanIsNoNumberForCoreFoundation) {
-    page("https://developer.apple.com/documentation/corefoundation/cfboolean");
+    page("https://developer.apple.com/documentation/foundation/nsnumber");
     @autoreleasepool {
         const auto isBoolean = [](NSNumber* number) {
             return CFGetTypeID((__bridge CFTypeRef)number) == CFBooleanGetTypeID() ? "boolean" : "number";
@@ -432,7 +434,7 @@ TEST_F(MacAssumptions, AControlDoesNotHoldItsTarget) {
 }
 
 TEST_F(MacAssumptions, ADisabledButtonSendsNoAction) {
-    page("https://developer.apple.com/documentation/appkit/nscontrol/performclick(_:)");
+    page("https://developer.apple.com/documentation/appkit/nscell/performclick(_:)");
     std::string seen;
     host().onMain([&] {
         VantrelAssumptionTarget* target = [[VantrelAssumptionTarget alloc] init];
