@@ -48,6 +48,10 @@ class ContractHost {
         return std::nullopt;
     }
 
+    /// Why the system may decline to bring an application to the front, or accept it and not follow. Empty if it always
+    /// does it.
+    virtual std::optional<std::string> mayDeclineActivation() { return std::nullopt; }
+
     /// Runs the block on the main thread, as a click or a key would, and returns when it has finished.
     virtual void onMain(Block block) = 0;
     /// The same without waiting.

@@ -1,5 +1,6 @@
 #include "tests/contracts/ContractTest.h"
 
+#include <optional>
 #include <utility>
 
 namespace vantrel::contracts {
@@ -39,6 +40,20 @@ bool ContractTest::eventually(const std::function<bool()>& condition) {
 
 bool ContractTest::noted(std::size_t count) {
     return eventually([this, count] { return notes().size() >= count; });
+}
+
+namespace {
+
+void skipOrFail(const std::optional<std::string>& reason) {
+    if (reason) GTEST_SKIP() << "SKIPPED: declined: " << *reason;
+    FAIL() << "the system declined what it always does";
+}
+
+}  // namespace
+
+bool ContractTest::granted(bool done, const std::optional<std::string>& reason) {
+    if (!done) skipOrFail(reason);
+    return done;
 }
 
 bool ContractTest::keepTheRunLoopWaiting(const std::function<void()>& calls) {

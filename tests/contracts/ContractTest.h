@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -37,6 +38,12 @@ class ContractTest : public testing::Test {
     bool eventually(const std::function<bool()>& condition);
     /// Lets time pass until there are `count` notes.
     bool noted(std::size_t count);
+
+    /// Whether the system did what it may decline. If not, the test has failed or, if there is a reason why the system
+    /// may decline it, is skipped with that; either way it has nothing left to ask.
+    static bool granted(bool done, const std::optional<std::string>& reason);
+    /// The same of a request to bring an application to the front, or of its effect.
+    bool activated(bool done) { return granted(done, host().mayDeclineActivation()); }
 
     /// Makes the calls on the main thread while a timer of its run loop is due. False if the timer ran meanwhile: what
     /// then runs may destroy the very object that is being called.

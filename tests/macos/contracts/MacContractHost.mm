@@ -90,6 +90,8 @@ class MacContractHost final : public contracts::ContractHost,
 
     std::optional<std::string> obstacle(const std::string& suite) override { return MacPermissions::missingFor(suite); }
 
+    std::optional<std::string> mayDeclineActivation() override { return MacPermissions::declinedActivation(); }
+
     void onMain(Block block) override { MacStage::perform(block); }
     void postToMain(Block block) override { MacStage::post(std::move(block)); }
     void letTimePass(double seconds) override { std::this_thread::sleep_for(std::chrono::duration<double>(seconds)); }

@@ -159,13 +159,13 @@ TEST_F(MacPanels, WhatWasInFrontBeforeAQuestionIsSoAfterItsAnswer) {
         });
         return found;
     };
-    ASSERT_TRUE(eventually(isInFront));
+    if (!activated(eventually(isInFront))) return;
     ask();
     // As a click on the alert does.
     host().onMain([this] { computer().application.activate(); });
-    ASSERT_TRUE(eventually([&] { return !isInFront(); }));
+    const bool isClientInFront = eventually([&] { return !isInFront(); });
     answer();
-    EXPECT_TRUE(eventually(isInFront));
+    if (activated(isClientInFront)) activated(eventually(isInFront));
 }
 
 TEST_F(MacPanels, ALongTextScrollsInItsField) {

@@ -14,6 +14,9 @@ class MacPermissions {
 
     /// What that suite still lacks. Empty if it can run.
     static std::optional<std::string> missingFor(const std::string& suite);
+
+    /// Why this version of the system may decline an activation. Empty if it may not.
+    static std::optional<std::string> declinedActivation();
 };
 
 }  // namespace vantrel::macos

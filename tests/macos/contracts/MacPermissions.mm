@@ -30,4 +30,11 @@ std::optional<std::string> MacPermissions::missingFor(const std::string& suite) 
     return std::nullopt;
 }
 
+std::optional<std::string> MacPermissions::declinedActivation() {
+    if (@available(macOS 14, *)) {
+        return "macOS 14 and later may leave the application in front where it is, whoever asks; nothing grants it";
+    }
+    return std::nullopt;
+}
+
 }  // namespace vantrel::macos
