@@ -92,20 +92,17 @@ NSString* NSHomeDirectory() {
     return mac().processes().ownProcess();
 }
 
-// The token is the activity: one that is not ended continues, and the census counts it.
+// The token is the activity, and ends with it: an adapter that does not keep it has none. The census counts it.
 - (id<NSObject>)beginActivityWithOptions:(NSActivityOptions)options reason:(NSString*)reason {
     (void)options;
     if (reason.length == 0) vantrel::standins::raise(@"NSInvalidArgumentException", @"an activity without a reason");
-    VantrelActivity* activity = [[VantrelActivity alloc] init];
-    CFRetain((__bridge CFTypeRef)activity);
-    return activity;
+    return [[VantrelActivity alloc] init];
 }
 
 - (void)endActivity:(id<NSObject>)activity {
     if (![activity isKindOfClass:[VantrelActivity class]]) {
         vantrel::standins::raise(@"NSInvalidArgumentException", @"not an activity");
     }
-    CFRelease((__bridge CFTypeRef)activity);
 }
 
 @end
