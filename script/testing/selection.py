@@ -16,7 +16,8 @@ _SUITE = re.compile(r'\{"(\w+)\." \+')
 
 # Where the tests of what stands elsewhere are; the first that fits holds.
 _TESTED_IN = {"src/platform/virtual": ["virtual", "contracts"], "src/platform/linux": ["linux", "contracts"],
-              "src/platform/macos": ["macos"], "src/platform": ["contracts"], "practice": ["practice"],
+              "src/platform/macos": ["macos", "contracts"],
+              "src/platform/portable": ["virtual/portable", "contracts"], "src/platform": ["contracts"], "practice": ["practice"],
               "rehearsal": ["rehearsal", "scenarios"]}
 
 

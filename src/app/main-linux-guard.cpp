@@ -29,10 +29,11 @@ int main(int argc, char** argv) {
     const auto client = number(argv[1]);
     const auto pipe = number(argv[2]);
     if (!client || *client == 0 || !pipe) return wrongUse;
-    const std::string presence = "/proc/" + std::to_string(*client) + "/fd/" + std::to_string(*pipe);
-    const FileDescriptor present(open(presence.c_str(), O_WRONLY | O_CLOEXEC));
     const auto watch = ClientWatch::create(*client, FileDescriptor(STDIN_FILENO));
     if (!watch) return 1;
+    // Last of all: whoever has it open watches.
+    const std::string presence = "/proc/" + std::to_string(*client) + "/fd/" + std::to_string(*pipe);
+    const FileDescriptor present(open(presence.c_str(), O_WRONLY | O_CLOEXEC));
     watch->run();
     return 0;
 }

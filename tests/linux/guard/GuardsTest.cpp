@@ -180,6 +180,25 @@ TEST_F(GuardsTest, AreReplacedWhenTheyAreKilledOrStopped) {
     }
 }
 
+TEST_F(GuardsTest, WatchTheKeysAgainThoughAReplacementWasKilledBeforeItWatched) {
+    start();
+    const auto before = guards();
+    const pid_t other = *before.rbegin();
+    kill(*before.begin(), SIGKILL);
+    // Some of these are killed before they can do anything.
+    for (int i = 0; i < 5; ++i) {
+        waitUntil([&] { return guards().size() == 2; }, 3);
+        for (const pid_t guard : guards()) {
+            if (guard != other) kill(guard, SIGKILL);
+        }
+    }
+    turnFor(8);
+    ASSERT_EQ(guards().size(), 2U);
+    stop(client->process());
+    kill(other, SIGKILL);
+    EXPECT_TRUE(isFreed());
+}
+
 // The kernel continues a client whose guards have gone.
 TEST_F(GuardsTest, LeaveNoStoppedClientBehindWithTheKeyboard) {
     start();

@@ -14,11 +14,16 @@ namespace vantrel::linuxdesktop {
 
 namespace {
 
+// A part of the script in a process of its own, such as a command whose output it reads. It lives for a moment.
+bool isSubshell(const ProcessEntry& entry, const ProcessEntry& script) {
+    return entry.isScript && entry.parent == script.process && entry.arguments == script.arguments;
+}
+
 void leaveScriptsOut(std::vector<ProcessEntry>& entries) {
     const std::vector<ProcessEntry> all = entries;
     std::erase_if(entries, [&all](const ProcessEntry& entry) {
         return entry.isScript && std::any_of(all.begin(), all.end(), [&entry](const ProcessEntry& other) {
-                   return other.parent == entry.process;
+                   return isSubshell(entry, other) || (other.parent == entry.process && !isSubshell(other, entry));
                });
     });
 }

@@ -123,13 +123,17 @@ void FullScreenDesktops::dissolve(xcb_window_t window, bool alive) {
     } else if (*current > own.desktop) {
         desktops_.switchTo(*current - 1);
     }
-    for (Own& other : own_) {
-        if (other.origin == own.desktop) other.origin = own.origin;
-        if (other.origin > own.desktop) --other.origin;
-        if (other.desktop > own.desktop) --other.desktop;
-    }
+    countWithout(own);
     write();
     desktops_.setCount(*count - 1);
+}
+
+void FullScreenDesktops::countWithout(const Own& gone) {
+    for (Own& other : own_) {
+        if (other.origin == gone.desktop) other.origin = gone.origin;
+        if (other.origin > gone.desktop) --other.origin;
+        if (other.desktop > gone.desktop) --other.desktop;
+    }
 }
 
 void FullScreenDesktops::requestFullScreen(xcb_window_t window, bool fullScreen) {

@@ -67,6 +67,8 @@ class FullScreenDesktops {
 
     bool makeDesktop(const X11WindowFacts& window);
     void dissolve(xcb_window_t window, bool alive);
+    /// Numbers the other desktops as they are when this one has gone.
+    void countWithout(const Own& gone);
     void requestFullScreen(xcb_window_t window, bool fullScreen);
     void adopt();
     void takeOverRecord();

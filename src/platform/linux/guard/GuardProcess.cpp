@@ -84,7 +84,8 @@ GuardProcess::~GuardProcess() {
 
 bool GuardProcess::isThere() const {
     pollfd line{line_.get(), 0, 0};
-    return poll(&line, 1, 0) == 0;
+    poll(&line, 1, 0);
+    return (line.revents & (POLLHUP | POLLERR)) == 0;
 }
 
 void GuardProcess::sayThatTheMainThreadRuns() const {

@@ -10,8 +10,6 @@ namespace {
 
 constexpr std::uint32_t anyKeycode = 0;
 constexpr std::uint32_t anyModifier = 0x80000000U;
-// No keyboard has this key.
-constexpr std::uint32_t unusedKeycode = 255;
 
 }  // namespace
 
@@ -48,7 +46,6 @@ void KeyGrabs::ungrab(std::uint16_t keyboard, std::uint32_t position) {
 }
 
 bool KeyGrabs::grab() {
-    if (core_) return grabByCore();
     keyboards_ = masterKeyboards();
     bool granted = !keyboards_.empty();
     for (const std::uint16_t keyboard : keyboards_) granted = grab(keyboard, anyKeycode) && granted;
@@ -59,11 +56,23 @@ bool KeyGrabs::grab() {
     return core_;
 }
 
-// Whoever grabs every key grabs this one too.
+// The kind of grab stays: a key that is swallowed at this moment is answered by the kind that holds it. What is refused
+// now, such as a keyboard that has just gone, leaves the others as they are.
+void KeyGrabs::grabAgain() {
+    if (core_) {
+        grabByCore();
+        return;
+    }
+    keyboards_ = masterKeyboards();
+    for (const std::uint16_t keyboard : keyboards_) grab(keyboard, anyKeycode);
+}
+
+// Whoever grabs every key grabs the first one too, which no keyboard has and no desktop binds. (The last one is bound.)
 bool KeyGrabs::anotherClientGrabsEveryKey() {
-    return !std::all_of(keyboards_.begin(), keyboards_.end(), [this](std::uint16_t keyboard) {
-        const bool granted = grab(keyboard, unusedKeycode);
-        if (granted) ungrab(keyboard, unusedKeycode);
+    const std::uint32_t unused = xcb_get_setup(connection_.get())->min_keycode;
+    return !std::all_of(keyboards_.begin(), keyboards_.end(), [this, unused](std::uint16_t keyboard) {
+        const bool granted = grab(keyboard, unused);
+        if (granted) ungrab(keyboard, unused);
         return granted;
     });
 }

@@ -28,9 +28,10 @@ class KeyGrabs {
   public:
     KeyGrabs(X11Connection& connection, std::uint8_t extension) : connection_(connection), extension_(extension) {}
 
-    /// False if another client grabs every key. Grabbing again puts these grabs above the others, without a moment
-    /// between two grabs.
+    /// False if another client grabs every key.
     bool grab();
+    /// Puts these grabs above those that others have made since, without a moment between two grabs.
+    void grabAgain();
 
     /// The key that the event is about. Empty for other events, and for those that a client has made up.
     std::optional<GrabbedKey> key(const xcb_generic_event_t& event) const;

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <utility>
 
 namespace vantrel::linuxdesktop {
 
@@ -20,11 +21,9 @@ bool KeyGuards::waitUntilReady() {
         std::array<pollfd, Guards::count> lines{};
         for (std::size_t guard = 0; guard < all_.size(); ++guard) lines[guard] = {descriptors()[guard], POLLIN, 0};
         const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - Clock::now()).count();
-        if (left <= 0 || poll(lines.data(), lines.size(), static_cast<int>(left)) <= 0) return false;
-        for (std::size_t guard = 0; guard < all_.size(); ++guard) attend(guard);
-        const bool anyOpen =
-            std::any_of(all_.begin(), all_.end(), [](const One& one) { return one.line.line.isOpen(); });
-        if (!anyOpen) return false;
+        if (left <= 0 || !anyIsOpen()) return false;
+        poll(lines.data(), lines.size(), static_cast<int>(left));
+        for (std::size_t guard = 0; guard < all_.size(); ++guard) attend(guard, Clock::now());
     }
     return true;
 }
@@ -36,24 +35,30 @@ std::array<int, Guards::count> KeyGuards::descriptors() const {
 }
 
 std::optional<KeyGuards::Clock::time_point> KeyGuards::due() const {
-    if (anyWatches()) return std::nullopt;
-    std::optional<Clock::time_point> last;
+    std::optional<Clock::time_point> first;
+    if (unwatchedSince_) first = *unwatchedSince_ + withoutAny;
     for (const One& one : all_) {
-        if (one.line.line.isOpen() && (!last || one.asked + untilItWatches > *last)) last = one.asked + untilItWatches;
+        const auto nextTry = one.asked + untilTheNextTry;
+        if (!one.watches && (!first || nextTry < *first)) first = nextTry;
     }
-    return last;
+    return first;
 }
 
 bool KeyGuards::attend(Clock::time_point now) {
-    for (std::size_t guard = 0; guard < all_.size(); ++guard) attend(guard);
-    if (anyWatches()) return true;
-    return std::any_of(all_.begin(), all_.end(),
-                       [now](const One& one) { return one.line.line.isOpen() && now < one.asked + untilItWatches; });
+    for (std::size_t guard = 0; guard < all_.size(); ++guard) attend(guard, now);
+    if (anyWatches()) {
+        unwatchedSince_.reset();
+        return true;
+    }
+    if (!unwatchedSince_) unwatchedSince_ = now;
+    return now < *unwatchedSince_ + withoutAny;
 }
 
-// A guard that ends before it ever watched is not started again: it would end again.
-void KeyGuards::attend(std::size_t guard) {
+// One that ends before it ever watched is not replaced at once: it would end again. But it is replaced. A guard that
+// runs and watches no key would keep the kernel from helping a client that is stopped.
+void KeyGuards::attend(std::size_t guard, Clock::time_point now) {
     One& one = all_.at(guard);
+    if (!one.watches && now >= one.asked + untilTheNextTry) open(guard, one.line.guard);
     if (!one.line.line.isOpen()) return;
     std::array<char, 16> bytes{};
     const ssize_t count = recv(one.line.line.get(), bytes.data(), bytes.size(), MSG_DONTWAIT);
@@ -62,12 +67,16 @@ void KeyGuards::attend(std::size_t guard) {
         send(one.line.line.get(), &filterAnswer, 1, MSG_NOSIGNAL | MSG_DONTWAIT);
     } else if (count == 0 || (errno != EAGAIN && errno != EINTR)) {
         one.line.line.close();
-        if (one.watches) open(guard, one.line.guard);
+        if (std::exchange(one.watches, false)) open(guard, one.line.guard);
     }
 }
 
 void KeyGuards::open(std::size_t guard, pid_t failed) {
     all_.at(guard) = {guards_->keyLine(guard, resource_, failed), false, Clock::now()};
+}
+
+bool KeyGuards::anyIsOpen() const {
+    return std::any_of(all_.begin(), all_.end(), [](const One& one) { return one.line.line.isOpen(); });
 }
 
 bool KeyGuards::anyWatches() const {

@@ -18,8 +18,10 @@ class KeyGuards {
   public:
     using Clock = std::chrono::steady_clock;
 
-    /// How long a new guard may take until it watches while no other one does.
-    static constexpr std::chrono::milliseconds untilItWatches{1500};
+    /// How long the keys go on while no guard watches.
+    static constexpr std::chrono::seconds withoutAny{3};
+    /// How long a new guard may take until it watches while the other one does, and when one is tried again.
+    static constexpr std::chrono::seconds untilTheNextTry{5};
 
     KeyGuards(std::shared_ptr<Guards> guards, std::uint32_t resource);
 
@@ -31,7 +33,7 @@ class KeyGuards {
     /// When to call attend() even if nothing is readable.
     std::optional<Clock::time_point> due() const;
 
-    /// Answers the guards and replaces those that are gone. False if none watches and none may come to watch in time.
+    /// Answers the guards and replaces those that are gone. False if none has watched for too long.
     bool attend(Clock::time_point now);
 
   private:
@@ -42,12 +44,14 @@ class KeyGuards {
     };
 
     void open(std::size_t guard, pid_t failed);
-    void attend(std::size_t guard);
+    void attend(std::size_t guard, Clock::time_point now);
+    bool anyIsOpen() const;
     bool anyWatches() const;
 
     const std::shared_ptr<Guards> guards_;
     const std::uint32_t resource_;
     std::array<One, Guards::count> all_;
+    std::optional<Clock::time_point> unwatchedSince_;
 };
 
 }  // namespace vantrel::linuxdesktop

@@ -130,7 +130,7 @@ void KeyboardFilter::mappingChanged() {
 // does not delay the grab for ever.
 void KeyboardFilter::grabAgainWhenDue() {
     modifiers_ = KeyModifiers::read(connection_->get());
-    grabs_.grab();
+    grabs_.grabAgain();
     regrabAt_.reset();
     if (std::exchange(regrabTwice_, false)) regrabAt_ = Clock::now() + regrabDelay;
 }

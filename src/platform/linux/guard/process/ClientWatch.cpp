@@ -63,23 +63,26 @@ void waitForEnd(pid_t process) {
 }  // namespace
 
 std::unique_ptr<ClientWatch> ClientWatch::create(pid_t client, FileDescriptor line) {
+    // Before anything that may wait.
+    auto deadline = KernelDeadline::create();
+    if (deadline) deadline->comeBackWithin(waitingForServer);
     auto connection = X11Connection::open();
     if (!connection) return nullptr;
-    std::unique_ptr<ClientWatch> watch(new ClientWatch(std::move(connection), client, std::move(line)));
+    std::unique_ptr<ClientWatch> watch(
+        new ClientWatch(std::move(deadline), std::move(connection), client, std::move(line)));
     watch->keys_ = KeyWatch::create(*watch->connection_, client, [own = watch.get()] { own->expectToWait(); });
     return watch->keys_ ? std::move(watch) : nullptr;
 }
 
-ClientWatch::ClientWatch(std::unique_ptr<X11Connection> connection, pid_t client, FileDescriptor line)
-    : connection_(std::move(connection)),
+ClientWatch::ClientWatch(std::unique_ptr<KernelDeadline> deadline, std::unique_ptr<X11Connection> connection,
+                         pid_t client, FileDescriptor line)
+    : deadline_(std::move(deadline)),
+      connection_(std::move(connection)),
       client_(client),
       line_(std::move(line)),
-      deadline_(KernelDeadline::create()),
       covers_(*connection_, static_cast<std::uint32_t>(client)),
       nextLook_(Clock::now() + betweenLooks),
-      mainThreadRan_(Clock::now()) {
-    expectToWait();
-}
+      mainThreadRan_(Clock::now()) {}
 
 void ClientWatch::run() {
     while (connection_->isAlive()) {

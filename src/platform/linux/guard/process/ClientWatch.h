@@ -40,7 +40,8 @@ class ClientWatch {
   private:
     using Time = std::chrono::steady_clock::time_point;
 
-    ClientWatch(std::unique_ptr<X11Connection> connection, pid_t client, FileDescriptor line);
+    ClientWatch(std::unique_ptr<KernelDeadline> deadline, std::unique_ptr<X11Connection> connection, pid_t client,
+                FileDescriptor line);
 
     void wait();
     bool listen();
@@ -48,10 +49,10 @@ class ClientWatch {
     void expectToWait();
     void putDesktopsBack();
 
+    const std::unique_ptr<KernelDeadline> deadline_;
     const std::unique_ptr<X11Connection> connection_;
     const pid_t client_;
     const FileDescriptor line_;
-    const std::unique_ptr<KernelDeadline> deadline_;
     std::unique_ptr<KeyWatch> keys_;
     Covers covers_;
     Time nextLook_;

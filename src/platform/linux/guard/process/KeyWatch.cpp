@@ -97,7 +97,9 @@ void KeyWatch::attend(Filter& filter) {
     if (!filter.line.isOpen()) return;
     const Time now = Clock::now();
     if (filter.asked && now >= *filter.asked + forAnswer) {
-        if (serverWasBusy()) {
+        // After a pause of the whole computer this process may be the first that runs again.
+        const bool pausedMyself = now > *filter.asked + forAnswer + forAnswer / 4;
+        if (pausedMyself || serverWasBusy()) {
             filter.asked = Clock::now();
         } else {
             disconnect(filter);
