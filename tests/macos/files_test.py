@@ -93,6 +93,7 @@ INFORMATION_MISTAKES = [
     (lambda p: p.update(NSHighResolutionCapable=1), "NSHighResolutionCapable is 1, not True"),
     (lambda p: p["NSAppTransportSecurity"].update(NSAllowsArbitraryLoads=True), "NSAppTransportSecurity"),
     (lambda p: p.update(NSCameraUsageDescription="The fotocamera is used."), "NSCameraUsageDescription"),
+    (lambda p: p.pop("NSBluetoothAlwaysUsageDescription"), "NSBluetoothAlwaysUsageDescription is missing"),
     (lambda p: p.pop("NSMicrophoneUsageDescription"), "NSMicrophoneUsageDescription is missing"),
     (lambda p: p.pop("NSLocalNetworkUsageDescription"), "NSLocalNetworkUsageDescription is missing"),
 ]

@@ -40,6 +40,8 @@ PLIST = {
     "LSApplicationCategoryType": "public.app-category.education",
     "LSMinimumSystemVersion": MINIMUM,
     "NSAppTransportSecurity": {"NSAllowsLocalNetworking": True},
+    "NSBluetoothAlwaysUsageDescription": "Il browser aperto da Vantrel può usare il Bluetooth per accedere con la "
+                                         "passkey del telefono. Vantrel non lo usa.",
     "NSCameraUsageDescription": "Vantrel chiede l'accesso alla fotocamera prima di aprire la riunione, perché durante "
                                 "la lezione sorvegliata tu possa essere visto.",
     "NSHighResolutionCapable": True,

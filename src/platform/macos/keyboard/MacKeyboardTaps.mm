@@ -74,11 +74,12 @@ void MacKeyboardTap::remove() {
     eventTap_ = {};
 }
 
-// The tap stays disabled: whoever disabled it had a reason.
+// The tap is not enabled again: whoever disabled it had a reason. It goes at once, because a filter whose client has
+// lost its permission can hold up all input, and the system may still call that client trusted.
 void MacKeyboardTap::disabled(CGEventType type) {
     const bool timedOut = type == kCGEventTapDisabledByTimeout;
     sayThatItIsLost(timedOut ? "the main thread did not answer in time" : "the system disabled it for its user");
-    if (!AXIsProcessTrusted()) remove();
+    remove();
 }
 
 void MacKeyboardTap::leave(const char* why) {

@@ -57,6 +57,8 @@ void answerAsLongAsBegun() {
     } else if (begun <= 0) {
         [answers invalidate];
         answers = nil;
+        // Also after another thread has said so: an answer may have come in between.
+        say(watchedRest);
     }
 }
 
@@ -97,7 +99,7 @@ void MainThreadWatch::begin() {
 
 void MainThreadWatch::end() {
     if (lineToWatcher < 0 || --begun > 0) return;
-    say(watchedRest);
+    if (!NSThread.isMainThread) say(watchedRest);
     followOnTheMainThread();
 }
 

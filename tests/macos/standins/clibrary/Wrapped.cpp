@@ -80,8 +80,8 @@ ssize_t __wrap_write(int descriptor, const void* bytes, std::size_t size) {
 }
 
 int __wrap_fcntl(int descriptor, int, ...) {
-    if (descriptor != STDOUT_FILENO && !watchLine().hasWatcher)
-        fatal("the client changes something else than standard output");
+    if (descriptor != STDOUT_FILENO && descriptor != STDERR_FILENO && !watchLine().hasWatcher)
+        fatal("the client changes something else than its standard streams");
     return 0;
 }
 
