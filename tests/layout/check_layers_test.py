@@ -57,6 +57,9 @@ MISTAKES = {
     "practice/program/T.cpp": ['#include "tests/practice/Requests.h"', "practice must not know tests/practice/Requests.h"],
     "practice/program/U.mm": ['#import "platform/macos/MacComputer.h"', "practice must not know platform/macos/MacComputer.h"],
     "rehearsal/program/V.mm": ['#import "platform/macos/MacComputer.h"', "rehearsal must not know platform/macos/MacComputer.h"],
+    "src/record/X.cpp": ['#include "session/JoinScreen.h"', "record must not know session/JoinScreen.h"],
+    "src/record/Y.cpp": ['#include "platform/virtual/VirtualMac.h"', "a module of rules includes a platform implementation"],
+    "src/session/Z.cpp": ['#include "record/Recorder.h"', "session must not know record/Recorder.h"],
     "src/utils/W.h": ["#include <string>", "does not know the module utils"],
     "src/X.cpp": ["", "does not know the module X.cpp"],
 }
@@ -65,6 +68,8 @@ ALLOWED = {
     "src/lockdown/Allowed.cpp": '#include "browser/BrowserLauncher.h"',
     "src/app/main-linux.cpp": '#include "platform/linux/LinuxComputer.h"',
     "src/app/main-macos.mm": '#import <AppKit/AppKit.h>\n#include "platform/macos/MacComputer.h"',
+    "src/record/Allowed.cpp": '#include "platform/desktop/Spaces.h"\n#include <fstream>',
+    "src/app/main-record-macos.mm": '#include "platform/macos/MacComputer.h"\n#include "record/RecordMain.h"',
     "src/app/main-linux-guard.cpp": '#include <unistd.h>\n#include "platform/linux/guard/process/KeyWatch.h"',
     "practice/PracticeServer.cpp": '#include "practice/exchanges/ApiExchanges.h"\n#include <nlohmann/json.hpp>',
     "practice/program/Allowed.cpp": '#include "practice/PracticeServer.h"\n#include <unistd.h>',
