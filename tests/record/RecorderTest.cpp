@@ -137,6 +137,13 @@ TEST_F(RecorderTest, NobodyInFrontIsNull) {
     EXPECT_EQ(last()["front"], JSONValue()) << lines.back();
 }
 
+TEST_F(RecorderTest, ALookThatIsNoJSONLeavesAGapInTheNumbers) {
+    launch();
+    mac().json().failNext(1);
+    mac().runFor(1);
+    EXPECT_THAT(all("line"), ElementsAre(1.0, 3.0));
+}
+
 TEST_F(RecorderTest, OnlyReads) {
     const auto chrome = mac().applications().add({"Google Chrome", "com.google.Chrome"});
     mac().applications().openWindow(chrome, {"Lezione", {{100, 100}, {800, 600}}});
