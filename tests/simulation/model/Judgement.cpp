@@ -1,0 +1,19 @@
+#include "tests/simulation/model/Judgement.h"
+
+#include "tests/simulation/model/Verdict.h"
+#include "tests/simulation/model/reading/Transcript.h"
+#include "tests/simulation/model/rules/Rules.h"
+
+namespace vantrel::simulation {
+
+std::vector<BrokenRule> brokenRules(const std::string&, const std::string& transcript) {
+    const Transcript read(transcript);
+    Verdict verdict;
+    for (const Rule& rule : everyRule()) {
+        verdict.turnTo(rule.name);
+        rule.judge(read, verdict);
+    }
+    return verdict.take();
+}
+
+}  // namespace vantrel::simulation
