@@ -26,7 +26,7 @@ def requests(text, bases=()):
     """Every request of the client, in order. Requests that follow a redirect are the platform's and left out. `bases`
     are the addresses that the client knows before."""
     found, bases = [], set(bases)
-    for line, kind, lines in _entries(text):
+    for line, kind, lines in entries(text):
         bases |= _bases(kind, lines)
         if kind == "request":
             found.append(_found(line, lines, bases or {DEFAULT_SERVER}))
@@ -35,12 +35,12 @@ def requests(text, bases=()):
 
 def bases(text):
     """The addresses of servers that the client knows in the end."""
-    return set().union(*(_bases(kind, lines) for _, kind, lines in _entries(text)))
+    return set().union(*(_bases(kind, lines) for _, kind, lines in entries(text)))
 
 
 def prelude(text):
     """What the transcript begins with, preludes/NAME, or None."""
-    _, kind, lines = next(_entries(text), (0, "", [""]))
+    _, kind, lines = next(entries(text), (0, "", [""]))
     return lines[0] if kind == "prelude" else None
 
 
@@ -49,7 +49,8 @@ def _bases(kind, lines):
     return {typed[1].removesuffix("/")} if kind in ("text", "participant", "setting") and typed else set()
 
 
-def _entries(text):
+def entries(text):
+    """(line, kind, lines) of each entry, lines counted from 1."""
     entry = None
     for number, line in enumerate(text.splitlines(), 1):
         further = FURTHER.fullmatch(line)

@@ -1,0 +1,13 @@
+"""Holds what the documentation says against the code, the scenarios and the tree."""
+import pathlib
+import sys
+
+HERE = pathlib.Path(__file__).resolve().parent
+sys.path[:0] = [str(HERE), str(HERE.parent / "support")]
+
+import messages
+import named_tests
+
+TESTS = {name: test for module in (messages,) for name, test in module.TESTS.items()}
+
+sys.exit(named_tests.main(TESTS, [word for word in sys.argv[1:] if word.startswith("--")]))
