@@ -1,4 +1,5 @@
 """Reads the documentation's pages."""
+import functools
 import pathlib
 import re
 
@@ -38,9 +39,14 @@ def first_cells(page, heading):
     return cells
 
 
-def pattern(text):
-    """What matches the text, with anything in the place of each "…"."""
-    return re.compile(".*".join(map(re.escape, text.split("…"))), re.DOTALL)
+@functools.cache
+def pattern(row):
+    return re.compile(".*".join(map(re.escape, row.split("…"))), re.DOTALL)
+
+
+def fits(row, text):
+    """Whether the text is the row, with anything in the place of each "…"."""
+    return text.startswith(row.partition("…")[0]) and pattern(row).fullmatch(text) is not None
 
 
 def sets_differ(what, shown, possible):
@@ -55,7 +61,7 @@ def matches_differ(what, rows, texts):
     wrong = "".join(f"{what}: {row!r} stands there twice\n" for row in sorted(set(rows)) if rows.count(row) > 1)
     hits = {row: 0 for row in rows}
     for text in sorted(texts):
-        fitting = [row for row in hits if pattern(row).fullmatch(text)]
+        fitting = [row for row in hits if fits(row, text)]
         # A row without a gap goes before those that have one.
         exact = [row for row in fitting if row == text] or fitting
         if len(exact) != 1:
