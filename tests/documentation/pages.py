@@ -10,6 +10,12 @@ def read(name):
     return (ROOT / name).read_text(encoding="utf-8")
 
 
+def every():
+    """The names of all pages, but those that a build or another tool has left."""
+    paths = (path.relative_to(ROOT) for path in sorted(ROOT.rglob("*.md")))
+    return [str(path) for path in paths if path.parts[0] != "build" and not any(part.startswith(".") for part in path.parts)]
+
+
 def section(page, heading):
     """What stands under the heading, up to the next one of the same or a higher level."""
     found = re.search(rf"^(#+) {re.escape(heading)}$\n(.*)", page, re.MULTILINE | re.DOTALL)
