@@ -1,7 +1,10 @@
 #include <cstdio>
 #include <cstdlib>
+#include <string_view>
+#include <vector>
 
 #include "app/ApplicationMain.h"
+#include "app/CommandLineAnswer.h"
 #include "platform/linux/LinuxComputer.h"
 #include "platform/linux/system/StandardStreams.h"
 #include "platform/portable/UnreadLines.h"
@@ -45,8 +48,13 @@ int refuse(vantrel::linuxdesktop::NoComputer reason) {
 
 }  // namespace
 
-int main() {
+int main(int argc, char** argv) {
     vantrel::linuxdesktop::openMissingStandardStreams();
+    const std::vector<std::string_view> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
+    if (const auto answer = vantrel::CommandLineAnswer::to(arguments)) {
+        std::fputs(answer->text.c_str(), answer->status == 0 ? stdout : stderr);
+        return answer->status;
+    }
     auto reason = vantrel::linuxdesktop::NoComputer::noX11Display;
     const auto desktop = vantrel::linuxdesktop::LinuxComputer::create(endProcess, reason);
     if (!desktop) return refuse(reason);

@@ -1,5 +1,6 @@
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 
 #include "platform/linux/LinuxComputer.h"
 #include "platform/linux/system/StandardStreams.h"
@@ -20,9 +21,10 @@ namespace {
 int main(int argc, char** argv) {
     constexpr int wrongUse = 2;
     vantrel::linuxdesktop::openMissingStandardStreams();
-    if (argc != 2) {
-        std::fputs("usage: vantrel-record FILE\n", stderr);
-        return wrongUse;
+    const bool help = argc == 2 && (std::strcmp(argv[1], "--help") == 0 || std::strcmp(argv[1], "-h") == 0);
+    if (argc != 2 || help) {
+        std::fputs("usage: vantrel-record FILE\n", help ? stdout : stderr);
+        return help ? EXIT_SUCCESS : wrongUse;
     }
     auto reason = vantrel::linuxdesktop::NoComputer::noX11Display;
     const auto desktop = vantrel::linuxdesktop::LinuxComputer::create(endProcess, reason);

@@ -16,6 +16,7 @@
 #include "server/ServerRequests.h"
 #include "server/SessionJoin.h"
 #include "server/VersionCheck.h"
+#include "session/ClientVersion.h"
 #include "session/EndScreen.h"
 #include "session/JoinScreen.h"
 #include "session/JoinedSession.h"
@@ -91,7 +92,7 @@ class MainWindowController : public std::enable_shared_from_this<MainWindowContr
     void print(std::string_view line) { computer_.log.print(line); }
 
     const Computer computer_;
-    const std::string clientVersion_ = "2.0-macOS";
+    const std::string clientVersion_{fixedClientVersion};
 
     std::shared_ptr<KeyboardHookService> keyboardHook_;
     std::shared_ptr<WindowMonitorService> windowMonitor_;

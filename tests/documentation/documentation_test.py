@@ -5,12 +5,13 @@ import sys
 HERE = pathlib.Path(__file__).resolve().parent
 sys.path[:0] = [str(HERE), str(HERE.parent / "support")]
 
+import help
 import log_lines
 import messages
 import named_tests
 import pictures
 import privacy
 
-TESTS = {name: test for module in (messages, log_lines, privacy, pictures) for name, test in module.TESTS.items()}
+TESTS = {name: test for module in (messages, log_lines, privacy, pictures, help) for name, test in module.TESTS.items()}
 
 sys.exit(named_tests.main(TESTS, [word for word in sys.argv[1:] if word.startswith("--")]))

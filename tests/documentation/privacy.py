@@ -126,6 +126,8 @@ def mac_sources():
 def objects():
     page, wrong = pages.read(PAGE), ""
     checks = [check_sent, check_saved, check_read]
+    if any(check(page) for check in checks):
+        return "the page itself is wrong\n"
     for heading in [*EXCHANGES.values(), "Intestazioni", "Che cosa viene salvato"]:
         begin = page.index(f"# {heading}\n")
         for row in pages.first_cells(page, heading):

@@ -59,11 +59,13 @@ std::vector<char*> pointers(std::vector<std::string>& texts) {
 
 }  // namespace
 
-ProgramRun ProgramRun::of(const std::string& executable, const std::vector<std::string>& environment) {
+ProgramRun ProgramRun::of(const std::string& executable, const std::vector<std::string>& environment,
+                          const std::vector<std::string>& arguments) {
     ProgramRun run;
     Pipe output;
     Pipe error;
-    std::vector<std::string> arguments{executable};
+    std::vector<std::string> words{executable};
+    words.insert(words.end(), arguments.begin(), arguments.end());
     std::vector<std::string> variables = environment;
     posix_spawn_file_actions_t files;
     posix_spawn_file_actions_init(&files);
@@ -71,8 +73,8 @@ ProgramRun ProgramRun::of(const std::string& executable, const std::vector<std::
     posix_spawn_file_actions_adddup2(&files, output.writing.get(), STDOUT_FILENO);
     posix_spawn_file_actions_adddup2(&files, error.writing.get(), STDERR_FILENO);
     pid_t process = 0;
-    const int failure = posix_spawn(&process, executable.c_str(), &files, nullptr, pointers(arguments).data(),
-                                    pointers(variables).data());
+    const int failure =
+        posix_spawn(&process, executable.c_str(), &files, nullptr, pointers(words).data(), pointers(variables).data());
     posix_spawn_file_actions_destroy(&files);
     output.writing.close();
     error.writing.close();

@@ -13,7 +13,8 @@ struct ProgramRun {
     std::string standardError;
 
     /// `environment` is the complete environment, as "NAME=value".
-    static ProgramRun of(const std::string& executable, const std::vector<std::string>& environment);
+    static ProgramRun of(const std::string& executable, const std::vector<std::string>& environment,
+                         const std::vector<std::string>& arguments = {});
 };
 
 }  // namespace vantrel::linuxdesktop

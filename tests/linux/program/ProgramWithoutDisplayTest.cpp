@@ -15,13 +15,13 @@ namespace {
 class ProgramWithoutDisplay : public testing::Test {
   protected:
     // The client in an environment with only these variables and a home of its own.
-    ProgramRun run(std::vector<std::string> environment) const {
+    ProgramRun run(std::vector<std::string> environment, const std::vector<std::string>& arguments = {}) const {
         const auto isHome = [](const std::string& variable) { return variable.starts_with("HOME="); };
         if (std::none_of(environment.begin(), environment.end(), isHome)) {
             environment.push_back("HOME=" + home.path().string());
         }
         environment.push_back("XDG_CONFIG_HOME=" + home.path().string());
-        return ProgramRun::of(VANTREL_PROGRAM, environment);
+        return ProgramRun::of(VANTREL_PROGRAM, environment, arguments);
     }
 
     void expectRefusal(const std::vector<std::string>& environment, std::string_view message) const {
@@ -63,6 +63,21 @@ TEST_F(ProgramWithoutDisplay, RefusesARelativeHome) {
 TEST_F(ProgramWithoutDisplay, DoesNotRunOnAnythingElseThanX11) {
     expectRefusal({"QT_QPA_PLATFORM=offscreen"}, noX11Message);
     expectRefusal({"QT_QPA_PLATFORM=wayland", "WAYLAND_DISPLAY=wayland-0"}, waylandMessage);
+}
+
+TEST_F(ProgramWithoutDisplay, AnswersItsOptionsAllTheSame) {
+    const ProgramRun help = run({}, {"--help"});
+    EXPECT_EQ(help.end, 0);
+    EXPECT_TRUE(help.standardOutput.starts_with("Uso: vantrel ")) << help.standardOutput;
+    EXPECT_EQ(help.standardError, "");
+    const ProgramRun version = run({}, {"--version"});
+    EXPECT_EQ(version.end, 0);
+    EXPECT_EQ(version.standardOutput, "Vantrel 2.0-macOS\n");
+    const ProgramRun unknown = run({}, {"--wrong"});
+    EXPECT_EQ(unknown.end, 2);
+    EXPECT_EQ(unknown.standardOutput, "");
+    EXPECT_NE(unknown.standardError.find("--wrong"), std::string::npos) << unknown.standardError;
+    EXPECT_TRUE(std::filesystem::is_empty(home.path()));
 }
 
 }  // namespace
