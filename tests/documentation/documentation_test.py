@@ -11,7 +11,8 @@ import messages
 import named_tests
 import pictures
 import privacy
+import server_page
 
-TESTS = {name: test for module in (messages, log_lines, privacy, pictures, help) for name, test in module.TESTS.items()}
+TESTS = {name: test for module in (messages, log_lines, privacy, pictures, help, server_page) for name, test in module.TESTS.items()}
 
 sys.exit(named_tests.main(TESTS, [word for word in sys.argv[1:] if word.startswith("--")]))
