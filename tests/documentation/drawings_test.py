@@ -1,12 +1,8 @@
 """Every drawing of the documentation renders, in a real browser with Mermaid itself. Exits with 77 where that is not to be
 had."""
-import base64
-import hashlib
 import json
 import pathlib
 import re
-import shutil
-import subprocess
 import sys
 import tarfile
 import tempfile
@@ -15,48 +11,14 @@ HERE = pathlib.Path(__file__).resolve().parent
 sys.path[:0] = [str(HERE), str(HERE.parent / "practice")]
 
 import headless_chromium
+import npm_package
 import pages
 
-PACKAGE, VERSION = "@mermaid-js/tiny", "11.17.2"
-INTEGRITY = "PmFr1c5cSfNf5AngLLR98DrbvR4U5KeD7I+hQkGqG5w5Veu3QT4dG0qu9f99cpn/sKj2XxRBK0q7EL6hr9NY/A=="
-CACHE = pages.ROOT / "build/cache/mermaid"
+PACKAGE = ("@mermaid-js/tiny", "11.17.2",
+           "PmFr1c5cSfNf5AngLLR98DrbvR4U5KeD7I+hQkGqG5w5Veu3QT4dG0qu9f99cpn/sKj2XxRBK0q7EL6hr9NY/A==")
 # Of each kind that is drawn; none of them is one.
 MISTAKES = ["flowchart TD\n    a -->", "sequenceDiagram\n    a->>b", "sequenceDiagram\n    loop\n    a->>b: c",
             "flowchart TD\n    subgraph a\n    b --> c", "flowchrt TD\n    a --> b"]
-
-
-def skip(reason):
-    print(f"SKIPPED: {reason}")
-    sys.exit(77)
-
-
-def is_right(archive):
-    return archive.is_file() and base64.b64encode(hashlib.sha512(archive.read_bytes()).digest()).decode() == INTEGRITY
-
-
-def fetch():
-    """The package's archive. npm keeps to its own configuration."""
-    archive = CACHE / f"{VERSION}.tgz"
-    if is_right(archive):
-        return archive
-    if not shutil.which("npm"):
-        skip(f"npm is missing, with which {PACKAGE} is fetched")
-    CACHE.mkdir(parents=True, exist_ok=True)
-    with tempfile.TemporaryDirectory(dir=CACHE) as incoming:
-        try:
-            run = subprocess.run(["npm", "pack", "--loglevel=error", "--ignore-scripts", "--pack-destination", incoming,
-                                  f"{PACKAGE}@{VERSION}"], capture_output=True, text=True, timeout=120, check=False)
-        except subprocess.TimeoutExpired:
-            skip(f"{PACKAGE} could not be fetched with npm in time")
-        found = list(pathlib.Path(incoming).glob("*.tgz"))
-        if run.returncode or not found:
-            reason = next((line for line in run.stderr.splitlines() if "npm error" in line or "npm ERR!" in line), "no answer")
-            skip(f"{PACKAGE} could not be fetched with npm: {reason}")
-        # A wrong checksum is an error, not a reason to skip.
-        if not is_right(found[0]):
-            sys.exit(f"{PACKAGE} {VERSION} does not have the integrity that is pinned")
-        found[0].replace(archive)
-    return archive
 
 
 def drawings():
@@ -103,8 +65,8 @@ def check(browser, pictures):
 
 def main(pictures=None):
     if not headless_chromium.find():
-        skip("Chromium is missing")
-    with tempfile.TemporaryDirectory() as folder, tarfile.open(fetch()) as archive:
+        npm_package.skip("Chromium is missing")
+    with tempfile.TemporaryDirectory() as folder, tarfile.open(npm_package.fetch(*PACKAGE)) as archive:
         name = pathlib.Path(folder, "page.html")
         name.write_text("<!doctype html><meta charset=utf-8><body><script src=mermaid.tiny.js></script>", encoding="utf-8")
         script = archive.extractfile("package/dist/mermaid.tiny.js").read()

@@ -46,6 +46,23 @@ def reasons(guide):
     return pages.matches_differ("by the scenarios", rows, transcripts.shown("endMessageLabel"))
 
 
+def quotations(guide):
+    """What the guide quotes, each as one text of its lines."""
+    found = re.findall(r"(?:^>.*\n)+", guide, re.MULTILINE)
+    return ["\n".join(line[1:].strip() for line in text.splitlines()) for text in found]
+
+
+def quoted(guide):
+    """The question for Accessibility and the Mac's own are quoted whole."""
+    alert = next(text for text in transcripts.texts("alert") if "Permesso Accessibilità richiesto" in text)
+    title, *rest = alert.partition(": ")[2].split("\n")
+    # Paragraphs of the guide are parted by an empty line, and the buttons are.
+    wanted = {"\n".join([f"**{title}**", "", *rest[:-1], "", rest[-1]])}
+    wanted |= set(re.findall(r"<key>NS(?:Microphone|Camera|LocalNetwork)UsageDescription</key>\s*<string>(.*?)</string>",
+                             pages.read("packaging/macos/Info.plist.in")))
+    return pages.sets_differ("quoted", set(quotations(guide)), wanted) + ("" if len(wanted) == 4 else "a text was not found\n")
+
+
 def objects():
     """A message that is missing, added or changed by a letter is found."""
     guide, wrong = pages.read(GUIDE), ""
@@ -58,6 +75,9 @@ def objects():
                                   ("twice", f"{line}\n{line}"), ("added", f"{line}\n| `{row}?` | | |")):
                 if not check(guide.replace(line + "\n", changed + "\n" if changed else "", 1)):
                     wrong += f"{row!r} is {what} and nothing is said\n"
+    for old in ("> 2. Nella lista", "sorvegliata tu possa essere visto", "> [Apri", "> Vantrel si collega al server"):
+        if not quoted(guide.replace(old, old + " x", 1)):
+            wrong += f"{old!r} has changed and nothing is said\n"
     return wrong
 
 
@@ -65,5 +85,6 @@ TESTS = {
     "documentation.the-guide-has-every-message-of-the-join-screen-and-no-other": lambda: join_screen(pages.read(GUIDE)),
     "documentation.the-guide-has-every-alert-and-no-other": lambda: alerts(pages.read(GUIDE)),
     "documentation.the-guide-has-every-reason-of-an-end-and-no-other": lambda: reasons(pages.read(GUIDE)),
+    "documentation.the-guide-quotes-the-questions-for-permissions": lambda: quoted(pages.read(GUIDE)),
     "documentation.the-check-of-messages-objects": objects,
 }
