@@ -5,6 +5,7 @@ import sys
 HERE = pathlib.Path(__file__).resolve().parent
 sys.path[:0] = [str(HERE), str(HERE.parent / "support")]
 
+import figures
 import help
 import links
 import log_lines
@@ -14,6 +15,6 @@ import pictures
 import privacy
 import server_page
 
-TESTS = {name: test for module in (messages, log_lines, privacy, pictures, help, server_page, links) for name, test in module.TESTS.items()}
+TESTS = {name: test for module in (messages, log_lines, privacy, pictures, help, server_page, links, figures) for name, test in module.TESTS.items()}
 
 sys.exit(named_tests.main(TESTS, [word for word in sys.argv[1:] if word.startswith("--")]))
