@@ -1,0 +1,158 @@
+"""The tests that mutants are run against: which mutants each executes, and whether a mutant fails one."""
+
+import concurrent.futures
+import contextlib
+import dataclasses
+import json
+import os
+import pathlib
+import resource
+import signal
+import subprocess
+import time
+
+# Seconds. A test that is slower than this is run after the others.
+SLOW = 0.1
+# How much longer than without a mutant a run may take, and how long it may take in any case.
+TIMES_LONGER, SECONDS = 10, 5
+# A mutant that never ends may ask for memory all the time.
+MEMORY = 4 << 30
+
+
+@dataclasses.dataclass
+class Test:
+    suite: object
+    name: str
+    seconds: float = 0.0
+    # A byte for each mutant.
+    record: bytes = b""
+
+    def reaches(self, mutant):
+        return mutant < len(self.record) and self.record[mutant] != 0
+
+
+def run(command, environment, folder, timeout):
+    """Exit status and output; no status if it was not over in time."""
+    process = subprocess.Popen(command, cwd=folder, env={**os.environ, **environment}, stdin=subprocess.DEVNULL,
+                               stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, start_new_session=True)
+    # Not before it begins: that would copy this process each time.
+    with contextlib.suppress(ProcessLookupError):
+        resource.prlimit(process.pid, resource.RLIMIT_AS, (MEMORY, MEMORY))
+        resource.prlimit(process.pid, resource.RLIMIT_CORE, (0, 0))
+    try:
+        output, _ = process.communicate(timeout=timeout)
+        return process.returncode, output
+    except subprocess.TimeoutExpired:
+        os.killpg(process.pid, signal.SIGKILL)
+        return None, process.communicate()[0]
+
+
+class GoogleTests:
+    """An executable whose tests run in one process, up to the first that fails."""
+
+    def __init__(self, name, command, environment, folder=None, whole=False):
+        self.name, self.command, self.environment, self.folder = name, command, environment, folder
+        self.whole = whole
+
+    def tests(self):
+        if self.whole:
+            return [Test(self, "*")]
+        listed = subprocess.run([*self.command, "--gtest_list_tests"], capture_output=True, text=True, check=True,
+                                env={**os.environ, **self.environment}).stdout
+        names, suite = [], ""
+        for line in listed.splitlines():
+            word = line.split("#")[0].strip()
+            if line.startswith(" "):
+                names.append(suite + word)
+            else:
+                suite = word
+        return [Test(self, name) for name in names]
+
+    def passes(self, tests, variables, timeout):
+        """What failed; nothing if all passed."""
+        filters = "--gtest_filter=" + ":".join(test.name for test in tests)
+        status, output = run([*self.command, filters, "--gtest_fail_fast"], {**self.environment, **variables}, self.folder, timeout)
+        if status == 0:
+            return None
+        begun = [line.split("] ", 1)[1] for line in output.decode(errors="replace").splitlines() if line.startswith("[ RUN ")]
+        how = "hung" if status is None else "failed" if status == 1 else f"ended with {status}"
+        return f"{self.name} {begun[-1] if begun else ''} {how}"
+
+
+class Scenarios:
+    """Scenarios with their transcripts."""
+
+    name = "scenario"
+
+    def __init__(self, player, folder):
+        self.player, self.folder = player, folder
+
+    def tests(self):
+        return [Test(self, str(file)) for file in sorted(self.folder.glob("*/*.yaml"))
+                if file.with_suffix(".transcript").exists()]
+
+    def passes(self, tests, variables, timeout):
+        for test in tests:
+            status, output = run([str(self.player), test.name], variables, None, timeout)
+            file = pathlib.Path(test.name)
+            if status != 0 or output != file.with_suffix(".transcript").read_bytes():
+                how = "hung" if status is None else "failed"
+                return f"{self.name} {file.parent.name}.{file.stem} {how}"
+        return None
+
+
+def of_the_rules(build, root):
+    """The rules' own tests, as the build's list has them, and the scenarios."""
+    modules = [build / "tests" / module for module in ("server", "browser", "lockdown", "session", "app")]
+    entries = json.loads((build / "named-tests.json").read_text(encoding="utf-8"))
+    found = [GoogleTests(entry["name"], entry["command"], dict(word.split("=", 1) for word in entry["environment"]),
+                         entry["folder"], entry["whole"])
+             for entry in entries if pathlib.Path(entry["folder"]) in modules]
+    return [*found, Scenarios(build / "rehearsal/vantrel-rehearse", root / "tests/scenarios")]
+
+
+class Bench:
+    """All tests, with what each of them reaches."""
+
+    def __init__(self, suites, folder, jobs):
+        self.tests = [test for suite in suites for test in suite.tests()]
+        self.folder, self.jobs = folder, jobs
+
+    def measure(self):
+        """Runs each test without a mutant. Returns what failed."""
+        self.folder.mkdir(parents=True, exist_ok=True)
+        with concurrent.futures.ThreadPoolExecutor(self.jobs) as pool:
+            return [wrong for wrong in pool.map(self.measure_one, enumerate(self.tests)) if wrong]
+
+    def measure_one(self, numbered):
+        number, test = numbered
+        record = self.folder / f"reached-{number}"
+        record.unlink(missing_ok=True)
+        began = time.monotonic()
+        wrong = test.suite.passes([test], {"VANTREL_MUTANTS_REACHED": str(record)}, 600)
+        test.seconds = time.monotonic() - began
+        if record.exists():
+            test.record = record.read_bytes().rstrip(b"\0")
+            record.unlink()
+        return wrong
+
+    def batches(self, mutant):
+        """Of the tests that reach it: the fast before the slow, of each suite together."""
+        reaching = [test for test in self.tests if test.reaches(mutant)]
+        for chosen in (lambda test: test.seconds < SLOW, lambda test: test.seconds >= SLOW):
+            by_suite = {}
+            for test in sorted(filter(chosen, reaching), key=lambda test: test.seconds):
+                by_suite.setdefault(test.suite, []).append(test)
+            yield from sorted(by_suite.values(), key=lambda batch: sum(test.seconds for test in batch))
+
+    def killer(self, mutant):
+        """What tells the mutant from the original; None if nothing does."""
+        for batch in self.batches(mutant):
+            timeout = SECONDS + TIMES_LONGER * sum(test.seconds for test in batch)
+            wrong = batch[0].suite.passes(batch, {"VANTREL_MUTANT": str(mutant)}, timeout)
+            if wrong:
+                return wrong
+        return None
+
+    def is_reached(self, mutant):
+        return any(test.reaches(mutant) for test in self.tests)
