@@ -8,7 +8,7 @@
 #include <atomic>
 
 #include "platform/macos/threads/MacClock.h"
-#include "platform/portable/ClientWatch.h"
+#include "platform/portable/HangWatch.h"
 
 namespace vantrel::macos {
 

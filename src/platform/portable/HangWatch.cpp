@@ -1,4 +1,4 @@
-#include "platform/portable/ClientWatch.h"
+#include "platform/portable/HangWatch.h"
 
 #include <poll.h>
 #include <signal.h>

@@ -8,7 +8,7 @@
 #include <optional>
 #include <thread>
 
-#include "platform/portable/ClientWatch.h"
+#include "platform/portable/HangWatch.h"
 
 namespace vantrel {
 namespace {
@@ -16,7 +16,7 @@ namespace {
 using std::chrono::milliseconds;
 
 /// A client that only waits, and a thread that watches it.
-class ClientWatchTest : public testing::Test {
+class HangWatchTest : public testing::Test {
   protected:
     static constexpr int patience = 60;
 
@@ -60,19 +60,19 @@ class ClientWatchTest : public testing::Test {
     std::optional<std::thread> watch_;
 };
 
-TEST_F(ClientWatchTest, AClientThatHasAnsweredAndFallsSilentIsEndedAfterTwiceThePatience) {
+TEST_F(HangWatchTest, AClientThatHasAnsweredAndFallsSilentIsEndedAfterTwiceThePatience) {
     const auto begin = std::chrono::steady_clock::now();
     say(watchedAnswer);
     EXPECT_EQ(SIGKILL, endedBy());
     EXPECT_GE(std::chrono::steady_clock::now() - begin, milliseconds(2 * patience));
 }
 
-TEST_F(ClientWatchTest, NothingIsExpectedOfAClientThatHasNeverAnswered) {
+TEST_F(HangWatchTest, NothingIsExpectedOfAClientThatHasNeverAnswered) {
     std::this_thread::sleep_for(milliseconds(5 * patience));
     EXPECT_TRUE(isRunning());
 }
 
-TEST_F(ClientWatchTest, NothingIsExpectedOfAClientThatRests) {
+TEST_F(HangWatchTest, NothingIsExpectedOfAClientThatRests) {
     say(watchedAnswer);
     say(watchedRest);
     std::this_thread::sleep_for(milliseconds(5 * patience));
@@ -81,7 +81,7 @@ TEST_F(ClientWatchTest, NothingIsExpectedOfAClientThatRests) {
     EXPECT_EQ(SIGKILL, endedBy());
 }
 
-TEST_F(ClientWatchTest, TheWatchGoesWithTheClient) {
+TEST_F(HangWatchTest, TheWatchGoesWithTheClient) {
     say(watchedAnswer);
     say(watchedRest);
     hangUp();
