@@ -8,6 +8,8 @@
 #include <cerrno>
 #include <string_view>
 
+#include "platform/portable/StandardError.h"
+
 namespace vantrel {
 
 namespace {
@@ -38,7 +40,7 @@ void watchClient(int line, pid_t client, int patienceMilliseconds) {
         if (heard == Heard::end) return;
         if (heard == Heard::nothing && isOverdue) {
             kill(client, SIGKILL);
-            [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, why.data(), why.size());
+            sayOnStandardError(why);
             return;
         }
         isOverdue = heard == Heard::nothing;

@@ -1,3 +1,4 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/wait.h>
@@ -32,7 +33,7 @@ class HangWatchTest : public testing::Test {
 
     void TearDown() override {
         hangUp();
-        if (watch_) watch_->join();
+        endWatch();
         close(line_[0]);
         if (isReaped_) return;
         kill(client_, SIGKILL);
@@ -43,6 +44,10 @@ class HangWatchTest : public testing::Test {
     void hangUp() {
         if (line_[1] >= 0) close(line_[1]);
         line_[1] = -1;
+    }
+
+    void endWatch() {
+        if (watch_ && watch_->joinable()) watch_->join();
     }
 
     /// The signal that has ended the client. Waits for its end.
@@ -65,6 +70,22 @@ TEST_F(HangWatchTest, AClientThatHasAnsweredAndFallsSilentIsEndedAfterTwiceThePa
     say(watchedAnswer);
     EXPECT_EQ(SIGKILL, endedBy());
     EXPECT_GE(std::chrono::steady_clock::now() - begin, milliseconds(2 * patience));
+}
+
+TEST_F(HangWatchTest, StandardErrorThatNobodyReadsDoesNotKeepTheWatch) {
+    const int before = dup(STDERR_FILENO);
+    std::array<int, 2> full{-1, -1};
+    ASSERT_EQ(0, pipe(full.data()));
+    fcntl(full[1], F_SETFL, O_NONBLOCK);
+    while (write(full[1], "full", 4) > 0) {
+    }
+    fcntl(full[1], F_SETFL, 0);
+    dup2(full[1], STDERR_FILENO);
+    say(watchedAnswer);
+    EXPECT_EQ(SIGKILL, endedBy());
+    endWatch();
+    dup2(before, STDERR_FILENO);
+    for (const int line : {before, full[0], full[1]}) close(line);
 }
 
 TEST_F(HangWatchTest, NothingIsExpectedOfAClientThatHasNeverAnswered) {

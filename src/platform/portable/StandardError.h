@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string_view>
+
+namespace vantrel {
+
+/// Writes a whole line, with its end, to standard error. A reader that does not read holds nobody up; the line is then
+/// lost. Any thread, and between fork() and exec() too.
+void sayOnStandardError(std::string_view line);
+
+}  // namespace vantrel
