@@ -69,13 +69,16 @@ void setUp(virtualmac::VirtualMac& mac, const MacSetup& setup) {
 }
 
 void apply(virtualmac::VirtualMac& mac, const MacConditions& conditions) {
+    if (conditions.lostAccessibility) {
+        mac.keyboard().setFreezing(*conditions.lostAccessibility != LostAccessibility::frees);
+        mac.trust().setHiding(*conditions.lostAccessibility == LostAccessibility::hides);
+    }
     if (conditions.accessibility) mac.trust().setTrusted(*conditions.accessibility);
     if (conditions.microphone) mac.capture().setStatus(MediaType::audio, *conditions.microphone);
     if (conditions.camera) mac.capture().setStatus(MediaType::video, *conditions.camera);
     if (conditions.activation) mac.activations().setAnswer(*conditions.activation);
     if (conditions.alertsLetIn) mac.alerts().setLetIn(*conditions.alertsLetIn);
     if (conditions.alertsActivate) mac.alerts().setActivating(*conditions.alertsActivate);
-    if (conditions.lossFreezes) mac.keyboard().setFreezing(*conditions.lossFreezes);
     if (conditions.flagDelay) mac.desktop().setFlagDelay(*conditions.flagDelay);
     if (conditions.fullScreenDuration) mac.desktop().setFullScreenDuration(*conditions.fullScreenDuration);
     if (conditions.browsers) installBrowsers(mac, *conditions.browsers);

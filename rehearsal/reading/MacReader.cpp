@@ -49,26 +49,28 @@ void MacReader::checkSafari(const YAML::Node& node, const MacConditions& mac) {
 }
 
 std::vector<NodeReader::Member> MacReader::conditionsInto(MacConditions& mac) {
-    return {
-        {"accessibility", [&](const YAML::Node& value) { mac.accessibility = accessibility(value); }},
-        {"microphone", [&](const YAML::Node& value) { mac.microphone = capture(value, "'microphone'"); }},
-        {"camera", [&](const YAML::Node& value) { mac.camera = capture(value, "'camera'"); }},
-        {"activation", [&](const YAML::Node& value) { mac.activation = activation(value); }},
-        {"alerts-let-in", [&](const YAML::Node& value) { mac.alertsLetIn = alertsLetIn(value); }},
-        {"alerts-activate",
-         [&](const YAML::Node& value) { mac.alertsActivate = reader_.flag(value, "'alerts-activate'"); }},
-        {"lost-accessibility",
-         [&](const YAML::Node& value) {
-             mac.lossFreezes = reader_.word<bool>(value, "'lost-accessibility'", {{"frees", false}, {"freezes", true}});
-         }},
-        {"browsers", [&](const YAML::Node& value) { mac.browsers = browsers_.browsers(value); }},
-        {"safari", [&](const YAML::Node& value) { mac.safari = reader_.flag(value, "'safari'"); }},
-        reader_.secondsInto("window-flags-lag", mac.flagDelay),
-        reader_.secondsInto("full-screen-takes", mac.fullScreenDuration),
-        {"applications", [&](const YAML::Node& value) {
-             reader_.list(value, "'applications'",
-                          [&](const YAML::Node& one) { mac.applications.push_back(application(one)); });
-         }}};
+    return {{"accessibility", [&](const YAML::Node& value) { mac.accessibility = accessibility(value); }},
+            {"microphone", [&](const YAML::Node& value) { mac.microphone = capture(value, "'microphone'"); }},
+            {"camera", [&](const YAML::Node& value) { mac.camera = capture(value, "'camera'"); }},
+            {"activation", [&](const YAML::Node& value) { mac.activation = activation(value); }},
+            {"alerts-let-in", [&](const YAML::Node& value) { mac.alertsLetIn = alertsLetIn(value); }},
+            {"alerts-activate",
+             [&](const YAML::Node& value) { mac.alertsActivate = reader_.flag(value, "'alerts-activate'"); }},
+            {"lost-accessibility",
+             [&](const YAML::Node& value) {
+                 mac.lostAccessibility = reader_.word<LostAccessibility>(value, "'lost-accessibility'",
+                                                                         {{"frees", LostAccessibility::frees},
+                                                                          {"freezes", LostAccessibility::freezes},
+                                                                          {"hides", LostAccessibility::hides}});
+             }},
+            {"browsers", [&](const YAML::Node& value) { mac.browsers = browsers_.browsers(value); }},
+            {"safari", [&](const YAML::Node& value) { mac.safari = reader_.flag(value, "'safari'"); }},
+            reader_.secondsInto("window-flags-lag", mac.flagDelay),
+            reader_.secondsInto("full-screen-takes", mac.fullScreenDuration),
+            {"applications", [&](const YAML::Node& value) {
+                 reader_.list(value, "'applications'",
+                              [&](const YAML::Node& one) { mac.applications.push_back(application(one)); });
+             }}};
 }
 
 Screen MacReader::display(const YAML::Node& node) {
@@ -125,6 +127,7 @@ virtualmac::AlertsLetIn MacReader::alertsLetIn(const YAML::Node& node) {
                                      {{"at-once", AlertsLetIn::atOnce},
                                       {"ordered-front", AlertsLetIn::orderedFront},
                                       {"joining-all", AlertsLetIn::joiningAll},
+                                      {"with-client", AlertsLetIn::withClient},
                                       {"never", AlertsLetIn::never}});
 }
 

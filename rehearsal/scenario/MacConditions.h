@@ -24,6 +24,16 @@ struct OtherApplication {
     std::optional<Rect> window = {};
 };
 
+/// What becomes of the keys when the Accessibility permission is taken away under a standing tap.
+enum class LostAccessibility {
+    /// The system disables the tap.
+    frees,
+    /// Every key waits as long as the client has a tap.
+    freezes,
+    /// The same, and the system goes on calling the client trusted.
+    hides,
+};
+
 /// What can change on the Mac while it runs. Empty values change nothing.
 struct MacConditions {
     std::optional<bool> accessibility;
@@ -35,8 +45,7 @@ struct MacConditions {
     std::optional<virtualmac::AlertsLetIn> alertsLetIn;
     /// Whether the panel of an alert brings the client to the front although it asks not to.
     std::optional<bool> alertsActivate;
-    /// Whether the loss of the Accessibility permission holds up all keys as long as the client has a tap.
-    std::optional<bool> lossFreezes;
+    std::optional<LostAccessibility> lostAccessibility;
     /// All that are installed. Safari, which is part of the system, is so without being among them.
     std::optional<InstalledBrowsers> browsers;
     /// Whether Safari is installed at all.

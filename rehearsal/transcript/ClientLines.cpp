@@ -119,6 +119,8 @@ EventEntry entryOf(AlertEvent kind, const Happening& event) {
             return {"alert", "is ordered to the front: " + event.text};
         case AlertEvent::joinsAll:
             return {"alert", "may join all applications: " + event.text};
+        case AlertEvent::stopped:
+            return {"alert", "is ended as [" + event.text + "]: " + event.field(Field::message)};
     }
     return {};
 }

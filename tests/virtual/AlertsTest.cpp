@@ -96,8 +96,9 @@ class UnseenAlertsTest : public AlertsTest {
     std::vector<AlertEvent> told() {
         std::vector<AlertEvent> kinds;
         for (const Happening& event : transcript()) {
-            for (const AlertEvent kind : {AlertEvent::shown, AlertEvent::unseen, AlertEvent::seen,
-                                          AlertEvent::orderedFront, AlertEvent::joinsAll, AlertEvent::answered}) {
+            for (const AlertEvent kind :
+                 {AlertEvent::shown, AlertEvent::unseen, AlertEvent::seen, AlertEvent::orderedFront,
+                  AlertEvent::joinsAll, AlertEvent::answered, AlertEvent::stopped}) {
                 if (event.kind == EventKind(kind)) kinds.push_back(kind);
             }
         }
@@ -125,31 +126,67 @@ TEST_F(UnseenAlertsTest, AnAlertIsOrderedToTheFrontOnceItHasNotBeenSeenForASecon
     EXPECT_EQ((std::vector{AlertEvent::shown, AlertEvent::unseen}), told());
     mac().runFor(0.001);
     press();
-    EXPECT_EQ((std::vector{AlertEvent::shown, AlertEvent::unseen, AlertEvent::orderedFront, AlertEvent::seen,
-                           AlertEvent::joinsAll, AlertEvent::answered}),
+    EXPECT_EQ((std::vector{AlertEvent::shown, AlertEvent::unseen, AlertEvent::joinsAll, AlertEvent::orderedFront,
+                           AlertEvent::seen, AlertEvent::answered}),
               told());
 }
 
-TEST_F(UnseenAlertsTest, AnAlertMayJoinAllApplicationsAfterThat) {
+TEST_F(UnseenAlertsTest, AnAlertMayJoinAllApplicationsBeforeThat) {
     showOverFullScreen(AlertsLetIn::joiningAll);
     mac().runFor(0.5);
     press();
-    EXPECT_EQ((std::vector{AlertEvent::shown, AlertEvent::unseen, AlertEvent::orderedFront, AlertEvent::joinsAll,
-                           AlertEvent::seen, AlertEvent::answered}),
+    EXPECT_EQ((std::vector{AlertEvent::shown, AlertEvent::unseen, AlertEvent::joinsAll, AlertEvent::seen,
+                           AlertEvent::orderedFront, AlertEvent::answered}),
               told());
 }
 
 TEST_F(UnseenAlertsTest, AnAlertThatIsNeverLetInIsSeenOnceTheFullScreenIsLeft) {
     showOverFullScreen(AlertsLetIn::never);
-    mac().runFor(100);
+    mac().runFor(1);
     press();
     EXPECT_EQ("nobody sees the alert", events<Deed>().back().field(Field::ignored));
     mac().spaces().swipe(VirtualSpaces::Direction::left);
+    mac().runFor(100);
     press();
     EXPECT_EQ(Lines{"answered"}, logLines());
-    EXPECT_EQ((std::vector{AlertEvent::shown, AlertEvent::unseen, AlertEvent::orderedFront, AlertEvent::joinsAll,
+    EXPECT_EQ((std::vector{AlertEvent::shown, AlertEvent::unseen, AlertEvent::joinsAll, AlertEvent::orderedFront,
                            AlertEvent::seen, AlertEvent::answered}),
               told());
+}
+
+TEST_F(UnseenAlertsTest, AnAlertMayBeSeenOnlyWithTheClientInFront) {
+    showOverFullScreen(AlertsLetIn::withClient);
+    mac().runFor(1.4);
+    EXPECT_FALSE(mac().activations().isClientInFront());
+    mac().runFor(0.2);
+    press();
+    EXPECT_EQ((std::vector{AlertEvent::shown, AlertEvent::unseen, AlertEvent::joinsAll, AlertEvent::orderedFront,
+                           AlertEvent::orderedFront, AlertEvent::seen, AlertEvent::answered}),
+              told());
+    mac().runFor(1);
+    EXPECT_FALSE(mac().activations().isClientInFront());
+}
+
+TEST_F(UnseenAlertsTest, AnAlertThatNobodyCanSeeForTenSecondsEndsAsItsLastButton) {
+    showOverFullScreen(AlertsLetIn::never);
+    mac().runFor(9.4);
+    EXPECT_EQ(Lines{}, logLines());
+    mac().runFor(0.1);
+    EXPECT_EQ(Lines{"answered"}, logLines());
+    EXPECT_EQ(AlertEvent::stopped, told().back());
+    EXPECT_EQ(0U, mac().leftovers().alerts);
+}
+
+TEST_F(UnseenAlertsTest, AnAlertThatWasSeenMeanwhileHasItsTenSecondsAnew) {
+    showOverFullScreen(AlertsLetIn::never);
+    mac().runFor(8);
+    mac().spaces().swipe(VirtualSpaces::Direction::left);
+    mac().runFor(2);
+    mac().spaces().swipe(VirtualSpaces::Direction::right);
+    mac().runFor(8);
+    EXPECT_EQ(Lines{}, logLines());
+    mac().runFor(3);
+    EXPECT_EQ(Lines{"answered"}, logLines());
 }
 
 TEST_F(UnseenAlertsTest, AnAlertAnsweredInTheFirstSecondIsNotOrderedToTheFrontLater) {

@@ -46,6 +46,21 @@ TEST_F(RunLoopTest, FiresATimerThatDoesNotRepeatOnce) {
     EXPECT_EQ(0U, mac().leftovers().timers);
 }
 
+TEST_F(RunLoopTest, FiresWhatIsThePlatformsOwnUnderAnAlertAndBeforeAllElseOfItsMoment) {
+    auto& loop = mac().engine().mainLoop;
+    const auto own = loop.addTimerInEveryMode(1, true, [this] { printTime("own"); });
+    mac().at(1, [this, &loop] { loop.postEvent([this] { printTime("event"); }); });
+    mac().at(1.5, [this] {
+        mac().postToMain([this] { computer().alerts.runModal({AlertStyle::warning, "Uno", "", {"A"}}); });
+    });
+    mac().runFor(3);
+    EXPECT_EQ((Lines{"own 10", "event 10", "own 20", "own 30"}), logLines());
+    EXPECT_EQ(0U, mac().leftovers().timers) << "it is none of the client's";
+    loop.invalidate(*own);
+    mac().participant().answerAlert("A");
+    mac().runFor(0);
+}
+
 TEST_F(RunLoopTest, LetsATimerBeInvalidatedAndDestroyedFromItsOwnBlock) {
     std::unique_ptr<Timer> timer;
     const auto owned = std::make_shared<int>(7);

@@ -73,16 +73,23 @@ class ActivationOnMacOS13 : public ActivationTest {
     ActivationOnMacOS13() : ActivationTest(13) {}
 };
 
-TEST_F(ActivationTest, AClientInFrontBringsWhatItAsksFor) {
-    for (const auto each : {ActivationAnswer::refuses, ActivationAnswer::ignores, ActivationAnswer::comesLate}) {
-        mac().onMain([this] { computer().application.activate(); });
-        ASSERT_TRUE(isClientInFront());
-        answer(each);
-        EXPECT_TRUE(request());
-        EXPECT_EQ("Google Chrome", frontAfter(0.2));
-        participant().bringToFront("Vantrel");
-        mac().runFor(0);
-    }
+TEST_F(ActivationTest, AClientInFrontBringsOthersInItsOwnPlaceOnly) {
+    mac().onMain([this] { computer().application.activate(); });
+    ASSERT_TRUE(isClientInFront());
+    EXPECT_FALSE(request());
+    mac().runFor(5);
+    EXPECT_TRUE(isClientInFront());
+    const auto& process = mac().processes().find(chrome);
+    EXPECT_TRUE(process->requestActivationFrom(mac().desktop().front().front(), ActivationOptions::none));
+    EXPECT_EQ("Google Chrome", frontAfter(0.2));
+}
+
+TEST_F(ActivationTest, AClientInFrontStaysThereIfItsRequestIsIgnored) {
+    mac().onMain([this] { computer().application.activate(); });
+    answer(ActivationAnswer::ignores);
+    EXPECT_TRUE(request());
+    mac().runFor(5);
+    EXPECT_TRUE(isClientInFront());
 }
 
 TEST_F(ActivationTest, AClientThatIsNotInFrontIsRefused) {

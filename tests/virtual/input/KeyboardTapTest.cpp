@@ -149,6 +149,43 @@ TEST_F(KeyboardTapTest, IsDisabledWhenThePermissionIsRevoked) {
     EXPECT_TRUE(state().minimised);
 }
 
+TEST_F(KeyboardTapTest, LeavesTheSystemUnderAnAlertToo) {
+    mac().keyboard().setFreezing(true);
+    startTap();
+    mac().postToMain([this] { computer().alerts.runModal({AlertStyle::warning, "Uno", "", {"A"}}); });
+    mac().runFor(5);
+    mac().trust().setTrusted(false);
+    press("cmd+m");
+    mac().runFor(2);
+    EXPECT_EQ(0U, mac().leftovers().keyboardTaps);
+    EXPECT_EQ(Lines{"cmd+m"}, texts(KeyboardEvent::delivered));
+    participant().answerAlert("A");
+    mac().runFor(0);
+}
+
+TEST_F(KeyboardTapTest, LeavesTheSystemWhenASecondOneIsRefusedThoughTheClientIsCalledTrusted) {
+    mac().keyboard().setFreezing(true);
+    mac().trust().setHiding(true);
+    startTap();
+    mac().trust().setTrusted(false);
+    EXPECT_TRUE(computer().accessibilityTrust.isProcessTrusted());
+    mac().runFor(2);
+    EXPECT_EQ(1U, texts(KeyboardEvent::tapRefused).size());
+    EXPECT_EQ(0U, mac().leftovers().keyboardTaps);
+    mac().runFor(10);
+    EXPECT_EQ(1U, texts(KeyboardEvent::tapRefused).size());
+}
+
+TEST_F(KeyboardTapTest, StaysWhenASecondOneIsGivenWhichIsNotAskedForOften) {
+    startTap();
+    for (int call = 0; call < 4; ++call) mac().onMain([this] { mac().keyboard().noteLostTrust(); });
+    EXPECT_EQ(2U, texts(KeyboardEvent::tapCreated).size());
+    mac().runFor(2);
+    mac().onMain([this] { mac().keyboard().noteLostTrust(); });
+    EXPECT_EQ(3U, texts(KeyboardEvent::tapCreated).size());
+    EXPECT_EQ(1U, mac().leftovers().keyboardTaps);
+}
+
 TEST_F(KeyboardTapTest, IsRefusedWithoutThePermissionAndByAFault) {
     mac().trust().setTrusted(false);
     startTap();

@@ -7,6 +7,7 @@
 #include <array>
 #include <cstddef>
 
+#include "platform/macos/apps/FrontTrace.h"
 #include "platform/macos/bridge/Text.h"
 #include "platform/macos/desktop/MacAccessibility.h"
 #include "platform/macos/threads/MacClock.h"
@@ -69,19 +70,24 @@ class MacWaysToFront final : public WaysToFront {
         : application_(application), options_(static_cast<NSApplicationActivationOptions>(options)) {}
 
     bool isInFront() const override { return application_.active; }
-    bool activate() override { return [application_ activateWithOptions:options_]; }
+    bool activate() override {
+        return FrontTrace::answered(application_, "activateWithOptions", [application_ activateWithOptions:options_]);
+    }
 
     bool activateFromFrontmost() override {
         if (@available(macOS 14.0, *)) {
             NSRunningApplication* frontmost = NSWorkspace.sharedWorkspace.frontmostApplication;
-            return frontmost != nil && [application_ activateFromApplication:frontmost options:options_];
+            if (frontmost == nil) return false;
+            const bool accepted = [application_ activateFromApplication:frontmost options:options_];
+            return FrontTrace::answered(application_, "activateFromApplication", accepted);
         }
         return false;
     }
 
     bool makeFrontmost() override {
         const auto element = MacAccessibility().application(application_.processIdentifier);
-        return element->setAttribute("AXFrontmost", true) == accessibilitySuccess;
+        return FrontTrace::answered(application_, "AXFrontmost",
+                                    element->setAttribute("AXFrontmost", true) == accessibilitySuccess);
     }
 
   private:
@@ -102,9 +108,13 @@ FrontRequests& frontRequests() {
 bool MacRunningApplication::activate(ActivationOptions options) {
     @autoreleasepool {
         MacWaysToFront ways(application_, options);
-        if (!isTerminated()) return frontRequests().bring(process_, MacClock().uptime(), ways);
-        ways.activate();
-        return false;
+        if (isTerminated()) {
+            ways.activate();
+            return false;
+        }
+        const bool accepted = frontRequests().bring(process_, MacClock().uptime(), ways);
+        FrontTrace::lookLater();
+        return accepted;
     }
 }
 

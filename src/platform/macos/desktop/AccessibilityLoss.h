@@ -1,14 +1,16 @@
 #pragma once
 
 #include <ApplicationServices/ApplicationServices.h>
+#import <Foundation/Foundation.h>
 
 #include "platform/threads/Block.h"
 
 namespace vantrel::macos {
 
-/// Tells that the client has lost the Accessibility permission, as soon as the system refuses one of its calls for
-/// that. Nobody asks for it: in a lockdown the rules look at the browser's windows every 1.5 seconds. Created and
-/// destroyed on the main thread, where the block runs, perhaps more than once.
+/// Tells that the client has lost the Accessibility permission: as soon as the system refuses one of its calls for
+/// that, and within betweenLooksForLostTrust seconds in any case, under alerts and menus too. It looks as long as it
+/// lives, so it is for a keyboard tap that stands: one that outlives the permission can hold up all input. Created and
+/// destroyed on the main thread, where the block runs. The block may destroy it.
 class AccessibilityLoss {
   public:
     explicit AccessibilityLoss(Block told);
@@ -20,9 +22,12 @@ class AccessibilityLoss {
     static void note(AXError error);
 
   private:
-    static void tell();
+    static void examine();
+    bool isAnotherTapGiven();
 
     const Block told_;
+    NSTimer* const looks_;
+    double nextAsking_ = 0;
 };
 
 }  // namespace vantrel::macos

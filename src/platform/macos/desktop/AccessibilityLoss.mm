@@ -1,9 +1,11 @@
 #include "platform/macos/desktop/AccessibilityLoss.h"
 
-#import <Foundation/Foundation.h>
-
 #include <utility>
 #include <vector>
+
+#include "platform/macos/bridge/CFReference.h"
+#include "platform/macos/threads/MacClock.h"
+#include "platform/portable/LostTap.h"
 
 namespace vantrel::macos {
 
@@ -15,27 +17,71 @@ std::vector<AccessibilityLoss*>& living() {
     return losses;
 }
 
+// Of the system itself: no application is waited for.
+AXError askForTheFocus() {
+    CFTypeRef copied = nullptr;
+    const auto systemWide = CFReference<AXUIElementRef>::created(AXUIElementCreateSystemWide());
+    const AXError error =
+        AXUIElementCopyAttributeValue(systemWide.get(), (__bridge CFStringRef) @"AXFocusedApplication", &copied);
+    const auto focus = CFReference<CFTypeRef>::copied(copied);
+    return error;
+}
+
+NSTimer* startedLooks() {
+    @autoreleasepool {
+        NSTimer* looks = [NSTimer
+            timerWithTimeInterval:betweenLooksForLostTrust
+                          repeats:YES
+                            block:^(NSTimer*) {
+                              AccessibilityLoss::note(AXIsProcessTrusted() ? askForTheFocus() : kAXErrorAPIDisabled);
+                            }];
+        [NSRunLoop.mainRunLoop addTimer:looks forMode:NSRunLoopCommonModes];
+        return looks;
+    }
+}
+
+CGEventRef letPass(CGEventTapProxy, CGEventType, CGEventRef event, void*) {
+    return event;
+}
+
 }  // namespace
 
-AccessibilityLoss::AccessibilityLoss(Block told) : told_(std::move(told)) {
+AccessibilityLoss::AccessibilityLoss(Block told) : told_(std::move(told)), looks_(startedLooks()) {
     living().push_back(this);
 }
 
 AccessibilityLoss::~AccessibilityLoss() {
+    [looks_ invalidate];
     std::erase(living(), this);
 }
 
-void AccessibilityLoss::tell() {
-    const std::vector<AccessibilityLoss*> all = living();
-    for (const AccessibilityLoss* loss : all) loss->told_();
+// Who was deleted from the list, and not just switched off there, may still be called trusted, but is refused another
+// filter. Such a filter is in the system for a moment, so it is not asked for often.
+bool AccessibilityLoss::isAnotherTapGiven() {
+    const double now = MacClock().uptime();
+    if (now < nextAsking_) return true;
+    const auto tap = CFReference<CFMachPortRef>::created(
+        CGEventTapCreate(kCGSessionEventTap, kCGHeadInsertEventTap, kCGEventTapOptionDefault,
+                         CGEventMaskBit(kCGEventKeyDown), &letPass, nullptr));
+    if (!tap) return false;
+    CFMachPortInvalidate(tap.get());
+    nextAsking_ = now + betweenLooksForLostTrust;
+    return true;
+}
+
+void AccessibilityLoss::examine() {
+    if (living().empty() || (AXIsProcessTrusted() && living().front()->isAnotherTapGiven())) return;
+    std::vector<Block> blocks;
+    for (const AccessibilityLoss* loss : living()) blocks.push_back(loss->told_);
+    for (const Block& told : blocks) told();
 }
 
 void AccessibilityLoss::note(AXError error) {
-    if (error != kAXErrorAPIDisabled || AXIsProcessTrusted()) return;
-    if (NSThread.isMainThread) return tell();
+    if (error != kAXErrorAPIDisabled) return;
+    if (NSThread.isMainThread) return examine();
     // Not the main queue, which waits under a question that one of its blocks has asked.
     CFRunLoopPerformBlock(CFRunLoopGetMain(), kCFRunLoopCommonModes, ^{
-      tell();
+      examine();
     });
     CFRunLoopWakeUp(CFRunLoopGetMain());
 }

@@ -29,8 +29,7 @@ class MacKeyboardTap final : public KeyboardTap {
     };
 
     explicit MacKeyboardTap(Rules rules)
-        : rules_(std::make_unique<const Rules>(Rules{rules.decision, std::move(rules.report), this})),
-          loss_([this] { leave("the Accessibility permission was taken away"); }) {}
+        : rules_(std::make_unique<const Rules>(Rules{rules.decision, std::move(rules.report), this})) {}
 
     bool install();
     void disabled(CGEventType type);
@@ -44,7 +43,8 @@ class MacKeyboardTap final : public KeyboardTap {
     const std::unique_ptr<const Rules> rules_;
     CFReference<CFMachPortRef> eventTap_;
     CFReference<CFRunLoopSourceRef> runLoopSource_;
-    const AccessibilityLoss loss_;
+    // As long as the tap stands.
+    std::unique_ptr<const AccessibilityLoss> loss_;
     bool isSaid_ = false;
 };
 

@@ -56,6 +56,7 @@ bool MacKeyboardTap::install() {
     if (!runLoopSource_) return false;
     CFRunLoopAddSource(CFRunLoopGetMain(), runLoopSource_.get(), kCFRunLoopCommonModes);
     CGEventTapEnable(eventTap_.get(), true);
+    loss_ = std::make_unique<const AccessibilityLoss>([this] { leave("the Accessibility permission was taken away"); });
     return true;
 }
 
@@ -72,6 +73,7 @@ void MacKeyboardTap::remove() {
     CFMachPortInvalidate(eventTap_.get());
     runLoopSource_ = {};
     eventTap_ = {};
+    loss_.reset();
 }
 
 // The tap is not enabled again: whoever disabled it had a reason. It goes at once, because a filter whose client has

@@ -1,11 +1,14 @@
 #include "platform/macos/ui/MacAlerts.h"
 
-#import <AppKit/AppKit.h>
-
 #include <algorithm>
 
+#include "platform/macos/apps/MacRunningApplications.h"
 #include "platform/macos/bridge/Text.h"
+#include "platform/macos/threads/MacDispatch.h"
 #include "platform/macos/threads/MainThread.h"
+#include "platform/macos/ui/AlertSight.h"
+#include "platform/macos/ui/ClientFront.h"
+#include "platform/portable/FrontRequests.h"
 
 namespace vantrel::macos {
 
@@ -15,81 +18,47 @@ static_assert(static_cast<NSUInteger>(AlertStyle::critical) == NSAlertStyleCriti
 
 namespace {
 
-// Covers and status items never become main.
-bool hasAWindow(NSApplication* application) {
-    for (NSWindow* window in application.windows) {
-        if (window.visible && window.canBecomeMainWindow) return true;
-    }
-    return false;
+constexpr int mostGivings = 2;
+
+bool hasTakenTheFront(NSApplication* application) {
+    return application.active && !showsAWindow(application) && application.modalWindow == nil;
 }
 
-constexpr NSWindowCollectionBehavior everywhere =
-    NSWindowCollectionBehaviorCanJoinAllSpaces | NSWindowCollectionBehaviorFullScreenAuxiliary;
-
-// By itself, the system shows no other application's window in the Space of a full-screen one, and none above the
-// client's own covers. A click is not to bring the client to the front; where the alert makes its own panel, it does.
-void showEverywhere(NSApplication* application, NSWindow* panel) {
-    NSWindowLevel level = NSModalPanelWindowLevel;
-    for (NSWindow* window in application.windows) {
-        if (window.visible) level = std::max(level, window.level + 1);
-    }
-    panel.level = level;
-    panel.styleMask |= NSWindowStyleMaskNonactivatingPanel;
-    panel.collectionBehavior = everywhere;
-    panel.canHide = NO;
-    panel.hidesOnDeactivate = NO;
-    if (application.hidden) [application unhideWithoutActivation];
-}
-
-// Nobody can answer what nobody sees.
-void letIn(NSWindow* panel) {
-    if ((panel.occlusionState & NSWindowOcclusionStateVisible) != 0) return;
-    [panel orderFrontRegardless];
-    panel.collectionBehavior = everywhere | NSWindowCollectionBehaviorCanJoinAllApplications;
-}
-
-// Looks at the panel once it has been up for a second. Under an alert only timers of the common modes fire.
-class SightCheck {
-  public:
-    explicit SightCheck(NSWindow* panel) {
-        constexpr NSTimeInterval seconds = 1.0;
-        timer_ = [NSTimer timerWithTimeInterval:seconds
-                                        repeats:NO
-                                          block:^(NSTimer*) {
-                                            letIn(panel);
-                                          }];
-        [NSRunLoop.mainRunLoop addTimer:timer_ forMode:NSRunLoopCommonModes];
-    }
-    ~SightCheck() { [timer_ invalidate]; }
-    SightCheck(const SightCheck&) = delete;
-    SightCheck& operator=(const SightCheck&) = delete;
-
-  private:
-    NSTimer* timer_;
-};
-
-NSModalResponse runSeen(NSAlert* alert) {
-    const SightCheck check(alert.window);
-    return [alert runModal];
-}
-
-// In a lockdown the client has no window, and the browser is in front on a Space of its own. Nobody would see a
-// question on another Space, and it would hold up everything else. Going there would mean leaving the meeting.
-NSModalResponse runWhereTheUserIs(NSAlert* alert) {
+// From macOS 14 on, the system may say yes and not follow. A second request goes further than the first one.
+void giveTheFrontBack(NSRunningApplication* before, int times) {
     NSApplication* application = NSApplication.sharedApplication;
-    if (hasAWindow(application)) return [alert runModal];
-    NSRunningApplication* before = application.active ? nil : NSWorkspace.sharedWorkspace.frontmostApplication;
-    showEverywhere(application, alert.window);
-    const NSModalResponse response = runSeen(alert);
-    // The click on the alert's button has brought the client to the front, where nothing takes keys. So give the front
-    // back, unless the answer has shown a window meanwhile.
-    dispatch_async(dispatch_get_main_queue(), ^{
-      if (application.active && !hasAWindow(application)) [before activateWithOptions:0];
+    if (times == 0 || before == nil || !hasTakenTheFront(application)) return;
+    if (@available(macOS 14.0, *)) {
+        NSString* identifier = before.bundleIdentifier;
+        if (identifier != nil) [application yieldActivationToApplicationWithBundleIdentifier:identifier];
+    }
+    MacRunningApplication::wrapEvenEnded(before)->activate(ActivationOptions::none);
+    dispatch_after(timeFromNow(FrontRequests::soon), dispatch_get_main_queue(), ^{
+      giveTheFrontBack(before, times - 1);
     });
-    return response;
 }
 
 }  // namespace
+
+// In a lockdown the client has no window, and the browser is in front on a Space of its own. Nobody would see a
+// question on another Space, and it would hold up everything else. Going there would mean leaving the meeting.
+NSModalResponse MacAlerts::runWhereTheUserIs(NSAlert* alert, std::size_t lastButton) {
+    NSApplication* application = NSApplication.sharedApplication;
+    if (showsAWindow(application)) return [alert runModal];
+    if (!application.active) before_ = NSWorkspace.sharedWorkspace.frontmostApplication;
+    NSModalResponse response = 0;
+    {
+        const AlertSight sight(alert, static_cast<NSInteger>(lastButton));
+        response = [alert runModal];
+    }
+    // The click on the alert's button may have brought the client to the front, where nothing takes keys. So the front
+    // is given back, unless the answer has shown a window meanwhile.
+    NSRunningApplication* before = before_;
+    dispatch_async(dispatch_get_main_queue(), ^{
+      giveTheFrontBack(before, mostGivings);
+    });
+    return response;
+}
 
 std::size_t MacAlerts::runModal(const Alert& alert) {
     requireMainThread("runModal");
@@ -99,9 +68,9 @@ std::size_t MacAlerts::runModal(const Alert& alert) {
     shown.informativeText = lenientText(alert.informativeText);
     for (const std::string& button : alert.buttons) [shown addButtonWithTitle:lenientText(button)];
 
-    const NSModalResponse response = runWhereTheUserIs(shown);
     // Without buttons there is still the system's own OK.
     const std::size_t last = std::max<std::size_t>(alert.buttons.size(), 1) - 1;
+    const NSModalResponse response = runWhereTheUserIs(shown, last);
     if (response < NSAlertFirstButtonReturn) return last;
     return std::min(static_cast<std::size_t>(response - NSAlertFirstButtonReturn), last);
 }

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "platform/macos/threads/MainThread.h"
+#include "platform/macos/ui/ClientFront.h"
 #include "platform/macos/ui/MenuBuilder.h"
 
 static_assert(static_cast<NSUInteger>(vantrel::TerminateReply::cancel) == NSTerminateCancel);
@@ -41,21 +42,6 @@ NSApplication* sharedApplication() {
     return NSApplication.sharedApplication;
 }
 
-// The client's windows are seen even where it does not get the front, and a click on one brings it there.
-void comeForward(NSApplication* application) {
-    // "Hide Others" of another application has hidden it.
-    if (application.hidden) [application unhide:nil];
-    if (@available(macOS 14.0, *)) {
-        NSRunningApplication* frontmost = NSWorkspace.sharedWorkspace.frontmostApplication;
-        if (frontmost != nil) {
-            [NSRunningApplication.currentApplication activateFromApplication:frontmost options:0];
-        }
-    }
-    for (NSWindow* window in application.windows) {
-        if (window.visible && window.canBecomeMainWindow) [window orderFrontRegardless];
-    }
-}
-
 }  // namespace
 
 MacApplication::MacApplication()
@@ -88,13 +74,7 @@ void MacApplication::run() {
 
 void MacApplication::activate() {
     requireMainThread("activate");
-    if (@available(macOS 14.0, *)) {
-        [application_ activate];
-    } else {
-        [application_ activateIgnoringOtherApps:YES];
-    }
-    // There is no answer. From macOS 14 on, the system may leave an application that is not in front where it is.
-    if (!application_.active) comeForward(application_);
+    bringClientToFront(application_);
 }
 
 void MacApplication::terminate() {

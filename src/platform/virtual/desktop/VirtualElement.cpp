@@ -27,7 +27,8 @@ std::variant<AccessibilityValue, AccessibilityError> VirtualAccessibility::Eleme
         answer = fault ? std::move(*fault) : read(name);
     }
     if (const Block block = owner_.faults_.takeAfterRead(name, process_)) block();
-    if (reached == accessibilityDisabled) owner_.onDenied();
+    const auto* error = std::get_if<AccessibilityError>(&answer);
+    if (error != nullptr && *error == accessibilityDisabled) owner_.onDenied();
     return answer;
 }
 

@@ -57,6 +57,8 @@ enum class AlertEvent {
     orderedFront,
     /// The message text: while it is not seen, the client lets it join all applications.
     joinsAll,
+    /// The button's title, as whose press it counts; message (the alert's): the client ends it.
+    stopped,
 };
 
 /// A window of this application.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/portable/LostTap.h"
 #include "platform/virtual/keyboard/KeyStroke.h"
 
 namespace vantrel::virtualmac {
@@ -22,15 +23,29 @@ class VirtualKeyboardTaps::Tap final : public KeyboardTap {
 /// The client's handle of a tap, which leaves the system as soon as the client knows that it has lost the permission.
 class VirtualKeyboardTaps::ClientTap final : public KeyboardTap {
   public:
-    explicit ClientTap(VirtualKeyboardTaps& keyboard) : keyboard_(keyboard) { keyboard_.clientTaps_.push_back(this); }
-    ~ClientTap() override { std::erase(keyboard_.clientTaps_, this); }
+    explicit ClientTap(VirtualKeyboardTaps& keyboard) : keyboard_(keyboard) {}
+    ~ClientTap() override { leave(); }
     ClientTap(const ClientTap&) = delete;
     ClientTap& operator=(const ClientTap&) = delete;
 
-    std::unique_ptr<KeyboardTap> tap;
+    void stand(std::unique_ptr<KeyboardTap> tap) {
+        tap_ = std::move(tap);
+        keyboard_.clientTaps_.push_back(this);
+        look_ = keyboard_.engine_.mainLoop.addTimerInEveryMode(betweenLooksForLostTrust, true, [this] {
+            if (!keyboard_.trust_.isTrusted()) keyboard_.noteLostTrust();
+        });
+    }
+
+    void leave() {
+        std::erase(keyboard_.clientTaps_, this);
+        if (look_) keyboard_.engine_.mainLoop.invalidate(*std::exchange(look_, nullptr));
+        tap_.reset();
+    }
 
   private:
     VirtualKeyboardTaps& keyboard_;
+    std::unique_ptr<KeyboardTap> tap_;
+    TimerTable::State look_;
 };
 
 VirtualKeyboardTaps::VirtualKeyboardTaps(Engine& engine, VirtualAccessibilityTrust& trust)
@@ -40,23 +55,32 @@ VirtualKeyboardTaps::VirtualKeyboardTaps(Engine& engine, VirtualAccessibilityTru
 
 std::unique_ptr<KeyboardTap> VirtualKeyboardTaps::create(KeyDecision decision, KeyReport report) {
     auto made = std::make_unique<ClientTap>(*this);
-    made->tap = createFilter([this, decision, report = std::move(report), own = made.get()](const KeyEvent& event) {
+    auto tap = createFilter([this, decision, report = std::move(report), own = made.get()](const KeyEvent& event) {
         const bool isNotice = event.type != KeyEventType::keyDown && event.type != KeyEventType::flagsChanged;
-        if (isNotice) own->tap.reset();
+        if (isNotice) own->leave();
         const std::string name(decision(event));
         if (name.empty()) return false;
         if (isNotice) engine_.misuse("a keyboard tap swallows the notice of its end");
         if (!isNotice && report) report(name);
         return true;
     });
-    if (!made->tap) return nullptr;
+    if (!tap) return nullptr;
+    made->stand(std::move(tap));
     return made;
 }
 
 void VirtualKeyboardTaps::noteLostTrust() {
-    if (trust_.isTrusted()) return;
     if (!engine_.isMainThread()) return engine_.mainLoop.postOwn([this] { noteLostTrust(); });
-    for (ClientTap* tap : clientTaps_) tap->tap.reset();
+    if (clientTaps_.empty() || (trust_.isProcessTrusted() && givesAnother())) return;
+    while (!clientTaps_.empty()) clientTaps_.back()->leave();
+}
+
+bool VirtualKeyboardTaps::givesAnother() {
+    const Moment now = engine_.scheduler.now();
+    if (now < nextAsking_) return true;
+    if (!createFilter([](const KeyEvent&) { return false; })) return false;
+    nextAsking_ = later(now, betweenLooksForLostTrust);
+    return true;
 }
 
 std::unique_ptr<KeyboardTap> VirtualKeyboardTaps::createFilter(KeyFilter filter) {

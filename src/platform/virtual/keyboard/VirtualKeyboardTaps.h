@@ -36,7 +36,8 @@ class VirtualKeyboardTaps final : public KeyboardTaps {
     /// The lower level of create(), as in the system: it knows no names and reports nothing.
     [[nodiscard]] std::unique_ptr<KeyboardTap> createFilter(KeyFilter filter);
 
-    /// The client has been refused something for want of the permission. Any thread.
+    /// The client has been refused something for want of the permission. If the system still calls it trusted, a second
+    /// tap is asked for: if that is refused too, the permission is gone, and so are the client's taps. Any thread.
     void noteLostTrust();
 
     /// Driver-facing, any thread: whether the loss of the permission holds up every key until the last tap is gone,
@@ -81,11 +82,13 @@ class VirtualKeyboardTaps final : public KeyboardTaps {
     void disable(const StatePointer& tap, KeyEventType notice);
     void disableAll();
     void remove(const StatePointer& tap);
+    bool givesAnother();
 
     Engine& engine_;
     VirtualAccessibilityTrust& trust_;
     /// Main thread.
     std::vector<ClientTap*> clientTaps_;
+    Moment nextAsking_ = 0;
     std::atomic<bool> secureInput_ = false;
     std::atomic<bool> freezes_ = false;
     mutable std::mutex mutex_;

@@ -90,16 +90,7 @@ void MainRunLoop::run(Mode mode, const std::function<bool()>& done) {
 }
 
 std::size_t MainRunLoop::timers() const {
-    return scheduler_.locked([this] { return timers_.size() + timersInEveryMode_.size(); });
-}
-
-Moment MainRunLoop::timerHead(Mode mode) const {
-    const Moment inEveryMode = timersInEveryMode_.head();
-    return mode == Mode::standard ? std::min(timers_.head(), inEveryMode) : inEveryMode;
-}
-
-TimerTable& MainRunLoop::firstTimers(Mode mode) {
-    return timersInEveryMode_.head() == timerHead(mode) ? timersInEveryMode_ : timers_;
+    return scheduler_.locked([this] { return timers_.size(); });
 }
 
 std::size_t MainRunLoop::pending() const {
@@ -112,6 +103,8 @@ Due MainRunLoop::due(Mode mode) const {
     Due due = Due::at(events_.head());
     if (!mainQueueIsBusy_) due.add(mainQueue_.head());
     if (mode == Mode::standard) timers_.addTo(due);
+    const Moment inEveryMode = timersInEveryMode_.head();
+    due.first = inEveryMode != never && inEveryMode <= due.moment;
     timersInEveryMode_.addTo(due);
     return due;
 }
@@ -125,10 +118,12 @@ std::function<void()> MainRunLoop::take(Mode mode) {
         const std::array<std::pair<Source, Moment>, 3> heads{
             {{Source::events, events_.head()},
              {Source::mainQueue, mainQueueIsBusy_ ? never : mainQueue_.head()},
-             {Source::timers, timerHead(mode)}}};
+             {Source::timers, mode == Mode::standard ? timers_.head() : never}}};
         Moment first = never;
         for (const auto& head : heads) first = std::min(first, head.second);
-        if (first > now) return nullptr;
+        const Moment inEveryMode = timersInEveryMode_.head();
+        if (std::min(first, inEveryMode) > now) return nullptr;
+        if (inEveryMode <= first) return [block = timersInEveryMode_.fire(now)] { (*block)(); };
         std::vector<Source> equals;
         for (const auto& [source, moment] : heads) {
             if (moment == first) equals.push_back(source);
@@ -137,7 +132,7 @@ std::function<void()> MainRunLoop::take(Mode mode) {
             case Source::events:
                 return std::move(*events_.take(now));
             case Source::timers:
-                return [block = firstTimers(mode).fire(now)] { (*block)(); };
+                return [block = timers_.fire(now)] { (*block)(); };
             case Source::mainQueue:
                 break;
         }

@@ -55,7 +55,8 @@ class MainRunLoop {
     TimerTable::State addTimer(double intervalSeconds, bool repeats, Block block) {
         return addTimer(intervalSeconds, repeats, false, std::move(block));
     }
-    /// A timer that fires under alerts and menus, too.
+    /// A timer that fires under alerts and menus, too: a platform's own. Of what is due at its moment it comes first,
+    /// so that it changes no choice of the seed.
     TimerTable::State addTimerInEveryMode(double intervalSeconds, bool repeats, Block block) {
         return addTimer(intervalSeconds, repeats, true, std::move(block));
     }
@@ -65,6 +66,7 @@ class MainRunLoop {
     /// Returns at once if the caller holds a vantrel::Lock, which is misuse.
     void run(Mode mode, const std::function<bool()>& done);
 
+    /// Without those that fire in every mode.
     std::size_t timers() const;
     /// The number of events and main-queue blocks that have not run.
     std::size_t pending() const;
@@ -72,10 +74,6 @@ class MainRunLoop {
   private:
     TimerTable::State addTimer(double intervalSeconds, bool repeats, bool inEveryMode, Block block);
     TimerTable& tableOf(const TimerState& state) { return state.inEveryMode ? timersInEveryMode_ : timers_; }
-    /// The first moment of a timer that fires in that mode.
-    Moment timerHead(Mode mode) const;
-    /// The table that has it.
-    TimerTable& firstTimers(Mode mode);
     Due due(Mode mode) const;
     /// The next work to run. Null if nothing is due.
     std::function<void()> take(Mode mode);

@@ -8,15 +8,16 @@
 
 namespace vantrel::virtualmac {
 
-/// Whether the client is trusted with Accessibility. Initially it is.
+/// Whether the client is trusted with Accessibility. Initially it is. A system may go on calling a client trusted whose
+/// entry was deleted, and refuse its calls.
 class VirtualAccessibilityTrust final : public AccessibilityTrust {
   public:
     explicit VirtualAccessibilityTrust(Engine& engine) : engine_(engine) {}
 
-    bool isProcessTrusted() const override { return trusted_; }
+    bool isProcessTrusted() const override { return trusted_ || hides_; }
 
     bool isProcessTrustedWithPrompt() override {
-        if (trusted_) return true;
+        if (isProcessTrusted()) return true;
         if (engine_.isOver()) return false;
         ++prompts_;
         engine_.journal.emit({PermissionEvent::accessibilityPrompt});
@@ -28,7 +29,10 @@ class VirtualAccessibilityTrust final : public AccessibilityTrust {
         const bool before = trusted_.exchange(trusted);
         if (before && !trusted && onRevoked) onRevoked();
     }
+    /// Whether what is asked with the permission is done, whatever the system says.
     bool isTrusted() const { return trusted_; }
+    /// Whether the system hides it when the permission goes.
+    void setHiding(bool hides) { hides_ = hides; }
     int prompts() const { return prompts_; }
 
     /// Set once, before the Mac starts. Called when the permission has been withdrawn.
@@ -37,6 +41,7 @@ class VirtualAccessibilityTrust final : public AccessibilityTrust {
   private:
     Engine& engine_;
     std::atomic<bool> trusted_ = true;
+    std::atomic<bool> hides_ = false;
     std::atomic<int> prompts_ = 0;
 };
 

@@ -10,6 +10,8 @@ enum class AlertsLetIn {
     orderedFront,
     /// Only once it may join all applications.
     joiningAll,
+    /// Only while the client is in front.
+    withClient,
     never,
 };
 
@@ -26,10 +28,11 @@ struct AlertPanel {
     bool isOrderedFront = false;
 
     /// Over another application's full screen.
-    bool isLetIn(AlertsLetIn system) const {
+    bool isLetIn(AlertsLetIn system, bool isClientInFront) const {
         if ((collectionBehavior & everywhere) != everywhere) return false;
         if (system == AlertsLetIn::orderedFront) return isOrderedFront;
         if (system == AlertsLetIn::joiningAll) return (collectionBehavior & canJoinAllApplications) != 0;
+        if (system == AlertsLetIn::withClient) return isClientInFront;
         return system == AlertsLetIn::atOnce;
     }
 };

@@ -13,13 +13,16 @@ std::string name(AlertStyle style) {
     return names.at(static_cast<std::size_t>(style));
 }
 
-/// How long an alert may stay unseen.
-constexpr double unseenFor = 1.0;
+constexpr double betweenLooks = 1.0;
+constexpr int mostUnseenLooks = 10;
+constexpr double betweenGivings = FrontRequests::soon;
+constexpr int mostGivings = 2;
 
 }  // namespace
 
 VirtualAlerts::VirtualAlerts(Dependencies dependencies) : dependencies_(dependencies), engine_(dependencies.engine) {
     dependencies_.desktop.onSpaceChange.emplace_back([this] { tellWhoIsSeen(); });
+    dependencies_.desktop.onFrontChange.emplace_back([this] { tellWhoIsSeen(); });
 }
 
 std::size_t VirtualAlerts::runModal(const Alert& alert) {
@@ -30,28 +33,49 @@ std::size_t VirtualAlerts::runModal(const Alert& alert) {
 std::size_t VirtualAlerts::runWhereTheUserIs(const Alert& alert) {
     const auto& [engine, desktop, activations, processes, windows, application] = dependencies_;
     const auto inFront = desktop.front();
-    const ProcessIdentifier before =
-        activations.isClientInFront() || inFront.empty() ? ProcessIdentifier{0} : inFront.front().process;
+    if (!activations.isClientInFront()) before_ = inFront.empty() ? ProcessIdentifier{0} : inFront.front().process;
     const auto panel = std::make_shared<AlertPanel>();
     panel->asksNotToActivate = true;
     panel->collectionBehavior = AlertPanel::everywhere;
     if (application.isHidden()) application.unhide();
-    const auto check = engine.mainLoop.addTimerInEveryMode(unseenFor, false, [this, panel] { letIn(panel); });
+    int unseen = 0;
+    const auto looks =
+        engine.mainLoop.addTimerInEveryMode(betweenLooks, true, [this, panel, &unseen] { look(panel, unseen); });
     const std::size_t answer = run(alert, panel);
-    engine.mainLoop.invalidate(*check);
-    engine.mainLoop.async(engine.scheduler.now(), [this, before] { giveTheFrontBack(before); });
+    engine.mainLoop.invalidate(*looks);
+    engine.mainLoop.async(engine.scheduler.now(), [this] { giveTheFrontBack(mostGivings); });
     return answer;
 }
 
-void VirtualAlerts::letIn(const PanelPointer& panel) {
-    if (isSeen(*panel)) return;
-    orderFrontRegardless(panel);
+void VirtualAlerts::look(const PanelPointer& panel, int& unseen) {
+    if (isSeen(*panel)) {
+        unseen = 0;
+        return;
+    }
+    ++unseen;
     setCollectionBehavior(panel, AlertPanel::everywhere | AlertPanel::canJoinAllApplications);
+    orderFrontRegardless(panel);
+    if (unseen == 1 || isSeen(*panel)) return;
+    if (!dependencies_.activations.isClientInFront()) dependencies_.application.activate();
+    if (unseen < mostUnseenLooks || isSeen(*panel)) return;
+    const auto shown = front();
+    if (shown && shown->panel == panel) stop(panel, shown->alert.buttons.size() - 1);
 }
 
-void VirtualAlerts::giveTheFrontBack(ProcessIdentifier before) {
-    if (!dependencies_.activations.isClientInFront() || dependencies_.windows.front()) return;
-    if (const auto process = dependencies_.processes.find(before)) process->requestActivation(ActivationOptions::none);
+bool VirtualAlerts::hasTakenTheFront() const {
+    return dependencies_.activations.isClientInFront() && !dependencies_.windows.front() && !front();
+}
+
+void VirtualAlerts::giveTheFrontBack(int times) {
+    if (times == 0 || !hasTakenTheFront()) return;
+    const auto process = dependencies_.processes.find(before_);
+    if (!process) return;
+    if (const auto identifier = process->bundleIdentifier(); identifier && dependencies_.activations.isCooperative()) {
+        dependencies_.activations.yieldTo(*identifier);
+    }
+    process->activate(ActivationOptions::none);
+    engine_.mainLoop.async(later(engine_.scheduler.now(), betweenGivings),
+                           [this, times] { giveTheFrontBack(times - 1); });
 }
 
 std::size_t VirtualAlerts::run(const Alert& alert, const PanelPointer& panel) {
@@ -105,10 +129,23 @@ void VirtualAlerts::setCollectionBehavior(const PanelPointer& panel, unsigned be
     tellWhoIsSeen();
 }
 
-bool VirtualAlerts::isSeen(const AlertPanel& panel) const {
+void VirtualAlerts::stop(const PanelPointer& panel, std::size_t button) {
+    const auto shown = shownWith(panel);
+    if (!shown) return;
     {
         const std::lock_guard guard(mutex_);
-        if (panel.isLetIn(letIn_)) return true;
+        if (shown->answer) return;
+        shown->answer = button;
+    }
+    engine_.journal.emit(
+        {AlertEvent::stopped, shown->alert.buttons[button], {{Field::message, shown->alert.messageText}}});
+}
+
+bool VirtualAlerts::isSeen(const AlertPanel& panel) const {
+    const bool isClientInFront = dependencies_.activations.isClientInFront();
+    {
+        const std::lock_guard guard(mutex_);
+        if (panel.isLetIn(letIn_, isClientInFront)) return true;
     }
     return !dependencies_.desktop.mainDisplayShowsFullScreen();
 }

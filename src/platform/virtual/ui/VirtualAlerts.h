@@ -44,6 +44,8 @@ class VirtualAlerts final : public Alerts {
     std::size_t run(const Alert& alert, const PanelPointer& panel);
     void orderFrontRegardless(const PanelPointer& panel);
     void setCollectionBehavior(const PanelPointer& panel, unsigned behavior);
+    /// Ends it as if that button had been pressed.
+    void stop(const PanelPointer& panel, std::size_t button);
     /// Whether somebody in front of the screen sees it (occlusionState).
     bool isSeen(const AlertPanel& panel) const;
 
@@ -79,8 +81,10 @@ class VirtualAlerts final : public Alerts {
     using ShownPointer = std::shared_ptr<Shown>;
 
     std::size_t runWhereTheUserIs(const Alert& alert);
-    void letIn(const PanelPointer& panel);
-    void giveTheFrontBack(ProcessIdentifier before);
+    /// `unseen` looks before this one have found it unseen.
+    void look(const PanelPointer& panel, int& unseen);
+    bool hasTakenTheFront() const;
+    void giveTheFrontBack(int times);
     bool answer(const ShownPointer& shown, std::size_t index);
     ShownPointer front() const;
     /// The alert of that panel. Null if it is not up.
@@ -92,6 +96,8 @@ class VirtualAlerts final : public Alerts {
     Engine& engine_;
     std::atomic<AlertsLetIn> letIn_ = AlertsLetIn::atOnce;
     std::atomic<bool> activating_ = false;
+    /// The last one in front that was not the client. Main thread.
+    ProcessIdentifier before_ = 0;
     mutable std::mutex mutex_;
     std::vector<ShownPointer> stack_;
 };

@@ -5,8 +5,7 @@
 namespace vantrel::virtualmac {
 
 bool Activations::isFree(ProcessIdentifier process) const {
-    return answer_ == ActivationAnswer::brings || isClientInFront() || desktop_.isFrontmost(process) ||
-           desktop_.front().empty();
+    return answer_ == ActivationAnswer::brings || desktop_.isFrontmost(process) || desktop_.front().empty();
 }
 
 Activations::Decision Activations::decide(ProcessIdentifier process) {

@@ -67,9 +67,11 @@ void VirtualDesktop::tell(std::unique_lock<std::mutex>& guard, const std::vector
         engine_.journal.emit(change);
         for (const auto& told : onSpaceChange) told();
     }
-    if (frontChanged && front.isTold) {
+    if (!frontChanged) return;
+    if (front.isTold) {
         engine_.journal.emit({ApplicationEvent::frontmost, front.name, {{Field::pid, std::to_string(front.process)}}});
     }
+    for (const auto& told : onFrontChange) told();
 }
 
 std::vector<AppWindow> VirtualDesktop::windows() const {

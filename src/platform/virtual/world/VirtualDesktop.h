@@ -80,6 +80,8 @@ class VirtualDesktop {
     /// Set once, before the Mac starts. Called on each change of Space, and when an application has closed its last
     /// window.
     std::vector<std::function<void()>> onSpaceChange;
+    /// The same, when another application is in front.
+    std::vector<std::function<void()>> onFrontChange;
     std::function<void(ProcessIdentifier)> onLastWindowClosed;
 
     /// Runs `function(state, happenings)` with the mutex held. What it adds to the happenings is recorded afterwards.

@@ -15,7 +15,7 @@ using namespace vantrel::standins;
 
 CFStringRef kAXTrustedCheckOptionPrompt = (__bridge CFStringRef) @"AXTrustedCheckOptionPrompt";
 
-/// Without an element of the virtual Mac it is the system-wide element.
+/// Without an element of the virtual Mac it is the system-wide element, which knows the application in front.
 @interface VantrelElement : NSObject <VantrelTyped>
 @end
 
@@ -148,7 +148,18 @@ AXError AXUIElementGetPid(AXUIElementRef element, pid_t* pid) {
     return kAXErrorSuccess;
 }
 
+static AXError copyFocus(NSString* attribute, CFTypeRef* value) {
+    if (![attribute isEqualToString:@"AXFocusedApplication"]) fatal("another attribute of the system-wide element");
+    if (!mac().trust().isTrusted()) return kAXErrorAPIDisabled;
+    const auto front = mac().parts().frontmostApplication.frontmostApplication();
+    if (!front) return kAXErrorNoValue;
+    const pid_t process = front->processIdentifier();
+    *value = (__bridge_retained CFTypeRef)makeElement(mac().parts().accessibility.application(process), process);
+    return kAXErrorSuccess;
+}
+
 AXError AXUIElementCopyAttributeValue(AXUIElementRef element, CFStringRef attribute, CFTypeRef* value) {
+    if (!elementOf(element)->_element) return copyFocus((__bridge NSString*)attribute, value);
     const auto answer = elementOf(element)->_element->attribute(bytesOf((__bridge NSString*)attribute));
     if (const auto* error = std::get_if<vantrel::AccessibilityError>(&answer)) return static_cast<AXError>(*error);
     id object = objectOf(std::get<vantrel::AccessibilityValue>(answer), elementOf(element)->_process);

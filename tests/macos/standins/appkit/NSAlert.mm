@@ -11,7 +11,7 @@
 using namespace vantrel::standins;
 
 /// The panel of an alert. It is one of the virtual Mac's alerts while it is up, and none of its windows.
-@interface VantrelAlertPanel : NSWindow
+@interface VantrelAlertPanel : NSWindow <VantrelModalWindow>
 - (const vantrel::virtualmac::VirtualAlerts::PanelPointer&)vantrel_panel;
 @end
 
@@ -47,6 +47,10 @@ using namespace vantrel::standins;
 - (NSWindowOcclusionState)occlusionState {
     const bool seen = mac().alerts().isSeen(*[self vantrel_panel]);
     return static_cast<NSWindowOcclusionState>(seen ? NSWindowOcclusionStateVisible : 0);
+}
+
+- (void)vantrel_endWith:(NSModalResponse)response {
+    mac().alerts().stop([self vantrel_panel], static_cast<std::size_t>(response - NSAlertFirstButtonReturn));
 }
 
 - (void)orderFrontRegardless {

@@ -49,6 +49,9 @@ class DelegateRelay final : public vantrel::ApplicationDelegate {
     std::shared_ptr<DelegateRelay> _relay;
     bool _isOrderingPrevented;
     NSWindow* _modalWindow;
+    // Stopped, and waiting for an event.
+    NSWindow* _stoppedWindow;
+    NSModalResponse _response;
 }
 
 // Created off the main thread, it would have no event loop.
@@ -132,11 +135,11 @@ class DelegateRelay final : public vantrel::ApplicationDelegate {
     if (self.active) mac().activations().yieldTo(bytesOf(bundleIdentifier));
 }
 
-// From macOS 14 on it is deprecated.
+// From macOS 14 on it does no more than activate, which has been asked before.
 - (void)activateIgnoringOtherApps:(BOOL)ignore {
     requireMain("activateIgnoringOtherApps:");
-    if (systemIsAtLeast(14)) fatal("activateIgnoringOtherApps: is deprecated on this system");
     if (!ignore) fatal("an activation that other applications may decline");
+    if (systemIsAtLeast(14)) return;
     mac().application().requestActivation();
 }
 
@@ -164,9 +167,19 @@ class DelegateRelay final : public vantrel::ApplicationDelegate {
     raise(@"NSInvalidArgumentException", @"events are not stood in for");
 }
 
+// Of a modal loop that a timer stops, Apple promises its end with the next event only.
+- (void)stopModalWithCode:(NSModalResponse)returnCode {
+    requireMain("stopModalWithCode:");
+    if (_modalWindow == nil) fatal("an end without a modal session");
+    _stoppedWindow = _modalWindow;
+    _response = returnCode;
+}
+
 - (void)postEvent:(NSEvent*)event atStart:(BOOL)atStart {
-    (void)event, (void)atStart;
-    raise(@"NSInvalidArgumentException", @"events are not stood in for");
+    (void)atStart;
+    if (event.type != NSEventTypeApplicationDefined) fatal("an event that is not stood in for");
+    NSWindow* const stopped = std::exchange(_stoppedWindow, nil);
+    if (stopped != nil && stopped == _modalWindow) [(id<VantrelModalWindow>)stopped vantrel_endWith:_response];
 }
 
 @end

@@ -12,6 +12,11 @@
 - (nullable NSWindow*)vantrel_setModalWindow:(nullable NSWindow*)window;
 @end
 
+/// A window whose modal session can be ended.
+@protocol VantrelModalWindow
+- (void)vantrel_endWith:(NSModalResponse)response;
+@end
+
 namespace vantrel::standins {
 
 /// Destroys the application object with its Mac. The next sharedApplication creates a new one.

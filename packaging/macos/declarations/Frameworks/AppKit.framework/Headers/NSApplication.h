@@ -45,6 +45,7 @@ FOUNDATION_EXPORT NSNotificationName NSApplicationDidChangeScreenParametersNotif
 - (void)activateIgnoringOtherApps:(BOOL)ignore API_DEPRECATED("Use -activate.", macos(10.0, 27.0));
 - (void)run;
 - (void)preventWindowOrdering;
+- (void)stopModalWithCode:(NSModalResponse)returnCode;
 - (void)sendEvent:(NSEvent*)event;
 - (void)postEvent:(NSEvent*)event atStart:(BOOL)atStart;
 - (void)terminate:(nullable id)sender;
