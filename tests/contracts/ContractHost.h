@@ -52,6 +52,9 @@ class ContractHost {
     /// does it.
     virtual std::optional<std::string> mayDeclineActivation() { return std::nullopt; }
 
+    /// Why an alert may not be shown as it asks to be, or to nobody. Empty if it always is.
+    virtual std::optional<std::string> mayDeclineAlerts() { return std::nullopt; }
+
     /// Runs the block on the main thread, as a click or a key would, and returns when it has finished.
     virtual void onMain(Block block) = 0;
     /// The same without waiting.

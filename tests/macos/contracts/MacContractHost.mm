@@ -91,6 +91,7 @@ class MacContractHost final : public contracts::ContractHost,
     std::optional<std::string> obstacle(const std::string& suite) override { return MacPermissions::missingFor(suite); }
 
     std::optional<std::string> mayDeclineActivation() override { return MacPermissions::declinedActivation(); }
+    std::optional<std::string> mayDeclineAlerts() override { return MacPermissions::declinedAlerts(); }
 
     void onMain(Block block) override { MacStage::perform(block); }
     void postToMain(Block block) override { MacStage::post(std::move(block)); }

@@ -17,6 +17,8 @@ class MacPermissions {
 
     /// Why this version of the system may decline an activation. Empty if it may not.
     static std::optional<std::string> declinedActivation();
+    /// Why AppKit and the system may not show an alert as it asks to be.
+    static std::string declinedAlerts();
 };
 
 }  // namespace vantrel::macos

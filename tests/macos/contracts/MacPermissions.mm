@@ -37,4 +37,9 @@ std::optional<std::string> MacPermissions::declinedActivation() {
     return std::nullopt;
 }
 
+std::string MacPermissions::declinedAlerts() {
+    return "AppKit makes an alert's panel itself and may not take its style; a display that sleeps or is locked shows "
+           "it to nobody; nothing grants either";
+}
+
 }  // namespace vantrel::macos
