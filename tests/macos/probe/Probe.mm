@@ -5,7 +5,7 @@
 #include <cstring>
 
 #ifndef PROBE_VARIANT
-#define PROBE_VARIANT 5
+#define PROBE_VARIANT 6
 #endif
 
 namespace {
@@ -13,6 +13,7 @@ namespace {
 constexpr int variant = PROBE_VARIANT;
 constexpr NSTimeInterval beforeTheAlert = 10;
 constexpr NSTimeInterval untilTheSecondStep = 1;
+constexpr NSTimeInterval untilTheThirdStep = 2;
 constexpr NSTimeInterval betweenLines = 0.5;
 constexpr NSTimeInterval withoutAnAnswer = 15;
 
@@ -53,8 +54,17 @@ void prepare(NSWindow* panel) {
 
 void takeSecondStep(NSWindow* panel) {
     if (isSeen(panel)) return;
-    if (variant == 3 || variant == 5) [panel orderFrontRegardless];
-    if (variant == 5) panel.collectionBehavior = everywhere | NSWindowCollectionBehaviorCanJoinAllApplications;
+    if (variant >= 5) panel.collectionBehavior = everywhere | NSWindowCollectionBehaviorCanJoinAllApplications;
+    if (variant == 3 || variant >= 5) [panel orderFrontRegardless];
+}
+
+void takeThirdStep(NSWindow* panel) {
+    if (variant != 6 || isSeen(panel)) return;
+    if (@available(macOS 14.0, *)) {
+        [NSApplication.sharedApplication activate];
+    } else {
+        [NSApplication.sharedApplication activateIgnoringOtherApps:YES];
+    }
 }
 
 void ask() {
@@ -72,6 +82,9 @@ void ask() {
     NSTimer* step = underTheAlert(untilTheSecondStep, NO, ^(NSTimer*) {
       takeSecondStep(panel);
     });
+    NSTimer* third = underTheAlert(untilTheThirdStep, NO, ^(NSTimer*) {
+      takeThirdStep(panel);
+    });
     NSTimer* end = underTheAlert(withoutAnAnswer, NO, ^(NSTimer*) {
       std::printf("variant %d: nobody has answered\n", variant);
       [NSApplication.sharedApplication terminate:nil];
@@ -79,6 +92,7 @@ void ask() {
     [alert runModal];
     [lines invalidate];
     [step invalidate];
+    [third invalidate];
     [end invalidate];
     std::printf("variant %d, %.1f s: answered\n", variant, seconds);
     [NSApplication.sharedApplication terminate:nil];

@@ -84,7 +84,8 @@ std::string fileAddress(const std::string& path) {
 // From macOS 14 on it escapes what it used to refuse.
 + (instancetype)URLWithString:(NSString*)text {
     const bool isOlder = !systemIsAtLeast(14);
-    if (text == nil || isOlder) return [self vantrel_URLWithString:text];
+    if (text == nil) return nil;
+    if (isOlder) return [self vantrel_URLWithString:text];
     return [self vantrel_URLWithString:textOf(withEscapes(bytesOf(text)))];
 }
 
@@ -98,7 +99,7 @@ std::string fileAddress(const std::string& path) {
 }
 
 + (instancetype)vantrel_URLWithString:(NSString*)text {
-    if (text == nil) vantrel::standins::raise(@"NSInvalidArgumentException", @"nil string parameter");
+    if (text == nil) return nil;
     const std::string bytes = bytesOf(text);
     const std::string checked = systemIsAtLeast(14) ? bytes : withoutHalfEscapes(bytes);
     if (checked.empty() || !isReference(checked)) return nil;
