@@ -23,7 +23,7 @@ bool isOn() {
 void say(NSRunningApplication* application, std::string_view what) {
     @autoreleasepool {
         std::string line = "vantrel: " + MacISO8601DateFormatter().string(MacClock().secondsSince1970()) + " front: ";
-        line.append(bytesOf(application.bundleIdentifier)).append(" ").append(what).append("\n");
+        line.append(bytesOf(application.bundleIdentifier)).append(what).push_back('\n');
         sayOnStandardError(line);
     }
 }
@@ -31,12 +31,12 @@ void say(NSRunningApplication* application, std::string_view what) {
 }  // namespace
 
 bool FrontTrace::answered(NSRunningApplication* asked, const char* request, bool answer) {
-    if (isOn()) say(asked, request + std::string(answer ? ": yes" : ": no"));
+    if (isOn()) say(asked, std::string(" ").append(request).append(answer ? " is granted" : " is declined"));
     return answer;
 }
 
 void FrontTrace::made(NSRunningApplication* asked, const char* request) {
-    if (isOn()) say(asked, request);
+    if (isOn()) say(asked, std::string(" ").append(request).append(" is made"));
 }
 
 void FrontTrace::lookLater() {
@@ -44,7 +44,7 @@ void FrontTrace::lookLater() {
     if (!isOn()) return;
     dispatch_after(timeFromNow(later), dispatch_get_main_queue(), ^{
       NSRunningApplication* front = NSWorkspace.sharedWorkspace.frontmostApplication;
-      if (front != nil) say(front, "is in front");
+      if (front != nil) say(front, " is in front");
     });
 }
 

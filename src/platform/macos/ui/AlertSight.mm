@@ -95,7 +95,8 @@ void AlertSight::look() {
 
 void AlertSight::giveUp() {
     std::string line = "vantrel: " + MacISO8601DateFormatter().string(MacClock().secondsSince1970());
-    line.append(" nobody can see \"").append(bytesOf(alert_.messageText)).append("\": it ends as its last button\n");
+    line.append(" nobody can see an alert, so it ends as its last button: ").append(bytesOf(alert_.messageText));
+    line.push_back('\n');
     sayOnStandardError(line);
     NSApplication* application = NSApplication.sharedApplication;
     [application stopModalWithCode:NSAlertFirstButtonReturn + lastButton_];

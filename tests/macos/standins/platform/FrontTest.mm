@@ -37,13 +37,19 @@ class FrontTest : public testing::Test {
         mac_.runFor(1.5);
     }
 
+    static virtualmac::Options withAnIdentifier() {
+        virtualmac::Options options;
+        options.bundleIdentifier = "biz.quorrin.vantrel";
+        return options;
+    }
+
     /// Each line without its moment.
     static std::string said() {
         const std::regex moment("vantrel: [0-9]{4}-[0-9]{2}-[0-9]{2}T[0-9]{2}:[0-9]{2}:[0-9]{2}Z ");
         return std::regex_replace(testing::internal::GetCapturedStderr(), moment, "");
     }
 
-    virtualmac::VirtualMac mac_;
+    virtualmac::VirtualMac mac_{withAnIdentifier()};
     MacInUse inUse_{mac_};
     std::unique_ptr<macos::MacComputer> platform_;
     ProcessIdentifier chrome_ = 0;
@@ -60,8 +66,8 @@ TEST_F(FrontTest, NothingIsSaidOfRequestsUnlessItIsAskedFor) {
 TEST_F(FrontTest, EachRequestIsSaidWithItsAnswerAndWhoIsInFrontASecondLater) {
     setenv("VANTREL_TRACE", "front", 1);
     bringChrome();
-    EXPECT_EQ("front: com.google.Chrome activateWithOptions: no\n"
-              "front: com.google.Chrome activateFromApplication: yes\n"
+    EXPECT_EQ("front: com.google.Chrome activateWithOptions is declined\n"
+              "front: com.google.Chrome activateFromApplication is granted\n"
               "front: com.google.Chrome is in front\n",
               said());
 }
@@ -71,11 +77,11 @@ TEST_F(FrontTest, ARequestThatTheSystemIgnoresIsSaidSoAndTheNextOneGoesFurther) 
     setenv("VANTREL_TRACE", "front", 1);
     bringChrome();
     bringChrome();
-    EXPECT_EQ("front: com.google.Chrome activateWithOptions: yes\n"
+    EXPECT_EQ("front: com.google.Chrome activateWithOptions is granted\n"
               "front: com.example.notes is in front\n"
-              "front: com.google.Chrome activateWithOptions: yes\n"
-              "front: com.google.Chrome activateFromApplication: yes\n"
-              "front: com.google.Chrome AXFrontmost: yes\n"
+              "front: com.google.Chrome activateWithOptions is granted\n"
+              "front: com.google.Chrome activateFromApplication is granted\n"
+              "front: com.google.Chrome AXFrontmost is granted\n"
               "front: com.google.Chrome is in front\n",
               said());
 }
@@ -90,9 +96,9 @@ TEST_F(FrontTest, TheClientAsksForItselfInEveryWay) {
     setenv("VANTREL_TRACE", "front", 1);
     mac_.onMain(withPool([this] { platform_->computer().application.activate(); }));
     mac_.runFor(1.5);
-    EXPECT_EQ("front: biz.quorrin.vantrel activate\n"
-              "front: biz.quorrin.vantrel activateFromApplication: yes\n"
-              "front: biz.quorrin.vantrel activateIgnoringOtherApps\n"
+    EXPECT_EQ("front: biz.quorrin.vantrel activate is made\n"
+              "front: biz.quorrin.vantrel activateFromApplication is granted\n"
+              "front: biz.quorrin.vantrel activateIgnoringOtherApps is made\n"
               "front: com.example.notes is in front\n",
               said());
 }
@@ -107,7 +113,7 @@ TEST_F(FrontTest, AnAlertThatNobodyCanSeeIsSaidOnceItEnds) {
     }));
     mac_.runFor(20);
     EXPECT_EQ(1U, answer);
-    EXPECT_EQ("nobody can see \"Domanda?\": it ends as its last button\n", said());
+    EXPECT_EQ("nobody can see an alert, so it ends as its last button: Domanda?\n", said());
     mac_.onMain([] {});
 }
 
