@@ -84,8 +84,9 @@ def objects():
         assert old in pages.read(page), (page, old)
         return lambda name: pages.read(name).replace(old, new) if name == page else pages.read(name)
 
+    boxes, minutes = re.search(r"(\d+ boxes),\s+about (\d+ minutes)", pages.read("docs/macos.md")).groups()
     mistakes = [
-        (wrong_counts, "docs/macos.md", "71 boxes", "72 boxes"), (wrong_counts, "docs/macos.md", "144 minutes", "143 minutes"),
+        (wrong_counts, "docs/macos.md", boxes, "1 boxes"), (wrong_counts, "docs/macos.md", minutes, "1 minutes"),
         (wrong_counts, "docs/macos.md", "- [ ] **12.1**", "- **12.1**"),
         (wrong_counts, "tests/macos/standins/mutants/mutants.yaml", "- name: a menu item's block", "- nme: a menu item's block"),
         (wrong_keys, PARTICIPANTS, "D, H, L,", "D, H,"), (wrong_keys, PARTICIPANTS, "D, H, L,", "D, E, H, L,"),
