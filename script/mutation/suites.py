@@ -13,8 +13,8 @@ import time
 
 # Seconds. A test that is slower than this is run after the others.
 SLOW = 0.1
-# How much longer than without a mutant a run may take, and how long it may take in any case.
-TIMES_LONGER, SECONDS = 10, 5
+# How much longer than without a mutant a test may take, and all tests of a run; and how long a run may take in any case.
+TIMES_LONGER, RUN_TIMES_LONGER, SECONDS = 10, 2, 5
 # A mutant that never ends may ask for memory all the time.
 MEMORY = 4 << 30
 
@@ -148,7 +148,8 @@ class Bench:
     def killer(self, mutant):
         """What tells the mutant from the original; None if nothing does."""
         for batch in self.batches(mutant):
-            timeout = SECONDS + TIMES_LONGER * sum(test.seconds for test in batch)
+            seconds = [test.seconds for test in batch]
+            timeout = SECONDS + max(TIMES_LONGER * max(seconds), RUN_TIMES_LONGER * sum(seconds))
             wrong = batch[0].suite.passes(batch, {"VANTREL_MUTANT": str(mutant)}, timeout)
             if wrong:
                 return wrong

@@ -7,6 +7,7 @@ namespace {
 
 TEST(MainMenu, HasTheApplicationsMenuAndTheEditMenu) {
     const auto menu = mainMenu();
+    EXPECT_EQ(menu.title, "");
     ASSERT_EQ(menu.items.size(), 2u);
     for (const auto& item : menu.items) {
         EXPECT_EQ(item.kind, MenuItem::Kind::submenu);

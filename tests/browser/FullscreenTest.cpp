@@ -61,7 +61,8 @@ TEST_F(Fullscreen, ThatIsAlreadyReachedIsConfirmedWithoutAWrite) {
     EXPECT_THAT(lines("[FULLSCREEN]"),
                 ElementsAre("[FULLSCREEN] Tentativo 1/8...", "[FULLSCREEN] ✅ Già in fullscreen"));
     EXPECT_THAT(events(ElementEvent::set), IsEmpty());
-    EXPECT_TRUE(logged("[MONITOR] Fullscreen confermato"));
+    EXPECT_TRUE(monitor().confirmed);
+    EXPECT_EQ(logLines().back(), "[MONITOR] Fullscreen confermato");
 }
 
 TEST_F(Fullscreen, TellsNobodyWhereNoMonitorIsAttached) {

@@ -121,8 +121,11 @@ TEST_F(BlackoutOverlay, IsActivatedOnce) {
 
 TEST_F(BlackoutOverlay, IsDeactivatedOnceAndLeavesNothing) {
     setUpScreens({builtIn, beside});
+    EXPECT_FALSE(manager().isActive());
     activate();
+    EXPECT_TRUE(manager().isActive());
     deactivate();
+    EXPECT_FALSE(manager().isActive());
     deactivate();
     EXPECT_THAT(overlays(), IsEmpty());
     EXPECT_EQ(manager().windowCount(), 0u);

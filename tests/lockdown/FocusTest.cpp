@@ -35,6 +35,31 @@ TEST_F(Focus, OfAnotherApplicationIsAViolationAndTheBrowserComesBack) {
     EXPECT_THAT(texts(ApplicationEvent::frontmost), testing::ElementsAre("Note", "Google Chrome"));
 }
 
+TEST_F(Focus, OfAnotherApplicationIsLoggedBeforeItIsToldAndToldBeforeTheBrowserComesBack) {
+    watch();
+    std::vector<std::string> before;
+    mac().onMain([&] {
+        monitor().onViolation = [&](const std::string&) {
+            before = monitorLines();
+            EXPECT_THAT(lines("[BROWSER] Google Chrome portato in primo piano"), IsEmpty());
+        };
+    });
+    bringForward("Note", "com.example.notes");
+    runTicks(1);
+    EXPECT_THAT(before, ElementsAre("[MONITOR] Focus su Note — riporto Google Chrome in primo piano"));
+    EXPECT_TRUE(logged("[BROWSER] Google Chrome portato in primo piano"));
+}
+
+TEST_F(Focus, OfAnotherApplicationIsAllThatCountsWhileItLasts) {
+    watch();
+    mac().desktop().setFullScreen(window(), false);
+    mac().runFor(3);
+    forgetEvents();
+    bringForward("Note", "com.example.notes");
+    runTicks(1);
+    EXPECT_THAT(monitorLines(), ElementsAre("[MONITOR] Focus su Note — riporto Google Chrome in primo piano"));
+}
+
 TEST_F(Focus, HeldOnToIsAViolationOnEveryTick) {
     installChrome([](auto& chrome) { chrome.application.declinesActivation = true; });
     launch();

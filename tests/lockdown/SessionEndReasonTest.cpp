@@ -20,7 +20,11 @@ TEST(SessionEndReason, HasItsMessagesInOrder) {
 }
 
 TEST(SessionEndReason, IsFoundByItsExactMessageOnly) {
-    EXPECT_EQ(sessionEndReason("Il browser si è chiuso inaspettatamente"), SessionEndReason::browserCrashed);
+    for (const auto reason :
+         {SessionEndReason::meetWindowClosed, SessionEndReason::browserKilledMinimize,
+          SessionEndReason::browserKilledFocus, SessionEndReason::browserCrashed, SessionEndReason::userRequest}) {
+        EXPECT_EQ(sessionEndReason(message(reason)), reason);
+    }
     EXPECT_EQ(sessionEndReason("il browser si è chiuso inaspettatamente"), std::nullopt);
     EXPECT_EQ(sessionEndReason("Il browser si è chiuso inaspettatamente "), std::nullopt);
     EXPECT_EQ(sessionEndReason(""), std::nullopt);

@@ -67,8 +67,8 @@ TEST(WholePart, GoesTowardsZero) {
 
 TEST(WholePart, HasAnAnswerForEveryNumber) {
     EXPECT_EQ(wholePart(std::numeric_limits<double>::quiet_NaN()), 0);
-    EXPECT_GT(wholePart(std::numeric_limits<double>::infinity()), 1000000);
-    EXPECT_LT(wholePart(-1e300), -1000000);
+    EXPECT_EQ(wholePart(std::numeric_limits<double>::infinity()), 1'000'000'000'000'000);
+    EXPECT_EQ(wholePart(-1e300), -1'000'000'000'000'000);
 }
 
 }  // namespace

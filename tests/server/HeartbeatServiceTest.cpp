@@ -208,6 +208,26 @@ TEST_F(HeartbeatServiceTest, CountsAnewAfterAStart) {
     EXPECT_EQ(logLines().back(), "[HEARTBEAT] Errore (1/20): Rete assente.");
 }
 
+TEST_F(HeartbeatServiceTest, IsRunningBetweenItsStartAndItsStop) {
+    const auto service = make();
+    EXPECT_FALSE(service.lock()->isRunning());
+    start(service);
+    EXPECT_TRUE(service.lock()->isRunning());
+    stop(service);
+    EXPECT_FALSE(service.lock()->isRunning());
+}
+
+TEST_F(HeartbeatServiceTest, SaysThatNothingIsActiveUntilItIsTold) {
+    const auto& c = computer();
+    const auto service = makeOnMain<HeartbeatService>(
+        HeartbeatService::Identity{"https://server.example", "nqrp5d", "T", "2.0-macOS"},
+        ServerRequests(c.dispatch, c.urls, c.json, c.urlSession), c.dispatch, c.mainRunLoop, c.clock, c.dates, c.log);
+    start(service);
+    mac().runFor(1);
+    ASSERT_THAT(bodies(), SizeIs(1));
+    EXPECT_THAT(bodies()[0], HasSubstr(R"("lockdownActive":false,"meetConnected":false)"));
+}
+
 TEST_F(HeartbeatServiceTest, StartsAndStopsOnce) {
     const auto service = make();
     stop(service);

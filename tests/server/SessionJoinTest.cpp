@@ -32,9 +32,11 @@ class SessionJoinTest : public virtualmac::MacTest {
         const auto& computer = this->computer();
         SessionJoin join(ServerRequests(computer.dispatch, computer.urls, computer.json, computer.urlSession),
                          computer.userDefaults, computer.unicode, computer.log, "2.0-macOS");
-        join.onClientOutdated = [this](const std::string& message, const std::string& url) {
-            outdated = message + "|" + url;
-        };
+        if (tellsOutdated) {
+            join.onClientOutdated = [this](const std::string& message, const std::string& url) {
+                outdated = message + "|" + url;
+            };
+        }
         mac().inBackground([&, started = mac().now()] {
             outcome = join.join(code, "Ada Neri", "ada@example.com");
             took = computer.clock.uptime() - started;
@@ -52,6 +54,7 @@ class SessionJoinTest : public virtualmac::MacTest {
     NetworkAnswer probeAnswer = NetworkAnswer::reply(200, R"({"status":"ACTIVE"})");
     NetworkAnswer joinAnswer =
         NetworkAnswer::reply(200, R"({"meetLink":"L","userToken":"T","sessionTitle":"S","more":[1]})");
+    bool tellsOutdated = true;
     std::string outdated = "never";
     double took = 0;
 };
@@ -161,7 +164,7 @@ TEST_F(SessionJoinTest, TakesAStatusOfEndedInAnyCaseAndWithSpacesAround) {
 
 TEST_F(SessionJoinTest, TellsATransportFailureOfTheJoin) {
     joinAnswer = NetworkAnswer::failure("Rete assente.");
-    EXPECT_EQ(failure(), "Errore di rete: Rete assente.");
+    EXPECT_EQ(join(), JoinOutcome(VantrelError{"Errore di rete: Rete assente."}));
 }
 
 TEST_F(SessionJoinTest, TellsAReplyThatIsNotHTTP) {
@@ -170,9 +173,10 @@ TEST_F(SessionJoinTest, TellsAReplyThatIsNotHTTP) {
 }
 
 TEST_F(SessionJoinTest, TellsABodyWithoutTheThreeStrings) {
-    for (const auto* body : {"no", "[]", "{}", R"({"meetLink":"L","userToken":"T"})",
-                             R"({"meetLink":"L","userToken":"T","sessionTitle":1})",
-                             R"({"meetLink":null,"userToken":"T","sessionTitle":"S"})"}) {
+    for (const auto* body :
+         {"no", "[]", "{}", R"({"meetLink":"L","userToken":"T"})",
+          R"({"meetLink":"L","userToken":"T","sessionTitle":1})", R"({"meetLink":"L","sessionTitle":"S"})",
+          R"({"userToken":"T","sessionTitle":"S"})", R"({"meetLink":null,"userToken":"T","sessionTitle":"S"})"}) {
         joinAnswer = NetworkAnswer::reply(200, body);
         EXPECT_EQ(failure(), "Risposta server non valida") << body;
     }
@@ -212,6 +216,20 @@ TEST_F(SessionJoinTest, HandsOnARefusalOfAnOldClient) {
     EXPECT_EQ(outdated, "M|D");
     joinAnswer = NetworkAnswer::reply(403, R"({"error":"client_outdated"})");
     EXPECT_EQ(failure(), "Errore server (HTTP 403)");
+}
+
+TEST_F(SessionJoinTest, RefusesAnOldClientWithNobodyToTell) {
+    tellsOutdated = false;
+    joinAnswer = NetworkAnswer::reply(400, R"({"error":"client_outdated"})");
+    EXPECT_EQ(failure(), "Versione Vantrel non più supportata. Scarica la nuova versione.");
+    EXPECT_EQ(outdated, "never");
+}
+
+TEST_F(SessionJoinTest, JoinsWhateverElseA200Says) {
+    joinAnswer =
+        NetworkAnswer::reply(200, R"({"error":"client_outdated","meetLink":"L","userToken":"T","sessionTitle":"S"})");
+    EXPECT_EQ(join(), JoinOutcome(JoinResult{"L", "T", "S"}));
+    EXPECT_EQ(outdated, "never");
 }
 
 TEST_F(SessionJoinTest, CutsAStallOffByTheTimeOutOfTheExchange) {

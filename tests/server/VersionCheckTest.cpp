@@ -45,6 +45,18 @@ TEST_F(VersionCheckTest, ReadsAnOfferFromStatus200Only) {
     }
 }
 
+TEST_F(VersionCheckTest, ReadsTheFourTextsOfAnOffer) {
+    const auto* whole = R"({"updateAvailable":true,"severity":"required","latestVersion":"3","releaseNotes":"N",)"
+                        R"("downloadUrl":"D"})";
+    EXPECT_EQ(check().read({{}, 200, whole}), (UpdateOffer{"required", "3", "N", "D"}));
+    EXPECT_THAT(logLines(), ElementsAre("[UPDATE] Disponibile v3 (severity=required)"));
+}
+
+TEST_F(VersionCheckTest, LeavesEmptyWhatAnOfferDoesNotSay) {
+    EXPECT_EQ(check().read({{}, 200, R"({"updateAvailable":true})"}), (UpdateOffer{"info", "", "", ""}));
+    EXPECT_THAT(logLines(), ElementsAre("[UPDATE] Disponibile v (severity=info)"));
+}
+
 TEST_F(VersionCheckTest, DoesNotReadAResponseThatIsNotHTTP) {
     EXPECT_FALSE(check().read({{}, {}, available}));
     EXPECT_THAT(logLines(), ElementsAre("[UPDATE] Check: risposta non valida"));

@@ -25,6 +25,16 @@ class ControllerLifetimeTest : public ClientTest {
         mac().onMain([this] { kept_.reset(); });
     }
 
+    /// Makes the main thread busy for a second, so that blocks collect in its queue, and drops the controller before
+    /// they run.
+    void dropBeforeWhatIsQueued() {
+        mac().postToMain([this] {
+            computer().threads.sleep(1);
+            kept_.reset();
+        });
+        mac().runFor(2);
+    }
+
   private:
     std::shared_ptr<MainWindowController> kept_;
 };
@@ -50,6 +60,55 @@ TEST_F(ControllerLifetimeTest, ReadsNoVersionReplyOnceItIsGone) {
     EXPECT_THAT(logLines(), IsEmpty());
     EXPECT_THAT(alerts(), IsEmpty());
 }
+
+TEST_F(ControllerLifetimeTest, OffersNoUpdateOnceItIsGone) {
+    answer(std::string("GET ") + server + "/api/version/latest",
+           NetworkAnswer::reply(200, R"({"updateAvailable":true,"severity":"required","latestVersion":"3"})", 0.5));
+    const auto controller = make();
+    mac().runFor(1.2);
+    dropBeforeWhatIsQueued();
+    EXPECT_TRUE(controller.expired());
+    EXPECT_THAT(logLines(), testing::ElementsAre("[UPDATE] Disponibile v3 (severity=required)"));
+    EXPECT_THAT(alerts(), IsEmpty());
+}
+
+TEST_F(ControllerLifetimeTest, AsksForNoNewerClientOnceItIsGone) {
+    answer(std::string("POST ") + server + "/api/sessions/NQRP5D/join",
+           NetworkAnswer::reply(400, R"({"error":"client_outdated"})", 0.5));
+    const auto controller = make();
+    mac().runFor(2);
+    join();
+    mac().runFor(0.2);
+    dropBeforeWhatIsQueued();
+    mac().runFor(10);
+    EXPECT_TRUE(controller.expired());
+    EXPECT_THAT(alerts(), IsEmpty());
+}
+
+/// From the press of the join button into the complete lockdown, a moment every tenth of a second.
+class ControllerAtAnyMoment : public ControllerLifetimeTest, public testing::WithParamInterface<int> {};
+
+TEST_P(ControllerAtAnyMoment, LeavesNothingOfALockdownOnceItIsGone) {
+    const auto controller = make();
+    mac().runFor(2);
+    join();
+    mac().runFor(GetParam() * 0.1);
+    dropBeforeWhatIsQueued();
+    forgetEvents();
+    mac().runFor(60);
+    EXPECT_TRUE(controller.expired());
+    const auto left = mac().leftovers();
+    EXPECT_EQ(left.timers, 0u);
+    EXPECT_EQ(left.observers, 0u);
+    EXPECT_EQ(left.statusItems, 0u);
+    EXPECT_EQ(left.overlays, 0u);
+    EXPECT_EQ(left.keyboardTaps, 0u);
+    EXPECT_EQ(left.requests, 0u);
+    EXPECT_EQ(left.windows, 0u);
+    EXPECT_THAT(logLines(), IsEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Lockdown, ControllerAtAnyMoment, testing::Range(0, 60));
 
 TEST_F(ControllerLifetimeTest, DiesOnTheMainThreadAfterAJoinThatOutlivesIt) {
     answer(std::string("GET ") + server + "/api/sessions/NQRP5D", NetworkAnswer::reply(404, "", 3));

@@ -56,6 +56,15 @@ TEST_F(AccessibilityTest, OpensThePaneWhenAsked) {
                 ElementsAre("x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility"));
 }
 
+TEST_F(AccessibilityTest, OpensNothingWhereThePaneHasNoAddress) {
+    mac().urls().failFormingWhere([](std::string_view text) { return text.starts_with("x-apple"); });
+    joinUntrusted();
+    participant().answerAlert("Apri Impostazioni di Sistema");
+    mac().runFor(5);
+    EXPECT_THAT(mac().workspace().opened(), IsEmpty());
+    EXPECT_EQ(screen(), "joinView");
+}
+
 TEST_F(AccessibilityTest, LeavesTheJoinScreenUsableAfterARefusal) {
     joinUntrusted();
     forgetEvents();
