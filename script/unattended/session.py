@@ -16,11 +16,13 @@ sys.path.insert(0, str(ROOT / "tests/practice"))
 import a_class
 import browser_open_before
 import endings
+import off_the_screen
 import two_sessions
 from checks import Checks
 
 SCENARIOS = {"two-sessions": two_sessions.play, "browser-open-before": browser_open_before.play,
-             "a-class": a_class.play, "endings": endings.play}
+             "a-class": a_class.play, "endings": endings.play,
+             "off-the-screen": off_the_screen.play}
 
 
 def clients():

@@ -46,8 +46,10 @@
 #include "platform/linux/ui/LinuxApplication.h"
 #include "platform/linux/ui/LinuxOverlays.h"
 #include "platform/linux/ui/LinuxWindows.h"
+#include "platform/linux/ui/LostDisplay.h"
 #include "platform/linux/ui/MenuBars.h"
 #include "platform/linux/ui/MenuBuilder.h"
+#include "platform/linux/ui/QtConnection.h"
 #include "platform/linux/ui/Responder.h"
 #include "platform/linux/x11/FrontWindows.h"
 #include "platform/linux/x11/WindowManager.h"
@@ -69,7 +71,7 @@ void prepareEnvironment() {
     OwnEnvironment::set("QT_ENABLE_HIGHDPI_SCALING", "0");
     OwnEnvironment::set("QT_QPA_PLATFORMTHEME", "");
     for (const char* name : {"QT_SCALE_FACTOR", "QT_SCREEN_SCALE_FACTORS", "QT_AUTO_SCREEN_SCALE_FACTOR",
-                             "QT_USE_PHYSICAL_DPI", "QT_STYLE_OVERRIDE"}) {
+                             "QT_USE_PHYSICAL_DPI", "QT_STYLE_OVERRIDE", "QT_LOGGING_RULES"}) {
         OwnEnvironment::unset(name);
     }
     keepLibdbusFromStartingABus();
@@ -106,8 +108,12 @@ struct LinuxComputer::Parts {
         : qtApplication(std::move(qt)),
           connection(std::move(toServer)),
           watcher(std::move(toWatch)),
-          application(mainThread, menuBars, windowsOfAll, puttingBackFirst(std::move(endProcess))) {
+          endClient(puttingBackFirst(std::move(endProcess))),
+          application(mainThread, menuBars, windowsOfAll, endClient) {
         responder.setTerminate([this] { application.terminate(); });
+        if (!endClient) return;
+        lostDisplay = std::make_unique<LostDisplay>(
+            mainThread, modes, LostDisplay::Ends{[this] { application.terminate(); }, endClient});
     }
 
     // Needed because no destructor runs when the process ends this way.
@@ -150,6 +156,7 @@ struct LinuxComputer::Parts {
     Responder responder;
     MenuBuilder menuBuilder{mainThread, modes, responder};
     MenuBars menuBars{menuBuilder};
+    const Block endClient;
     LinuxApplication application;
     LinuxScreens screens{*connection, windowsOfAll, *watcher, mainQueue};
     LinuxAlerts alerts{modes, screens, windowsOfAll};
@@ -173,11 +180,12 @@ struct LinuxComputer::Parts {
         watcher->observe(X11Watcher::Change::windows, [this] { fullScreenDesktops.check(); });
     LinuxSpaces spaces{*watcher, mainQueue};
     LinuxKeyboardTaps keyboardTaps{mainThread, guards};
-    LinuxWindowList windowList{*connection, survey, runningApplications};
+    LinuxWindowList windowList{*connection, survey, runningApplications, qtHasDisplay};
     LinuxAccessibility accessibility{{*connection, windowsOfAll, survey, fullScreenDesktops}};
     LinuxAccessibilityTrust accessibilityTrust;
     LinuxCaptureAuthorization captureAuthorization;
     TerminationSignals terminationSignals{[this] { application.terminate(); }};
+    std::unique_ptr<LostDisplay> lostDisplay;
 };
 
 std::unique_ptr<LinuxComputer> LinuxComputer::create(Block endProcess, NoComputer& reason) {

@@ -10,6 +10,7 @@
 namespace vantrel::linuxdesktop {
 
 std::optional<std::vector<WindowEntry>> LinuxWindowList::copy(WindowListOption option) const {
+    if (!hasDisplay_()) return std::nullopt;
     const PrimaryOrigin origin(connection_);
     const auto currentDesktop = X11Desktops(connection_).current();
     const auto windows = survey_.frontToBack();

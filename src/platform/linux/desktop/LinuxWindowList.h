@@ -1,5 +1,8 @@
 #pragma once
 
+#include <functional>
+#include <utility>
+
 #include "platform/apps/RunningApplications.h"
 #include "platform/desktop/WindowList.h"
 
@@ -12,16 +15,19 @@ class X11WindowSurvey;
 /// their own. Unmanaged windows are not listed. Any thread.
 class LinuxWindowList final : public WindowList {
   public:
-    LinuxWindowList(X11Connection& connection, X11WindowSurvey& survey, const RunningApplications& applications)
-        : connection_(connection), survey_(survey), applications_(applications) {}
+    LinuxWindowList(X11Connection& connection, X11WindowSurvey& survey, const RunningApplications& applications,
+                    std::function<bool()> hasDisplay)
+        : connection_(connection), survey_(survey), applications_(applications), hasDisplay_(std::move(hasDisplay)) {}
 
-    /// Empty optional if the X server is gone.
+    /// Empty optional if the X server is gone, or has closed the connection by which the client shows its own windows:
+    /// nobody can watch anything for a person who has taken the client off the screen.
     std::optional<std::vector<WindowEntry>> copy(WindowListOption option) const override;
 
   private:
     X11Connection& connection_;
     X11WindowSurvey& survey_;
     const RunningApplications& applications_;
+    const std::function<bool()> hasDisplay_;
 };
 
 }  // namespace vantrel::linuxdesktop

@@ -44,6 +44,10 @@ void MainThread::post(Block event) {
     QCoreApplication::postEvent(receiver_.get(), new BlockEvent(std::move(event)));
 }
 
+void MainThread::runPosted() {
+    QCoreApplication::sendPostedEvents(receiver_.get());
+}
+
 void MainThread::require(const char* operation) {
     const QCoreApplication* application = QCoreApplication::instance();
     if (application != nullptr && QThread::currentThread() == application->thread()) return;

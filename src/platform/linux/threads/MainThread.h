@@ -23,6 +23,9 @@ class MainThread {
     /// their order.
     void post(Block event);
 
+    /// Runs what has been posted, and no other event. Main thread.
+    void runPosted();
+
     /// Ends the process with a message if the calling thread is not the main thread. Qt's widgets do not check this
     /// themselves.
     static void require(const char* operation);

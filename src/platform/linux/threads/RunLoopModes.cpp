@@ -12,6 +12,11 @@ RunLoopModes::Stay::~Stay() {
     if (--modes_.stays_ == 0 && modes_.onDefault_) modes_.onDefault_();
 }
 
+void RunLoopModes::stayDefault() {
+    staysDefault_ = true;
+    if (onDefault_) onDefault_();
+}
+
 void RunLoopModes::setOnDefault(Block block) {
     onDefault_ = std::move(block);
 }

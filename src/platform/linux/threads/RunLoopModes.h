@@ -22,13 +22,17 @@ class RunLoopModes {
         RunLoopModes& modes_;
     };
 
-    bool isDefault() const { return stays_ == 0; }
+    bool isDefault() const { return staysDefault_ || stays_ == 0; }
+
+    /// From now on the loop is in its default mode, whatever is shown.
+    void stayDefault();
 
     /// Called whenever the loop returns to its default mode.
     void setOnDefault(Block block);
 
   private:
     int stays_ = 0;
+    bool staysDefault_ = false;
     Block onDefault_;
 };
 

@@ -7,4 +7,7 @@ namespace vantrel::linuxdesktop {
 /// method is waiting. Main thread.
 void waitForQtRequests();
 
+/// False once the server has closed that connection. Any thread.
+bool qtHasDisplay();
+
 }  // namespace vantrel::linuxdesktop
