@@ -5,7 +5,11 @@
 
 namespace vantrel::simulation {
 
-void noMisuse(const Transcript& transcript, Verdict& verdict);
 void oneEndForEachLockdown(const Transcript& transcript, Verdict& verdict);
+void oneNoticeForEachEnd(const Transcript& transcript, Verdict& verdict);
+void noTapWithoutLockdown(const Transcript& transcript, Verdict& verdict);
+void noMeetingWithoutLockdown(const Transcript& transcript, Verdict& verdict);
+void theEndIsShort(const Transcript& transcript, Verdict& verdict);
+void nothingIsLeft(const Transcript& transcript, Verdict& verdict);
 
 }  // namespace vantrel::simulation

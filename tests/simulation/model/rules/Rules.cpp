@@ -1,13 +1,30 @@
 #include "tests/simulation/model/rules/Rules.h"
 
 #include "tests/simulation/model/rules/Endings.h"
+#include "tests/simulation/model/rules/Order.h"
+#include "tests/simulation/model/rules/OwnTexts.h"
+#include "tests/simulation/model/rules/Steps.h"
+#include "tests/simulation/model/rules/Succession.h"
 
 namespace vantrel::simulation {
 namespace {
 
 constexpr Rule rules[] = {
+    {"every line can be read", everyLineCanBeRead},
+    {"time never goes back", timeNeverGoesBack},
     {"the client misuses nothing", noMisuse},
+    {"a run has one end, after which nothing happens", oneEndOfTheRun},
+    {"every text is one of the product's own", everyTextIsTheProducts},
+    {"each step is followed by the next", eachStepIsFollowed},
+    {"the steps of an end come in their order", theEndHasItsOrder},
+    {"a lockdown has one status item", oneStatusItem},
+    {"swallowed keys are those that the log names", swallowedKeysAreNamed},
     {"one end for each lockdown", oneEndForEachLockdown},
+    {"one notice for each end, and no heartbeat after it", oneNoticeForEachEnd},
+    {"no tap without a lockdown", noTapWithoutLockdown},
+    {"no meeting stands open without a lockdown or an end", noMeetingWithoutLockdown},
+    {"the end holds the main thread no longer than it may", theEndIsShort},
+    {"after an end nothing of the lockdown is left", nothingIsLeft},
 };
 
 }  // namespace

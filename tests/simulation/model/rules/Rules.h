@@ -8,6 +8,7 @@
 
 namespace vantrel::simulation {
 
+/// What holds of any transcript, also of one whose client cannot be followed line by line.
 struct Rule {
     std::string_view name;  // a sentence
     void (*judge)(const Transcript& transcript, Verdict& verdict);

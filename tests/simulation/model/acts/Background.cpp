@@ -1,0 +1,317 @@
+#include "tests/simulation/model/acts/Background.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "tests/simulation/model/acts/BlockedKey.h"
+#include "tests/simulation/model/acts/JoinScreen.h"
+#include "tests/simulation/model/acts/Monitor.h"
+#include "tests/simulation/model/reading/Words.h"
+
+namespace vantrel::simulation {
+namespace {
+
+/// The value in "ID: "VALUE"".
+std::string_view quotedValue(std::string_view text) {
+    const std::size_t begins = text.find(": \"");
+    if (begins == text.npos || text.size() < begins + 4) return {};
+    return text.substr(begins + 3, text.size() - begins - 4);
+}
+
+/// "presses the key KEY, N times": N.
+int timesIn(std::string_view text) {
+    const std::size_t comma = text.find(", ");
+    return comma == text.npos ? 1 : static_cast<int>(Words(text.substr(comma + 2)).integer().value_or(1));
+}
+
+}  // namespace
+
+void Background::object(std::string_view rule, std::size_t line, std::string why) {
+    stage_.turnTo(rule);
+    stage_.depart(line, std::move(why));
+}
+
+void Background::see(const Entry& entry) {
+    const Part part = partOf(entry);
+    const Monitor& monitor = stage_.client().monitor;
+    if (part == Part::completion) seeCompletion(entry);
+    if (part == Part::join) seeJoin(entry);
+    if (part == Part::launch) seeLaunch(entry);
+    const bool signal = entry.is("process") && entry.text.find(") is sent signal ") != std::string_view::npos;
+    if (part == Part::kill || signal || claims(entry)) seeKill(entry);
+    if (part == Part::permission) seePermission(entry);
+    if (part == Part::tap) seeTap(entry);
+    if (part == Part::world) {
+        const bool ignored = !entry.further.empty() && entry.further.back().starts_with("ignored: ");
+        if (entry.is("participant") && !ignored) seeParticipant(entry);
+        if (entry.is("reply")) seeReply(entry);
+        if (entry.is("key")) seeKey(entry);
+        if (entry.is("end")) seeEnd(entry);
+        seeSystem(entry);
+    }
+    if (monitor.active && monitor.ticks.next <= entry.at) looked_ = looked_ || mayLookSilently(stage_);
+}
+
+void Background::seeParticipant(const Entry& entry) {
+    Client& client = stage_.client();
+    std::string text(entry.text);
+    for (const std::string_view line : entry.further) text += "\n" + std::string(line);
+    for (auto [id, field] : {std::pair{"types into serverUrlField", &client.server},
+                             {"types into sessionCodeField", &client.code},
+                             {"types into fullNameField", &client.name},
+                             {"types into emailField", &client.email}}) {
+        if (text.starts_with(id)) *field = quotedValue(text);
+    }
+    const bool key = text == "presses the key return";
+    const bool once = text.starts_with("presses the key ") && text.find(", ") == std::string::npos;
+    if (once && !stage_.strange() && !client.tapLost) ++pressedKeys_;
+    if (text.starts_with("presses the key ")) allowedKeys_ += once ? 1 : timesIn(text);
+    // A key equivalent goes through the tap, too.
+    if (text.starts_with("presses Command-") || text == "presses Return") ++allowedKeys_;
+    const Entry* const following = stage_.following(entry);
+    const bool answers = text == "presses Return" && following != nullptr && following->is("answer");
+    if (text == "presses Avvia sessione protetta" || text == "presses joinButton" ||
+        (text == "presses Return" && !answers) || key) {
+        stage_.add({.deed = Deed::joinTap, .way = Way::event, .at = entry.at, .line = entry.line, .sure = !key});
+    }
+    if (text == "presses Nuova sessione" || text == "presses newSessionButton") {
+        stage_.add({.deed = Deed::newSession, .way = Way::event, .at = entry.at, .line = entry.line});
+    }
+}
+
+void Background::seeSystem(const Entry& entry) {
+    Client& client = stage_.client();
+    if (entry.is("client", "is asked to quit")) {
+        stage_.add({.deed = Deed::quitAnswer, .way = Way::event, .at = entry.at, .line = entry.line});
+    } else if (entry.is("displays", "are now")) {
+        for (int count = 0; count < notices_; ++count) {
+            stage_.add({.deed = Deed::displayChange,
+                        .way = Way::queue,
+                        .at = entry.at + count * noticesEvery_,
+                        .line = entry.line});
+        }
+    } else if (entry.begins("displays", "changes are noticed ")) {
+        Words words(entry.text.substr(std::string_view("changes are noticed ").size()));
+        notices_ = static_cast<int>(words.integer().value_or(1));
+        words.skip(" times, every ");
+        noticesEvery_ = static_cast<std::int64_t>(words.number().value_or(0) * 1000 + 0.5);
+    } else if (entry.is("space")) {
+        const bool sure = client.monitor.active && client.monitor.confirmed && client.launcher != nullptr &&
+                          client.launcher->confirmedAt < entry.at;
+        stage_.add({.deed = Deed::spaceNotice, .way = Way::queue, .at = entry.at, .line = entry.line, .sure = sure});
+    } else if (entry.is("prelude")) {
+        seePrelude();
+    } else if (entry.is("window") && entry.text.ends_with("is closed by the participant")) {
+        client.visible = false;
+    } else if (entry.is("permission", "accessibility is granted")) {
+        client.trusted = true;
+        client.trustedAt = entry.at;
+    } else if (entry.is("permission", "accessibility is refused")) {
+        client.trusted = false;
+        client.trustedAt = entry.at;
+        client.tapLost = client.tap;
+    } else if (entry.begins("server", "replies")) {
+        repliesChange_ = true;
+    } else if (entry.is("keyboard")) {
+        secureInput_ = entry.text == "a password field takes it";
+    } else if (entry.is("tap")) {
+        client.tap = client.tapLost = false;
+    } else if (entry.is("permission")) {
+        seePermission(entry);
+    }
+}
+
+void Background::seePrelude() {
+    Client& client = stage_.client();
+    const Scenario& scenario = stage_.scenario();
+    if (scenario.accessibility) client.trusted = *scenario.accessibility == "granted";
+    client.tapLost = client.tapLost || (client.tap && client.trusted == false);
+    if (scenario.microphone) client.microphone = scenario.microphone;
+    if (scenario.camera) client.camera = scenario.camera;
+}
+
+void Background::seeTap(const Entry& entry) {
+    constexpr std::string_view log = "[HOOK] 🚫 Bloccato: ";
+    blocked_ = entry.text.substr(std::min(log.size(), entry.text.size()));
+    blockedLine_ = entry.line;
+    if (!stage_.client().tap) return object("keys are swallowed by a tap alone", entry.line, "there is no tap");
+    Heartbeats& heartbeats = stage_.client().heartbeats;
+    if (heartbeats.exist) heartbeats.pending.push_back({"KEY_BLOCKED", blocked_, entry.at});
+}
+
+void Background::seeKey(const Entry& entry) {
+    const std::string_view swallowed = " is swallowed";
+    const bool gone = entry.text.ends_with(swallowed);
+    const std::string_view key = entry.text.substr(0, entry.text.find(' '));
+    const std::string_view name = blockedName(key);
+    stage_.turnTo("exactly the keys that would leave the meeting are swallowed, by their names");
+    if (gone && (blocked_.empty() || blocked_ != name)) stage_.depart(entry.line, "the log does not say so");
+    if (!gone && !blocked_.empty()) stage_.depart(entry.line, "it was told of as swallowed");
+    if (!gone && !name.empty() && stage_.client().tap && !stage_.client().tapLost && !stage_.strange() &&
+        !secureInput_) {
+        stage_.depart(entry.line, "it would leave the meeting");
+    }
+    if (allowedKeys_-- == 0) stage_.depart(entry.line, "nobody has pressed it");
+    blocked_ = {};
+    if (pressedKeys_ > 0) --pressedKeys_;
+}
+
+void Background::seeEnd(const Entry& entry) {
+    const Client& client = stage_.client();
+    stage_.turnTo("the run ends as the client stands");
+    if (client.quit != (entry.text == "the client has quit"))
+        return stage_.depart(entry.line, "it has quit, or has not");
+    const bool waits = entry.text.starts_with("the client waits for an answer to: ") || entry.text == "a menu is open";
+    if (!client.quit && waits != stage_.isHeld())
+        return stage_.depart(entry.line, "an alert or a menu is open, or is not");
+    if (entry.further.size() != 1 || stage_.strange() || client.tapLost || client.quit) return;
+    const auto counted = [&](std::string_view what) {
+        const std::string_view left = entry.further[0];
+        const std::size_t at = left.find(what);
+        return at == left.npos
+                   ? 0
+                   : static_cast<int>(
+                         integerOf(
+                             Words(left.substr(at + what.size())).upTo(",").value_or(left.substr(at + what.size())))
+                             .value_or(-1));
+    };
+    const int watching = client.monitor.active ? 1 : 0;
+    const int covering = client.blackout.active && !client.blackout.shared ? 1 : 0;
+    const int retries = static_cast<int>(std::count_if(stage_.dues().begin(), stage_.dues().end(), [](const Due& due) {
+        return due.deed == Deed::retry && !due.launcher->dropped;
+    }));
+    const bool right = counted(" status items ") == (client.statusItem ? 1 : 0) &&
+                       counted(" keyboard taps ") == (client.tap ? 1 : 0) &&
+                       counted(" overlays ") == static_cast<int>(client.blackout.covers.size()) &&
+                       counted(" observers ") == watching + covering &&
+                       counted(" timers ") == watching + covering + (client.heartbeats.running ? 1 : 0) + retries;
+    if (!right) stage_.depart(entry.line, "something else is left");
+}
+
+// Whether what is due may pass without a line.
+bool Background::mayComeToNothing(const Due& due) {
+    const Client& client = stage_.client();
+    const Launcher* const launcher = due.launcher.get();
+    switch (due.deed) {
+        case Deed::joinTap:
+            return !due.sure || (!missingField(client).empty() && client.error == missingField(client));
+        case Deed::end:
+            return !client.inLockdown || due.text.empty();
+        case Deed::versionCheck:
+            return !isPlainAddress(client.server) && !client.server.empty();
+        case Deed::firstAttempt:
+            return launcher->dropped;
+        case Deed::attempt:
+            return launcher->confirmed || (launcher->dropped && !due.strong);
+        case Deed::retry:
+        case Deed::bringSafari:
+            return launcher->dropped || !launcher->applicationKnown;
+        case Deed::completion:
+            return !client.inLockdown;
+        case Deed::displayChange:
+            return !due.sure || !client.blackout.active || client.blackout.shared;
+        case Deed::spaceLook: {
+            if (!due.sure || !client.monitor.active || stage_.world().bent() || client.launcher == nullptr) return true;
+            const auto window = client.launcher->window;
+            const auto found = window ? stage_.world().windows().find(*window) : stage_.world().windows().end();
+            if (found == stage_.world().windows().end() || found->second.closed) return true;
+            return found->second.width <= 200 || found->second.height <= 100;
+        }
+        case Deed::spaceNotice:
+            return true;
+        case Deed::joinResult:
+            return due.note == "*";
+        default:
+            return false;
+    }
+}
+
+void Background::comeToNothing(const Due& due) {
+    if (due.deed == Deed::spaceNotice) {
+        stage_.add(
+            {.deed = Deed::spaceLook, .way = Way::queue, .at = due.at + 300, .line = due.line, .sure = due.sure});
+    }
+    const bool asks = due.deed == Deed::retry || due.deed == Deed::bringSafari;
+    if (!asks || due.launcher->dropped) return;
+    stage_.add({.deed = Deed::attempt,
+                .way = Way::queue,
+                .at = due.at + 500,
+                .launcher = due.launcher,
+                .strong = due.deed == Deed::bringSafari});
+}
+
+void Background::momentEnds(std::int64_t at, std::int64_t next) {
+    if (stage_.client().quit) return stage_.dues().clear();
+    if (std::exchange(pressedKeys_, 0) > 0 && !stage_.strange() && !stage_.client().tapLost) {
+        object("each key that is pressed is swallowed or reaches somebody", 0,
+               "one is lost at " + std::to_string(at) + " ms");
+    }
+    if (!std::exchange(blocked_, {}).empty())
+        object("each key that is pressed is swallowed or reaches somebody", blockedLine_, "it is not");
+    endThreads(at, next);
+    endDues(at, next);
+    endLooks(at, next);
+    endBeats(at, next);
+}
+
+void Background::endDues(std::int64_t at, std::int64_t next) {
+    auto& dues = stage_.dues();
+    // What a strange time has held up or swallowed is not missed.
+    const bool strange = stage_.strange();
+    if (std::exchange(wasStrange_, strange) && !strange)
+        std::erase_if(dues, [&](const Due& due) { return due.at < at; });
+    for (std::size_t index = 0; index < dues.size() && !stage_.departed();) {
+        if (dues[index].at >= next || stage_.blocks(dues[index].way) || (strange && !mayComeToNothing(dues[index]))) {
+            ++index;
+            continue;
+        }
+        const Due due = dues[index];
+        dues.erase(dues.begin() + static_cast<std::ptrdiff_t>(index));
+        if (mayComeToNothing(due)) {
+            comeToNothing(due);
+        } else {
+            object("what is due is done at its time", due.line,
+                   "it was due at " + std::to_string(due.at) + " ms: " + std::string(nameOf(due.deed)));
+        }
+    }
+}
+
+void Background::endLooks(std::int64_t at, std::int64_t next) {
+    Monitor& monitor = stage_.client().monitor;
+    const bool asked = std::exchange(looked_, false);
+    if (!monitor.active || stage_.isHeld() || stage_.isBusy() || stage_.departed()) return;
+    if (monitor.ticks.next <= at) {
+        if (!asked && !mayLookSilently(stage_) && !stage_.strange()) {
+            return object("the browser is looked at every 1.5 seconds", 0,
+                          "the look due at " + std::to_string(monitor.ticks.next) + " ms has to say something");
+        }
+        monitor.grace = monitor.invisible = 0;
+        monitor.ticks.fire(at);
+    }
+    while (monitor.ticks.next < next) {
+        if (!stage_.strange() && !mayLookSilently(stage_)) {
+            return object("the browser is looked at every 1.5 seconds", 0,
+                          "the look due at " + std::to_string(monitor.ticks.next) + " ms has to say something");
+        }
+        monitor.grace = monitor.invisible = 0;
+        monitor.ticks.next += monitor.ticks.period;
+    }
+    if (monitor.ticks.next == next) looked_ = mayLookSilently(stage_);
+}
+
+void Background::endBeats(std::int64_t at, std::int64_t next) {
+    (void)at;
+    Heartbeats& heartbeats = stage_.client().heartbeats;
+    Blackout& blackout = stage_.client().blackout;
+    if (stage_.isHeld() || stage_.isBusy()) return;
+    while (blackout.raises.on && blackout.raises.next < next) blackout.raises.next += blackout.raises.period;
+    if (!heartbeats.running || heartbeats.beats.next >= next || stage_.departed()) return;
+    if (stage_.strange() || stage_.world().bent()) {
+        while (heartbeats.beats.next < next - 1000) heartbeats.beats.next += heartbeats.beats.period;
+        return;
+    }
+    object("a heartbeat goes out every 15 seconds", 0,
+           "none has gone out at " + std::to_string(heartbeats.beats.next) + " ms");
+}
+
+}  // namespace vantrel::simulation

@@ -1,0 +1,31 @@
+#include "tests/simulation/model/acts/FollowedClient.h"
+
+#include "tests/simulation/model/acts/Alerts.h"
+#include "tests/simulation/model/acts/Background.h"
+#include "tests/simulation/model/acts/Dispatch.h"
+#include "tests/simulation/model/acts/JoinScreen.h"
+
+namespace vantrel::simulation {
+
+void followClient(const Transcript& transcript, const Scenario& scenario, Verdict& verdict) {
+    const auto& entries = transcript.entries();
+    if (!scenario.known || entries.empty() || entries.front().is("prelude")) return;
+    Stage stage(transcript, scenario, verdict);
+    Background background(stage);
+    stage.client().microphone = scenario.begins ? std::nullopt : std::optional(scenario.microphone.value_or("granted"));
+    stage.client().camera = scenario.begins ? std::nullopt : std::optional(scenario.camera.value_or("granted"));
+    stage.client().trusted = scenario.begins ? std::nullopt : std::optional(scenario.accessibility != "refused");
+    launchClient(stage);
+    takeTurns(stage);
+    while (const Entry* const next = stage.peek()) {
+        if (next->is("answer") || next->is("menu")) {
+            stage.turns().push_back(next);
+            stage.skip();
+        } else {
+            dispatch(stage);
+        }
+        takeTurns(stage);
+    }
+}
+
+}  // namespace vantrel::simulation

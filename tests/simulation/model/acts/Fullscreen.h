@@ -1,0 +1,18 @@
+#pragma once
+
+#include <memory>
+
+#include "tests/simulation/model/acts/Stage.h"
+
+namespace vantrel::simulation {
+
+/// One attempt at full screen, if its line comes next.
+void attemptFullscreen(Stage& stage, const std::shared_ptr<Launcher>& launcher);
+/// An attempt in whose place its first line was found.
+void dueAttempt(Stage& stage);
+/// The browser asked to the front, by the retry timer or after the launch of Safari.
+void dueActivation(Stage& stage);
+/// "NAME (PID) is asked to come to the front" of the launcher's browser, with what the platform does besides.
+bool acceptActivation(Stage& stage, const Launcher& launcher);
+
+}  // namespace vantrel::simulation

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string_view>
+
+#include "tests/simulation/model/acts/Stage.h"
+
+namespace vantrel::simulation {
+
+/// The first heartbeat, with its log line.
+void beginHeartbeats(Stage& stage);
+/// A heartbeat whose time has come.
+void beat(Stage& stage);
+/// The disconnect notice, with the wait for its reply, and the end of the heartbeats.
+void sendNotice(Stage& stage, std::string_view message);
+
+}  // namespace vantrel::simulation

@@ -1,0 +1,164 @@
+#include "tests/simulation/model/world/World.h"
+
+#include <cstdlib>
+
+#include "tests/simulation/model/reading/Words.h"
+
+namespace vantrel::simulation {
+namespace {
+
+/// What a change may still set off after it is over.
+constexpr std::int64_t aftermath = 12000;
+
+double numberOf(const std::string& text) {
+    return std::strtod(text.c_str(), nullptr);
+}
+
+}  // namespace
+
+World::World(const Scenario& scenario) {
+    for (const auto& row : scenario.displays) {
+        if (row.size() == 5) {
+            displays_.push_back({row[0], numberOf(row[1]), numberOf(row[2]), numberOf(row[3]), numberOf(row[4])});
+        }
+    }
+}
+
+bool readNamedProcess(std::string_view text, NamedProcess& named) {
+    for (std::size_t at = text.find('('); at != std::string_view::npos; at = text.find('(', at + 1)) {
+        Words words(text.substr(at + 1));
+        const auto pid = words.integer();
+        if (!pid || !words.skip(")") || (!words.atEnd() && words.rest().front() != ' ')) continue;
+        named.name = text.substr(0, at == 0 ? 0 : at - 1);
+        named.pid = *pid;
+        named.rest = words.atEnd() ? words.rest() : words.rest().substr(1);
+        return true;
+    }
+    return false;
+}
+
+void World::see(const Entry& entry) {
+    if (entry.is("application")) seeApplication(entry);
+    if (entry.is("process")) seeProcess(entry);
+    if (entry.is("app window")) seeWindow(entry);
+    if (entry.is("displays")) seeDisplays(entry);
+    if (entry.is("fault")) seeFault(entry);
+    if (entry.is("lid")) {
+        Words words(entry.text);
+        words.skip("is closed for ");
+        if (const auto seconds = words.number()) lidClosed_ += static_cast<std::int64_t>(*seconds * 1000 + 0.5);
+        strangeUntil_ = std::max(strangeUntil_, entry.at + aftermath);
+    }
+}
+
+void World::seeApplication(const Entry& entry) {
+    NamedProcess named;
+    if (!readNamedProcess(entry.text, named)) return;
+    if (named.rest == "starts") {
+        processes_[named.pid] = {named.name, true, false, entry.at};
+    } else if (named.rest == "exits") {
+        Process& process = processes_[named.pid];
+        process.exited = true;
+        process.changed = entry.at;
+        if (front_ == named.pid) front_ = 0;
+    } else if (named.rest == "is in front") {
+        frontBefore_ = frontSince_ == entry.at ? frontBefore_ : frontName_;
+        frontSince_ = entry.at;
+        front_ = named.pid;
+        frontName_ = named.name;
+    }
+}
+
+void World::seeProcess(const Entry& entry) {
+    NamedProcess named;
+    if (!readNamedProcess(entry.text, named)) return;
+    if (named.rest == "is started") {
+        const std::size_t slash = named.name.rfind('/');
+        processes_[named.pid] = {slash == std::string_view::npos ? named.name : named.name.substr(slash + 1), false,
+                                 false, entry.at};
+    } else if (named.rest == "exits") {
+        processes_[named.pid].exited = true;
+        processes_[named.pid].changed = entry.at;
+    }
+}
+
+void World::seeWindow(const Entry& entry) {
+    Words words(entry.text);
+    if (!words.skip("#")) return;
+    const auto number = words.integer();
+    const std::size_t quote = words.rest().rfind('"');
+    if (!number || quote == std::string_view::npos) return;
+    AppWindow& window = windows_[*number];
+    window.title = words.rest().substr(2, quote < 2 ? 0 : quote - 2);
+    window.changed = entry.at;
+    Words verb(words.rest().substr(quote + 1));
+    if (verb.skip(" closes")) window.closed = true;
+    if (verb.skip(" is minimised")) window.minimised = true;
+    if (verb.skip(" is restored")) window.minimised = false;
+    const bool inFull = verb.skip(" is in full screen at ");
+    const bool left = verb.skip(" has left full screen at ");
+    if (inFull) window.fullScreen = true;
+    if (left) window.fullScreen = false;
+    if (!inFull && !left && !verb.skip(" opens at ") && !verb.skip(" is now at ")) return;
+    for (double* value : {&window.x, &window.y, &window.width, &window.height}) {
+        *value = verb.number().value_or(0);
+        verb.skip(" ");
+    }
+}
+
+void World::seeDisplays(const Entry& entry) {
+    if (entry.text != "are now") return;
+    displays_.clear();
+    for (const std::string_view line : entry.further) {
+        std::string_view rest = line;
+        std::vector<double> values;
+        for (int count = 0; count < 4; ++count) {
+            const std::size_t space = rest.rfind(' ');
+            if (space == std::string_view::npos) return;
+            values.push_back(Words(rest.substr(space + 1)).number().value_or(0));
+            rest = rest.substr(0, space);
+        }
+        displays_.push_back({std::string(rest), values[3], values[2], values[1], values[0]});
+    }
+}
+
+void World::seeFault(const Entry& entry) {
+    if (entry.text.ends_with(" does not answer")) ++silent_;
+    if (entry.text.ends_with(" answers again")) {
+        --silent_;
+        strangeUntil_ = std::max(strangeUntil_, entry.at + aftermath);
+    }
+    Words words(entry.text);
+    if (words.skip("the client's main thread hangs for ")) {
+        const double seconds = words.number().value_or(0);
+        strangeUntil_ = std::max(strangeUntil_, entry.at + static_cast<std::int64_t>(seconds * 1000) + aftermath);
+    }
+    for (const std::string_view beginning :
+         {"reads of ", "writes of ", "actions ", "the window list cannot", "JSON serialisations", "no URL is formed"}) {
+        if (entry.text.starts_with(beginning)) bent_ = true;
+    }
+}
+
+const Process* World::process(std::int64_t pid) const {
+    const auto found = processes_.find(pid);
+    return found == processes_.end() ? nullptr : &found->second;
+}
+
+bool World::mayRun(std::int64_t pid, std::int64_t at) const {
+    const Process* const known = process(pid);
+    return known != nullptr && known->application && (!known->exited || known->changed == at);
+}
+
+bool World::surelyRuns(std::int64_t pid, std::int64_t at) const {
+    const Process* const known = process(pid);
+    return known != nullptr && known->application && !known->exited && known->changed != at;
+}
+
+bool World::mayRun(std::string_view name, std::int64_t at) const {
+    for (const auto& [pid, process] : processes_) {
+        if (process.name == name && mayRun(pid, at)) return true;
+    }
+    return false;
+}
+
+}  // namespace vantrel::simulation
