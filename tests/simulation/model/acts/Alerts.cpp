@@ -3,6 +3,7 @@
 #include "tests/simulation/model/acts/Dispatch.h"
 #include "tests/simulation/model/acts/End.h"
 #include "tests/simulation/model/acts/Fullscreen.h"
+#include "tests/simulation/model/acts/Part.h"
 
 namespace vantrel::simulation {
 namespace {
@@ -26,7 +27,7 @@ constexpr std::string_view accessibilityPane =
 void turn(Stage& stage, const Entry& entry) {
     Client& client = stage.client();
     stage.turnTo("menus and alerts open before they are answered");
-    if (entry.is("answer")) return stage.depart(entry.line, "no such alert is in front");
+    if (!entry.is("menu")) return stage.depart(entry.line, "no such alert is in front");
     if (entry.begins("menu", "opened: ")) {
         client.menuOpen = true;
         stage.hold(false);
@@ -42,6 +43,10 @@ void turn(Stage& stage, const Entry& entry) {
 
 /// The button, if the entry answers this alert.
 std::string answerIn(const Entry& entry, std::string_view message) {
+    constexpr std::string_view ended = "is ended as [";
+    if (entry.begins("alert", ended) && entry.text.ends_with("]: " + std::string(message))) {
+        return std::string(entry.text.substr(ended.size(), entry.text.size() - ended.size() - 3 - message.size()));
+    }
     if (!entry.is("answer") || entry.text.empty()) return {};
     const std::string_view rest = entry.text.substr(1);
     const std::size_t bracket = rest.rfind("] to: " + std::string(message));
@@ -59,7 +64,7 @@ std::string answerFor(Stage& stage, std::string_view message) {
         } else {
             entry = stage.peek();
             if (entry == nullptr) return {};
-            if (!entry->is("answer") && !entry->is("menu")) {
+            if (partOf(*entry) != Part::turn) {
                 dispatch(stage);
                 continue;
             }
@@ -121,6 +126,7 @@ std::string runAlert(Stage& stage, const AlertText& alert, bool fromQueue) {
     }
     stage.release(fromQueue);
     stage.turnTo(rule);
+    if (alert.buttons.find("[" + button + "]") == std::string::npos) stage.depart(shown->line, "it has no such button");
     return button;
 }
 
@@ -190,6 +196,7 @@ void manualEnd(Stage& stage) {
                                          .informative = "La sessione verrà registrata come terminata manualmente.",
                                          .buttons = "[Termina] [Annulla]"},
                                         false);
+    stage.client().questionClosedAt = stage.now();
     // Where the answer's click has brought the client to the front, the platform gives that back.
     const auto& launcher = stage.client().launcher;
     if (!button.empty() && launcher != nullptr && stage.world().frontName() == "Vantrel")

@@ -32,7 +32,8 @@ void Background::object(std::string_view rule, std::size_t line, std::string why
 }
 
 void Background::see(const Entry& entry) {
-    const Part part = partOf(entry);
+    Part part = partOf(entry);
+    if (part == Part::main) part = Part::world;
     const Monitor& monitor = stage_.client().monitor;
     if (part == Part::completion) seeCompletion(entry);
     if (part == Part::join) seeJoin(entry);
@@ -114,8 +115,14 @@ void Background::seeSystem(const Entry& entry) {
         repliesChange_ = true;
     } else if (entry.is("keyboard")) {
         secureInput_ = entry.text == "a password field takes it";
-    } else if (entry.is("tap")) {
+    } else if (entry.is("tap", "is removed") && tries_) {
+        tries_ = false;
+    } else if (entry.is("tap", "is removed") || entry.begins("tap", "is disabled")) {
         client.tap = client.tapLost = false;
+    } else if (entry.is("tap")) {
+        // Whether a tap would be given; one that is not tells that the client's is lost.
+        tries_ = entry.text == "is installed";
+        client.tapLost = client.tapLost || (!tries_ && client.tap);
     } else if (entry.is("permission")) {
         seePermission(entry);
     }

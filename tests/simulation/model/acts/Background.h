@@ -120,6 +120,7 @@ class Background final : public Backstage {
     bool looked_ = false;  // a silent look was possible in this moment
     int allowedKeys_ = 0;
     int pressedKeys_ = 0;       // that have gone nowhere yet
+    bool tries_ = false;        // a second tap, for a moment
     bool secureInput_ = false;  // a password field has the keyboard
     int notices_ = 1;           // of each change of the displays
     std::int64_t noticesEvery_ = 0;

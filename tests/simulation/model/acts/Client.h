@@ -100,6 +100,7 @@ struct Client {
     std::string error, endMessage;
     std::optional<std::string> savedServer, savedName, savedEmail;
 
+    std::int64_t questionClosedAt = -1000000;
     bool menuOpen = false;
     bool tap = false;
     bool tapLost = false;  // the permission was taken away under it

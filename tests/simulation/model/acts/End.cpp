@@ -5,6 +5,7 @@
 
 #include "tests/simulation/model/acts/Blackout.h"
 #include "tests/simulation/model/acts/Heartbeat.h"
+#include "tests/simulation/model/acts/Part.h"
 #include "tests/simulation/model/reading/Words.h"
 
 namespace vantrel::simulation {
@@ -55,7 +56,7 @@ void quitBrowser(Stage& stage, const Launcher& launcher) {
         if (stage.accept("application", asked) == nullptr) stage.expect("application", asked + ": no such process");
     }
     const Entry* next = stage.peek();
-    while (next != nullptr && (next->is("menu") || next->is("answer"))) {
+    while (next != nullptr && partOf(*next) == Part::turn) {
         stage.turns().push_back(next);
         stage.skip();
         next = stage.peek();

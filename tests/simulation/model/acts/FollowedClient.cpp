@@ -4,6 +4,7 @@
 #include "tests/simulation/model/acts/Background.h"
 #include "tests/simulation/model/acts/Dispatch.h"
 #include "tests/simulation/model/acts/JoinScreen.h"
+#include "tests/simulation/model/acts/Part.h"
 
 namespace vantrel::simulation {
 
@@ -18,7 +19,7 @@ void followClient(const Transcript& transcript, const Scenario& scenario, Verdic
     launchClient(stage);
     takeTurns(stage);
     while (const Entry* const next = stage.peek()) {
-        if (next->is("answer") || next->is("menu")) {
+        if (partOf(*next) == Part::turn) {
             stage.turns().push_back(next);
             stage.skip();
         } else {

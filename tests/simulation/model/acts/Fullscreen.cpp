@@ -124,6 +124,11 @@ void dueActivation(Stage& stage) {
             if (acceptActivation(stage, *due->launcher)) return;
         }
     }
+    // After the question of the status menu the platform gives the front back, again where the system has ignored it.
+    constexpr std::int64_t givenBack = 5000;
+    const auto& launcher = stage.client().launcher;
+    const bool question = line->at - stage.client().questionClosedAt <= givenBack && launcher != nullptr;
+    if (question && acceptActivation(stage, *launcher)) return;
     stage.depart(line->line, "nothing asks the browser to the front now");
 }
 

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <utility>
 
+#include "tests/simulation/model/acts/Part.h"
 #include "tests/simulation/model/reading/JsonObject.h"
 
 namespace vantrel::simulation {
@@ -125,7 +126,7 @@ void sendNotice(Stage& stage, std::string_view message) {
     } else {
         checkBody(stage, *request, {.active = false, .disconnecting = true}, {});
         const Entry* next = stage.peek();
-        while (next != nullptr && (next->is("menu") || next->is("answer"))) {
+        while (next != nullptr && partOf(*next) == Part::turn) {
             stage.turns().push_back(next);
             stage.skip();
             next = stage.peek();

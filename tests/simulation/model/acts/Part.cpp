@@ -48,7 +48,33 @@ Part partOfApplication(std::string_view text) {
     return Part::world;
 }
 
+/// Whether one of the next entries of the same moment is this log line.
+bool isLoggedAfter(const std::vector<Entry>& entries, const Entry& entry, std::string_view log) {
+    const Entry* const end = entries.data() + entries.size();
+    for (const Entry* next = &entry + 1; next < end && next - &entry < 6 && next->at == entry.at; ++next) {
+        if (next->is("log", log)) return true;
+        if (next->is("tap")) return false;
+    }
+    return false;
+}
+
 }  // namespace
+
+bool isOfPlatform(const std::vector<Entry>& entries, const Entry& entry) {
+    if (entry.is("tap", "is installed")) return !isLoggedAfter(entries, entry, "[HOOK] Hook tastiera attivato");
+    if (entry.is("tap", "is removed")) return !isLoggedAfter(entries, entry, "[HOOK] Hook tastiera disattivato");
+    if (entry.is("tap", "is refused")) {
+        return !isLoggedAfter(entries, entry,
+                              "[HOOK] Impossibile creare event tap — controlla i permessi Accessibilità");
+    }
+    if (&entry == entries.data()) return false;
+    if (entry.begins("overlay", "is hidden at ")) return (&entry - 1)->begins("fault", "the cover of display ");
+    if (!entry.is("client", "asks to come to the front")) return false;
+    for (const Entry* before = &entry - 1; before >= entries.data() && &entry - before < 6; --before) {
+        if (before->at == entry.at && before->is("window", "Vantrel is in front")) return false;
+    }
+    return true;
+}
 
 Part partOf(const Entry& entry) {
     constexpr std::array<std::string_view, 7> mains{"setting",   "text",        "control", "view",
@@ -60,6 +86,7 @@ Part partOf(const Entry& entry) {
     if (entry.is("request")) return entry.text.find("/api/sessions/") != entry.text.npos ? Part::join : Part::main;
     if (entry.is("client")) return entry.text == "is asked to quit" ? Part::world : Part::main;
     if (entry.is("permission")) return entry.text.ends_with(" is requested") ? Part::main : Part::world;
+    if (entry.begins("alert", "is ended as [")) return Part::turn;
     if (entry.is("alert")) {
         const bool opens = entry.text.starts_with("informational: ") || entry.text.starts_with("warning: ") ||
                            entry.text.starts_with("critical: ");

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include "tests/simulation/model/reading/Entry.h"
 
 namespace vantrel::simulation {
@@ -18,5 +20,9 @@ enum class Part {
 };
 
 Part partOf(const Entry& entry);
+
+/// Whether the platform writes by itself what could be the client's: it asks for the front again while an alert is up,
+/// tries whether a tap is given, takes away a tap that is lost, and somebody closes a cover.
+bool isOfPlatform(const std::vector<Entry>& entries, const Entry& entry);
 
 }  // namespace vantrel::simulation

@@ -17,13 +17,7 @@ bool Stage::isMain(const Entry& entry) const {
     const Part part = partOf(entry);
     if (part == Part::turn) return true;
     if (part != Part::main) return false;
-    // The system takes away what it has disabled.
-    if (entry.is("tap", "is removed")) return client_.tap && !client_.tapLost;
-    if (backstage_->claims(entry)) return false;
-    // Somebody else has closed the cover.
-    const bool hidden = entry.begins("overlay", "is hidden at ");
-    const Entry* const before = entry.line > 1 && &entry != entries_.data() ? &entry - 1 : nullptr;
-    return !(hidden && before != nullptr && before->begins("fault", "the cover of display "));
+    return !isOfPlatform(entries_, entry) && !backstage_->claims(entry);
 }
 
 void Stage::closeMomentsBefore(std::int64_t at) {

@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "tests/simulation/model/acts/Part.h"
+
 namespace vantrel::simulation {
 namespace {
 
@@ -73,16 +75,21 @@ void noTapWithoutLockdown(const Transcript& transcript, Verdict& verdict) {
     bool stands = !isWhole(transcript);
     bool tapped = stands;
     const bool whole = !stands;
+    bool tries = false;  // beside the one that stands
     for (const Entry& entry : transcript.entries()) {
         if (entry.is("log", activated)) stands = true;
         if (entry.begins("log", ending)) stands = false;
+        const bool tried = isOfPlatform(transcript.entries(), entry);
         if (entry.is("tap", "is installed")) {
-            if (!stands || (tapped && whole)) verdict.object(entry.line, "no lockdown stands, or it has one");
+            if (!tried && (!stands || (tapped && whole)))
+                verdict.object(entry.line, "no lockdown stands, or it has one");
+            tries = tried;
             tapped = true;
         }
         if (entry.is("tap", "is removed")) {
             if (!tapped) verdict.object(entry.line, "there is none");
-            tapped = false;
+            tapped = tries;
+            tries = false;
         }
         const bool swallowed = entry.is("key") && entry.text.ends_with(" is swallowed");
         if (swallowed && !tapped) verdict.object(entry.line, "there is no tap");

@@ -131,6 +131,7 @@ constexpr std::array texts{
     OwnText{"alert", "is ordered to the front: *"},
     OwnText{"alert", "may join all applications: *"},
     OwnText{"alert", "is seen: *"},
+    OwnText{"alert", "is ended as [*]: *"},
     OwnText{"text", "serverUrlField: \"*"},
     OwnText{"text", "sessionCodeField: \"\""},
     OwnText{"text", "fullNameField: \"*"},

@@ -55,7 +55,7 @@ void theEndHasItsOrder(const Transcript& transcript, Verdict& verdict) {
     bool kills = false;  // the browser is being given back
     for (const Entry& entry : transcript.entries()) {
         const Part part = partOf(entry);
-        if (part != Part::main) continue;
+        if (part != Part::main || isOfPlatform(transcript.entries(), entry)) continue;
         const bool begins = entry.begins("log", "[SESSION] Fine sessione: ");
         if (begins && height != top) verdict.object(entry.line, "the end before is not complete");
         if (begins) height = -1;

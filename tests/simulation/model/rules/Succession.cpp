@@ -36,8 +36,6 @@ constexpr std::array pairs{
     Pair{{"log", separator}, {"log", "🔒 ATTIVAZIONE LOCKDOWN"}, false, true},
     Pair{{"log", "🔒 ATTIVAZIONE LOCKDOWN"}, {"log", separator}, true, false},
     Pair{{"log", "✅ Step 1/4: Fullscreen completato"}, {"log", "🔒 Step 2/4: "}},
-    Pair{{"tap", "is installed"}, {"log", "[HOOK] Hook tastiera attivato"}},
-    Pair{{"tap", "is refused"}, {"log", "[HOOK] Impossibile creare event tap"}},
     Pair{{"log", "[LOCKDOWN] ✅ Keyboard hook"}, {"log", "✅ Step 2/4: "}, true, false},
     Pair{{"log", "✅ Step 2/4: "}, {"log", "🔒 Step 3/4: "}},
     Pair{{"log", "[MONITOR] Fullscreen già confermato"}, {"log", "[MONITOR] Monitoraggio avviato"}, true, false},
@@ -51,7 +49,7 @@ constexpr std::array pairs{
     Pair{{"setting", "vt_serverURL"}, {"setting", "vt_fullName"}},
     Pair{{"setting", "vt_fullName"}, {"setting", "vt_email"}},
     Pair{{"log", "[HEARTBEAT] Disconnessione inviata: "}, {"log", "[HEARTBEAT] Fermato"}, true, false},
-    Pair{{"window", "Vantrel is in front"}, {"client", "asks to come to the front"}},
+    Pair{{"window", "Vantrel is in front"}, {"client", "asks to come to the front"}, true, false},
     Pair{{"view", "endView is shown"}, {"log", "[SESSION] Schermata fine visibile"}, true, false},
 };
 
@@ -81,7 +79,7 @@ void eachStepIsFollowed(const Transcript& transcript, Verdict& verdict) {
     std::set<std::int64_t> launches;
     for (const Entry& entry : transcript.entries()) {
         const Part part = partOf(entry);
-        if (part == Part::main) {
+        if (part == Part::main && !isOfPlatform(transcript.entries(), entry)) {
             if (main != nullptr) {
                 for (const Pair& pair : pairs) judgePair(*main, entry, pair, verdict);
             }
