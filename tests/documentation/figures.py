@@ -48,18 +48,11 @@ def wrong_figures(read):
 
 
 def wrong_counts(read):
-    page, wrong = read("docs/macos.md"), ""
-    boxes, minutes = re.search(r"(\d+) boxes,\s+about (\d+) minutes", page).groups()
-    if int(boxes) != len(re.findall(r"^- \[ \] ", page, re.MULTILINE)):
-        wrong += f"docs/macos.md: there are not {boxes} boxes\n"
-    parts = re.findall(r"^\*\*\d+\. .*?(\d+) minutes\)\*\*", page, re.MULTILINE)
-    if int(minutes) != sum(map(int, parts)):
-        wrong += f"docs/macos.md: the parts do not take {minutes} minutes\n"
     mutants = read("tests/macos/standins/mutants/mutants.yaml")
     made, survive = (len(re.findall(rf"^(?:- |  ){key}: ", mutants, re.MULTILINE)) for key in ("name", "survives"))
-    if f"{made - survive} of the {made} in" not in page:
-        wrong += f"docs/macos.md: of {made} mistakes {made - survive} are caught\n"
-    return wrong
+    if f"{made - survive} of the {made} in" not in read("docs/macos.md"):
+        return f"docs/macos.md: of {made} mistakes {made - survive} are caught\n"
+    return ""
 
 
 def wrong_keys(read):
@@ -84,10 +77,9 @@ def objects():
         assert old in pages.read(page), (page, old)
         return lambda name: pages.read(name).replace(old, new) if name == page else pages.read(name)
 
-    boxes, minutes = re.search(r"(\d+ boxes),\s+about (\d+ minutes)", pages.read("docs/macos.md")).groups()
+    caught = re.search(r"\d+ of the \d+(?= in)", pages.read("docs/macos.md"))[0]
     mistakes = [
-        (wrong_counts, "docs/macos.md", boxes, "1 boxes"), (wrong_counts, "docs/macos.md", minutes, "1 minutes"),
-        (wrong_counts, "docs/macos.md", "- [ ] **12.1**", "- **12.1**"),
+        (wrong_counts, "docs/macos.md", caught, "1 of the 2"),
         (wrong_counts, "tests/macos/standins/mutants/mutants.yaml", "- name: a menu item's block", "- nme: a menu item's block"),
         (wrong_keys, PARTICIPANTS, "D, H, L,", "D, H,"), (wrong_keys, PARTICIPANTS, "D, H, L,", "D, E, H, L,"),
         (wrong_keys, PARTICIPANTS, "Comando-Controllo-F", "Comando-Controllo-G"), (wrong_keys, PARTICIPANTS, "da 1 a 9", "da 1 a 8"),
