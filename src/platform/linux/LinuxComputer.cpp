@@ -112,8 +112,8 @@ struct LinuxComputer::Parts {
           application(mainThread, menuBars, windowsOfAll, endClient) {
         responder.setTerminate([this] { application.terminate(); });
         if (!endClient) return;
-        lostDisplay = std::make_unique<LostDisplay>(
-            mainThread, modes, LostDisplay::Ends{[this] { application.terminate(); }, endClient});
+        lostDisplay = std::make_unique<LostDisplay>(mainThread, modes,
+                                                    LostDisplay::Ends{[this] { application.terminate(); }, endClient});
     }
 
     // Needed because no destructor runs when the process ends this way.

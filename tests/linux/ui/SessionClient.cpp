@@ -1,6 +1,7 @@
 // A client in a session that ends only when the window list cannot be read any more. It covers a part of the screen and
 // says "ready"; with "alert" as its argument it then asks a question, from an event. The delegate refuses to terminate
-// while the session goes on. Says "session over" when it ends, and "let go" with the exit status 3 when it may terminate.
+// while the session goes on. Says "session over" when it ends, and "let go" with the exit status 3 when it may
+// terminate.
 #include <unistd.h>
 
 #include <cstdio>

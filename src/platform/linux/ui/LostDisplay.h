@@ -11,8 +11,8 @@ class RunLoopModes;
 
 /// Qt ends the process at once when the X server has closed its connection, as xkill makes it do. This comes in between
 /// and lets the client end as its rules say, although nothing is shown any more: the main queue and the run loop's
-/// timers go on, without alerts and menus, and the application is asked to terminate until it agrees. Nobody is held for
-/// ever by a client that does not: the process ends after half a minute.
+/// timers go on, without alerts and menus, and the application is asked to terminate until it agrees. Nobody is held
+/// for ever by a client that does not: the process ends after half a minute.
 ///
 /// Main thread; one at a time in a process.
 class LostDisplay {
