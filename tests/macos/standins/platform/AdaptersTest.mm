@@ -3,7 +3,9 @@
 
 #include <cstdlib>
 #include <map>
+#include <memory>
 #include <string>
+#include <string_view>
 #include <thread>
 #include <variant>
 #include <vector>
@@ -13,6 +15,8 @@
 #include "platform/macos/bridge/FormedURL.h"
 #include "platform/macos/bridge/Text.h"
 #include "platform/macos/desktop/AccessibilityTimeout.h"
+#include "platform/macos/desktop/MacAccessibility.h"
+#include "platform/macos/keyboard/MacKeyboardTaps.h"
 #include "platform/macos/threads/MacClock.h"
 #include "platform/macos/threads/MacRunLoop.h"
 #include "platform/macos/threads/MainThread.h"
@@ -53,6 +57,21 @@ TEST_F(AdaptersTest, AnActivityNeedsNoPoolOfItsThread) {
     EXPECT_EQ(during, before + 1);
     EXPECT_EQ(count(), before);
     EXPECT_EQ(autoreleasedWithoutPool(), strays);
+}
+
+TEST_F(AdaptersTest, ACallThatIsRefusedOnAnotherThreadRemovesTheTap) {
+    const auto nothing = [](const KeyEvent&) noexcept { return std::string_view(); };
+    std::unique_ptr<KeyboardTap> tap;
+    mac_.onMain(withPool([&] { tap = macos::MacKeyboardTaps().create(nothing, {}); }));
+    mac_.keyboard().setFreezing(true);
+    mac_.trust().setTrusted(false);
+    testing::internal::CaptureStderr();
+    mac_.inBackground(withPool([] { macos::MacAccessibility().application(1)->attribute("AXWindows"); }));
+    mac_.runFor(0.1);
+    EXPECT_EQ(mac_.keyboard().taps(), 0U);
+    EXPECT_NE(testing::internal::GetCapturedStderr().find("the Accessibility permission was taken away"),
+              std::string::npos);
+    mac_.onMain(withPool([&] { tap.reset(); }));
 }
 
 TEST_F(AdaptersTest, AnErrorHasAText) {

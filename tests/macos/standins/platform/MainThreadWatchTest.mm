@@ -101,6 +101,16 @@ TEST_F(MainThreadWatchTest, TheReturnFromALongCallIsAnAnswerOncePerSecond) {
     }));
 }
 
+TEST_F(MainThreadWatchTest, AnActivityOfAnotherThreadIsAReasonToWatchToo) {
+    std::unique_ptr<macos::TimelyActivity> activity;
+    mac_.inBackground(withPool([&activity] { activity = std::make_unique<macos::TimelyActivity>(); }));
+    mac_.runFor(6);
+    EXPECT_EQ("++", heard());
+    mac_.inBackground(withPool([&activity] { activity.reset(); }));
+    mac_.runFor(60);
+    EXPECT_EQ("--", heard());
+}
+
 TEST_F(MainThreadWatchTest, AClientWithoutAWatcherDoesWithout) {
     mac_.onMain(withPool([] {
         watchLine() = {};
