@@ -3,7 +3,7 @@
 import time
 
 from client import until
-from places import RUN_NAME
+from places import ROOT
 
 # Centres of the controls, in points from the bottom left of the window's content.
 SERVER_FIELD, CODE_FIELD, NAME_FIELD, EMAIL_FIELD = (220, 336), (220, 274), (220, 218), (220, 162)
@@ -58,7 +58,7 @@ class Stage:
         time.sleep(self.desktop.settling)
         path = self._folder / f"{name}.png"
         self.desktop.picture(path)
-        print(f"  picture {RUN_NAME}/{path.name}", flush=True)
+        print(f"  picture {path.relative_to(ROOT)}", flush=True)
         for what, frame, colour, there in looks:
             window = self.window()
             x, y, width, height = frame
