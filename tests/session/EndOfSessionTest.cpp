@@ -214,5 +214,9 @@ TEST_P(EveryReasonTest, IsShownAndLoggedByItsMessage) {
 
 INSTANTIATE_TEST_SUITE_P(EndOfSession, EveryReasonTest, testing::ValuesIn(allSessionEndReasons));
 
+TEST(EndScreen, FillsTheFrameThatItIsGiven) {
+    EXPECT_EQ(EndScreen::view({{1, 2}, {440, 460}}).frame, (Rect{{1, 2}, {440, 460}}));
+}
+
 }  // namespace
 }  // namespace vantrel

@@ -29,7 +29,9 @@ TEST_F(StatusMenuTest, NamesTheSessionAndOffersItsEnd) {
 }
 
 TEST(StatusMenu, KeepsItsFormWithAnEmptyTitle) {
-    EXPECT_EQ(statusMenu("", "NQRP5D", {}).items.front().title, " [NQRP5D]");
+    const auto menu = statusMenu("", "NQRP5D", {});
+    EXPECT_EQ(menu.title, "");
+    EXPECT_EQ(menu.items.front().title, " [NQRP5D]");
 }
 
 TEST_F(StatusMenuTest, AsksBeforeItEndsTheSession) {
