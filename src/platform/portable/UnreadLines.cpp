@@ -20,11 +20,6 @@ namespace {
 constexpr std::size_t mostBytes = 4 << 20;
 constexpr auto longestWaitAtTheEnd = std::chrono::seconds(1);
 
-bool takesAPiece(int stream) {
-    pollfd state{stream, POLLOUT, 0};
-    return poll(&state, 1, 0) > 0;
-}
-
 // Those with a thread.
 struct All {
     std::mutex mutex;
@@ -38,6 +33,21 @@ All& all() {
 
 }  // namespace
 
+Outlet::Outlet(int descriptor) : descriptor_(descriptor) {
+    std::array<char, PATH_MAX> name{};
+    if (isatty(descriptor) != 1 || ttyname_r(descriptor, name.data(), name.size()) != 0) return;
+    terminal_ = open(name.data(), O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+}
+
+Outlet::~Outlet() {
+    if (terminal_ >= 0) close(terminal_);
+}
+
+bool Outlet::takesAPiece() const {
+    pollfd state{get(), POLLOUT, 0};
+    return poll(&state, 1, 0) > 0;
+}
+
 UnreadLines::~UnreadLines() {
     end();
 }
@@ -45,8 +55,8 @@ UnreadLines::~UnreadLines() {
 // A pipe that takes anything takes PIPE_BUF bytes without waiting.
 UnreadLines::Stream UnreadLines::writeNow(std::string_view& rest) const {
     while (!rest.empty()) {
-        if (!takesAPiece(stream_)) return Stream::waits;
-        const ssize_t written = ::write(stream_, rest.data(), std::min<std::size_t>(rest.size(), PIPE_BUF));
+        if (!stream_.takesAPiece()) return Stream::waits;
+        const ssize_t written = ::write(stream_.get(), rest.data(), std::min<std::size_t>(rest.size(), PIPE_BUF));
         if (written >= 0) {
             rest.remove_prefix(static_cast<std::size_t>(written));
         } else if (errno == EAGAIN || errno == EWOULDBLOCK) {
@@ -126,15 +136,15 @@ void UnreadLines::run() {
 
 void UnreadLines::wait() const {
     constexpr int forEver = -1;
-    std::array<pollfd, 2> states{pollfd{stream_, POLLOUT, 0}, pollfd{wake_[0], POLLIN, 0}};
+    std::array<pollfd, 2> states{pollfd{stream_.get(), POLLOUT, 0}, pollfd{wake_[0], POLLIN, 0}};
     poll(states.data(), states.size(), forEver);
 }
 
 void UnreadLines::reportDropped() {
-    if (dropped_ == 0 || !takesAPiece(errors_)) return;
+    if (dropped_ == 0 || !errors_.takesAPiece()) return;
     const std::string text = "vantrel: " + std::to_string(std::exchange(dropped_, 0)) +
                              " log lines were dropped: nobody read standard output\n";
-    [[maybe_unused]] const ssize_t written = ::write(errors_, text.data(), text.size());
+    [[maybe_unused]] const ssize_t written = ::write(errors_.get(), text.data(), text.size());
 }
 
 void UnreadLines::endAll() {

@@ -1,7 +1,9 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <poll.h>
+#include <pty.h>
 #include <sys/wait.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -65,6 +67,39 @@ TEST(StandardOutputLog, IsHeldUpByNoReaderThatDoesNotRead) {
     EXPECT_EQ(output.lines(many), numbered(0, many)) << "in order, once the reader goes on";
     EXPECT_TRUE(errors.isEmpty());
     EXPECT_EQ(fcntl(output.writing(), F_GETFL) & O_NONBLOCK, 0) << "other processes write there too";
+}
+
+// What arrives at the terminal's other end until that many lines have. A terminal puts a return before each line break.
+std::string linesOf(int terminal, std::ptrdiff_t wanted) {
+    std::string text;
+    std::array<char, 4096> buffer;
+    while (std::count(text.begin(), text.end(), '\n') < wanted) {
+        const ssize_t count = read(terminal, buffer.data(), buffer.size());
+        if (count <= 0) return text + "(the end)";
+        text.append(buffer.data(), static_cast<std::size_t>(count));
+    }
+    std::erase(text, '\r');
+    return text;
+}
+
+TEST(StandardOutputLog, IsHeldUpByNoTerminalThatStops) {
+    int other = -1;
+    int terminal = -1;
+    ASSERT_EQ(openpty(&other, &terminal, nullptr, nullptr, nullptr), 0);
+    constexpr int many = 5000;
+    for (const bool stopped : {true, false}) {
+        StandardOutputLog log(terminal, terminal);
+        log.print("prima");
+        EXPECT_EQ(linesOf(other, 1), "prima\n");
+        // A terminal that is not stopped, and whose window does not read, takes some pieces only in part.
+        if (stopped) ASSERT_EQ(tcflow(terminal, TCOOFF), 0);
+        for (int i = 0; i < many; ++i) log.print("riga " + std::to_string(i));
+        if (stopped) ASSERT_EQ(tcflow(terminal, TCOON), 0);
+        EXPECT_EQ(linesOf(other, many), numbered(0, many));
+    }
+    EXPECT_EQ(fcntl(terminal, F_GETFL) & O_NONBLOCK, 0) << "other processes write there too";
+    close(terminal);
+    close(other);
 }
 
 TEST(StandardOutputLog, WritesALineAtOnceAsLongAsItIsTaken) {
