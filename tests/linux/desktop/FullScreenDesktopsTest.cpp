@@ -419,6 +419,25 @@ TEST_F(FullScreenDesktopsTest, LeavesTheDesktopsOfAnotherLivingClientAlone) {
     xcb_flush(server->get());
 }
 
+TEST_F(FullScreenDesktopsTest, KeepsWhatAnotherLivingClientHasRecorded) {
+    const std::vector<std::uint32_t> record{static_cast<std::uint32_t>(getppid()), 4711, 7, 0};
+    const auto recorded = [&] { return server->values(server->root(), "_VANTREL_FULL_SCREEN_DESKTOPS"); };
+    xcb_change_property(server->get(), XCB_PROP_MODE_REPLACE, server->root(),
+                        server->atom("_VANTREL_FULL_SCREEN_DESKTOPS"), XCB_ATOM_CARDINAL, 32, 4, record.data());
+    xcb_flush(server->get());
+    {
+        const ForeignWindow window("Lezione", {100, 100, 500, 400});
+        ASSERT_EQ(setFullScreen(window, true), accessibilitySuccess);
+        ASSERT_TRUE(waitUntil([&] { return fullScreenOn(window.id(), countBefore); }));
+        const auto both = recorded();
+        ASSERT_EQ(both.size(), 8U);
+        EXPECT_TRUE(std::equal(record.begin(), record.end(), both.begin()));
+    }
+    EXPECT_TRUE(waitUntil([&] { return recorded() == record; }));
+    xcb_delete_property(server->get(), server->root(), server->atom("_VANTREL_FULL_SCREEN_DESKTOPS"));
+    xcb_flush(server->get());
+}
+
 TEST_F(FullScreenDesktopsTest, LetsTheStatusStripComeInFront) {
     const auto item = computer->statusBar.statusItem(variableStatusItemLength);
     item->setButtonTitle("🔒 Vantrel");

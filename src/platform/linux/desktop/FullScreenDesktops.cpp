@@ -18,9 +18,7 @@ namespace vantrel::linuxdesktop {
 namespace {
 
 constexpr const char* fullScreenState = "_NET_WM_STATE_FULLSCREEN";
-// Four numbers for each desktop: the client's process, window, desktop, origin.
 constexpr const char* record = "_VANTREL_FULL_SCREEN_DESKTOPS";
-constexpr std::size_t recordSize = 4;
 
 }  // namespace
 
@@ -175,25 +173,35 @@ void FullScreenDesktops::adopt() {
 
 // The guards of a client that was killed do this at the same time: whoever comes first has it all.
 void FullScreenDesktops::takeOverRecord() {
-    xcb_grab_server(connection_.get());
-    const auto values = connection_.values(connection_.root(), record);
-    for (std::size_t i = 0; i + recordSize <= values.size(); i += recordSize) {
-        const auto writer = static_cast<ProcessIdentifier>(values[i]);
-        if (writer == getpid() || ProcessTable::startTime(writer)) continue;
-        own_.push_back({values[i + 1], 0, values[i + 2], values[i + 3], true});
-    }
-    if (!own_.empty()) write();
-    xcb_ungrab_server(connection_.get());
-    xcb_flush(connection_.get());
+    changeRecord([this](const Line& line) {
+        const auto writer = static_cast<ProcessIdentifier>(line.front());
+        const bool left = !ProcessTable::startTime(writer);
+        if (left) own_.push_back({line[1], 0, line[2], line[3], true});
+        return !left;
+    });
 }
 
 void FullScreenDesktops::write() {
+    changeRecord([](const Line&) { return true; });
+}
+
+// Another client may change its own part at the same time.
+void FullScreenDesktops::changeRecord(const std::function<bool(const Line&)>& keeps) {
+    const auto own = static_cast<std::uint32_t>(getpid());
+    xcb_grab_server(connection_.get());
+    const auto before = connection_.values(connection_.root(), record);
     std::vector<std::uint32_t> values;
-    for (const Own& own : own_) {
-        values.insert(values.end(), {static_cast<std::uint32_t>(getpid()), own.window, own.desktop, own.origin});
+    Line line{};
+    for (std::size_t i = 0; i + line.size() <= before.size(); i += line.size()) {
+        std::copy_n(before.data() + i, line.size(), line.begin());
+        if (line.front() != own && keeps(line)) values.insert(values.end(), line.begin(), line.end());
     }
-    xcb_change_property(connection_.get(), XCB_PROP_MODE_REPLACE, connection_.root(), connection_.atom(record),
-                        XCB_ATOM_CARDINAL, 32, static_cast<std::uint32_t>(values.size()), values.data());
+    for (const Own& one : own_) values.insert(values.end(), {own, one.window, one.desktop, one.origin});
+    if (values != before) {
+        xcb_change_property(connection_.get(), XCB_PROP_MODE_REPLACE, connection_.root(), connection_.atom(record),
+                            XCB_ATOM_CARDINAL, 32, static_cast<std::uint32_t>(values.size()), values.data());
+    }
+    xcb_ungrab_server(connection_.get());
     xcb_flush(connection_.get());
 }
 

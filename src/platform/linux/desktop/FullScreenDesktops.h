@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -65,6 +66,9 @@ class FullScreenDesktops {
         bool shown = false;
     };
 
+    /// What is recorded of one desktop: the client's process, window, desktop, origin.
+    using Line = std::array<std::uint32_t, 4>;
+
     bool makeDesktop(const X11WindowFacts& window);
     void dissolve(xcb_window_t window, bool alive);
     /// Numbers the other desktops as they are when this one has gone.
@@ -73,6 +77,8 @@ class FullScreenDesktops {
     void adopt();
     void takeOverRecord();
     void write();
+    /// Writes this object's lines anew, and keeps or drops those of others.
+    void changeRecord(const std::function<bool(const Line&)>& keeps);
     std::vector<Own>::iterator find(xcb_window_t window);
 
     X11Connection& connection_;
