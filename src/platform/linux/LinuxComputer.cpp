@@ -78,6 +78,9 @@ void prepareEnvironment() {
     signal(SIGPIPE, SIG_IGN);
     // A limit for the size of files: what does not fit is an error of the write.
     signal(SIGXFSZ, SIG_IGN);
+    // Whoever started the client may ignore the end of its children, which is inherited: a wait for one process would
+    // then last until all have gone.
+    signal(SIGCHLD, SIG_DFL);
 }
 
 std::unique_ptr<QApplication> makeApplication() {

@@ -1,7 +1,9 @@
+#include <fcntl.h>
 #include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <filesystem>
 #include <memory>
 #include <set>
 #include <string>
@@ -72,6 +74,11 @@ class GuardsTest : public DesktopTest {
             if (position == positionOfQ) return false;
         }
         return true;
+    }
+
+    static std::filesystem::path guardProgram() {
+        return std::filesystem::canonical(std::filesystem::path(VANTREL_HOLDING_CLIENT).parent_path() /
+                                          "vantrel-guard");
     }
 
     std::set<pid_t> guards() const { return childrenOf(client->process()); }
@@ -227,6 +234,75 @@ TEST_F(GuardsTest, EndWithTheClient) {
     const auto all = guards();
     EXPECT_EQ(client->end(), 0);
     for (const pid_t guard : all) EXPECT_EQ(stateOf(guard), 'X');
+}
+
+// A wait for the end of one child lasts until all have ended where SIGCHLD is ignored.
+TEST_F(GuardsTest, EndWithTheClientWhoseParentIgnoresItsChildren) {
+    const auto before = ::signal(SIGCHLD, SIG_IGN);
+    start();
+    ::signal(SIGCHLD, before);
+    const auto all = guards();
+    kill(*all.begin(), SIGKILL);
+    EXPECT_TRUE(waitUntil([&] { return guards().size() == 2 && guards() != all; }));
+    client->closeInput();
+    EXPECT_TRUE(waitUntil([&] { return stateOf(client->process()) == 'Z'; }));
+    EXPECT_EQ(client->end(), 0);
+}
+
+TEST_F(GuardsTest, AreSaidToHaveGivenTheKeyboardBack) {
+    testing::internal::CaptureStderr();
+    start();
+    stop(client->process());
+    ASSERT_TRUE(waitUntil([&] { return !covered(); }));
+    turnFor(1.5);
+    client->signal(SIGCONT);
+    turnFor(0.5);
+    EXPECT_TRUE(client->isThere());
+    client->end();
+    const std::string said = testing::internal::GetCapturedStderr();
+    EXPECT_NE(said.find("the client was stopped, and a guard has given the keyboard back"), std::string::npos) << said;
+}
+
+TEST_F(GuardsTest, AreNeededBeforeADisplayIsCovered) {
+    const auto program = folder.path() / "client";
+    std::filesystem::copy_file(VANTREL_HOLDING_CLIENT, program);
+    client = std::make_unique<KeyboardClientProcess>(program.string());
+    EXPECT_EQ(client->line(), "refused");
+    client->tell('r');
+    turnFor(1);
+    EXPECT_FALSE(covered());
+    std::filesystem::create_symlink(guardProgram(), folder.path() / "vantrel-guard");
+    client->tell('r');
+    EXPECT_TRUE(waitUntil([&] { return covered(); }));
+    EXPECT_EQ(guards().size(), 2U);
+}
+
+// A lease holds every opening of the file up, as a slow disk does.
+TEST_F(GuardsTest, HoldNoKeyUpWhileTheyAreReadFromASlowDisk) {
+    std::filesystem::copy_file(VANTREL_HOLDING_CLIENT, folder.path() / "client");
+    std::filesystem::create_symlink(guardProgram(), folder.path() / "vantrel-guard");
+    std::filesystem::copy_file(guardProgram(), folder.path() / "slow");
+    client = std::make_unique<KeyboardClientProcess>((folder.path() / "client").string());
+    ASSERT_EQ(client->line(), "ready");
+    ASSERT_TRUE(swallows());
+    const auto before = ::signal(SIGIO, SIG_IGN);
+    FileDescriptor slow(open((folder.path() / "slow").c_str(), O_RDONLY | O_CLOEXEC));
+    ASSERT_EQ(fcntl(slow.get(), F_SETLEASE, F_WRLCK), 0);
+    std::filesystem::rename(folder.path() / "slow", folder.path() / "vantrel-guard");
+    const auto all = guards();
+    kill(*all.begin(), SIGKILL);
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_TRUE(swallows());
+        turnFor(1.2);
+    }
+    EXPECT_TRUE(client->isThere());
+    EXPECT_NE(fcntl(slow.get(), F_GETLEASE), F_WRLCK) << "somebody waits for the file";
+    EXPECT_EQ(guards().count(*all.rbegin()), 1U);
+    slow.close();
+    EXPECT_TRUE(waitUntil([&] { return guards().size() == 2 && guards().count(*all.begin()) == 0; }));
+    turnFor(1.5);
+    EXPECT_TRUE(swallows());
+    ::signal(SIGIO, before);
 }
 
 TEST_F(GuardsTest, BringTheBrowserAndThePersonBackFromTheDesktopOfAKilledClient) {

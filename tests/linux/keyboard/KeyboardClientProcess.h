@@ -23,6 +23,9 @@ class KeyboardClientProcess {
     /// Sends a byte. Does not wait for the answer.
     void tell(char byte);
 
+    /// Its standard input ends.
+    void closeInput() { input_.close(); }
+
     void signal(int number) const;
     /// Waits until it is gone. Returns its exit code, or minus the signal that ended it.
     int end();

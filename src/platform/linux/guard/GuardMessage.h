@@ -20,6 +20,9 @@ struct GuardMessage {
 
 constexpr char guardQuestion = '?';
 constexpr char filterAnswer = '!';
+/// What a guard says on such a line just before it frees the keyboard.
+constexpr char keyboardOfAStoppedClient = 's';
+constexpr char keyboardOfASilentFilter = 'k';
 
 /// How often the client says that its main thread runs while anything is guarded.
 constexpr std::chrono::seconds mainThreadBeat{2};

@@ -92,16 +92,11 @@ void GuardProcess::sayThatTheMainThreadRuns() const {
     send({GuardMessage::Kind::mainThreadRuns, 0}, -1);
 }
 
-FileDescriptor GuardProcess::watchKeys(std::uint32_t resource) const {
-    std::array<int, 2> ends{};
-    if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0) return FileDescriptor();
-    FileDescriptor own(ends[0]);
-    const FileDescriptor others(ends[1]);
-    if (!send({GuardMessage::Kind::watchKeys, resource}, others.get())) return FileDescriptor();
-    return own;
+void GuardProcess::watchKeys(std::uint32_t resource, const FileDescriptor& line) const {
+    send({GuardMessage::Kind::watchKeys, resource}, line.get());
 }
 
-bool GuardProcess::send(const GuardMessage& message, int descriptor) const {
+void GuardProcess::send(const GuardMessage& message, int descriptor) const {
     GuardMessage copy = message;
     iovec bytes{&copy, sizeof copy};
     msghdr header{};
@@ -117,7 +112,7 @@ bool GuardProcess::send(const GuardMessage& message, int descriptor) const {
         control->cmsg_len = CMSG_LEN(sizeof descriptor);
         std::memcpy(CMSG_DATA(control), &descriptor, sizeof descriptor);
     }
-    return sendmsg(line_.get(), &header, MSG_NOSIGNAL | MSG_DONTWAIT) == sizeof copy;
+    sendmsg(line_.get(), &header, MSG_NOSIGNAL | MSG_DONTWAIT);
 }
 
 }  // namespace vantrel::linuxdesktop

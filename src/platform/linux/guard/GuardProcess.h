@@ -30,15 +30,15 @@ class GuardProcess {
 
     void sayThatTheMainThreadRuns() const;
 
-    /// The client's end of a new line, over which the guard watches a filter. Not open if the guard is gone.
-    FileDescriptor watchKeys(std::uint32_t resource) const;
+    /// Has the guard watch a filter over this line, which is handed on.
+    void watchKeys(std::uint32_t resource, const FileDescriptor& line) const;
 
     pid_t process() const { return process_; }
 
   private:
     GuardProcess(pid_t process, FileDescriptor line) : process_(process), line_(std::move(line)) {}
 
-    bool send(const GuardMessage& message, int descriptor) const;
+    void send(const GuardMessage& message, int descriptor) const;
 
     const pid_t process_;
     const FileDescriptor line_;

@@ -2,6 +2,9 @@
 
 #include <fcntl.h>
 #include <signal.h>
+#include <sys/socket.h>
+
+#include <system_error>
 
 namespace vantrel::linuxdesktop {
 
@@ -23,33 +26,68 @@ FileDescriptor makePresence() {
 }  // namespace
 
 std::unique_ptr<Guards> Guards::start(std::string executable) {
-    std::unique_ptr<Guards> guards(new Guards(std::move(executable), makePresence()));
+    std::unique_ptr<Guards> guards;
+    try {
+        guards.reset(new Guards(std::move(executable), makePresence()));
+    } catch (const std::system_error&) {
+        return nullptr;  // No thread is available.
+    }
     bool any = false;
     for (std::size_t guard = 0; guard < count; ++guard) any = guards->keepUp(guard) || any;
     return any ? std::move(guards) : nullptr;
 }
 
 Guards::KeyLine Guards::keyLine(std::size_t guard, std::uint32_t resource, pid_t failed) {
-    const std::lock_guard lock(mutex_);
-    auto& process = processes_.at(guard);
-    // Its line ends a moment before the process does.
-    if (process && process->process() == failed) process.reset();
-    if (!keepUp(guard)) return KeyLine();
-    return {process->watchKeys(resource), process->process()};
+    std::array<int, 2> ends{};
+    if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0) return KeyLine();
+    KeyLine line{FileDescriptor(ends[0]), nullptr};
+    const auto process = std::make_shared<std::atomic<pid_t>>(0);
+    line.guard = process;
+    keeper_.async([this, guard, resource, failed, process, others = std::make_shared<FileDescriptor>(ends[1])] {
+        drop(guard, failed);
+        if (!keepUp(guard)) return;
+        const std::lock_guard lock(mutex_);
+        *process = processes_.at(guard)->process();
+        processes_.at(guard)->watchKeys(resource, *others);
+    });
+    return line;
 }
 
 void Guards::beat() {
-    const std::lock_guard lock(mutex_);
     for (std::size_t guard = 0; guard < count; ++guard) {
-        if (keepUp(guard)) processes_.at(guard)->sayThatTheMainThreadRuns();
+        const std::lock_guard lock(mutex_);
+        if (isThere(guard)) {
+            processes_.at(guard)->sayThatTheMainThreadRuns();
+        } else {
+            keeper_.async([this, guard] { keepUp(guard); });
+        }
     }
 }
 
+bool Guards::isThere(std::size_t guard) {
+    const auto& process = processes_.at(guard);
+    return process && process->isThere();
+}
+
 bool Guards::keepUp(std::size_t guard) {
+    std::unique_lock lock(mutex_);
+    if (isThere(guard)) return true;
+    auto gone = std::move(processes_.at(guard));
+    lock.unlock();
+    gone.reset();
+    auto started = GuardProcess::start(executable_, presence_);
+    lock.lock();
+    processes_.at(guard) = std::move(started);
+    return processes_.at(guard) != nullptr;
+}
+
+// Its line ends a moment before the process does.
+void Guards::drop(std::size_t guard, pid_t failed) {
+    // Waits for the process's end, after the lock.
+    std::unique_ptr<GuardProcess> dropped;
+    const std::lock_guard lock(mutex_);
     auto& process = processes_.at(guard);
-    if (process && process->isThere()) return true;
-    process = GuardProcess::start(executable_, presence_);
-    return process != nullptr;
+    if (process && process->process() == failed) dropped = std::move(process);
 }
 
 }  // namespace vantrel::linuxdesktop

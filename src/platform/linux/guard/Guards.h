@@ -3,6 +3,7 @@
 #include <sys/types.h>
 
 #include <array>
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -11,6 +12,7 @@
 #include <utility>
 
 #include "platform/linux/guard/GuardProcess.h"
+#include "platform/linux/threads/SerialQueue.h"
 
 namespace vantrel::linuxdesktop {
 
@@ -27,29 +29,36 @@ class Guards {
     /// A line from one guard to a keyboard filter.
     struct KeyLine {
         FileDescriptor line;
-        pid_t guard = 0;
+        /// The guard's process, once it has the line.
+        std::shared_ptr<const std::atomic<pid_t>> guard;
     };
 
     /// Null if none can be started.
     static std::unique_ptr<Guards> start(std::string executable);
 
-    /// A line from a guard that is started first if it is gone, or if it is `failed`. Not open if that is impossible.
+    /// A line from a guard that is started first if it is gone, or if it is `failed`. Does not wait for that: the
+    /// guard's file may lie on a slow disk. The line ends if it is impossible.
     KeyLine keyLine(std::size_t guard, std::uint32_t resource, pid_t failed = 0);
 
-    /// To be called by the main thread every mainThreadBeat. Also replaces a guard that is gone.
+    /// To be called by the main thread every mainThreadBeat. Also has a guard replaced that is gone.
     void beat();
 
   private:
     Guards(std::string executable, FileDescriptor presence)
         : executable_(std::move(executable)), presence_(std::move(presence)) {}
 
+    bool isThere(std::size_t guard);
+    /// Takes as long as the disk does. On the keeper's thread, except at the start.
     bool keepUp(std::size_t guard);
+    void drop(std::size_t guard, pid_t failed);
 
     const std::string executable_;
     // The reading end of a pipe that only guards have open for writing.
     const FileDescriptor presence_;
     std::mutex mutex_;
     std::array<std::unique_ptr<GuardProcess>, count> processes_;
+    // Last, so that it has ended before the others go.
+    SerialQueue keeper_;
 };
 
 }  // namespace vantrel::linuxdesktop

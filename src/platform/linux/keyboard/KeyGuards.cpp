@@ -7,11 +7,13 @@
 #include <cerrno>
 #include <utility>
 
+#include "platform/linux/guard/GuardMessage.h"
+
 namespace vantrel::linuxdesktop {
 
 KeyGuards::KeyGuards(std::shared_ptr<Guards> guards, std::uint32_t resource)
     : guards_(std::move(guards)), resource_(resource) {
-    for (std::size_t guard = 0; guard < all_.size(); ++guard) open(guard, 0);
+    for (std::size_t guard = 0; guard < all_.size(); ++guard) open(guard);
 }
 
 bool KeyGuards::waitUntilReady() {
@@ -58,20 +60,30 @@ bool KeyGuards::attend(Clock::time_point now) {
 // runs and watches no key would keep the kernel from helping a client that is stopped.
 void KeyGuards::attend(std::size_t guard, Clock::time_point now) {
     One& one = all_.at(guard);
-    if (!one.watches && now >= one.asked + untilTheNextTry) open(guard, one.line.guard);
+    if (!one.watches && now >= one.asked + untilTheNextTry) open(guard);
     if (!one.line.line.isOpen()) return;
     std::array<char, 16> bytes{};
     const ssize_t count = recv(one.line.line.get(), bytes.data(), bytes.size(), MSG_DONTWAIT);
     if (count > 0) {
         one.watches = true;
+        takenBecause(std::string_view(bytes.data(), static_cast<std::size_t>(count)));
         send(one.line.line.get(), &filterAnswer, 1, MSG_NOSIGNAL | MSG_DONTWAIT);
     } else if (count == 0 || (errno != EAGAIN && errno != EINTR)) {
         one.line.line.close();
-        if (std::exchange(one.watches, false)) open(guard, one.line.guard);
+        if (std::exchange(one.watches, false)) open(guard);
     }
 }
 
-void KeyGuards::open(std::size_t guard, pid_t failed) {
+void KeyGuards::takenBecause(std::string_view bytes) {
+    for (const char byte : bytes) {
+        if (byte == keyboardOfAStoppedClient) taken_ = Taken::clientStopped;
+        if (byte == keyboardOfASilentFilter) taken_ = Taken::filterSilent;
+    }
+}
+
+void KeyGuards::open(std::size_t guard) {
+    const auto& last = all_.at(guard).line.guard;
+    const pid_t failed = last ? last->load() : 0;
     all_.at(guard) = {guards_->keyLine(guard, resource_, failed), false, Clock::now()};
 }
 

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <string_view>
 #include <utility>
 
 #include "platform/linux/guard/Guards.h"
@@ -36,6 +37,10 @@ class KeyGuards {
     /// Answers the guards and replaces those that are gone. False if none has watched for too long.
     bool attend(Clock::time_point now);
 
+    /// Why a guard has given the keyboard back by ending the filter's connection. A guard says so before it does.
+    enum class Taken { no, clientStopped, filterSilent };
+    Taken taken() const { return taken_; }
+
   private:
     struct One {
         Guards::KeyLine line;
@@ -43,7 +48,8 @@ class KeyGuards {
         Clock::time_point asked;
     };
 
-    void open(std::size_t guard, pid_t failed);
+    void open(std::size_t guard);
+    void takenBecause(std::string_view bytes);
     void attend(std::size_t guard, Clock::time_point now);
     bool anyIsOpen() const;
     bool anyWatches() const;
@@ -52,6 +58,7 @@ class KeyGuards {
     const std::uint32_t resource_;
     std::array<One, Guards::count> all_;
     std::optional<Clock::time_point> unwatchedSince_;
+    Taken taken_ = Taken::no;
 };
 
 }  // namespace vantrel::linuxdesktop

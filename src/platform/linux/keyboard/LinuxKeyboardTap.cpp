@@ -52,7 +52,21 @@ void LinuxKeyboardTap::say(End lost) {
     const std::string moment = UTCDateFormatter().string(LinuxClock().secondsSince1970());
     if (lost == End::mainThreadIsLate) return sayThatTheTapIsLost(moment, "the main thread did not answer in time");
     if (lost == End::unguarded) return sayThatTheTapIsLost(moment, "no process watches over it any more");
-    sayThatTheTapIsLost(moment, "the connection to the X server has ended");
+    sayThatTheTapIsLost(moment, whyDisconnected());
+}
+
+// Both guards may have done it. The lines still hold what they said.
+std::string_view LinuxKeyboardTap::whyDisconnected() {
+    dependencies_.guards->attend(KeyGuards::Clock::now());
+    switch (dependencies_.guards->taken()) {
+        case KeyGuards::Taken::clientStopped:
+            return "the client was stopped, and a guard has given the keyboard back";
+        case KeyGuards::Taken::filterSilent:
+            return "a key was not decided in time, and a guard has given the keyboard back";
+        case KeyGuards::Taken::no:
+            break;
+    }
+    return "the connection to the X server has ended";
 }
 
 // Empty while the tap goes on.

@@ -37,7 +37,8 @@ class LinuxKeyboardTap final : public KeyboardTap {
 
     void run();
     std::optional<End> serve();
-    static void say(End lost);
+    void say(End lost);
+    std::string_view whyDisconnected();
     void wait();
     bool swallows(const KeyEvent& event);
     void report(std::string_view name);

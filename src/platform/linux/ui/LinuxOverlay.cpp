@@ -3,9 +3,10 @@
 #include <unistd.h>
 
 #include <cstdint>
+#include <cstdio>
 #include <utility>
 
-#include "platform/linux/guard/Guards.h"
+#include "platform/linux/guard/GuardSource.h"
 #include "platform/linux/threads/MainThread.h"
 #include "platform/linux/ui/QtConnection.h"
 #include "platform/linux/x11/FrontWindows.h"
@@ -26,7 +27,8 @@ LinuxOverlay::LinuxOverlay(const OverlayDescription& description, Dependencies d
     : connection_(dependencies.connection),
       front_(dependencies.front),
       level_(description.level),
-      guards_(std::move(dependencies.guards)),
+      source_(dependencies.guards),
+      guards_(source_.guards()),
       window_(std::make_unique<OverlayWindow>(rectangle(dependencies.place), description.labels)) {
     const auto id = static_cast<xcb_window_t>(window_->winId());
     // The server itself paints the window black while the main thread is busy. It must know the window first, which was
@@ -57,7 +59,7 @@ void LinuxOverlay::setLevel(int level) {
 
 void LinuxOverlay::orderFrontRegardless() {
     MainThread::require("orderFrontRegardless");
-    if (!window_) return;
+    if (!window_ || !isGuarded()) return;
     if (!window_->isVisible()) window_->show();
     if (level_ <= ordinaryLevel) window_->raise();
     waitForQtRequests();
@@ -66,6 +68,15 @@ void LinuxOverlay::orderFrontRegardless() {
     xcb_flush(connection_.get());
     keepInFront();
     front_.restack();
+}
+
+// A cover that nobody takes away from a stopped client would hold the person.
+bool LinuxOverlay::isGuarded() {
+    if (!guards_) guards_ = source_.guards();
+    if (!guards_ && !std::exchange(saidUnguarded_, true)) {
+        std::fputs("vantrel: a display is not covered: no process that could uncover it can be started\n", stderr);
+    }
+    return guards_ != nullptr;
 }
 
 void LinuxOverlay::keepInFront() {

@@ -10,6 +10,7 @@
 namespace vantrel::linuxdesktop {
 
 class FrontWindows;
+class GuardSource;
 class Guards;
 class X11Connection;
 
@@ -21,8 +22,9 @@ class LinuxOverlay final : public Overlay {
         X11Rectangle place;
         X11Connection& connection;
         FrontWindows& front;
-        /// They take the overlay off the screen when the client is stopped or hangs. Null if there are none.
-        std::shared_ptr<const Guards> guards;
+        /// They take the overlay off the screen when the client is stopped or hangs. While none can be started it is
+        /// not shown.
+        GuardSource& guards;
     };
 
     LinuxOverlay(const OverlayDescription& description, Dependencies dependencies);
@@ -34,12 +36,15 @@ class LinuxOverlay final : public Overlay {
     void close() override;
 
   private:
+    bool isGuarded();
     void keepInFront();
 
     X11Connection& connection_;
     FrontWindows& front_;
     int level_;
-    const std::shared_ptr<const Guards> guards_;
+    GuardSource& source_;
+    std::shared_ptr<const Guards> guards_;
+    bool saidUnguarded_ = false;
     std::unique_ptr<OverlayWindow> window_;
     std::unique_ptr<Observation> kept_;
 };

@@ -10,8 +10,7 @@ namespace vantrel::linuxdesktop {
 std::unique_ptr<Overlay> LinuxOverlays::makeOverlay(const OverlayDescription& description) {
     MainThread::require("makeOverlay");
     return std::make_unique<LinuxOverlay>(
-        description,
-        LinuxOverlay::Dependencies{screens_.toPixels(description.frame), connection_, front_, guards_.guards()});
+        description, LinuxOverlay::Dependencies{screens_.toPixels(description.frame), connection_, front_, guards_});
 }
 
 }  // namespace vantrel::linuxdesktop

@@ -23,8 +23,8 @@ struct RawKeysMask {
     std::uint32_t mask = 0;
 };
 
-void ask(const FileDescriptor& line) {
-    send(line.get(), &guardQuestion, 1, MSG_NOSIGNAL | MSG_DONTWAIT);
+void say(const FileDescriptor& line, char what) {
+    send(line.get(), &what, 1, MSG_NOSIGNAL | MSG_DONTWAIT);
 }
 
 void sync(xcb_connection_t* connection) {
@@ -46,7 +46,7 @@ std::unique_ptr<KeyWatch> KeyWatch::create(X11Connection& connection, pid_t clie
 
 void KeyWatch::add(FileDescriptor line, std::uint32_t resource) {
     hearKeys(true);
-    ask(line);
+    say(line, guardQuestion);
     filters_.push_back({std::move(line), resource, {}, {}});
 }
 
@@ -102,14 +102,14 @@ void KeyWatch::attend(Filter& filter) {
         if (pausedMyself || serverWasBusy()) {
             filter.asked = Clock::now();
         } else {
-            disconnect(filter);
+            disconnect(filter, keyboardOfASilentFilter);
         }
     } else if (!filter.asked && filter.pressed && now >= *filter.pressed + beforeQuestion) {
         // The answer does not cover keys that are pressed from here on.
         hearKeys(true);
         filter.pressed.reset();
         filter.asked = now;
-        ask(filter.line);
+        say(filter.line, guardQuestion);
     }
 }
 
@@ -124,16 +124,17 @@ void KeyWatch::listen(Filter& filter) {
 }
 
 void KeyWatch::freeKeyboard() {
-    for (Filter& filter : filters_) disconnect(filter);
+    for (Filter& filter : filters_) disconnect(filter, keyboardOfAStoppedClient);
     filters_.clear();
 }
 
 // The other guard may have done it already, and the server gives the numbers of a client that is gone to the next one.
-void KeyWatch::disconnect(Filter& filter) {
+void KeyWatch::disconnect(Filter& filter, char reason) {
     beforeWaiting_();
     xcb_grab_server(connection_.get());
     const auto owner = X11Windows(connection_).owner(filter.resource);
     if (owner == client_ || owner == 0) {
+        say(filter.line, reason);
         xcb_kill_client(connection_.get(), filter.resource);
     }
     xcb_ungrab_server(connection_.get());

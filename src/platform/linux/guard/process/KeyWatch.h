@@ -60,7 +60,7 @@ class KeyWatch {
     bool keyWasPressed();
     void attend(Filter& filter);
     static void listen(Filter& filter);
-    void disconnect(Filter& filter);
+    void disconnect(Filter& filter, char reason);
     bool serverWasBusy();
 
     X11Connection& connection_;
