@@ -133,7 +133,8 @@ struct LinuxComputer::Parts {
     std::unique_ptr<QApplication> qtApplication;
     std::unique_ptr<X11Connection> connection;
     std::unique_ptr<X11Watcher> watcher;
-    X11Windows windowsOfAll{*connection};
+    StartedBundles startedBundles;
+    X11Windows windowsOfAll{*connection, [this](ProcessIdentifier owner) { return startedBundles.takenFor(owner); }};
 
     MainThread mainThread;
     GuardSource guards{mainThread};
@@ -170,7 +171,6 @@ struct LinuxComputer::Parts {
     LinuxStatusBar statusBar{{menuBuilder, screens, *connection, *watcher, survey, frontWindows}};
     LinuxOverlays overlays{screens, *connection, frontWindows, guards};
     LinuxWorkspace workspace;
-    StartedBundles startedBundles;
     LinuxRunningApplications runningApplications{{*connection, windowsOfAll, delayedWork, startedBundles},
                                                  displayVariable()};
     LinuxProcessLauncher processLauncher{startedBundles};

@@ -231,6 +231,39 @@ TEST_F(RunningApplicationsTest, TheBrowserIsTheApplicationAndNotTheScriptThatWai
     EXPECT_TRUE(waitUntil([&] { return processes("com.google.Chrome").empty(); })) << "the script ends by itself";
 }
 
+// It was all that there was when the client asked for the process that it had started.
+TEST_F(RunningApplicationsTest, AScriptThatWasTakenForTheBrowserHasItsWindowsAndEndsWithIt) {
+    const auto browser = folder.path() / "usr/lib/chromium/chromium";
+    std::filesystem::create_directories(browser.parent_path());
+    std::filesystem::copy_file(VANTREL_PEER, browser);
+    const auto wrapper = writeScript("Applications/Google Chrome.app/Contents/MacOS/Google Chrome",
+                                     "sleep 1\n" + browser.string() + " \"$@\"\nsleep 0.2\n");
+    for (const bool forced : {false, true}) {
+        const auto result = computer->processLauncher.launch(wrapper.string(), {"--window=Lezione,100,100,300,200"});
+        ASSERT_TRUE(std::holds_alternative<ProcessIdentifier>(result));
+        const auto script = std::get<ProcessIdentifier>(result);
+        started.push_back(script);
+        const auto application = computer->runningApplications.withProcessIdentifier(script);
+        ASSERT_TRUE(application);
+        ASSERT_TRUE(waitUntil([&] { return !windowsOf(script).empty(); }));
+        EXPECT_EQ(windowsOf(script).front().ownerName, "Google Chrome");
+        EXPECT_EQ(processes("com.google.Chrome"), std::vector<ProcessIdentifier>{script});
+        ASSERT_TRUE(waitUntil([&] {
+            const auto now = computer->frontmostApplication.frontmostApplication();
+            return now && now->processIdentifier() == script;
+        }));
+        const auto all = ProcessTable::all();
+        const auto child = std::find_if(all.begin(), all.end(), [&](const auto& one) {
+            return one.parent == script && one.executablePath == browser.string();
+        });
+        ASSERT_NE(child, all.end());
+        EXPECT_TRUE(forced ? application->forceTerminate() : application->terminate());
+        EXPECT_TRUE(waitUntil([&] { return !ProcessTable::startTime(child->process); }));
+        EXPECT_TRUE(waitUntil([&] { return application->isTerminated(); }));
+        EXPECT_TRUE(processes("com.google.Chrome").empty());
+    }
+}
+
 TEST_F(RunningApplicationsTest, AShellWithAKnownBrowsersScriptIsThatBrowserFromItsStart) {
     const auto script = writeScript("usr/bin/chromium", "sleep 60\n");
     const pid_t child = fork();

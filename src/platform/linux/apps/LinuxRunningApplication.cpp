@@ -69,14 +69,28 @@ bool LinuxRunningApplication::terminate() {
     if (isTerminated()) return false;
     const auto windows = windows_.ofProcess(process_);
     if (windows.empty()) return sendSignal(process_, startTime_, SIGTERM);
+    const Processes asked = behind();
     for (const auto window : windows) windows_.close(window);
-    delayedWork_.after(patienceWithWindows,
-                       [process = process_, startTime = startTime_] { sendSignal(process, startTime, SIGTERM); });
+    delayedWork_.after(patienceWithWindows, [asked] {
+        for (const auto& [process, startTime] : asked) sendSignal(process, startTime, SIGTERM);
+    });
     return true;
 }
 
 bool LinuxRunningApplication::forceTerminate() {
+    for (const auto& [process, startTime] : behind()) {
+        if (process != process_) sendSignal(process, startTime, SIGKILL);
+    }
     return sendSignal(process_, startTime_, SIGKILL);
+}
+
+// A script that waits for the browser ends with it.
+LinuxRunningApplication::Processes LinuxRunningApplication::behind() const {
+    Processes found;
+    for (const auto process : windows_.behind(process_)) {
+        if (const auto startTime = ProcessTable::startTime(process)) found.emplace_back(process, *startTime);
+    }
+    return found;
 }
 
 }  // namespace vantrel::linuxdesktop

@@ -1,5 +1,9 @@
 #pragma once
 
+#include <cstdint>
+#include <utility>
+#include <vector>
+
 #include "platform/apps/RunningApplications.h"
 #include "platform/linux/apps/ApplicationNames.h"
 #include "platform/linux/apps/ProcessTable.h"
@@ -30,6 +34,11 @@ class LinuxRunningApplication final : public RunningApplication {
     bool forceTerminate() override;
 
   private:
+    /// With their start times.
+    using Processes = std::vector<std::pair<ProcessIdentifier, std::uint64_t>>;
+    /// Those that have its windows: itself, unless it is a script.
+    Processes behind() const;
+
     const ProcessIdentifier process_;
     const std::uint64_t startTime_;
     const std::string bundleIdentifier_;

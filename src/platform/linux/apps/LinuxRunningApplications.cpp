@@ -19,7 +19,9 @@ bool isSubshell(const ProcessEntry& entry, const ProcessEntry& script) {
     return entry.isScript && entry.parent == script.process && entry.arguments == script.arguments;
 }
 
-void leaveScriptsOut(std::vector<ProcessEntry>& entries) {
+void leaveScriptsOut(std::vector<ProcessEntry>& entries, const StartedBundles& started) {
+    std::erase_if(entries,
+                  [&started](const ProcessEntry& entry) { return started.takenFor(entry.process) != entry.process; });
     const std::vector<ProcessEntry> all = entries;
     std::erase_if(entries, [&all](const ProcessEntry& entry) {
         return entry.isScript && std::any_of(all.begin(), all.end(), [&entry](const ProcessEntry& other) {
@@ -52,7 +54,7 @@ std::vector<std::shared_ptr<RunningApplication>> LinuxRunningApplications::withB
         const auto named = name(entry);
         if (named && named->bundleIdentifier == identifier) entries.push_back(std::move(entry));
     }
-    leaveScriptsOut(entries);
+    leaveScriptsOut(entries, started_);
     std::vector<std::shared_ptr<RunningApplication>> found;
     found.reserve(entries.size());
     for (const ProcessEntry& entry : entries) found.push_back(make(entry, name(entry)));
@@ -73,6 +75,7 @@ std::optional<ProcessEntry> LinuxRunningApplications::find(ProcessIdentifier pro
 std::shared_ptr<RunningApplication> LinuxRunningApplications::withProcessIdentifier(ProcessIdentifier process) const {
     const auto entry = find(process);
     if (!entry) return nullptr;
+    if (entry->isScript) started_.takeForBrowser(*entry);
     const auto name = nameOf(*entry);
     if (name && !name->bundleIdentifier.empty()) return make(*entry, name);
     return make(*entry, nameOf(*entry, windows_.ofProcess(process)));

@@ -18,14 +18,15 @@ class X11Windows;
 /// The applications on this X display: this process, the user's processes that were started for the display and have a
 /// known executable or lie in a folder `Name.app`, and every process with a window that the window manager manages.
 /// Helper processes of browsers are left out, and so is a script while a process that it has started is the same
-/// application: that one has the windows.
+/// application: that one has the windows. But a script that was asked for by its number is the application from then
+/// on, and the windows of what it starts are its windows.
 class LinuxRunningApplications final : public RunningApplications {
   public:
     struct Dependencies {
         X11Connection& connection;
         X11Windows& windows;
         DelayedWork& delayedWork;
-        const StartedBundles& started;
+        StartedBundles& started;
     };
 
     /// `display` has the form of DISPLAY.
@@ -55,7 +56,7 @@ class LinuxRunningApplications final : public RunningApplications {
     X11Connection& connection_;
     X11Windows& windows_;
     DelayedWork& delayedWork_;
-    const StartedBundles& started_;
+    StartedBundles& started_;
     const std::string display_;
 };
 

@@ -120,16 +120,22 @@ std::optional<std::uint64_t> ProcessTable::startTime(ProcessIdentifier process) 
     return facts ? std::optional(facts->startTime) : std::nullopt;
 }
 
-std::optional<ProcessEntry> ProcessTable::find(ProcessIdentifier process) {
+std::optional<ProcessEntry> ProcessTable::origin(ProcessIdentifier process) {
     const auto facts = factsOf(process);
     if (!facts) return std::nullopt;
     ProcessEntry entry;
     entry.process = process;
     entry.startTime = facts->startTime;
     entry.parent = facts->parent;
-    entry.arguments = split(readProcFile(folder(process) + "cmdline"));
-    readExecutable(entry);
-    entry.display = displayOf(split(readProcFile(folder(process) + "environ")));
+    return entry;
+}
+
+std::optional<ProcessEntry> ProcessTable::find(ProcessIdentifier process) {
+    auto entry = origin(process);
+    if (!entry) return std::nullopt;
+    entry->arguments = split(readProcFile(folder(process) + "cmdline"));
+    readExecutable(*entry);
+    entry->display = displayOf(split(readProcFile(folder(process) + "environ")));
     return entry;
 }
 

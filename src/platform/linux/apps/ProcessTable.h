@@ -35,6 +35,9 @@ class ProcessTable {
     /// The start time of a process. Empty if there is none or it is a zombie.
     static std::optional<std::uint64_t> startTime(ProcessIdentifier process);
 
+    /// Where a process comes from: its number, parent and start time alone. Empty as above. Cheap.
+    static std::optional<ProcessEntry> origin(ProcessIdentifier process);
+
     /// Whether the process is stopped by a signal. One that a debugger holds is not.
     static bool isStopped(ProcessIdentifier process);
 

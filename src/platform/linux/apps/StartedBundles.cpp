@@ -17,11 +17,30 @@ std::optional<std::string> StartedBundles::executableOf(const ProcessEntry& entr
     return found->second;
 }
 
+void StartedBundles::takeForBrowser(const ProcessEntry& script) {
+    const std::lock_guard lock(mutex_);
+    const Key key{script.process, script.startTime};
+    if (started_.count(key) != 0) browsers_.insert(key);
+}
+
+bool StartedBundles::isTakenForBrowser(const ProcessEntry& entry) const {
+    const std::lock_guard lock(mutex_);
+    return browsers_.count({entry.process, entry.startTime}) != 0;
+}
+
+ProcessIdentifier StartedBundles::takenFor(ProcessIdentifier process) const {
+    const std::lock_guard lock(mutex_);
+    if (browsers_.empty()) return process;
+    for (auto above = ProcessTable::origin(process); above; above = ProcessTable::origin(above->parent)) {
+        if (browsers_.count({above->process, above->startTime}) != 0) return above->process;
+    }
+    return process;
+}
+
 void StartedBundles::forgetThoseThatAreGone() {
-    std::erase_if(started_, [](const auto& one) {
-        const auto& [process, startTime] = one.first;
-        return ProcessTable::startTime(process) != startTime;
-    });
+    const auto isGone = [](const Key& key) { return ProcessTable::startTime(key.first) != key.second; };
+    std::erase_if(started_, [&isGone](const auto& one) { return isGone(one.first); });
+    std::erase_if(browsers_, isGone);
 }
 
 }  // namespace vantrel::linuxdesktop

@@ -26,9 +26,23 @@ ProcessIdentifier X11Windows::owner(xcb_window_t window) {
     return owners({window}).front();
 }
 
+std::vector<ProcessIdentifier> X11Windows::owners(const std::vector<xcb_window_t>& windows) {
+    std::vector<ProcessIdentifier> found = realOwners(windows);
+    if (owner_) std::transform(found.begin(), found.end(), found.begin(), owner_);
+    return found;
+}
+
+std::vector<ProcessIdentifier> X11Windows::behind(ProcessIdentifier process) {
+    std::vector<ProcessIdentifier> found = realOwners(frontToBack());
+    std::erase_if(found, [this, process](ProcessIdentifier one) { return (owner_ ? owner_(one) : one) != process; });
+    std::sort(found.begin(), found.end());
+    found.erase(std::unique(found.begin(), found.end()), found.end());
+    return found;
+}
+
 // The server's own knowledge of its clients comes first; _NET_WM_PID is only a window's claim. The server is asked
 // about the client, whose number begins the numbers of all its windows.
-std::vector<ProcessIdentifier> X11Windows::owners(const std::vector<xcb_window_t>& windows) {
+std::vector<ProcessIdentifier> X11Windows::realOwners(const std::vector<xcb_window_t>& windows) {
     std::vector<ProcessIdentifier> found(windows.size(), 0);
     xcb_connection_t* connection = connection_.get();
     const xcb_setup_t* setup = xcb_get_setup(connection);

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/apps/ProcessLauncher.h"
@@ -13,7 +15,11 @@ namespace vantrel::linuxdesktop {
 /// The windows of all applications, through the window manager's EWMH interface. Any thread.
 class X11Windows {
   public:
-    explicit X11Windows(X11Connection& connection) : connection_(connection) {}
+    /// The process that counts as the owner of a process's windows.
+    using Owner = std::function<ProcessIdentifier(ProcessIdentifier)>;
+
+    explicit X11Windows(X11Connection& connection, Owner owner = {})
+        : connection_(connection), owner_(std::move(owner)) {}
 
     /// The managed windows of all desktops, front to back.
     std::vector<xcb_window_t> frontToBack();
@@ -26,6 +32,9 @@ class X11Windows {
 
     /// The same for many windows, in their order.
     std::vector<ProcessIdentifier> owners(const std::vector<xcb_window_t>& windows);
+
+    /// The processes that really own the windows of this one: usually itself.
+    std::vector<ProcessIdentifier> behind(ProcessIdentifier process);
 
     /// The window with the focus.
     std::optional<xcb_window_t> active();
@@ -52,9 +61,11 @@ class X11Windows {
     void close(xcb_window_t window);
 
   private:
+    std::vector<ProcessIdentifier> realOwners(const std::vector<xcb_window_t>& windows);
     std::vector<ProcessIdentifier> claimedOwners(const std::vector<xcb_window_t>& windows);
 
     X11Connection& connection_;
+    const Owner owner_;
 };
 
 }  // namespace vantrel::linuxdesktop
