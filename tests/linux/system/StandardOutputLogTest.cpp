@@ -92,9 +92,13 @@ TEST(StandardOutputLog, IsHeldUpByNoTerminalThatStops) {
         log.print("prima");
         EXPECT_EQ(linesOf(other, 1), "prima\n");
         // A terminal that is not stopped, and whose window does not read, takes some pieces only in part.
-        if (stopped) ASSERT_EQ(tcflow(terminal, TCOOFF), 0);
+        if (stopped) {
+            ASSERT_EQ(tcflow(terminal, TCOOFF), 0);
+        }
         for (int i = 0; i < many; ++i) log.print("riga " + std::to_string(i));
-        if (stopped) ASSERT_EQ(tcflow(terminal, TCOON), 0);
+        if (stopped) {
+            ASSERT_EQ(tcflow(terminal, TCOON), 0);
+        }
         EXPECT_EQ(linesOf(other, many), numbered(0, many));
     }
     EXPECT_EQ(fcntl(terminal, F_GETFL) & O_NONBLOCK, 0) << "other processes write there too";
