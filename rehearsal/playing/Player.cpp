@@ -25,10 +25,11 @@ namespace {
 using Reporting = std::function<void(const std::string&)>;
 
 /// The last two may be called on any thread.
-virtualmac::Options macOptions(const MacSetup& setup, Transcript& transcript, Reporting onMisuse,
-                               Reporting onWrongThread) {
+virtualmac::Options macOptions(const MacSetup& setup, const PlayOptions& play, Transcript& transcript,
+                               Reporting onMisuse, Reporting onWrongThread) {
     virtualmac::Options options;
     options.seed = setup.seed;
+    options.choices = play.choices;
     options.systemVersion = setup.macOS;
     options.calendarStart = setup.calendar;
     options.bundleIdentifier = setup.bundleIdentifier;
@@ -39,21 +40,26 @@ virtualmac::Options macOptions(const MacSetup& setup, Transcript& transcript, Re
     return options;
 }
 
+ProgramMaker maker(const PlayOptions& options) {
+    if (options.make) return options.make;
+    return [program = options.program ? options.program : applicationMain](virtualmac::VirtualMac&) { return program; };
+}
+
 /// A scenario on its Mac.
 class Playing {
   public:
-    Playing(const Scenario& scenario, Transcript& transcript, Misuses& misuses, const ProgramMaker& make)
+    Playing(const Scenario& scenario, Transcript& transcript, Misuses& misuses, const PlayOptions& options)
         : transcript_(transcript),
           misuses_(misuses),
           mac_(macOptions(
-              scenario.mac, transcript, [this](const std::string& what) { misuses_.add(time(), what); },
+              scenario.mac, options, transcript, [this](const std::string& what) { misuses_.add(time(), what); },
               [this](const std::string& what) { misuses_.addAndExit(time(), what); })),
           network_(scenario.server, [this] { return mac_.computer().clock.secondsSince1970(); }),
           performer_(mac_, network_, transcript) {
         isMade_ = true;
         mac_.network().setHandler([this](const URLRequest& request) { return network_.answer(request); });
         setUp(mac_, scenario.mac);
-        program_ = make(mac_);
+        program_ = maker(options)(mac_);
         for (const auto& application : scenario.mac.applications) performer_.launch(application);
         mac_.launch([this](const Computer& computer) { program_(computer); });
     }
@@ -121,18 +127,13 @@ class Playing {
     Performer performer_;
 };
 
-ProgramMaker maker(const PlayOptions& options) {
-    if (options.make) return options.make;
-    return [program = options.program ? options.program : applicationMain](virtualmac::VirtualMac&) { return program; };
-}
-
 }  // namespace
 
 PlayResult play(const Scenario& scenario, std::ostream& stream, const PlayOptions& options) {
     PlayResult result;
     Transcript transcript(stream);
     Misuses misuses(transcript, stream);
-    auto playing = std::make_unique<Playing>(scenario, transcript, misuses, maker(options));
+    auto playing = std::make_unique<Playing>(scenario, transcript, misuses, options);
     if (scenario.prelude) result.preludeDifference = playing->play(*scenario.prelude, options.whole);
     playing->play(scenario.timeline, scenario.until);
     playing->end();

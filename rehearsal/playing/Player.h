@@ -1,9 +1,11 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <ostream>
 
 #include "platform/virtual/VirtualMac.h"
+#include "platform/virtual/scheduler/ChoiceSource.h"
 #include "rehearsal/playing/PlayResult.h"
 #include "rehearsal/scenario/Scenario.h"
 
@@ -22,6 +24,8 @@ struct PlayOptions {
     ProgramMaker make = {};
     /// Writes the prelude's events line by line instead of one line for all.
     bool whole = false;
+    /// Orders what is due at the same moment, instead of the scenario's seed.
+    std::shared_ptr<virtualmac::ChoiceSource> choices = nullptr;
 };
 
 /// Plays the scenario on its own virtual Mac and writes the transcript. If the client misused its platform (a wait

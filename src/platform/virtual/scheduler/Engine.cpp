@@ -8,7 +8,8 @@ namespace vantrel::virtualmac {
 Engine::Engine(const Options& options)
     : onMisuse_(options.onMisuse),
       onWrongThread_(options.onWrongThread),
-      scheduler({options.seed, options.freeRunning, [this](const std::string& what) { misuse(what); }}),
+      scheduler(
+          {options.seed, options.freeRunning, [this](const std::string& what) { misuse(what); }, options.choices}),
       journal([this] { return toSeconds(scheduler.now()); }, options.onEvent),
       mainLoop(scheduler),
       world(scheduler, Scheduler::Rank::world),

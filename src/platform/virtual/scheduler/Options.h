@@ -3,10 +3,12 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 
 #include "platform/virtual/journal/Event.h"
+#include "platform/virtual/scheduler/ChoiceSource.h"
 
 namespace vantrel::virtualmac {
 
@@ -14,6 +16,8 @@ namespace vantrel::virtualmac {
 struct Options {
     /// Orders what is due at the same moment. 0 is the natural order, in which no thread is interrupted.
     std::uint64_t seed = 0;
+    /// Instead of the seed, if it is set.
+    std::shared_ptr<ChoiceSource> choices;
     /// Real threads without a baton, for ThreadSanitizer. The seed then replays nothing.
     bool freeRunning = false;
     /// The calendar at uptime 0, in seconds since 1970: 2026-03-02T08:00:00Z.

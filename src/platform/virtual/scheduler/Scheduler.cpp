@@ -95,13 +95,29 @@ bool Scheduler::waitRecorded(DueFunction due, Wait kind, bool untilIdle) {
 }
 
 void Scheduler::yield() {
-    if (options_.freeRunning || options_.seed == 0 || Lock::heldByThisThread() > 0) return;
+    if (options_.freeRunning || Lock::heldByThisThread() > 0) return;
+    if (options_.seed == 0 && !options_.choices) return;
     Record& self = callersRecord();
     if (&self == &driver_) return;
+    if (options_.choices) return offerInterruption(self);
     std::unique_lock lock(mutex_);
     self.due = [] { return Due::at(0); };
     self.waiting = true;
     pass(lock, self);
+    self.waiting = false;
+}
+
+void Scheduler::offerInterruption(Record& self) {
+    std::unique_lock lock(mutex_);
+    std::vector<Record*> others;
+    for (const auto& record : records_) {
+        if (isReady(*record)) others.push_back(record.get());
+    }
+    const auto chosen = others.empty() ? 0 : options_.choices->interrupt(others.size(), now_);
+    if (chosen == 0) return;
+    self.due = [] { return Due::at(0); };
+    self.waiting = true;
+    pass(lock, self, *others[chosen - 1]);
     self.waiting = false;
 }
 
@@ -111,7 +127,9 @@ void Scheduler::halt() {
 }
 
 std::size_t Scheduler::choose(std::size_t count) {
-    if (options_.seed == 0 || count < 2) return 0;
+    if (count < 2) return 0;
+    if (options_.choices) return options_.choices->choose(count, now_);
+    if (options_.seed == 0) return 0;
     return mixed(options_.seed * 0x9e3779b97f4a7c15ULL + ++decisions_) % count;
 }
 
@@ -207,8 +225,8 @@ Scheduler::Record& Scheduler::next() {
     }
 }
 
-void Scheduler::pass(std::unique_lock<std::mutex>& lock, Record& self) {
-    baton_ = &next();
+void Scheduler::pass(std::unique_lock<std::mutex>& lock, Record& self, Record& next) {
+    baton_ = &next;
     if (baton_ == &self) return;
     baton_->wake.notify_one();
     self.wake.wait(lock, [this, &self] { return baton_ == &self; });

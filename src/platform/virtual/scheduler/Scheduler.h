@@ -12,6 +12,7 @@
 #include <thread>
 #include <vector>
 
+#include "platform/virtual/scheduler/ChoiceSource.h"
 #include "platform/virtual/scheduler/Due.h"
 #include "platform/virtual/scheduler/Moment.h"
 
@@ -40,6 +41,8 @@ class Scheduler {
         bool freeRunning = false;
         /// Called on misuse, on the faulty thread, without the mutex held.
         std::function<void(const std::string&)> onMisuse;
+        /// Instead of the seed, if it is set.
+        std::shared_ptr<ChoiceSource> choices = nullptr;
     };
 
     explicit Scheduler(Options options);
@@ -134,7 +137,9 @@ class Scheduler {
     void advance();
     void settle();
     Record& next();
-    void pass(std::unique_lock<std::mutex>& lock, Record& self);
+    void pass(std::unique_lock<std::mutex>& lock, Record& self) { pass(lock, self, next()); }
+    void pass(std::unique_lock<std::mutex>& lock, Record& self, Record& next);
+    void offerInterruption(Record& self);
     void waitFreely(std::unique_lock<std::mutex>& lock, Record& self);
     bool waitRecorded(DueFunction due, Wait kind, bool untilIdle);
     void enter(Record& record);
