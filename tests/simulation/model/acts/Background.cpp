@@ -214,7 +214,7 @@ bool Background::mayComeToNothing(const Due& due) {
         case Deed::bringSafari:
             return launcher->dropped || !launcher->applicationKnown;
         case Deed::completion:
-            return !client.inLockdown;
+            return !client.inLockdown || !due.sure;
         case Deed::displayChange:
             return !due.sure || !client.blackout.active || client.blackout.shared;
         case Deed::spaceLook: {

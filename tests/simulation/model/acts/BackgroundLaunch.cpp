@@ -3,6 +3,7 @@
 #include <array>
 
 #include "tests/simulation/model/acts/Background.h"
+#include "tests/simulation/model/acts/JoinScreen.h"
 #include "tests/simulation/model/reading/Words.h"
 
 namespace vantrel::simulation {
@@ -110,8 +111,12 @@ void Background::seeLaunchLog(const Entry& entry) {
             constexpr std::string_view counted = "[BROWSER] Finestre prima: ";
             const auto count = text.starts_with(counted) ? integerOf(text.substr(counted.size())) : std::nullopt;
             if (!count || *count < 0) return wrong("the windows are counted");
-            launch_ =
-                launcher_->name == "Safari" || launcher_->name == "Firefox" ? LaunchStep::open : LaunchStep::route;
+            const bool workspace = launcher_->name == "Safari" || launcher_->name == "Firefox";
+            launch_ = workspace ? LaunchStep::open : LaunchStep::route;
+            // An address that is none is not opened, and the next step comes at once.
+            if (workspace && !isPlainAddress(meeting_)) {
+                stage_.add({.deed = Deed::completion, .way = Way::queue, .at = entry.at, .sure = false});
+            }
             return;
         }
         case LaunchStep::route:
@@ -152,6 +157,7 @@ void Background::seeStart(const Entry& entry) {
         if (launch_ != LaunchStep::open || entry.at != launchAt_ || entry.text != asked)
             return wrong("nothing asks Safari now");
         launch_ = LaunchStep::window;
+        std::erase_if(stage_.dues(), [](const Due& due) { return due.deed == Deed::completion && !due.sure; });
         safariAsked_ = true;
         return;
     }
@@ -237,8 +243,8 @@ void Background::endLaunch(std::int64_t at, std::int64_t next) {
             if (!loose && launchAt_ <= at) stage_.depart(0, "the launch stops at " + std::to_string(launchAt_) + " ms");
             break;
         case LaunchStep::open:
-            // An address that is none is not opened.
-            if (launchAt_ <= at) launchIsOver(launchAt_, false);
+            if (launchAt_ <= at && !loose && isPlainAddress(meeting_)) stage_.depart(0, "Safari has to be asked");
+            if (launchAt_ <= at) launch_ = LaunchStep::none;
             break;
         case LaunchStep::settle:
             if (loose && launchAt_ < next) launch_ = LaunchStep::none;

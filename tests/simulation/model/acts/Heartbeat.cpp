@@ -131,7 +131,7 @@ void sendNotice(Stage& stage, std::string_view message) {
             stage.skip();
             next = stage.peek();
         }
-        if (next == nullptr) return stage.departAtNext("the notice is waited for without an end");
+        if (next == nullptr) return stage.giveUp();
         if (next->at - request->at > 5000) stage.depart(next->line, "the notice is waited for at most 5 seconds");
         stage.waitTo(next->at);
     }
