@@ -200,7 +200,7 @@ void manualEnd(Stage& stage) {
     // Where the answer's click has brought the client to the front, the platform gives that back.
     const auto& launcher = stage.client().launcher;
     if (!button.empty() && launcher != nullptr && stage.world().frontName() == "Vantrel")
-        acceptActivation(stage, *launcher);
+        acceptFrontGivenBack(stage, *launcher);
     if (button == "Termina" && !stage.departed() && stage.client().inLockdown) endSession(stage, EndCause::user);
 }
 

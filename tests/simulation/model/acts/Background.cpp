@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "tests/simulation/model/acts/BlockedKey.h"
+#include "tests/simulation/model/acts/Heartbeat.h"
 #include "tests/simulation/model/acts/JoinScreen.h"
 #include "tests/simulation/model/acts/Monitor.h"
 #include "tests/simulation/model/reading/Words.h"
@@ -268,7 +269,8 @@ void Background::endDues(std::int64_t at, std::int64_t next) {
     if (std::exchange(wasStrange_, strange) && !strange)
         std::erase_if(dues, [&](const Due& due) { return due.at < at; });
     for (std::size_t index = 0; index < dues.size() && !stage_.departed();) {
-        if (dues[index].at >= next || stage_.blocks(dues[index].way) || (strange && !mayComeToNothing(dues[index]))) {
+        const bool waits = strange && (dues[index].deed == Deed::spaceLook || !mayComeToNothing(dues[index]));
+        if (dues[index].at >= next || stage_.blocks(dues[index].way) || waits) {
             ++index;
             continue;
         }
@@ -287,21 +289,21 @@ void Background::endLooks(std::int64_t at, std::int64_t next) {
     Monitor& monitor = stage_.client().monitor;
     const bool asked = std::exchange(looked_, false);
     if (!monitor.active || stage_.isHeld() || stage_.isBusy() || stage_.departed()) return;
-    if (monitor.ticks.next <= at) {
-        if (!asked && !mayLookSilently(stage_) && !stage_.strange()) {
+    const bool strange = stage_.strange();
+    while (monitor.ticks.next <= at || monitor.ticks.next < next) {
+        const bool late = monitor.ticks.next <= at;
+        const bool silent = mayLookSilently(stage_) || (late && asked);
+        if (!silent && !strange) {
             return object("the browser is looked at every 1.5 seconds", 0,
                           "the look due at " + std::to_string(monitor.ticks.next) + " ms has to say something");
         }
-        monitor.grace = monitor.invisible = 0;
-        monitor.ticks.fire(at);
-    }
-    while (monitor.ticks.next < next) {
-        if (!stage_.strange() && !mayLookSilently(stage_)) {
-            return object("the browser is looked at every 1.5 seconds", 0,
-                          "the look due at " + std::to_string(monitor.ticks.next) + " ms has to say something");
+        // One that had something to say has not been held yet.
+        if (silent) monitor.grace = monitor.invisible = 0;
+        if (late) {
+            monitor.ticks.fire(at);
+        } else {
+            monitor.ticks.next += monitor.ticks.period;
         }
-        monitor.grace = monitor.invisible = 0;
-        monitor.ticks.next += monitor.ticks.period;
     }
     if (monitor.ticks.next == next) looked_ = mayLookSilently(stage_);
 }
@@ -314,7 +316,10 @@ void Background::endBeats(std::int64_t at, std::int64_t next) {
     while (blackout.raises.on && blackout.raises.next < next) blackout.raises.next += blackout.raises.period;
     if (!heartbeats.running || heartbeats.beats.next >= next || stage_.departed()) return;
     if (stage_.strange() || stage_.world().bent()) {
-        while (heartbeats.beats.next < next - 1000) heartbeats.beats.next += heartbeats.beats.period;
+        while (heartbeats.beats.next < next - 1000) {
+            loseViolations(stage_, heartbeats.beats.next);
+            heartbeats.beats.next += heartbeats.beats.period;
+        }
         return;
     }
     object("a heartbeat goes out every 15 seconds", 0,

@@ -31,7 +31,9 @@ class Background final : public Backstage {
         std::string_view address;
         std::int64_t at = 0;
         bool notice = false;
+        std::string_view body{};
     };
+    bool isOfService(const Request& request) const;
     enum class JoinStep { none, probe, waitsForProbe, post, waitsForReply, ok };
     enum class LaunchStep { none, prompts, reset, address, browser, windows, route, start, settle, open, window };
     enum class KillStep { none, cancel, look, signal, confirm };

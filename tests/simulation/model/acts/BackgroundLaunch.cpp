@@ -9,6 +9,10 @@
 namespace vantrel::simulation {
 namespace {
 
+// The search for the window. A look that falls upon the very end of it may still come.
+constexpr std::int64_t longest = 12000;
+constexpr std::int64_t pause = 400;
+
 constexpr std::array<std::string_view, 7> chromiumArguments{
     "argument: --new-window",         "argument: --no-first-run",      "argument: --no-default-browser-check",
     "argument: --disable-extensions", "argument: --disable-tab-strip", "argument: --disable-session-crashed-bubble",
@@ -201,13 +205,12 @@ void Background::settleProcess(const Entry& entry) {
 }
 
 void Background::seeNewWindow(const Entry& entry) {
-    constexpr std::int64_t longest = 12000;
-    constexpr std::int64_t pause = 400;
     const std::int64_t waited = entry.at - launchAt_;
     const bool lid = stage_.world().lidClosed() > 0;
     Words words(entry.text);
     if (words.skip("[BROWSER] ⚠ Finestra non trovata entro timeout")) {
-        if (waited != longest && !lid) stage_.depart(entry.line, "the window is looked for for 12 seconds");
+        if (waited != longest && waited != longest + pause && !lid)
+            stage_.depart(entry.line, "the window is looked for for 12 seconds");
         return launchIsOver(entry.at + 3000, true);
     }
     if (!words.skip("[BROWSER] Nuova finestra #")) return stage_.depart(entry.line, "the new window is looked for");
@@ -216,7 +219,7 @@ void Background::seeNewWindow(const Entry& entry) {
     const auto pid = words.integer();
     const auto& windows = stage_.world().windows();
     const auto found = number ? windows.find(*number) : windows.end();
-    if (waited % pause != 0 || waited > longest)
+    if (waited % pause != 0 || waited > longest + pause)
         return stage_.depart(entry.line, "the window is looked for every 0.4 seconds");
     if (!title || !pid || found == windows.end()) return stage_.depart(entry.line, "there is no such window");
     if (found->second.closed && found->second.changed < entry.at)
@@ -251,8 +254,8 @@ void Background::endLaunch(std::int64_t at, std::int64_t next) {
             if (!loose && launchAt_ < next) stage_.depart(0, "the process has to be settled");
             break;
         case LaunchStep::window:
-            if (loose && launchAt_ + 12000 < next) launch_ = LaunchStep::none;
-            if (!loose && launchAt_ + 12000 < next && stage_.world().lidClosed() == 0) {
+            if (loose && launchAt_ + longest + pause < next) launch_ = LaunchStep::none;
+            if (!loose && launchAt_ + longest + pause < next && stage_.world().lidClosed() == 0) {
                 stage_.depart(0, "the search for the window has to end");
             }
             break;

@@ -67,7 +67,8 @@ void Background::sent(const Entry& request) {
     const std::size_t space = request.text.find(' ');
     const bool notice =
         request.further.size() == 2 && request.further[1].find("\"disconnecting\":true") != std::string_view::npos;
-    requests_.push_back({request.text.substr(std::min(space + 1, request.text.size())), request.at, notice});
+    requests_.push_back({request.text.substr(std::min(space + 1, request.text.size())), request.at, notice,
+                         request.further.size() == 2 ? request.further[1] : std::string_view()});
 }
 
 void Background::joinBegins() {
@@ -143,6 +144,12 @@ void Background::judgeProbe(std::int64_t at) {
     stage_.add(due);
 }
 
+bool Background::isOfService(const Request& request) const {
+    const Heartbeats& heartbeats = stage_.client().heartbeats;
+    const std::string token = "\"userToken\":\"" + heartbeats.token + '"';
+    return heartbeats.exist && request.body.find(token) != std::string_view::npos;
+}
+
 void Background::seeReply(const Entry& entry) {
     stage_.turnTo("a reply answers a request");
     const std::size_t from = entry.text.find(" from ");
@@ -154,6 +161,10 @@ void Background::seeReply(const Entry& entry) {
     if (request == requests_.end()) return stage_.depart(entry.line, "nothing was sent there");
     const bool several = std::count_if(requests_.begin(), requests_.end(), answered) > 1;
     const bool notice = request->notice;
+    // Of heartbeats of one service every one is answered alike.
+    const bool alike = std::all_of(requests_.begin(), requests_.end(), [&](const Request& each) {
+        return !answered(each) || (!each.notice && isOfService(each));
+    });
     const std::int64_t took = entry.at - request->at;
     requests_.erase(request);
     const Scenario& scenario = stage_.scenario();
@@ -170,7 +181,7 @@ void Background::seeReply(const Entry& entry) {
         replyToJoin(entry, status);
     } else if (address.find("/api/sessions/") != address.npos) {
         replyToProbe(entry, status);
-    } else if (several) {
+    } else if (several && !alike) {
         ambiguousAt_ = entry.at;
     } else if (!notice) {
         replyToHeartbeat(entry, status);

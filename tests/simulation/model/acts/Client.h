@@ -53,6 +53,7 @@ struct Violation {
     std::string_view type;
     std::string_view detail;
     std::int64_t at = 0;
+    bool sure = true;  // false if a heartbeat that failed may have taken it along
 };
 
 struct Heartbeats {

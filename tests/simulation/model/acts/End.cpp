@@ -29,7 +29,9 @@ void closeWindows(Stage& stage, const Launcher& launcher) {
         const Entry* const presses = leaves != nullptr ? nullptr : stage.acceptBeginning("element", pressed);
         const Entry* const entry = leaves != nullptr ? leaves : presses;
         const bool excused = stage.world().bent() || stage.strange();
-        if (entry == nullptr && taken && !excused)
+        // The kill beside it may have ended the browser meanwhile.
+        const bool runs = stage.world().mayRun(*launcher.pid, stage.now());
+        if (entry == nullptr && taken && runs && !excused)
             stage.departAtNext("a window that was taken out of full screen is closed");
         if (entry == nullptr) return;
         const auto number = Words(entry->text.substr(leaves != nullptr ? left.size() : pressed.size())).integer();
@@ -73,8 +75,8 @@ void quitBrowser(Stage& stage, const Launcher& launcher) {
     if (!launcher.applicationKnown && next->at - begun < 2000 && !stage.strange()) {
         stage.depart(next->line, "a browser that is known by its number alone is waited for");
     }
-    if (gone && process != nullptr && next->at - process->changed > 200 && process->changed >= begun &&
-        !stage.strange()) {
+    if (launcher.applicationKnown && gone && process != nullptr && next->at - process->changed > 200 &&
+        process->changed >= begun && !stage.strange()) {
         stage.depart(next->line, "the wait for the browser goes on though it has ended");
     }
     if (forced) {

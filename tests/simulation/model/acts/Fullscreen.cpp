@@ -43,15 +43,23 @@ void maximise(Stage& stage, const std::string& where) {
     if (!known) stage.depart(size->line, "the window is stretched over the main screen");
 }
 
+bool acceptRequest(Stage& stage, std::int64_t pid) {
+    const Process* const process = stage.world().process(pid);
+    std::string text = process != nullptr && !process->name.empty() ? std::string(process->name) + " " : "";
+    text += "(" + std::to_string(pid) + ") is asked to come to the front";
+    if (stage.accept("application", text) != nullptr) return true;
+    return stage.accept("application", text + ": no such process") != nullptr;
+}
+
 }  // namespace
 
 bool acceptActivation(Stage& stage, const Launcher& launcher) {
-    if (!launcher.applicationKnown || !launcher.pid) return false;
-    const Process* const process = stage.world().process(*launcher.pid);
-    std::string text = process != nullptr && !process->name.empty() ? std::string(process->name) + " " : "";
-    text += "(" + std::to_string(*launcher.pid) + ") is asked to come to the front";
-    if (stage.accept("application", text) != nullptr) return true;
-    return stage.accept("application", text + ": no such process") != nullptr;
+    return launcher.applicationKnown && launcher.pid && acceptRequest(stage, *launcher.pid);
+}
+
+bool acceptFrontGivenBack(Stage& stage, const Launcher& launcher) {
+    const std::int64_t other = stage.world().lastOther();
+    return other != 0 ? acceptRequest(stage, other) : acceptActivation(stage, launcher);
 }
 
 void attemptFullscreen(Stage& stage, const std::shared_ptr<Launcher>& launcher) {
@@ -128,7 +136,7 @@ void dueActivation(Stage& stage) {
     constexpr std::int64_t givenBack = 5000;
     const auto& launcher = stage.client().launcher;
     const bool question = line->at - stage.client().questionClosedAt <= givenBack && launcher != nullptr;
-    if (question && acceptActivation(stage, *launcher)) return;
+    if (question && acceptFrontGivenBack(stage, *launcher)) return;
     stage.depart(line->line, "nothing asks the browser to the front now");
 }
 

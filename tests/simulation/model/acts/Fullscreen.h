@@ -14,5 +14,7 @@ void dueAttempt(Stage& stage);
 void dueActivation(Stage& stage);
 /// "NAME (PID) is asked to come to the front" of the launcher's browser, with what the platform does besides.
 bool acceptActivation(Stage& stage, const Launcher& launcher);
+/// The same of the one that had the front before a question of the client's.
+bool acceptFrontGivenBack(Stage& stage, const Launcher& launcher);
 
 }  // namespace vantrel::simulation

@@ -33,10 +33,11 @@ struct Flags {
     bool disconnecting;
 };
 
-void checkViolations(Stage& stage, const Entry& request, const JsonObject& body, const std::vector<Violation>& sent) {
+void checkViolations(Stage& stage, const Entry& request, const JsonObject& body, std::vector<Violation> sent) {
     const auto records = JsonObject::elements(body.raw("violations").value_or(""));
     if (!records) return stage.depart(request.line, "the violations are no list");
     stage.turnTo("each violation is sent once, in its order, with its time");
+    while (sent.size() > records->size() && !sent.front().sure) sent.erase(sent.begin());
     if (records->size() != sent.size()) {
         return stage.depart(request.line, std::to_string(sent.size()) + " violations have to be sent, not " +
                                               std::to_string(records->size()));
@@ -87,6 +88,15 @@ std::vector<Violation> drained(Stage& stage) {
 
 }  // namespace
 
+void loseViolations(Stage& stage, std::int64_t at) {
+    const World& world = stage.world();
+    if (!world.failsBodies()) return;
+    const bool surely = !world.failsAddresses() && !stage.strange();
+    auto& pending = stage.client().heartbeats.pending;
+    if (surely) std::erase_if(pending, [at](const Violation& violation) { return violation.at < at; });
+    for (Violation& violation : pending) violation.sure = violation.sure && violation.at > at;
+}
+
 void beginHeartbeats(Stage& stage) {
     stage.turnTo("the first heartbeat goes out at once");
     Heartbeats& heartbeats = stage.client().heartbeats;
@@ -94,7 +104,9 @@ void beginHeartbeats(Stage& stage) {
     const Entry* const request = stage.accept("request", "POST " + heartbeats.base + "/api/heartbeat");
     if (request != nullptr) {
         checkBody(stage, *request, {.active = true, .disconnecting = false}, drained(stage));
-    } else if (!stage.world().bent()) {
+    } else if (stage.world().bent()) {
+        loseViolations(stage, stage.now());
+    } else {
         stage.departAtNext("the first heartbeat does not go out");
     }
     heartbeats.running = true;

@@ -10,6 +10,8 @@ namespace vantrel::simulation {
 void beginHeartbeats(Stage& stage);
 /// A heartbeat whose time has come.
 void beat(Stage& stage);
+/// A heartbeat that should have gone out then and did not: its violations are lost with a body that failed.
+void loseViolations(Stage& stage, std::int64_t at);
 /// The disconnect notice, with the wait for its reply, and the end of the heartbeats.
 void sendNotice(Stage& stage, std::string_view message);
 

@@ -9,6 +9,7 @@ namespace {
 
 /// What a change may still set off after it is over.
 constexpr std::int64_t aftermath = 12000;
+constexpr std::int64_t ownPid = 500;
 
 double numberOf(const std::string& text) {
     return std::strtod(text.c_str(), nullptr);
@@ -43,6 +44,8 @@ void World::see(const Entry& entry) {
     if (entry.is("app window")) seeWindow(entry);
     if (entry.is("displays")) seeDisplays(entry);
     if (entry.is("fault")) seeFault(entry);
+    // A program that is launched is in front.
+    if (entry.is("client", "has activation policy 0")) comeToFront(ownPid, "Vantrel", entry.at);
     if (entry.is("lid")) {
         Words words(entry.text);
         words.skip("is closed for ");
@@ -62,11 +65,16 @@ void World::seeApplication(const Entry& entry) {
         process.changed = entry.at;
         if (front_ == named.pid) front_ = 0;
     } else if (named.rest == "is in front") {
-        frontBefore_ = frontSince_ == entry.at ? frontBefore_ : frontName_;
-        frontSince_ = entry.at;
-        front_ = named.pid;
-        frontName_ = named.name;
+        comeToFront(named.pid, named.name, entry.at);
     }
+}
+
+void World::comeToFront(std::int64_t pid, std::string_view name, std::int64_t at) {
+    frontBefore_ = frontSince_ == at ? frontBefore_ : frontName_;
+    frontSince_ = at;
+    front_ = pid;
+    frontName_ = name;
+    if (pid != ownPid) lastOther_ = pid;
 }
 
 void World::seeProcess(const Entry& entry) {
@@ -133,6 +141,8 @@ void World::seeFault(const Entry& entry) {
         const double seconds = words.number().value_or(0);
         strangeUntil_ = std::max(strangeUntil_, entry.at + static_cast<std::int64_t>(seconds * 1000) + aftermath);
     }
+    failsBodies_ = failsBodies_ || entry.text.starts_with("JSON serialisations");
+    failsAddresses_ = failsAddresses_ || entry.text.starts_with("no URL is formed");
     for (const std::string_view beginning :
          {"reads of ", "writes of ", "actions ", "the window list cannot", "JSON serialisations", "no URL is formed"}) {
         if (entry.text.starts_with(beginning)) bent_ = true;

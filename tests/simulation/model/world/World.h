@@ -50,6 +50,8 @@ class World {
     /// Who was in front when this moment began, if that has changed in it.
     std::string_view frontBefore(std::int64_t at) const { return frontSince_ == at ? frontBefore_ : frontName_; }
     std::int64_t front() const { return front_; }  // 0 if it is not known
+    /// The one that was last in front besides the client; 0 if it is not known.
+    std::int64_t lastOther() const { return lastOther_; }
     std::map<std::int64_t, AppWindow>& windows() { return windows_; }
     const std::map<std::int64_t, AppWindow>& windows() const { return windows_; }
     const std::map<std::int64_t, Process>& processes() const { return processes_; }
@@ -59,9 +61,12 @@ class World {
     bool strange(std::int64_t at) const { return silent_ > 0 || at <= strangeUntil_; }
     std::int64_t lidClosed() const { return lidClosed_; }  // milliseconds in all
     bool bent() const { return bent_; }                    // elements, lists or bodies fail by a fault
+    bool failsBodies() const { return failsBodies_; }
+    bool failsAddresses() const { return failsAddresses_; }
 
   private:
     void seeApplication(const Entry& entry);
+    void comeToFront(std::int64_t pid, std::string_view name, std::int64_t at);
     void seeProcess(const Entry& entry);
     void seeWindow(const Entry& entry);
     void seeDisplays(const Entry& entry);
@@ -71,12 +76,15 @@ class World {
     std::map<std::int64_t, AppWindow> windows_;
     std::vector<Display> displays_;
     std::int64_t front_ = 0;
+    std::int64_t lastOther_ = 0;
     std::string_view frontName_, frontBefore_;
     std::int64_t frontSince_ = -1;
     int silent_ = 0;
     std::int64_t strangeUntil_ = -1;
     std::int64_t lidClosed_ = 0;
     bool bent_ = false;
+    bool failsBodies_ = false;
+    bool failsAddresses_ = false;
 };
 
 /// "NAME (PID) rest": the number and the rest; the name may hold brackets of its own.
