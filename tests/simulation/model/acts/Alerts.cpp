@@ -1,5 +1,7 @@
 #include "tests/simulation/model/acts/Alerts.h"
 
+#include <algorithm>
+
 #include "tests/simulation/model/acts/Dispatch.h"
 #include "tests/simulation/model/acts/End.h"
 #include "tests/simulation/model/acts/Fullscreen.h"
@@ -34,6 +36,7 @@ void turn(Stage& stage, const Entry& entry) {
     }
     if (!entry.begins("menu", "closed: ")) return;
     if (!client.menuOpen) return stage.depart(entry.line, "no menu is open");
+    stage.waitTo(std::max(stage.now(), entry.at));
     client.menuOpen = false;
     stage.release(false);
     if (entry.text.ends_with(", chosen: Termina sessione")) {

@@ -317,7 +317,7 @@ void Background::endBeats(std::int64_t at, std::int64_t next) {
     if (!heartbeats.running || heartbeats.beats.next >= next || stage_.departed()) return;
     if (stage_.strange() || stage_.world().bent()) {
         while (heartbeats.beats.next < next - 1000) {
-            loseViolations(stage_, heartbeats.beats.next);
+            loseViolations(stage_, std::max(heartbeats.beats.next, stage_.freeSince()));
             heartbeats.beats.next += heartbeats.beats.period;
         }
         return;

@@ -107,6 +107,7 @@ void readMissing(Stage& stage, const Entry& line) {
 }
 
 bool isLarge(const AppWindow& window, const std::vector<Display>& displays) {
+    if (window.follows) return true;
     // Against the smallest display: the main one is not known.
     double width = 1440;
     double height = 900;
@@ -140,7 +141,7 @@ bool isSurelyVisible(Stage& stage) {
         width = std::max(width, display.width);
         height = std::max(height, display.height);
     }
-    return !window.closed && window.changed < stage.moment() && window.width > 0.6 * width &&
+    return !window.closed && !window.follows && window.changed < stage.moment() && window.width > 0.6 * width &&
            window.height > 0.6 * height;
 }
 

@@ -126,6 +126,7 @@ void Stage::hold(bool queue) {
 void Stage::release(bool queue) {
     --held_;
     if (queue) --queueHeld_;
+    if (held_ == 0) freeSince_ = now_;
     for (Due& due : dues_) {
         if (!blocks(due.way)) due.at = std::max(due.at, now_);
     }
@@ -134,6 +135,7 @@ void Stage::release(bool queue) {
 void Stage::beBusy(bool busy) {
     busy_ = busy;
     if (busy) return;
+    freeSince_ = now_;
     for (Due& due : dues_) {
         if (!blocks(due.way)) due.at = std::max(due.at, now_);
     }

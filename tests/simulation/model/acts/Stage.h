@@ -91,6 +91,8 @@ class Stage {
     bool isQueueHeld() const { return queueHeld_ > 0; }
     bool isBusy() const { return busy_; }
     std::int64_t heldSince() const { return heldSince_; }
+    /// When the timers went on after what had held them up last.
+    std::int64_t freeSince() const { return freeSince_; }
     bool blocks(Way way) const {
         return busy_ || (way == Way::queue && queueHeld_ > 0) || (way == Way::timer && held_ > 0);
     }
@@ -126,6 +128,7 @@ class Stage {
     int held_ = 0;
     int queueHeld_ = 0;
     std::int64_t heldSince_ = -1;
+    std::int64_t freeSince_ = -1;
     bool busy_ = false;
     bool departed_ = false;
 };

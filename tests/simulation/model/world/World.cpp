@@ -1,5 +1,6 @@
 #include "tests/simulation/model/world/World.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 #include "tests/simulation/model/reading/Words.h"
@@ -108,6 +109,7 @@ void World::seeWindow(const Entry& entry) {
     if (inFull) window.fullScreen = true;
     if (left) window.fullScreen = false;
     if (!inFull && !left && !verb.skip(" opens at ") && !verb.skip(" is now at ")) return;
+    window.follows = false;
     for (double* value : {&window.x, &window.y, &window.width, &window.height}) {
         *value = verb.number().value_or(0);
         verb.skip(" ");
@@ -127,6 +129,23 @@ void World::seeDisplays(const Entry& entry) {
             rest = rest.substr(0, space);
         }
         displays_.push_back({std::string(rest), values[3], values[2], values[1], values[0]});
+    }
+    followDisplays(entry.at);
+}
+
+/// A full screen whose display has gone or has another size now fills one that there is. No line tells of it.
+void World::followDisplays(std::int64_t at) {
+    for (auto& [number, window] : windows_) {
+        if (!window.fullScreen || window.closed) continue;
+        const bool fills = std::any_of(displays_.begin(), displays_.end(), [&](const Display& display) {
+            return display.width == window.width && display.height == window.height;
+        });
+        if (fills) continue;
+        window.changed = at;
+        window.follows = displays_.size() != 1;
+        if (window.follows) continue;
+        window.width = displays_.front().width;
+        window.height = displays_.front().height;
     }
 }
 

@@ -24,6 +24,7 @@ struct AppWindow {
     bool fullScreen = false;
     bool minimised = false;
     bool closed = false;
+    bool follows = false;  // it has gone to another display, and fills that
     std::int64_t changed = 0;
 };
 
@@ -70,6 +71,7 @@ class World {
     void seeProcess(const Entry& entry);
     void seeWindow(const Entry& entry);
     void seeDisplays(const Entry& entry);
+    void followDisplays(std::int64_t at);
     void seeFault(const Entry& entry);
 
     std::map<std::int64_t, Process> processes_;
