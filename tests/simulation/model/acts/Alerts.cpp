@@ -30,13 +30,13 @@ void turn(Stage& stage, const Entry& entry) {
     Client& client = stage.client();
     stage.turnTo("menus and alerts open before they are answered");
     if (!entry.is("menu")) return stage.depart(entry.line, "no such alert is in front");
+    stage.waitTo(std::max(stage.now(), entry.at));
     if (entry.begins("menu", "opened: ")) {
         client.menuOpen = true;
         stage.hold(false);
     }
     if (!entry.begins("menu", "closed: ")) return;
     if (!client.menuOpen) return stage.depart(entry.line, "no menu is open");
-    stage.waitTo(std::max(stage.now(), entry.at));
     client.menuOpen = false;
     stage.release(false);
     if (entry.text.ends_with(", chosen: Termina sessione")) {
@@ -193,6 +193,7 @@ void secondInstance(Stage& stage) {
 
 void manualEnd(Stage& stage) {
     stage.turnTo("the participant ends a session from the menu after a question");
+    stage.client().questionOver = stage.world().lastOther();
     const std::string button = runAlert(stage,
                                         {.style = "warning",
                                          .message = "Terminare la sessione?",

@@ -64,7 +64,7 @@ void Background::seeParticipant(const Entry& entry) {
                              {"types into emailField", &client.email}}) {
         if (text.starts_with(id)) *field = quotedValue(text);
     }
-    const bool key = text == "presses the key return";
+    const bool key = text == "presses the key return" || text.starts_with("presses the key return, ");
     const bool once = text.starts_with("presses the key ") && text.find(", ") == std::string::npos;
     if (once && !stage_.strange() && !client.tapLost) ++pressedKeys_;
     if (text.starts_with("presses the key ")) allowedKeys_ += once ? 1 : timesIn(text);
@@ -267,7 +267,7 @@ void Background::endDues(std::int64_t at, std::int64_t next) {
     // What a strange time has held up or swallowed is not missed.
     const bool strange = stage_.strange();
     if (std::exchange(wasStrange_, strange) && !strange)
-        std::erase_if(dues, [&](const Due& due) { return due.at < at; });
+        std::erase_if(dues, [&](const Due& due) { return due.at < at && !stage_.blocks(due.way); });
     for (std::size_t index = 0; index < dues.size() && !stage_.departed();) {
         const bool waits = strange && (dues[index].deed == Deed::spaceLook || !mayComeToNothing(dues[index]));
         if (dues[index].at >= next || stage_.blocks(dues[index].way) || waits) {
@@ -287,8 +287,10 @@ void Background::endDues(std::int64_t at, std::int64_t next) {
 
 void Background::endLooks(std::int64_t at, std::int64_t next) {
     Monitor& monitor = stage_.client().monitor;
-    const bool asked = std::exchange(looked_, false);
+    bool asked = std::exchange(looked_, false);
+    if (stage_.isHeld() && monitor.ticks.next == at && stage_.heldSince() == at) lookedBefore_ = asked;
     if (!monitor.active || stage_.isHeld() || stage_.isBusy() || stage_.departed()) return;
+    asked = std::exchange(lookedBefore_, false) || asked;
     const bool strange = stage_.strange();
     while (monitor.ticks.next <= at || monitor.ticks.next < next) {
         const bool late = monitor.ticks.next <= at;

@@ -119,7 +119,8 @@ class Background final : public Backstage {
     std::string_view blocked_;  // the combination that the tap has told of
     std::size_t blockedLine_ = 0;
     bool wasStrange_ = false;
-    bool looked_ = false;  // a silent look was possible in this moment
+    bool looked_ = false;        // a silent look was possible in this moment
+    bool lookedBefore_ = false;  // or in the one in which an alert or a menu began to hold it up
     int allowedKeys_ = 0;
     int pressedKeys_ = 0;       // that have gone nowhere yet
     bool tries_ = false;        // a second tap, for a moment

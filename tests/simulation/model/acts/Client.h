@@ -102,6 +102,7 @@ struct Client {
     std::optional<std::string> savedServer, savedName, savedEmail;
 
     std::int64_t questionClosedAt = -1000000;
+    std::int64_t questionOver = 0;  // the application in front when it opened
     bool menuOpen = false;
     bool tap = false;
     bool tapLost = false;  // the permission was taken away under it

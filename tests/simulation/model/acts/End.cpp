@@ -44,9 +44,10 @@ void closeWindows(Stage& stage, const Launcher& launcher) {
     }
 }
 
-/// Whether the wait for the browser's end may be over at that moment: it is looked for every 0.2 seconds.
+/// Whether the wait for the browser's end may be over at that moment: it is looked for every 0.2 seconds, for 2
+/// seconds. A look that falls upon the very end may be the last one or not.
 bool isLook(std::int64_t begun, std::int64_t at) {
-    return (at - begun) % 200 == 0 && at - begun <= 2000;
+    return (at - begun) % 200 == 0 && at - begun <= 2200;
 }
 
 void quitBrowser(Stage& stage, const Launcher& launcher) {

@@ -59,7 +59,9 @@ bool acceptActivation(Stage& stage, const Launcher& launcher) {
 
 bool acceptFrontGivenBack(Stage& stage, const Launcher& launcher) {
     const std::int64_t other = stage.world().lastOther();
-    return other != 0 ? acceptRequest(stage, other) : acceptActivation(stage, launcher);
+    const std::int64_t before = stage.client().questionOver;
+    if (other == 0 || before == 0) return acceptActivation(stage, launcher);
+    return acceptRequest(stage, other) || (before != other && acceptRequest(stage, before));
 }
 
 void attemptFullscreen(Stage& stage, const std::shared_ptr<Launcher>& launcher) {

@@ -253,7 +253,7 @@ void lookAtBrowser(Stage& stage) {
                          line.begins("log", "[MONITOR] Browser non trovato") ||
                          line.text.find(" non in esecuzione — fine sessione") != std::string_view::npos;
     if (missing) return readMissing(stage, line);
-    if (!mayBeAlive(stage)) return stage.depart(line.line, "the browser does not run");
+    if (!mayBeAlive(stage) && !stage.strange()) return stage.depart(line.line, "the browser does not run");
     monitor.grace = 0;
     if (line.begins("log", "[MONITOR] Finestra non visibile (")) return readInvisible(stage, line);
     monitor.invisible = 0;

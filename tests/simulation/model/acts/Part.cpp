@@ -53,7 +53,7 @@ bool isLoggedAfter(const std::vector<Entry>& entries, const Entry& entry, std::s
     const Entry* const end = entries.data() + entries.size();
     for (const Entry* next = &entry + 1; next < end && next - &entry < 6 && next->at == entry.at; ++next) {
         if (next->is("log", log)) return true;
-        if (next->is("tap")) return false;
+        if (next->is("tap") || next->begins("log", "[SESSION] Fine sessione: ")) return false;
     }
     return false;
 }
