@@ -144,7 +144,9 @@ def permissions(place):
     medium = "microphone" if match[1] == "Microfono" else "camera"
     decided = re.fullmatch(r"stato già definito \((\d)\)", match[2])
     if decided:
-        yield lambda scenario: scenario.mac.update({medium: PERMISSIONS.get(decided[1], "granted")})
+        value = PERMISSIONS.get(decided[1], "granted")
+        yield lambda scenario: scenario.mac.update({medium: value})
+        yield lambda scenario: scenario.at(place.before - 0.06, **{medium: value})
         return
     for moment in place.moments():
         yield lambda scenario, moment=moment: scenario.at(moment, permission="allow" if "✅" in match[2] else "refuse")
