@@ -70,7 +70,8 @@ TEST_F(WindowListTest, GoesFromFrontToBack) {
         return std::find_if(list->begin(), list->end(), [&](const auto& one) { return one.number == window.id(); }) -
                list->begin();
     };
-    EXPECT_LT(position(above), position(below));
+    // The window manager tells of the new order after it has shown the window.
+    EXPECT_TRUE(waitUntil([&] { return position(above) < position(below); }));
     X11Windows(below.connection()).activate(below.id());
     EXPECT_TRUE(waitUntil([&] { return position(below) < position(above); }));
 }
