@@ -64,7 +64,6 @@ void Background::seeParticipant(const Entry& entry) {
                              {"types into emailField", &client.email}}) {
         if (text.starts_with(id)) *field = quotedValue(text);
     }
-    const bool key = text == "presses the key return" || text.starts_with("presses the key return, ");
     const bool once = text.starts_with("presses the key ") && text.find(", ") == std::string::npos;
     if (once && !stage_.strange() && !client.tapLost) ++pressedKeys_;
     if (text.starts_with("presses the key ")) allowedKeys_ += once ? 1 : timesIn(text);
@@ -73,8 +72,8 @@ void Background::seeParticipant(const Entry& entry) {
     const Entry* const following = stage_.following(entry);
     const bool answers = text == "presses Return" && following != nullptr && following->is("answer");
     if (text == "presses Avvia sessione protetta" || text == "presses joinButton" ||
-        (text == "presses Return" && !answers) || key) {
-        stage_.add({.deed = Deed::joinTap, .way = Way::event, .at = entry.at, .line = entry.line, .sure = !key});
+        (text == "presses Return" && !answers)) {
+        stage_.add({.deed = Deed::joinTap, .way = Way::event, .at = entry.at, .line = entry.line});
     }
     if (text == "presses Nuova sessione" || text == "presses newSessionButton") {
         stage_.add({.deed = Deed::newSession, .way = Way::event, .at = entry.at, .line = entry.line});
@@ -152,6 +151,9 @@ void Background::seeKey(const Entry& entry) {
     const bool gone = entry.text.ends_with(swallowed);
     const std::string_view key = entry.text.substr(0, entry.text.find(' '));
     const std::string_view name = blockedName(key);
+    if (key == "return" && !gone) {
+        stage_.add({.deed = Deed::joinTap, .way = Way::event, .at = entry.at, .line = entry.line, .sure = false});
+    }
     stage_.turnTo("exactly the keys that would leave the meeting are swallowed, by their names");
     if (gone && (blocked_.empty() || blocked_ != name)) stage_.depart(entry.line, "the log does not say so");
     if (!gone && !blocked_.empty()) stage_.depart(entry.line, "it was told of as swallowed");
@@ -288,7 +290,10 @@ void Background::endDues(std::int64_t at, std::int64_t next) {
 void Background::endLooks(std::int64_t at, std::int64_t next) {
     Monitor& monitor = stage_.client().monitor;
     bool asked = std::exchange(looked_, false);
-    if (stage_.isHeld() && monitor.ticks.next == at && stage_.heldSince() == at) lookedBefore_ = asked;
+    if (stage_.isHeld() && monitor.ticks.next <= at && stage_.heldSince() == at) {
+        lookedBefore_ = asked;
+        monitor.unsure = monitor.unsure || asked;
+    }
     if (!monitor.active || stage_.isHeld() || stage_.isBusy() || stage_.departed()) return;
     asked = std::exchange(lookedBefore_, false) || asked;
     const bool strange = stage_.strange();
@@ -300,7 +305,8 @@ void Background::endLooks(std::int64_t at, std::int64_t next) {
                           "the look due at " + std::to_string(monitor.ticks.next) + " ms has to say something");
         }
         // One that had something to say has not been held yet.
-        if (silent) monitor.grace = monitor.invisible = 0;
+        if (silent && !strange) monitor.grace = monitor.invisible = 0;
+        monitor.unsure = strange && (silent || monitor.unsure);
         if (late) {
             monitor.ticks.fire(at);
         } else {

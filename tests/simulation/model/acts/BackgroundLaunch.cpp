@@ -72,7 +72,8 @@ void Background::seePermission(const Entry& entry) {
     answers_.erase(answer);
     if (launch_ != LaunchStep::prompts || --prompts_ > 0) return;
     launch_ = client.inLockdown && client.launcher == launcher_ ? LaunchStep::reset : LaunchStep::none;
-    launchAt_ = entry.at;
+    // It goes on from the main queue.
+    launchAt_ = std::max(entry.at, stage_.world().hangsUntil());
 }
 
 void Background::launchIsOver(std::int64_t at, bool attempts) {
@@ -118,7 +119,7 @@ void Background::seeLaunchLog(const Entry& entry) {
             const bool workspace = launcher_->name == "Safari" || launcher_->name == "Firefox";
             launch_ = workspace ? LaunchStep::open : LaunchStep::route;
             // An address that is none is not opened, and the next step comes at once.
-            if (workspace && !isPlainAddress(meeting_)) {
+            if (workspace && (!isPlainAddress(meeting_) || stage_.world().failsAddresses())) {
                 stage_.add({.deed = Deed::completion, .way = Way::queue, .at = entry.at, .sure = false});
             }
             return;
@@ -246,7 +247,8 @@ void Background::endLaunch(std::int64_t at, std::int64_t next) {
             if (!loose && launchAt_ <= at) stage_.depart(0, "the launch stops at " + std::to_string(launchAt_) + " ms");
             break;
         case LaunchStep::open:
-            if (launchAt_ <= at && !loose && isPlainAddress(meeting_)) stage_.depart(0, "Safari has to be asked");
+            if (launchAt_ <= at && !loose && isPlainAddress(meeting_) && !stage_.world().failsAddresses())
+                stage_.depart(0, "Safari has to be asked");
             if (launchAt_ <= at) launch_ = LaunchStep::none;
             break;
         case LaunchStep::settle:

@@ -46,6 +46,7 @@ struct Monitor {
     std::int64_t lastLook = -1;
     int invisible = 0;
     int grace = 0;
+    bool unsure = false;  // a look may have been silent, and these two reset by it
     bool confirmed = false;
 };
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "tests/simulation/model/acts/End.h"
 #include "tests/simulation/model/acts/Fullscreen.h"
@@ -84,6 +85,8 @@ void readMissing(Stage& stage, const Entry& line) {
     Monitor& monitor = stage.client().monitor;
     const auto& launcher = stage.client().launcher;
     if (isSurelyAlive(stage)) return stage.depart(line.line, "the browser runs");
+    if (std::exchange(monitor.unsure, false) && line.text.find(" non in esecuzione") != std::string_view::npos)
+        monitor.grace = 0;
     if (monitor.grace < 1) {
         stage.expectLog("[MONITOR] " + nameOf("Browser", launcher) + " non in esecuzione — fine sessione");
         return stopAndEnd(stage, EndCause::crashed);
@@ -149,6 +152,7 @@ void readInvisible(Stage& stage, const Entry& line) {
     stage.turnTo("a closed window ends the session on the second look");
     Monitor& monitor = stage.client().monitor;
     if (isSurelyVisible(stage)) return stage.depart(line.line, "the window is visible");
+    if (std::exchange(monitor.unsure, false) && line.text.ends_with("(1/6)")) monitor.invisible = 0;
     ++monitor.invisible;
     stage.expectLog("[MONITOR] Finestra non visibile (" + std::to_string(monitor.invisible) + "/6)");
     if (monitor.invisible < 2) return;
@@ -257,6 +261,7 @@ void lookAtBrowser(Stage& stage) {
     monitor.grace = 0;
     if (line.begins("log", "[MONITOR] Finestra non visibile (")) return readInvisible(stage, line);
     monitor.invisible = 0;
+    monitor.unsure = false;
     readGeometry(stage);
     const Entry* const next = stage.peek();
     if (next != nullptr && (next->at == stage.now() || stage.strange())) readFocus(stage);

@@ -48,10 +48,10 @@ Part partOfApplication(std::string_view text) {
     return Part::world;
 }
 
-/// Whether one of the next entries of the same moment is this log line.
+/// Whether this log line follows in the same moment, whatever other threads write before it.
 bool isLoggedAfter(const std::vector<Entry>& entries, const Entry& entry, std::string_view log) {
     const Entry* const end = entries.data() + entries.size();
-    for (const Entry* next = &entry + 1; next < end && next - &entry < 6 && next->at == entry.at; ++next) {
+    for (const Entry* next = &entry + 1; next < end && next->at == entry.at; ++next) {
         if (next->is("log", log)) return true;
         if (next->is("tap") || next->begins("log", "[SESSION] Fine sessione: ")) return false;
     }

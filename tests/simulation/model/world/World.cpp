@@ -109,7 +109,7 @@ void World::seeWindow(const Entry& entry) {
     if (inFull) window.fullScreen = true;
     if (left) window.fullScreen = false;
     if (!inFull && !left && !verb.skip(" opens at ") && !verb.skip(" is now at ")) return;
-    window.follows = false;
+    window.moved = window.follows = false;
     for (double* value : {&window.x, &window.y, &window.width, &window.height}) {
         *value = verb.number().value_or(0);
         verb.skip(" ");
@@ -140,7 +140,8 @@ void World::followDisplays(std::int64_t at) {
         const bool fills = std::any_of(displays_.begin(), displays_.end(), [&](const Display& display) {
             return display.width == window.width && display.height == window.height;
         });
-        if (fills) continue;
+        if (fills && !window.moved) continue;
+        window.moved = true;
         window.changed = at;
         window.follows = displays_.size() != 1;
         if (window.follows) continue;
@@ -158,7 +159,8 @@ void World::seeFault(const Entry& entry) {
     Words words(entry.text);
     if (words.skip("the client's main thread hangs for ")) {
         const double seconds = words.number().value_or(0);
-        strangeUntil_ = std::max(strangeUntil_, entry.at + static_cast<std::int64_t>(seconds * 1000) + aftermath);
+        hangsUntil_ = std::max(hangsUntil_, entry.at + static_cast<std::int64_t>(seconds * 1000 + 0.5));
+        strangeUntil_ = std::max(strangeUntil_, hangsUntil_ + aftermath);
     }
     failsBodies_ = failsBodies_ || entry.text.starts_with("JSON serialisations");
     failsAddresses_ = failsAddresses_ || entry.text.starts_with("no URL is formed");

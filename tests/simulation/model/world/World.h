@@ -24,7 +24,8 @@ struct AppWindow {
     bool fullScreen = false;
     bool minimised = false;
     bool closed = false;
-    bool follows = false;  // it has gone to another display, and fills that
+    bool moved = false;    // its display has gone, or got another size
+    bool follows = false;  // and which one it fills now is not known
     std::int64_t changed = 0;
 };
 
@@ -60,8 +61,9 @@ class World {
     /// True while the world does things whose times the model does not foresee: an application that does not answer, a
     /// client that hangs.
     bool strange(std::int64_t at) const { return silent_ > 0 || at <= strangeUntil_; }
-    std::int64_t lidClosed() const { return lidClosed_; }  // milliseconds in all
-    bool bent() const { return bent_; }                    // elements, lists or bodies fail by a fault
+    std::int64_t hangsUntil() const { return hangsUntil_; }  // the client's main thread
+    std::int64_t lidClosed() const { return lidClosed_; }    // milliseconds in all
+    bool bent() const { return bent_; }                      // elements, lists or bodies fail by a fault
     bool failsBodies() const { return failsBodies_; }
     bool failsAddresses() const { return failsAddresses_; }
 
@@ -83,6 +85,7 @@ class World {
     std::int64_t frontSince_ = -1;
     int silent_ = 0;
     std::int64_t strangeUntil_ = -1;
+    std::int64_t hangsUntil_ = -1;
     std::int64_t lidClosed_ = 0;
     bool bent_ = false;
     bool failsBodies_ = false;
