@@ -22,6 +22,7 @@ struct Scenario {
     std::optional<std::string> accessibility;
     std::optional<std::string> microphone;
     std::optional<std::string> camera;
+    bool lateFront = false;  // the client comes to the front 2 seconds after it has asked
     std::string bundleIdentifier = "biz.quorrin.vantrel";
     std::string address = "https://server.vantrel.example";
     std::int64_t latency = 50;  // milliseconds

@@ -11,6 +11,7 @@ namespace {
 /// What a change may still set off after it is over.
 constexpr std::int64_t aftermath = 12000;
 constexpr std::int64_t ownPid = 500;
+constexpr std::int64_t comesLate = 2000;
 
 double numberOf(const std::string& text) {
     return std::strtod(text.c_str(), nullptr);
@@ -18,7 +19,7 @@ double numberOf(const std::string& text) {
 
 }  // namespace
 
-World::World(const Scenario& scenario) {
+World::World(const Scenario& scenario) : lateFront_(scenario.lateFront) {
     for (const auto& row : scenario.displays) {
         if (row.size() == 5) {
             displays_.push_back({row[0], numberOf(row[1]), numberOf(row[2]), numberOf(row[3]), numberOf(row[4])});
@@ -40,6 +41,11 @@ bool readNamedProcess(std::string_view text, NamedProcess& named) {
 }
 
 void World::see(const Entry& entry) {
+    if (comesAt_ >= 0 && entry.at >= comesAt_) {
+        comesAt_ = -1;
+        front_ = 0;
+    }
+    if (lateFront_ && entry.is("client", "asks to come to the front")) comesAt_ = entry.at + comesLate;
     if (entry.is("application")) seeApplication(entry);
     if (entry.is("process")) seeProcess(entry);
     if (entry.is("app window")) seeWindow(entry);

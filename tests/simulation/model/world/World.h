@@ -81,6 +81,8 @@ class World {
     std::vector<Display> displays_;
     std::int64_t front_ = 0;
     std::int64_t lastOther_ = 0;
+    bool lateFront_ = false;
+    std::int64_t comesAt_ = -1;  // the client, without a line; -1 for never
     std::string_view frontName_, frontBefore_;
     std::int64_t frontSince_ = -1;
     int silent_ = 0;
