@@ -273,6 +273,7 @@ void Background::endDues(std::int64_t at, std::int64_t next) {
     for (std::size_t index = 0; index < dues.size() && !stage_.departed();) {
         const bool waits = strange && (dues[index].deed == Deed::spaceLook || !mayComeToNothing(dues[index]));
         if (dues[index].at >= next || stage_.blocks(dues[index].way) || waits) {
+            dues[index].sure = dues[index].sure && !(waits && dues[index].deed == Deed::spaceLook);
             ++index;
             continue;
         }
