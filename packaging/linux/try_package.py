@@ -12,6 +12,7 @@ from stage import CODE_FIELD, EMAIL_FIELD, END_SCREEN, LOCKDOWN_COMPLETE, NAME_F
 
 ENTRY = "/usr/share/applications/biz.quorrin.vantrel.desktop"
 FOLDER = ROOT / "build/package"
+DISPLAY = (1440, 900)
 
 
 class InsideClient(Client):
@@ -52,6 +53,9 @@ def main(fresh):
             stage.picture("join-screen")
             desktop.key("Return")
             check("the lockdown is complete", client.wait_for(LOCKDOWN_COMPLETE, 60))
+            check("the meeting is in full screen", "[FULLSCREEN] ✅ Fullscreen attivato via AX" in client.lines)
+            check("its page has opened there, and fills the display", until(
+                lambda: any((report.get("width"), report.get("height")) == DISPLAY for report in practice.reports()), 30))
             stage.picture("class")
             desktop.key("super+Tab")
             check("a key is swallowed", client.wait_for("[HOOK] 🚫 Bloccato: Cmd+Tab"))
@@ -60,6 +64,7 @@ def main(fresh):
             desktop.key("Return")
             check("the end screen comes", client.wait_for(END_SCREEN, 30))
             stage.picture("end-screen")
+            check("the browser has been closed", "[SESSION] Browser terminato" in client.lines)
             check("the server has been told", until(
                 lambda: any(heartbeat["disconnecting"] for heartbeat in practice.heartbeats())))
             check("the end screen has the keyboard", stage.has_keyboard())

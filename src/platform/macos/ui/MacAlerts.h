@@ -2,6 +2,8 @@
 
 #import <AppKit/AppKit.h>
 
+#include <memory>
+
 #include "platform/ui/Alerts.h"
 
 namespace vantrel::macos {
@@ -14,8 +16,14 @@ class MacAlerts final : public Alerts {
   private:
     NSModalResponse runWhereTheUserIs(NSAlert* alert, std::size_t lastButton);
 
-    // The last application in front, before an alert, that was not the client.
-    NSRunningApplication* before_ = nil;
+    struct InFront {
+        NSRunningApplication* application = nil;
+    };
+
+    static void giveTheFrontBack(const std::shared_ptr<InFront>& before, int times);
+
+    // Who was in front before an alert, until the front has been given back.
+    const std::shared_ptr<InFront> before_ = std::make_shared<InFront>();
 };
 
 }  // namespace vantrel::macos

@@ -24,28 +24,32 @@ bool hasTakenTheFront(NSApplication* application) {
     return application.active && !showsAWindow(application) && application.modalWindow == nil;
 }
 
+}  // namespace
+
 // From macOS 14 on, the system may say yes and not follow. A second request goes further than the first one.
-void giveTheFrontBack(NSRunningApplication* before, int times) {
+void MacAlerts::giveTheFrontBack(const std::shared_ptr<InFront>& before, int times) {
     NSApplication* application = NSApplication.sharedApplication;
-    if (times == 0 || before == nil || !hasTakenTheFront(application)) return;
+    // A later alert over the client itself takes nobody's place.
+    if (!application.active || showsAWindow(application)) before->application = nil;
+    NSRunningApplication* giveTo = before->application;
+    if (times == 0 || giveTo == nil || !hasTakenTheFront(application)) return;
     if (@available(macOS 14.0, *)) {
-        NSString* identifier = before.bundleIdentifier;
+        NSString* identifier = giveTo.bundleIdentifier;
         if (identifier != nil) [application yieldActivationToApplicationWithBundleIdentifier:identifier];
     }
-    MacRunningApplication::wrapEvenEnded(before)->activate(ActivationOptions::none);
+    MacRunningApplication::wrapEvenEnded(giveTo)->activate(ActivationOptions::none);
+    const std::shared_ptr<InFront> kept = before;
     dispatch_after(timeFromNow(FrontRequests::soon), dispatch_get_main_queue(), ^{
-      giveTheFrontBack(before, times - 1);
+      giveTheFrontBack(kept, times - 1);
     });
 }
-
-}  // namespace
 
 // In a lockdown the client has no window, and the browser is in front on a Space of its own. Nobody would see a
 // question on another Space, and it would hold up everything else. Going there would mean leaving the meeting.
 NSModalResponse MacAlerts::runWhereTheUserIs(NSAlert* alert, std::size_t lastButton) {
     NSApplication* application = NSApplication.sharedApplication;
     if (showsAWindow(application)) return [alert runModal];
-    if (!application.active) before_ = NSWorkspace.sharedWorkspace.frontmostApplication;
+    if (!application.active) before_->application = NSWorkspace.sharedWorkspace.frontmostApplication;
     NSModalResponse response = 0;
     {
         const AlertSight sight(alert, static_cast<NSInteger>(lastButton));
@@ -53,7 +57,7 @@ NSModalResponse MacAlerts::runWhereTheUserIs(NSAlert* alert, std::size_t lastBut
     }
     // The click on the alert's button may have brought the client to the front, where nothing takes keys. So the front
     // is given back, unless the answer has shown a window meanwhile.
-    NSRunningApplication* before = before_;
+    const std::shared_ptr<InFront> before = before_;
     dispatch_async(dispatch_get_main_queue(), ^{
       giveTheFrontBack(before, mostGivings);
     });

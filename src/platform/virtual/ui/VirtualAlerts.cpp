@@ -67,6 +67,8 @@ bool VirtualAlerts::hasTakenTheFront() const {
 }
 
 void VirtualAlerts::giveTheFrontBack(int times) {
+    // A later alert over the client itself takes nobody's place.
+    if (!dependencies_.activations.isClientInFront() || dependencies_.windows.front()) before_ = 0;
     if (times == 0 || !hasTakenTheFront()) return;
     const auto process = dependencies_.processes.find(before_);
     if (!process) return;
