@@ -141,7 +141,8 @@ void World::seeDisplays(const Entry& entry) {
 
 /// A full screen whose display has gone or has another size now fills one that there is. No line tells of it.
 void World::followDisplays(std::int64_t at) {
-    for (auto& [number, window] : windows_) {
+    for (auto& entry : windows_) {
+        auto& window = entry.second;
         if (!window.fullScreen || window.closed) continue;
         const bool fills = std::any_of(displays_.begin(), displays_.end(), [&](const Display& display) {
             return display.width == window.width && display.height == window.height;
