@@ -38,7 +38,8 @@ void MacAlerts::giveTheFrontBack(const std::shared_ptr<InFront>& before, int tim
         if (identifier != nil) [application yieldActivationToApplicationWithBundleIdentifier:identifier];
     }
     MacRunningApplication::wrapEvenEnded(giveTo)->activate(ActivationOptions::none);
-    const std::shared_ptr<InFront> kept = before;
+    // A copy: a block would keep the reference.
+    const std::shared_ptr<InFront> kept = before;  // NOLINT(performance-unnecessary-copy-initialization)
     dispatch_after(timeFromNow(FrontRequests::soon), dispatch_get_main_queue(), ^{
       giveTheFrontBack(kept, times - 1);
     });
