@@ -1,8 +1,8 @@
 """What a lockdown costs the Linux client: CPU time, wake-ups and memory while it stands, and memory over ten of
 them.
 
-lockdown_cost.py [MINUTES] prints two tables. It builds nothing; first run: script/build release vantrel
-vantrel-practice
+lockdown_cost.py [MINUTES] [--only-one] prints two tables, or with --only-one the first. It builds nothing; first run:
+script/build release vantrel vantrel-practice
 """
 
 import pathlib
@@ -21,10 +21,9 @@ from practice import Practice
 from stage import CODE_FIELD, END_SCREEN, LOCKDOWN_COMPLETE, NEW_SESSION_BUTTON, Stage
 
 CODE = "COSTO1"
-TICKS = 100
 
 
-def descendants(process):
+def with_guards(process):
     """The process and its guards. The browser is not the client's cost."""
     found = [process]
     for folder in pathlib.Path("/proc").iterdir():
@@ -37,20 +36,37 @@ def descendants(process):
     return found
 
 
-def cost(process):
-    """(CPU seconds, wake-ups, KiB of memory). Shared memory is divided by the number of its users."""
-    cpu = woken = memory = 0
-    for each in descendants(process):
-        fields = pathlib.Path(f"/proc/{each}/stat").read_text().rpartition(")")[2].split()
-        cpu += (int(fields[11]) + int(fields[12])) / TICKS
-        for thread in pathlib.Path(f"/proc/{each}/task").iterdir():
-            for line in (thread / "status").read_text().splitlines():
-                if line.startswith("voluntary_ctxt_switches"):
-                    woken += int(line.split()[1])
-        for line in pathlib.Path(f"/proc/{each}/smaps_rollup").read_text().splitlines():
-            if line.startswith("Pss:"):
-                memory += int(line.split()[1])
-    return cpu, woken, memory
+def memory(process):
+    """KiB. Shared memory is divided by the number of its users."""
+    rollups = (pathlib.Path(f"/proc/{each}/smaps_rollup").read_text() for each in with_guards(process))
+    return sum(int(line.split()[1]) for rollup in rollups for line in rollup.splitlines() if line.startswith("Pss:"))
+
+
+class Cost:
+    """CPU seconds and wake-ups of each thread so far."""
+
+    def __init__(self, process):
+        self.threads = {}
+        for each in with_guards(process):
+            for thread in pathlib.Path(f"/proc/{each}/task").iterdir():
+                status = (thread / "status").read_text()
+                woken = int(status.partition("\nvoluntary_ctxt_switches:")[2].split()[0])
+                # Nanoseconds on a processor. The clock ticks of "stat" are too coarse for a thread.
+                ran = int((thread / "schedstat").read_text().split()[0]) / 1e9
+                self.threads[thread] = ((thread / "comm").read_text().strip(), ran, woken)
+
+    def since(self, before):
+        """(name, CPU seconds, wake-ups) of each thread, the busiest first."""
+        none = ("", 0, 0)
+        rows = [(name, ran - before.threads.get(thread, none)[1], woken - before.threads.get(thread, none)[2])
+                for thread, (name, ran, woken) in self.threads.items()]
+        return sorted(rows, key=lambda row: -row[1])
+
+
+def print_cost(rows, seconds):
+    print(f"  {'':20} {'CPU, s':>8} {'% of a core':>12} {'wake-ups a second':>18}")
+    for name, ran, woken in [("all", sum(row[1] for row in rows), sum(row[2] for row in rows)), *rows]:
+        print(f"  {name:20} {ran:8.3f} {ran / seconds * 100:12.3f} {woken / seconds:18.2f}")
 
 
 def enter(stage, lockdowns):
@@ -71,7 +87,7 @@ def leave(stage, lockdowns):
     stage.click(NEW_SESSION_BUTTON)
 
 
-def main(minutes):
+def main(minutes, only_one):
     with tempfile.TemporaryDirectory() as name:
         folder = pathlib.Path(name)
         home = folder / "home"
@@ -84,21 +100,22 @@ def main(minutes):
                 stage = Stage(desktop, client, folder, lambda *_: None)
                 process = client.process.pid
                 enter(stage, 1)
-                cpu, woken, memory = cost(process)
+                before, begun, memory_before = Cost(process), time.monotonic(), memory(process)
                 time.sleep(minutes * 60)
-                cpu_end, woken_end, memory_end = cost(process)
-                seconds = minutes * 60
-                print(f"{minutes:g} minutes of a lockdown")
-                print(f"  CPU          {cpu_end - cpu:.2f} s, {(cpu_end - cpu) / seconds * 100:.2f} % of a core")
-                print(f"  wake-ups     {(woken_end - woken) / seconds:.1f} a second")
-                print(f"  memory       {memory / 1024:.1f} MiB at its start, {memory_end / 1024:.1f} MiB at its end",
+                rows, seconds = Cost(process).since(before), time.monotonic() - begun
+                print(f"{seconds / 60:.1f} minutes of a lockdown")
+                print_cost(rows, seconds)
+                print(f"  memory: {memory_before / 1024:.1f} MiB at its start, {memory(process) / 1024:.1f} MiB at its end",
                       flush=True)
                 leave(stage, 1)
+                if only_one:
+                    return
                 print("memory after each of ten lockdowns, MiB")
                 for lockdown in range(2, 12):
                     enter(stage, lockdown)
                     leave(stage, lockdown)
-                    print(f"  {cost(process)[2] / 1024:.1f}", flush=True)
+                    print(f"  {memory(process) / 1024:.1f}", flush=True)
 
 
-main(float(sys.argv[1]) if len(sys.argv) > 1 else 10)
+given = [argument for argument in sys.argv[1:] if argument != "--only-one"]
+main(float(given[0]) if given else 10, only_one="--only-one" in sys.argv)

@@ -7,6 +7,7 @@ import subprocess
 import tempfile
 import time
 
+from client import until
 from places import MANAGER
 
 # A session bus, as on every desktop. Otherwise the first program that wants one would leave one running. It starts no
@@ -125,6 +126,21 @@ class Desktop:
 
     def key(self, *keys):
         self.run("xdotool", "key", *keys)
+
+    def keys_pass(self):
+        """Whether keys reach an ordinary window, also one that a class swallows."""
+        tester = subprocess.Popen(["xev", "-event", "keyboard", "-name", "Tasti"], env=self.environment,
+                                  stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, text=True)
+        try:
+            until(lambda: self.windows("Tasti"), 30)
+            self.activate(self.windows("Tasti")[0])
+            until(lambda: self.focused() == "Tasti", 30)
+            self.key("super+q", "x")
+            time.sleep(0.5)
+        finally:
+            tester.terminate()
+        said = tester.communicate()[0]
+        return "keysym 0x71, q" in said and "keysym 0x78, x" in said
 
     def picture(self, path):
         """The whole screen as a PNG."""

@@ -1,6 +1,8 @@
 """The practice server and its control interface."""
 
+import contextlib
 import json
+import signal
 import subprocess
 import urllib.request
 
@@ -35,6 +37,15 @@ class Practice:
 
     def change_reply(self, **rule):
         return self._ask("POST", "/control/reply-rule", rule)
+
+    @contextlib.contextmanager
+    def stopped(self):
+        """It takes connections, and answers nothing."""
+        self._process.send_signal(signal.SIGSTOP)
+        try:
+            yield
+        finally:
+            self._process.send_signal(signal.SIGCONT)
 
     def received(self):
         return self._ask("GET", "/control/received")

@@ -1,223 +1,154 @@
 """Lockdowns back to back, with faults, and what each leaves behind. See script/soak."""
 
 import argparse
+import collections
 import os
-import pathlib
 import random
-import re
 import shutil
 import signal
-import subprocess
+import statistics
 import sys
 import time
 
-from places import PROGRAM, ROOT, SERVER, save_settings
-
-sys.path.insert(0, str(ROOT / "tests/practice"))
-
+import remains
 from browser import FAKE_DEVICES, Browser
 from checks import Checks
 from client import Client, until
 from desktop import Desktop
+from harm import ENDS, FAULTS, PATIENCE, Harm
+from places import MANAGER, PROGRAM, ROOT, SERVER, save_settings
 from practice import Practice
+from small_disk import SmallDisk
 from stage import CODE_FIELD, END_SCREEN, LOCKDOWN_COMPLETE, NEW_SESSION_BUTTON, Stage
 
 FOLDER = ROOT / "build/soak"
 CODE = "PROVA1"
 
-
-def children(process):
-    text = subprocess.run(["pgrep", "-P", str(process)], capture_output=True, text=True).stdout
-    return [int(child) for child in text.split()]
-
-
-def named(process, name):
-    try:
-        return pathlib.Path(f"/proc/{process}/comm").read_text().strip() == name
-    except OSError:
-        return False
+# Every kill and stop once, in as few classes as that takes.
+KILLS_AND_STOPS = [
+    ("stop_the_client kill_a_guard stop_the_browser", "kill_the_browser"),
+    ("stop_a_guard stop_the_client_and_kill_a_guard", "end_from_the_menu"),
+    ("kill_both_guards stop_both_guards", "kill_the_client"),
+]
 
 
-def memory(process):
-    """Megabytes that the process has in memory."""
-    found = re.search(r"^VmRSS:\s+(\d+)", pathlib.Path(f"/proc/{process}/status").read_text(), re.MULTILINE)
-    return int(found[1]) // 1024
+class Plan:
+    """What happens in each class: drawn from a seed until the time is over, or each kill and stop once."""
+
+    def __init__(self, seed, minutes, short):
+        self._chance = random.Random(seed)
+        self._deadline = time.monotonic() + minutes * 60
+        self._rest = list(KILLS_AND_STOPS) if short else None
+
+    @property
+    def is_over(self):
+        return not self._rest if self._rest is not None else time.monotonic() > self._deadline
+
+    def next(self):
+        if self._rest is not None:
+            faults, end = self._rest.pop(0)
+            return faults.split(), end
+        faults = self._chance.sample(FAULTS, 3)
+        # A client goes through some classes; the ends after which it goes on are the more frequent ones.
+        weights = [3 if end.goes_on else 1 for end in ENDS]
+        end = self._chance.choices(ENDS, weights)[0]
+        return [fault.__name__ for fault in faults], end.__name__
 
 
 class Run:
-    def __init__(self, desktop, practice, browser, home, check, chance):
-        self.desktop, self.practice, self.browser, self.home = desktop, practice, browser, home
-        self.check, self.chance, self.client, self.lockdowns = check, chance, None, 0
-        self.guards_seen = set()
+    def __init__(self, harm, home, check, plan):
+        self.harm, self.desktop, self.home, self.check, self.plan = harm, harm.desktop, home, check, plan
+        self.deeds, self.lockdowns, self.clients = collections.Counter(), 0, []
 
-    @property
-    def process(self):
-        return self.client.process.pid
-
-    def guards(self):
-        found = {child for child in children(self.process) if named(child, "vantrel-guard")}
-        self.guards_seen |= found
-        return found
-
-    def covered(self):
-        return self.desktop.windows("Vantrel overlay")
-
-    # Faults that a class survives.
-
-    def stop_the_client(self):
-        os.kill(self.process, signal.SIGSTOP)
-        self.check("a stopped client covers nothing", until(lambda: not self.covered(), 3))
-        os.kill(self.process, signal.SIGCONT)
-
-    def kill_a_guard(self):
-        self.harm_a_guard(signal.SIGKILL)
-
-    def stop_a_guard(self):
-        self.harm_a_guard(signal.SIGSTOP)
-
-    def harm_a_guard(self, number):
-        victim = self.chance.choice(sorted(self.guards()))
-        os.kill(victim, number)
-        self.check("the guard is replaced", until(lambda: len(self.guards()) == 2 and victim not in self.guards(), 8))
-
-    def cut_the_network(self):
-        self.practice.change_reply(path="/api/heartbeat", times=2, dropConnection=True)
-
-    def take_a_display_away(self):
-        self.desktop.run("xrandr", "--delmonitor", "Destro")
-        self.check("no cover is left where no display is", until(lambda: not self.covered(), 8))
-        self.desktop.run("xrandr", "--setmonitor", "Destro", "1440/366x900/229+1440+0", "none")
-        self.check("the display is covered again", until(self.covered, 8))
-
-    def flood_with_keys(self):
-        self.desktop.run("xdotool", "key", "--delay", "1", *["super+Tab", "b", "ctrl+Left"] * 100)
-
-    def fill_the_disk(self):
-        # What the client writes from now on does not fit anywhere.
-        subprocess.run(["prlimit", "--pid", str(self.process), "--fsize=0"], check=True)
-
-    # Ends. Each says whether the client goes on to the end screen, and whether it closes the browser.
-
-    def end_from_the_menu(self):
-        stage = self.stage
-        stage.open_status_menu()
-        stage.choose_the_end()
-        self.desktop.key("Return")
-        return True
-
-    def kill_the_browser(self):
-        started = [line for line in self.client.lines if line.startswith("[BROWSER] Google Chrome PID ")][-1]
-        os.kill(int(started.rpartition(" ")[2]), signal.SIGKILL)
-        return True
-
-    def leave_the_space(self):
-        self.desktop.run("xdotool", "set_desktop", 0)
-        return True
-
-    def kill_the_cover(self):
-        self.desktop.run("xdotool", "windowkill", until(self.covered)[0].identifier)
-        self.check("the client ends", self.client.ended() == 0)
-        return False
-
-    def kill_the_client(self):
-        os.kill(self.process, signal.SIGKILL)
-        self.client.ended()
-        # It cannot close its browser.
-        for process in self.browser.processes():
-            try:
-                os.kill(process, signal.SIGKILL)
-            except ProcessLookupError:
-                pass
-        return False
-
-    FAULTS = [stop_the_client, kill_a_guard, stop_a_guard, cut_the_network, take_a_display_away, flood_with_keys,
-              fill_the_disk]
-    ENDS = [end_from_the_menu, kill_the_browser, leave_the_space, kill_the_cover, kill_the_client]
-
-    def play(self, ends):
-        faults = self.chance.sample(self.FAULTS, 3)
-        end = self.chance.choice(ends)
-        print("A class: " + ", ".join(deed.__name__.replace("_", " ") for deed in [*faults, end]), flush=True)
-        self.lockdowns += 1
+    def play(self):
+        faults, end = self.plan.next()
+        print("A class: " + ", ".join(deed.replace("_", " ") for deed in [*faults, end]), flush=True)
         before = len(self.client.lines)
         fresh = lambda line: line in self.client.lines[before:]
         self.stage.fill(CODE_FIELD, CODE)
         self.desktop.key("Return")
-        if not self.check("the lockdown is complete", until(lambda: fresh(LOCKDOWN_COMPLETE), 30)):
+        if not self.check("the lockdown is complete", until(lambda: fresh(LOCKDOWN_COMPLETE), 60)):
             return False
+        self.lockdowns += 1
+        self.harm.disk.free()
         time.sleep(2)
-        self.check("two guards watch", until(lambda: len(self.guards()) == 2))
+        self.check("two guards watch", until(lambda: len(self.harm.guards()) == 2, PATIENCE))
         for fault in faults:
-            fault(self)
+            getattr(self.harm, fault)()
+            self.deeds[fault] += 1
             time.sleep(1)
-        goes_on = end(self)
-        if goes_on:
-            goes_on = self.check("the end screen comes", until(lambda: fresh(END_SCREEN), 20))
-        self.look_what_is_left()
+        deed = getattr(self.harm, end)
+        deed()
+        self.deeds[end] += 1
+        goes_on = deed.goes_on and self.check("the end screen comes", until(lambda: fresh(END_SCREEN), PATIENCE))
+        remains.look(self.harm, self.home, self.check, desktops_too=deed.gives_desktops_back)
         if goes_on:
             self.stage.click(NEW_SESSION_BUTTON)
         return goes_on
 
-    def look_what_is_left(self):
-        self.check("no process of the browser is left", until(lambda: not self.browser.processes(), 8))
-        self.check("no guard is left", until(lambda: not any(named(one, "vantrel-guard") for one in self.guards_seen), 8))
-        self.check("no display is covered", not self.covered())
-        self.check("the status item is gone", until(lambda: not self.desktop.windows("Vantrel status"), 5))
-        self.check("the desktops are as before",
-                   until(lambda: self.desktop.run("xdotool", "get_num_desktops").strip() == "4", 5))
-        self.check("keys are nobody's but the desktop's", self.keys_pass())
-        left = [path.name for path in (self.home / ".config/vantrel").iterdir() if path.name != "defaults.json"]
-        self.check(f"no file is left {left or ''}", not left)
-
-    def keys_pass(self):
-        tester = subprocess.Popen(["xev", "-event", "keyboard", "-name", "Tasti"], env=self.desktop.environment,
-                                  stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, text=True)
-        try:
-            until(lambda: self.desktop.windows("Tasti"), 5)
-            self.desktop.activate(self.desktop.windows("Tasti")[0])
-            until(lambda: self.desktop.focused() == "Tasti", 3)
-            self.desktop.key("super+q", "x")
-            time.sleep(0.5)
-        finally:
-            tester.terminate()
-        said = tester.communicate()[0]
-        return "keysym 0x71, q" in said and "keysym 0x78, x" in said
-
-    def play_until(self, deadline):
-        while time.monotonic() < deadline:
+    def play_all(self):
+        empty = None
+        while not self.plan.is_over:
             with Client(PROGRAM, self.desktop, self.home, FOLDER / "client.log") as self.client:
-                self.stage = Stage(self.desktop, self.client, FOLDER, self.check)
-                self.stage.window()
-                first, descriptors = memory(self.process), len(os.listdir(f"/proc/{self.process}/fd"))
-                while self.play(self.ENDS if time.monotonic() < deadline else self.ENDS[:1]):
-                    now, open_now = memory(self.process), len(os.listdir(f"/proc/{self.process}/fd"))
-                    print(f"  the client has {now} MB in memory ({first} at first), {open_now} files open ({descriptors})",
-                          flush=True)
-                    if time.monotonic() > deadline:
-                        break
-                check = self.check
-                crashes = [line for line in self.client.complaints if "terminate called" in line or "ASSERT" in line]
-                check(f"nothing failed inside {crashes or ''}", not crashes)
+                self.play_with_one_client()
+            windows = lambda: remains.windows(self.desktop)
+            # The window manager makes some of its own at the first class.
+            if empty is not None:
+                self.check("no window is left", until(lambda: windows() <= empty, PATIENCE))
+            empty = max(empty or 0, windows())
+
+    def play_with_one_client(self):
+        self.harm.client = self.client
+        self.stage = self.harm.stage = Stage(self.desktop, self.client, FOLDER, self.check)
+        self.stage.window()
+        self.check("the desktops are as before", until(lambda: remains.desktops(self.desktop) == 4, PATIENCE))
+        costs = [remains.cost(self.client.process.pid)]
+        while self.play():
+            costs.append(remains.cost(self.client.process.pid))
+            print(f"  the client has {costs[-1].memory} MB in memory ({costs[0].memory} at first), "
+                  f"{costs[-1].files} files open ({costs[0].files}), {costs[-1].threads} threads", flush=True)
+            if self.plan.is_over:
+                break
+        self.clients.append(costs)
+        crashes = [line for line in self.client.complaints if "terminate called" in line or "ASSERT" in line]
+        self.check(f"nothing failed inside {crashes or ''}", not crashes)
+
+    def sum_up(self):
+        print(f"\n{self.lockdowns} lockdowns of {len(self.clients)} clients under {MANAGER}:")
+        for deed, times in sorted(self.deeds.items()):
+            print(f"  {times:4}  {deed.replace('_', ' ')}")
+        several = [costs for costs in self.clients if len(costs) > 1]
+        if several:
+            grown = [costs[-1].memory - costs[0].memory for costs in several]
+            longest = max(several, key=len)
+            print(f"  memory from a client's start to its last class: {statistics.median(grown):+.0f} MB in the median, "
+                  f"{max(grown):+} at most")
+            print(f"  the longest one, {len(longest) - 1} classes: {' '.join(str(cost.memory) for cost in longest)} MB")
+            print(f"  files open more at the end than at the start: at most {max(c[-1].files - c[0].files for c in several)}")
 
 
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("--minutes", type=float, default=10)
     parser.add_argument("--seed", type=int, default=random.randrange(10**6))
+    parser.add_argument("--short", action="store_true")
     wanted = parser.parse_args()
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
-    print(f"seed {wanted.seed}", flush=True)
+    print("each kill and stop once" if wanted.short else f"seed {wanted.seed}", flush=True)
     shutil.rmtree(FOLDER, ignore_errors=True)
     home = FOLDER / "home"
-    home.mkdir(parents=True)
+    home.mkdir(parents=True, exist_ok=True)
     browser = Browser(home, FOLDER)
     browser.install(*FAKE_DEVICES)
     check = Checks()
-    with Desktop(ROOT) as desktop, Practice(SERVER, "--session", f"{CODE}=Una prova lunga") as practice:
+    with Desktop(ROOT) as desktop, Practice(SERVER, "--session", f"{CODE}=Una prova lunga") as practice, \
+            SmallDisk(home / ".config/vantrel") as disk:
         save_settings(home, {"vt_serverURL": practice.address, "vt_fullName": "Maria Bianchi",
                              "vt_email": "maria.bianchi@example.com"})
-        run = Run(desktop, practice, browser, home, check, random.Random(wanted.seed))
-        run.play_until(time.monotonic() + wanted.minutes * 60)
+        harm = Harm(desktop, practice, browser, disk, check, random.Random(wanted.seed))
+        run = Run(harm, home, check, Plan(wanted.seed, wanted.minutes, wanted.short))
+        run.play_all()
+        run.sum_up()
     print(f"{run.lockdowns} lockdowns, {check.failures} checks failed", flush=True)
     return 1 if check.failures else 0
 
