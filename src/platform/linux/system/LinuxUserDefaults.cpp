@@ -9,7 +9,7 @@
 #include <cstring>
 #include <system_error>
 
-#include "platform/linux/system/LinuxFileManager.h"
+#include "platform/linux/system/HomeDirectory.h"
 #include "platform/linux/system/SmallFile.h"
 
 namespace vantrel::linuxdesktop {
@@ -36,7 +36,7 @@ std::filesystem::path LinuxUserDefaults::standardFile() {
     // A relative folder is invalid and must be ignored (XDG base directories).
     const std::filesystem::path base = folder != nullptr && folder[0] == '/'
                                            ? std::filesystem::path(folder)
-                                           : std::filesystem::path(LinuxFileManager().homeDirectory()) / ".config";
+                                           : std::filesystem::path(homeOfThisUser()) / ".config";
     return base / "vantrel" / "defaults.json";
 }
 
