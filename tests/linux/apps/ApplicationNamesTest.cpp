@@ -13,6 +13,7 @@ TEST(ApplicationNames, KnowsTheClientAndTheBrowsersByTheirExecutables) {
     EXPECT_EQ(identifier("/usr/bin/vantrel"), "biz.quorrin.vantrel");
     EXPECT_EQ(identifier("/usr/lib/chromium/chromium"), "com.google.Chrome");
     EXPECT_EQ(identifier("/opt/google/chrome/chrome"), "com.google.Chrome");
+    EXPECT_EQ(identifier("/usr/bin/chromium-browser"), "com.google.Chrome");
     EXPECT_EQ(identifier("/usr/lib/firefox-esr/firefox-esr"), "org.mozilla.firefox");
     EXPECT_EQ(identifier("/opt/microsoft/msedge/msedge"), "com.microsoft.edgemac");
     EXPECT_EQ(applicationName("/opt/microsoft/msedge/msedge", {}).localizedName, "Microsoft Edge");

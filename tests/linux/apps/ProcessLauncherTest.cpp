@@ -13,9 +13,11 @@
 
 #include "platform/linux/apps/LinuxProcessLauncher.h"
 #include "platform/linux/apps/ProcFile.h"
+#include "platform/linux/apps/ProcessTable.h"
 #include "platform/linux/apps/StartedBundles.h"
 #include "platform/linux/system/FileDescriptor.h"
 #include "platform/linux/system/LinuxFileManager.h"
+#include "tests/linux/support/InstalledCommands.h"
 #include "tests/linux/support/TemporaryFolder.h"
 
 namespace vantrel::linuxdesktop {
@@ -157,6 +159,25 @@ TEST_F(ProcessLauncherTest, SaysInItalianWhyNothingWasStarted) {
 
 TEST_F(ProcessLauncherTest, LooksForNothingAlongThePath) {
     EXPECT_EQ(errorOf("true"), "Il file “true” non esiste.");
+}
+
+TEST_F(ProcessLauncherTest, StartsAnInstalledBrowserForTheExecutableThatMacOSHas) {
+    const InstalledCommands commands(folder.path());
+    const std::string edge = "/Applications/Microsoft Edge.app/Contents/MacOS/Microsoft Edge";
+    EXPECT_EQ(errorOf(edge), "Il file “Microsoft Edge” non esiste.");
+    const std::string program = commands.install(
+        "microsoft-edge", "printf '%s\\n' \"$0\" \"$@\" >" + (folder.path() / "output").string() + "\nexec sleep 60\n");
+    const auto result = launcher.launch(edge, {"--app=https://x", "due parole"});
+    ASSERT_TRUE(std::holds_alternative<ProcessIdentifier>(result));
+    const auto process = std::get<ProcessIdentifier>(result);
+    EXPECT_TRUE(waitUntil([&] { return contentsOf(folder.path() / "output").ends_with("due parole\n"); }));
+    EXPECT_EQ(contentsOf(folder.path() / "output"), program + "\n--app=https://x\ndue parole\n");
+    EXPECT_EQ(started.executableOf(*ProcessTable::find(process)), edge) << "it stays that application";
+    EXPECT_TRUE(launcher.sendSignal(process, SIGKILL));
+    EXPECT_TRUE(waitUntil([process] { return !isListed(process); }));
+    commands.install("microsoft-edge", "");
+    writeContents(program, "#!/vantrel/nessun/interprete\n");
+    EXPECT_EQ(errorOf(edge), "Il programma che deve eseguire il file “microsoft-edge” non esiste.");
 }
 
 TEST_F(ProcessLauncherTest, ABrokenLinkDoesNotExistForTheFileManagerEither) {

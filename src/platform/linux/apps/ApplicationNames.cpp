@@ -28,6 +28,7 @@ constexpr std::array entries{
     Entry{"google-chrome-stable", chromeName},
     Entry{"chrome", chromeName},
     Entry{"chromium", chromeName},
+    Entry{"chromium-browser", chromeName},
     Entry{"microsoft-edge", edgeName},
     Entry{"microsoft-edge-stable", edgeName},
     Entry{"msedge", edgeName},

@@ -2,16 +2,29 @@
 
 #include <chrono>
 #include <filesystem>
+#include <optional>
 #include <system_error>
 #include <utility>
 
 #include "platform/linux/apps/ApplicationBundle.h"
 #include "platform/linux/apps/ApplicationNames.h"
 #include "platform/linux/apps/ProcessTable.h"
+#include "platform/linux/system/InstalledBrowsers.h"
 #include "platform/linux/x11/X11Windows.h"
 #include "platform/portable/UTF8Validity.h"
 
 namespace vantrel::linuxdesktop {
+
+namespace {
+
+std::optional<std::string> executableIn(const std::filesystem::path& folder) {
+    std::error_code error;
+    if (std::filesystem::is_directory(folder, error)) return applicationExecutable(folder).string();
+    const auto installed = installedBrowser(folder.string());
+    return installed ? std::optional(installed->executable) : std::nullopt;
+}
+
+}  // namespace
 
 LinuxApplicationOpener::LinuxApplicationOpener(ProcessLauncher& launcher, const RunningApplications& applications,
                                                X11Windows& windows, DelayedWork& delayedWork)
@@ -35,20 +48,17 @@ ApplicationOpener::Result LinuxApplicationOpener::opened(const std::vector<URL>&
     const auto folder = applicationFolder(application);
     if (!folder) return PlatformError{"“" + application.absoluteString + "” non è un’applicazione."};
     const std::string name = "“" + repairedUTF8(folder->stem().string()) + "”";
-    std::error_code error;
-    if (!std::filesystem::is_directory(*folder, error)) {
-        return PlatformError{"Impossibile trovare l’applicazione " + name + "."};
-    }
+    const auto executable = executableIn(*folder);
+    if (!executable) return PlatformError{"Impossibile trovare l’applicazione " + name + "."};
     std::vector<std::string> arguments;
     arguments.reserve(urls.size());
     for (const URL& url : urls) arguments.push_back(url.absoluteString);
-    const std::string executable = applicationExecutable(*folder).string();
-    const auto launched = launcher_.launch(executable, arguments);
+    const auto launched = launcher_.launch(*executable, arguments);
     if (const auto* failure = std::get_if<PlatformError>(&launched)) {
         return PlatformError{"Impossibile aprire l’applicazione " + name + ". " + failure->localizedDescription};
     }
     auto running =
-        settled(std::get<ProcessIdentifier>(launched), std::string(applicationName(executable, {}).bundleIdentifier));
+        settled(std::get<ProcessIdentifier>(launched), std::string(applicationName(*executable, {}).bundleIdentifier));
     if (running && activates) running->activate(ActivationOptions::ignoringOtherApps);
     return running;
 }

@@ -11,9 +11,9 @@ namespace vantrel::linuxdesktop {
 
 class X11Windows;
 
-/// Opens addresses with the application in a folder `Name.app`: starts its executable in Contents/MacOS with the
-/// addresses as arguments. If that process hands them to a running instance and exits, the running instance is
-/// reported.
+/// Opens addresses with the application in a folder `Name.app`, or with the installed browser that stands for it (see
+/// installedBrowser()): starts its executable in Contents/MacOS with the addresses as arguments. If that process hands
+/// them to a running instance and exits, the running instance is reported.
 ///
 /// The handler is called on a background thread, once the application has a window, has ended, or two seconds have
 /// passed. Its application is null if the started process has exited and no other one has the same bundle identifier.

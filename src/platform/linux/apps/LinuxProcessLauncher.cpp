@@ -8,9 +8,19 @@
 #include "platform/linux/apps/LaunchErrorText.h"
 #include "platform/linux/apps/ReapedProcess.h"
 #include "platform/linux/apps/StartedBundles.h"
+#include "platform/linux/system/InstalledBrowsers.h"
 #include "platform/portable/UTF8Validity.h"
 
 namespace vantrel::linuxdesktop {
+
+namespace {
+
+std::string programAt(const std::string& executable) {
+    const auto installed = installedBrowser(executable);
+    return installed && installed->executable == executable ? installed->program : executable;
+}
+
+}  // namespace
 
 std::variant<ProcessIdentifier, PlatformError> LinuxProcessLauncher::launch(std::string_view executablePath,
                                                                             const std::vector<std::string>& arguments) {
@@ -18,10 +28,11 @@ std::variant<ProcessIdentifier, PlatformError> LinuxProcessLauncher::launch(std:
     if (!std::all_of(arguments.begin(), arguments.end(), isValidUTF8)) {
         return PlatformError{launchErrorText(executable, EINVAL)};
     }
-    std::vector<std::string> all{executable};
+    const std::string program = programAt(executable);
+    std::vector<std::string> all{program};
     all.insert(all.end(), arguments.begin(), arguments.end());
-    const StartedProcess started = startReaped(executable, all, ExecutableLookup::asItStands);
-    if (started.error != 0) return PlatformError{launchErrorText(executable, started.error)};
+    const StartedProcess started = startReaped(program, all, ExecutableLookup::asItStands);
+    if (started.error != 0) return PlatformError{launchErrorText(program, started.error)};
     started_.note(started.process, executable);
     return ProcessIdentifier{started.process};
 }

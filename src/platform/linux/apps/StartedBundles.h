@@ -12,8 +12,8 @@
 
 namespace vantrel::linuxdesktop {
 
-/// The processes that the client has started from folders `Name.app`. Such a process stays that application, whatever
-/// programs its script becomes on the way to the browser. Any thread.
+/// The processes that the client has started from folders `Name.app`, or for them. Such a process stays that
+/// application, whatever programs its script becomes on the way to the browser. Any thread.
 class StartedBundles {
   public:
     /// Does nothing if the executable lies in no such folder.
