@@ -85,6 +85,15 @@ class ContractHost {
     /// It ignores other arguments, and ends with the host.
     virtual std::string peerExecutable() = 0;
 
+    struct NamedPeer {
+        std::string executable;
+        /// As the client is to be told it.
+        std::string localizedName;
+    };
+    /// The tests' own application under a name that is not UTF-8. Where no file can have such a name, as on a Mac, it
+    /// is the application as it is.
+    virtual NamedPeer peerWhoseNameIsNotUTF8() = 0;
+
     /// The arguments that a process of the peer executable has received, in order. Empty until it has read them.
     virtual std::optional<std::vector<std::string>> argumentsReceived(ProcessIdentifier peer) = 0;
 

@@ -51,6 +51,11 @@ void skipOrFail(const std::optional<std::string>& reason) {
 
 }  // namespace
 
+void ContractTest::expectText(const PlatformError& failure) {
+    EXPECT_FALSE(failure.localizedDescription.empty());
+    EXPECT_TRUE(computer().unicode.isValidUTF8(failure.localizedDescription)) << failure.localizedDescription;
+}
+
 bool ContractTest::granted(bool done, const std::optional<std::string>& reason) {
     if (!done) skipOrFail(reason);
     return done;

@@ -39,6 +39,9 @@ class ContractTest : public testing::Test {
     /// Lets time pass until there are `count` notes.
     bool noted(std::size_t count);
 
+    /// A failure is told in UTF-8.
+    void expectText(const PlatformError& failure);
+
     /// Whether the system did what it may decline. If not, the test has failed or, if there is a reason why the system
     /// may decline it, is skipped with that; either way it has nothing left to ask.
     static bool granted(bool done, const std::optional<std::string>& reason);

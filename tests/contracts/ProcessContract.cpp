@@ -101,7 +101,7 @@ TEST_F(ProcessContract, WhatCannotBeExecutedIsToldAtOnceWithAText) {
         const auto result = computer().processLauncher.launch(path, {"--exits-at-once"});
         const auto* failure = std::get_if<PlatformError>(&result);
         ASSERT_NE(failure, nullptr) << path;
-        EXPECT_FALSE(failure->localizedDescription.empty()) << path;
+        expectText(*failure);
     }
 }
 
@@ -112,7 +112,7 @@ TEST_F(ProcessContract, AZeroByteInThePathOrInAnArgumentStartsNothing) {
         const auto result = computer().processLauncher.launch(path, {argument});
         const auto* error = std::get_if<PlatformError>(&result);
         ASSERT_TRUE(error) << std::get<ProcessIdentifier>(result);
-        EXPECT_FALSE(error->localizedDescription.empty());
+        expectText(*error);
     }
 }
 
@@ -120,7 +120,7 @@ TEST_F(ProcessContract, AnArgumentThatIsNotUTF8StartsNothing) {
     for (const std::string& argument : {std::string("\xff"), std::string("perch\xe9"), std::string("\xed\xa0\x80")}) {
         const auto result = computer().processLauncher.launch(host().peerExecutable(), {"--exits-at-once", argument});
         ASSERT_TRUE(std::holds_alternative<PlatformError>(result)) << std::get<ProcessIdentifier>(result);
-        EXPECT_FALSE(std::get<PlatformError>(result).localizedDescription.empty());
+        expectText(std::get<PlatformError>(result));
     }
 }
 
@@ -129,8 +129,32 @@ TEST_F(ProcessContract, AMissingFileWhoseNameIsNotUTF8IsToldInUTF8) {
     const auto result = computer().processLauncher.launch(host().missingPath() + "\xff", {});
     const auto* failure = std::get_if<PlatformError>(&result);
     ASSERT_TRUE(failure);
-    EXPECT_FALSE(failure->localizedDescription.empty());
-    EXPECT_TRUE(computer().unicode.isValidUTF8(failure->localizedDescription));
+    expectText(*failure);
+}
+
+TEST_F(ProcessContract, AnApplicationsNameIsToldInUTF8WhereverItIsTold) {
+    const auto peer = host().peerWhoseNameIsNotUTF8();
+    const auto result = computer().processLauncher.launch(peer.executable, {"--window=Lezione,100,100,400,300"});
+    ASSERT_TRUE(std::holds_alternative<ProcessIdentifier>(result));
+    const ProcessIdentifier process = std::get<ProcessIdentifier>(result);
+    ASSERT_TRUE(eventually([&] { return hasWindow(process); }));
+    const auto application = withProcess(process);
+    ASSERT_TRUE(application);
+    EXPECT_EQ(application->localizedName(), peer.localizedName);
+    const auto windows = computer().windowList.copy(WindowListOption::all);
+    ASSERT_TRUE(windows);
+    for (const WindowEntry& window : *windows) {
+        if (window.ownerPID == process) {
+            EXPECT_EQ(window.ownerName, peer.localizedName);
+        }
+    }
+    if (!broughtToTheFront(*application, ActivationOptions::none)) return;
+    std::optional<std::string> inFront;
+    host().onMain([&] {
+        const auto found = computer().frontmostApplication.frontmostApplication();
+        if (found) inFront = found->localizedName();
+    });
+    EXPECT_EQ(inFront, peer.localizedName);
 }
 
 TEST_F(ProcessContract, AnApplicationIsFoundByItsBundleIdentifierAndByItsProcess) {
@@ -415,7 +439,7 @@ TEST_F(OpenerContract, AnApplicationThatEndsBeforeTheAnswerIsTheOneThatIsTold) {
     ASSERT_TRUE(noted(1));
     const auto outcome = result();
     if (const auto* failure = std::get_if<PlatformError>(&outcome)) {
-        EXPECT_FALSE(failure->localizedDescription.empty());
+        expectText(*failure);
         return;
     }
     const auto application = std::get<std::shared_ptr<RunningApplication>>(outcome);
@@ -436,9 +460,18 @@ TEST_F(OpenerContract, TellsOnceWhyAnApplicationThatIsMissingWasNotOpened) {
     const auto outcome = result();
     const auto* failure = std::get_if<PlatformError>(&outcome);
     ASSERT_NE(failure, nullptr);
-    EXPECT_FALSE(failure->localizedDescription.empty());
+    expectText(*failure);
     host().letTimePass(0.3);
     EXPECT_EQ(notes(), Notes{"completion"});
+}
+
+TEST_F(OpenerContract, AMissingApplicationWhoseNameIsNotUTF8IsToldInUTF8) {
+    open(formed("file:///Nessun%FFa.app"));
+    ASSERT_TRUE(noted(1));
+    const auto outcome = result();
+    const auto* failure = std::get_if<PlatformError>(&outcome);
+    ASSERT_NE(failure, nullptr);
+    expectText(*failure);
 }
 
 }  // namespace

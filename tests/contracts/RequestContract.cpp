@@ -48,7 +48,7 @@ class RequestContract : public ContractTest {
 
     void expectFailure(const Ended& ended) {
         ASSERT_TRUE(ended.reply.error);
-        EXPECT_FALSE(ended.reply.error->localizedDescription.empty());
+        expectText(*ended.reply.error);
         EXPECT_FALSE(ended.reply.statusCode);
         EXPECT_FALSE(ended.reply.data);
     }

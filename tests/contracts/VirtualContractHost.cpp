@@ -85,7 +85,7 @@ VirtualContractHost::VirtualContractHost() : mac_(options()) {
     mac_.files().add(VirtualContractHost::plainFile(), virtualmac::FileKind::file);
     mac_.processes().install(VirtualContractHost::peerExecutable(), peer);
     mac_.network().setHandler(
-        [](const URLRequest&) { return NetworkAnswer::failure("Impossibile connettersi al server.", 0.01); });
+        [](const URLRequest&) { return NetworkAnswer::failure("Impossibile connettersi al \xffserver.", 0.01); });
 }
 
 Computer& VirtualContractHost::computer() {
@@ -121,6 +121,17 @@ std::string VirtualContractHost::refusingAddress() {
 
 std::string VirtualContractHost::peerExecutable() {
     return virtualmac::chromePath;
+}
+
+// No Mac has such a file. It is the name that a Mac could only get wrong.
+ContractHost::NamedPeer VirtualContractHost::peerWhoseNameIsNotUTF8() {
+    const std::string path = "/Applications/Calcolo.app/Contents/MacOS/Calcolo";
+    mac_.processes().install(path, [](const std::vector<std::string>& arguments) {
+        virtualmac::InstalledApplication made = peer(arguments);
+        made.application.name = "Calc\xffolo";
+        return made;
+    });
+    return {path, "Calc\uFFFDolo"};
 }
 
 std::optional<std::vector<std::string>> VirtualContractHost::argumentsReceived(ProcessIdentifier peer) {

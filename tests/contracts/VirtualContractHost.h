@@ -44,6 +44,7 @@ class VirtualContractHost : public ContractHost,
     std::string refusingAddress() override;
 
     std::string peerExecutable() override;
+    NamedPeer peerWhoseNameIsNotUTF8() override;
     std::optional<std::vector<std::string>> argumentsReceived(ProcessIdentifier peer) override;
     ProcessIdentifier startPeerWithoutWaiting() override;
 

@@ -116,6 +116,7 @@ class LinuxContractHost final : public contracts::ContractHost,
     }
 
     std::string peerExecutable() override { return peers_.executable().string(); }
+    NamedPeer peerWhoseNameIsNotUTF8() override { return {peers_.copyCalled("Calc\xffolo").string(), "Calc\uFFFDolo"}; }
     std::optional<std::vector<std::string>> argumentsReceived(ProcessIdentifier peer) override {
         return peers_.argumentsReceived(peer);
     }

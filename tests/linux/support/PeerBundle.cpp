@@ -2,6 +2,7 @@
 
 #include <signal.h>
 
+#include <algorithm>
 #include <chrono>
 #include <thread>
 
@@ -11,8 +12,15 @@
 namespace vantrel::linuxdesktop {
 
 PeerBundle::PeerBundle(const std::filesystem::path& parent) : folder_(parent / "Google Chrome.app") {
-    std::filesystem::create_directories(executable().parent_path());
-    std::filesystem::copy_file(VANTREL_PEER, executable());
+    copyCalled("Google Chrome");
+}
+
+std::filesystem::path PeerBundle::copyCalled(const std::string& name) {
+    const auto executable = folder_.parent_path() / (name + ".app") / "Contents/MacOS" / name;
+    std::filesystem::create_directories(executable.parent_path());
+    std::filesystem::copy_file(VANTREL_PEER, executable);
+    executables_.push_back(executable);
+    return executable;
 }
 
 std::optional<std::vector<std::string>> PeerBundle::argumentsReceived(ProcessIdentifier peer) const {
@@ -30,7 +38,7 @@ std::optional<std::vector<std::string>> PeerBundle::argumentsReceived(ProcessIde
 
 void PeerBundle::endAll() const {
     for (const ProcessEntry& entry : ProcessTable::all()) {
-        if (entry.executablePath != executable()) continue;
+        if (std::find(executables_.begin(), executables_.end(), entry.executablePath) == executables_.end()) continue;
         kill(entry.process, SIGKILL);
         for (int waited = 0; waited < 1000 && ProcessTable::startTime(entry.process) == entry.startTime; ++waited) {
             std::this_thread::sleep_for(std::chrono::milliseconds(1));

@@ -17,6 +17,9 @@ class PeerBundle {
     const std::filesystem::path& folder() const { return folder_; }
     std::filesystem::path executable() const { return folder_ / "Contents/MacOS/Google Chrome"; }
 
+    /// The executable of a copy beside it, "NAME.app".
+    std::filesystem::path copyCalled(const std::string& name);
+
     /// Empty until it has read them.
     std::optional<std::vector<std::string>> argumentsReceived(ProcessIdentifier peer) const;
 
@@ -25,6 +28,7 @@ class PeerBundle {
 
   private:
     std::filesystem::path folder_;
+    std::vector<std::filesystem::path> executables_;
 };
 
 }  // namespace vantrel::linuxdesktop

@@ -129,6 +129,8 @@ class MacContractHost final : public contracts::ContractHost,
     }
 
     std::string peerExecutable() override { return peers_.executable().string(); }
+    // A Mac's file systems refuse other names.
+    NamedPeer peerWhoseNameIsNotUTF8() override { return {peerExecutable(), "Google Chrome"}; }
     std::optional<std::vector<std::string>> argumentsReceived(ProcessIdentifier peer) override {
         return peers_.argumentsReceived(peer);
     }
