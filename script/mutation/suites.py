@@ -19,6 +19,10 @@ TIMES_LONGER, RUN_TIMES_LONGER, SECONDS = 10, 2, 5
 MEMORY = 4 << 30
 
 
+# The random classes that a mutant is run against, and how many of them make one test.
+CLASSES, CLASSES_AT_ONCE = 200, 20
+
+
 @dataclasses.dataclass
 class Test:
     suite: object
@@ -101,14 +105,48 @@ class Scenarios:
         return None
 
 
+class RandomClasses:
+    """Random classes, judged by a model of the rules. They are no tests of one rule, and run after all others."""
+
+    name = "random class"
+    comes_last = True
+
+    def __init__(self, program):
+        self.program = program
+
+    def tests(self):
+        return [Test(self, f"{first}..{first + CLASSES_AT_ONCE - 1}") for first in range(1, CLASSES + 1, CLASSES_AT_ONCE)]
+
+    def passes(self, tests, variables, timeout):
+        for test in tests:
+            status, output = run([str(self.program), "--seeds", test.name, "--shrink", "0"], variables, None, timeout)
+            if status == 0:
+                continue
+            lines = [line.strip() for line in output.decode(errors="replace").splitlines()]
+            broken = [f"{lines[place].split()[1]} {lines[place + 1]}" for place in range(len(lines) - 1)
+                      if lines[place].startswith("class ")]
+            return f"{self.name} {broken[0] if broken else test.name + ' hung' if status is None else test.name + ' failed'}"
+        return None
+
+
 def of_the_rules(build, root):
-    """The rules' own tests, as the build's list has them, and the scenarios."""
+    """The rules' own tests, as the build's list has them, the scenarios, and random classes."""
     modules = [build / "tests" / module for module in ("server", "browser", "lockdown", "session", "app")]
     entries = json.loads((build / "named-tests.json").read_text(encoding="utf-8"))
     found = [GoogleTests(entry["name"], entry["command"], dict(word.split("=", 1) for word in entry["environment"]),
                          entry["folder"], entry["whole"])
              for entry in entries if pathlib.Path(entry["folder"]) in modules]
-    return [*found, Scenarios(build / "rehearsal/vantrel-rehearse", root / "tests/scenarios")]
+    return [*found, Scenarios(build / "rehearsal/vantrel-rehearse", root / "tests/scenarios"),
+            RandomClasses(build / "tests/simulation/program/vantrel-simulate")]
+
+
+def comes_last(test):
+    return getattr(test.suite, "comes_last", False)
+
+
+def is_by_classes(killer):
+    """Whether nothing but a random class has killed a mutant, from what Bench.killer says."""
+    return killer.startswith(RandomClasses.name)
 
 
 class Bench:
@@ -137,13 +175,13 @@ class Bench:
         return wrong
 
     def batches(self, mutant):
-        """Of the tests that reach it: the fast before the slow, of each suite together."""
-        reaching = [test for test in self.tests if test.reaches(mutant)]
-        for chosen in (lambda test: test.seconds < SLOW, lambda test: test.seconds >= SLOW):
-            by_suite = {}
-            for test in sorted(filter(chosen, reaching), key=lambda test: test.seconds):
-                by_suite.setdefault(test.suite, []).append(test)
-            yield from sorted(by_suite.values(), key=lambda batch: sum(test.seconds for test in batch))
+        """Of the tests that reach it: the fast before the slow, of each suite together; last the random classes."""
+        by_stage = {}
+        for test in sorted((test for test in self.tests if test.reaches(mutant)), key=lambda test: test.seconds):
+            stage = 2 if comes_last(test) else 1 if test.seconds >= SLOW else 0
+            by_stage.setdefault(stage, {}).setdefault(test.suite, []).append(test)
+        for stage in sorted(by_stage):
+            yield from sorted(by_stage[stage].values(), key=lambda batch: sum(test.seconds for test in batch))
 
     def killer(self, mutant):
         """What tells the mutant from the original; None if nothing does."""

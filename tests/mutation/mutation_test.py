@@ -125,13 +125,79 @@ def a_failing_test_stops_the_run_before_any_mutant():
     return same(wrong, ["door Door.LetsInWhoHasATicketUntilTheHouseIsFull failed"])
 
 
-def a_wrong_command_line_is_refused():
+@functools.cache
+def mutate():
     loader = importlib.machinery.SourceFileLoader("mutate", str(ROOT / "script/mutate"))
-    mutate = importlib.util.module_from_spec(importlib.util.spec_from_loader("mutate", loader))
-    loader.exec_module(mutate)
+    module = importlib.util.module_from_spec(importlib.util.spec_from_loader("mutate", loader))
+    loader.exec_module(module)
+    return module
+
+
+def a_wrong_command_line_is_refused():
     with contextlib.redirect_stderr(io.StringIO()):
-        return same([mutate.main(["src/platform"]), mutate.options(["src/lockdown/", "--jobs", "1"])[0]],
+        return same([mutate().main(["src/platform"]), mutate().options(["src/lockdown/", "--jobs", "1"])[0]],
                     [2, ["src/lockdown"]])
+
+
+def classes_that_say(text, status):
+    """In place of the program that plays random classes."""
+    program = house().folder / f"classes-{status}"
+    program.write_text(f"#!/bin/sh\nprintf '{text}'\nexit {status}\n", encoding="utf-8")
+    program.chmod(0o755)
+    return suites.RandomClasses(program)
+
+
+def random_classes_are_run_after_all_tests():
+    bench = suites.Bench([classes_that_say("", 0), house().bench.tests[0].suite], house().folder, 1)
+    for test in bench.tests:
+        test.record = b"\1\1"
+    bench.tests[-1].seconds = 2 * suites.SLOW
+    batches = [sorted({test.suite.name for test in batch}) for batch in bench.batches(1)]
+    return same(batches[-1], ["random class"]) or same(batches.count(["random class"]), 1)
+
+
+def a_random_class_that_breaks_a_rule_kills_and_is_named():
+    suite = classes_that_say("class 7:\\n  One end (line 3 of the transcript): two\\n  again: x\\n", 1)
+    killer = suite.passes(suite.tests(), {}, 10)
+    return (same(killer, "random class 7: One end (line 3 of the transcript): two") or
+            same([suites.is_by_classes(killer), suites.is_by_classes("scenario ends.by-menu failed")], [True, False]) or
+            same(classes_that_say("", 0).passes(suite.tests(), {}, 10), None))
+
+
+def reported(outcomes, explanations):
+    """What a report of these says, after its first line, and the report itself."""
+    module = mutate()
+    with tempfile.TemporaryDirectory(dir=house().folder) as folder:
+        module.BUILD, module.EXPLAINED, module.ROOT = (pathlib.Path(folder), pathlib.Path(folder) / "testing.md",
+                                                       pathlib.Path(folder))
+        module.EXPLAINED.write_text("".join(f"    {line}\n" for line in explanations), encoding="utf-8")
+        with contextlib.redirect_stdout(io.StringIO()):
+            unexplained = module.Report("src/door").write(outcomes)
+        again = module.Report("src/door").last_killers()
+        return unexplained, (pathlib.Path(folder) / "door.txt").read_text(encoding="utf-8"), again
+
+
+def twins():
+    """Two mutants of a line that read the same."""
+    return [source.Mutant(number, "src/door/Door.cpp", 4, "constant", "0", "1") for number in (3, 5)]
+
+
+def an_explanation_is_for_one_survivor():
+    line = "src/door/Door.cpp: constant: 0 → 1"
+    outcomes = [(mutant, None, True) for mutant in twins()]
+    return same([reported(outcomes, [line] * times)[0] for times in range(3)], [2, 1, 0])
+
+
+def what_only_random_classes_killed_is_told_apart():
+    killer = "random class 7: One end: two"
+    text = reported([(twins()[0], killer, True), (twins()[1], "door Door.Opens failed", True)], [])[1]
+    return (same(text.splitlines()[0].split(";")[0], "2 of 2 mutants killed, 1 of them by random classes only") or
+            same(f"3: src/door/Door.cpp:4: constant: 0 → 1: {killer}" in text.splitlines(), True))
+
+
+def twins_of_a_line_are_told_apart_the_next_time():
+    again = reported([(twins()[0], None, True), (twins()[1], "door Door.Opens failed", True)], [])[2]
+    return same([again[key] for key in mutate().keys(twins())], [None, "door Door.Opens failed"])
 
 
 # The tests look at neither the order of lines nor all of their texts, at no night, no red light, nor a payment that is just
@@ -158,7 +224,10 @@ TESTS = [without_a_mutant_the_tests_pass, the_sources_are_not_touched, what_no_t
          every_kind_of_mutant_is_there, a_mutant_is_killed_by_the_test_that_executes_it, a_mutant_that_never_ends_is_killed,
          a_constant_that_the_compiler_knows_is_mutated, a_mutant_is_run_against_the_tests_that_execute_it_only,
          what_cannot_be_compiled_is_left_out_and_told, a_source_that_cannot_be_read_is_an_error,
-         a_failing_test_stops_the_run_before_any_mutant, a_wrong_command_line_is_refused]
+         a_failing_test_stops_the_run_before_any_mutant, a_wrong_command_line_is_refused,
+         random_classes_are_run_after_all_tests, a_random_class_that_breaks_a_rule_kills_and_is_named,
+         an_explanation_is_for_one_survivor, what_only_random_classes_killed_is_told_apart,
+         twins_of_a_line_are_told_apart_the_next_time]
 
 if __name__ == "__main__":
     sys.exit(named_tests.main({"Mutation." + test.__name__: test for test in TESTS}, sys.argv[2:]))

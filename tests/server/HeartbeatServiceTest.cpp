@@ -307,6 +307,55 @@ TEST_F(HeartbeatServiceTest, LogsNothingOfANoticeThatCannotBeMade) {
     EXPECT_THAT(logLines(), IsEmpty());
 }
 
+/// Log lines, and what is posted to the main queue, in order.
+struct Order : Log, DispatchQueue, Dispatch, RunLoop {
+    void print(std::string_view line) override { happened.emplace_back(line); }
+    void async(Block) override { happened.emplace_back("posted"); }
+    void asyncAfter(double, Block) override {}
+    DispatchQueue& mainQueue() override { return *this; }
+    DispatchQueue& userInitiatedQueue() override { return *this; }
+    std::shared_ptr<Semaphore> makeSemaphore(int) override { return nullptr; }
+    std::shared_ptr<DispatchGroup> makeGroup() override { return nullptr; }
+    std::unique_ptr<Timer> scheduledTimer(double, bool, Block block) override {
+        tick = std::move(block);
+        return nullptr;
+    }
+
+    std::vector<std::string> happened;
+    Block tick;
+};
+
+/// What the service says and posts with these replies, one a heartbeat.
+std::vector<std::string> orderWith(const URLReply& reply, int heartbeats) {
+    Order order;
+    singlethread::SingleThreadComputer computer;
+    computer.session.replies = {reply};
+    const auto service =
+        std::make_shared<HeartbeatService>(HeartbeatService::Identity{"https://server.example", "C", "T", "V"},
+                                           computer.requests(), order, order, computer.clock, computer.dates, order);
+    service->start();
+    for (int more = 1; more < heartbeats; ++more) order.tick();
+    return order.happened;
+}
+
+TEST(HeartbeatService, LogsTheServersEndBeforeTheMainThreadMayActOnIt) {
+    URLReply reply;
+    reply.statusCode = 200;
+    reply.data = R"({"sessionEnded":true})";
+    EXPECT_THAT(orderWith(reply, 1), ElementsAre("[HEARTBEAT] Avviato (ogni 15s) → https://server.example",
+                                                 "[HEARTBEAT] Sessione terminata dal backend", "posted"));
+}
+
+TEST(HeartbeatService, LogsTooManyErrorsBeforeTheMainThreadMayActOnThem) {
+    URLReply reply;
+    reply.error = PlatformError{"no"};
+    const auto happened = orderWith(reply, 20);
+    ASSERT_THAT(happened, SizeIs(23));
+    EXPECT_EQ(happened[20], "[HEARTBEAT] Errore (20/20): no");
+    EXPECT_EQ(happened[21], "[HEARTBEAT] Troppi errori — fine sessione");
+    EXPECT_EQ(happened[22], "posted");
+}
+
 /// Eight threads add violations while the main thread drains: none is lost, none is sent twice, and each thread's stay
 /// in order.
 TEST(HeartbeatService, TakesViolationsFromManyThreadsWhileTheyAreDrained) {

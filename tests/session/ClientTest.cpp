@@ -113,6 +113,21 @@ std::vector<std::string> ClientTest::bodies(std::string_view path) {
     return found;
 }
 
+double ClientTest::timeOfAReadThatHangs() {
+    mac().processes().install(virtualmac::edgePath, virtualmac::edge());
+    const auto process = mac().processes().start(virtualmac::edgePath);
+    mac().runFor(1);
+    mac().accessibility().setUnresponsive(process, true);
+    double waited = 0;
+    mac().inBackground([&] {
+        const double began = computer().clock.uptime();
+        computer().accessibility.application(process)->attribute("AXWindows");
+        waited = computer().clock.uptime() - began;
+    });
+    mac().runFor(accessibilityTimeout + 1);
+    return waited;
+}
+
 void ClientTest::expectNothingLeft() {
     mac().runUntilIdle();
     const auto left = mac().leftovers();

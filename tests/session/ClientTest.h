@@ -43,6 +43,8 @@ class ClientTest : public virtualmac::MacTest {
     std::vector<std::string> requests();
     /// The bodies sent to addresses that end in `path`.
     std::vector<std::string> bodies(std::string_view path);
+    /// For how many seconds of uptime a read of another application that hangs blocks. Starts that application.
+    double timeOfAReadThatHangs();
     /// Fails if anything of a lockdown is left.
     void expectNothingLeft();
 

@@ -25,6 +25,16 @@ class ControllerLifetimeTest : public ClientTest {
         mac().onMain([this] { kept_.reset(); });
     }
 
+    /// On the main thread.
+    void forget() { kept_.reset(); }
+
+    void pressAndDrop() {
+        mac().onMain([this] {
+            kept_->joinTapped();
+            kept_.reset();
+        });
+    }
+
     /// Makes the main thread busy for a second, so that blocks collect in its queue, and drops the controller before
     /// they run.
     void dropBeforeWhatIsQueued() {
@@ -83,6 +93,53 @@ TEST_F(ControllerLifetimeTest, AsksForNoNewerClientOnceItIsGone) {
     mac().runFor(10);
     EXPECT_TRUE(controller.expired());
     EXPECT_THAT(alerts(), IsEmpty());
+}
+
+TEST_F(ControllerLifetimeTest, AsksForNoSessionOnceItIsGone) {
+    const auto controller = make();
+    mac().runFor(2);
+    participant().type("sessionCodeField", "NQRP5D");
+    mac().runFor(0);
+    const auto before = requests().size();
+    pressAndDrop();
+    mac().runFor(10);
+    EXPECT_TRUE(controller.expired());
+    // With real threads the join's own thread may come first.
+    if (!virtualmac::isFreeRunning()) {
+        EXPECT_EQ(requests().size(), before);
+    }
+}
+
+TEST_F(ControllerLifetimeTest, OpensNoBrowserAfterAPromptOnceItIsGone) {
+    mac().capture().setStatus(MediaType::audio, AuthorizationStatus::notDetermined);
+    const auto controller = make();
+    mac().runFor(2);
+    join();
+    mac().runFor(2);
+    ASSERT_EQ(mac().capture().prompts(), 1u);
+    drop();
+    EXPECT_TRUE(controller.expired());
+    participant().answerPermissionPrompt(true);
+    mac().runFor(10);
+    EXPECT_EQ(logLines().back(), "[TCC] Microfono: ✅ concesso");
+    EXPECT_THAT(events(ProcessEvent::started), IsEmpty());
+}
+
+/// The monitor's look is due while the controller's last reference is about to go.
+TEST_F(ControllerLifetimeTest, EndsNoSessionOnceItIsGone) {
+    const auto controller = make();
+    mac().runFor(2);
+    enterLockdown();
+    mac().processes().exit(mac().processes().running("com.google.Chrome")->processIdentifier());
+    mac().runFor(0);
+    forgetEvents();
+    mac().postToMain([this] {
+        computer().threads.sleep(2);
+        computer().dispatch.mainQueue().async([this] { forget(); });
+    });
+    mac().runFor(10);
+    EXPECT_TRUE(controller.expired());
+    for (const auto& line : logLines()) EXPECT_THAT(line, testing::Not(testing::StartsWith("[SESSION]")));
 }
 
 /// From the press of the join button into the complete lockdown, a moment every tenth of a second.

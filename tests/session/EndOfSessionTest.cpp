@@ -1,7 +1,9 @@
 #include <gmock/gmock.h>
 
+#include "app/ApplicationMain.h"
 #include "session/MainWindowController.h"
 #include "tests/session/ClientTest.h"
+#include "tests/session/ReplacedCapabilities.h"
 
 namespace vantrel {
 namespace {
@@ -73,6 +75,70 @@ TEST_F(EndOfSessionTest, TakesTheStatusItemAwayBeforeTheWindowComesBack) {
                                    Pair(WindowEvent::shown, "Vantrel"), Pair(ClientEvent::activate, ""),
                                    Pair(ControlEvent::text, "endMessageLabel"), Pair(ViewEvent::hidden, "joinView"),
                                    Pair(ViewEvent::shown, "endView")));
+}
+
+/// The system's menu bar, with a note of what was removed from it.
+class WatchedStatusBar : public StatusBar {
+  public:
+    WatchedStatusBar(StatusBar& bar, bool& isRemoved) : bar_(bar), isRemoved_(isRemoved) {}
+
+    std::unique_ptr<StatusItem> statusItem(double length) override {
+        EXPECT_EQ(length, variableStatusItemLength);
+        auto item = bar_.statusItem(length);
+        made_ = item.get();
+        return item;
+    }
+
+    void removeStatusItem(StatusItem& item) override {
+        isRemoved_ = &item == made_;
+        bar_.removeStatusItem(item);
+    }
+
+  private:
+    StatusBar& bar_;
+    bool& isRemoved_;
+    const StatusItem* made_ = nullptr;
+};
+
+TEST_F(EndOfSessionTest, RemovesTheStatusItemFromTheBarWhileTheItemLives) {
+    bool isRemoved = false;
+    mac().launch([&isRemoved](Computer& computer) {
+        WatchedStatusBar bar(computer.statusBar, isRemoved);
+        ReplacedCapabilities replaced;
+        replaced.statusBar = &bar;
+        applicationMain(replaced.in(computer));
+    });
+    mac().runFor(2);
+    enterLockdown();
+    EXPECT_FALSE(isRemoved);
+    askToEnd();
+    participant().answerAlert("Termina");
+    mac().runFor(10);
+    EXPECT_TRUE(isRemoved);
+    expectNothingLeft();
+    end();
+}
+
+TEST_F(EndOfSessionTest, LeavesNoShorterTimeoutForAnApplicationThatHangs) {
+    launch();
+    enterLockdown();
+    askToEnd();
+    participant().answerAlert("Termina");
+    mac().runFor(10);
+    EXPECT_DOUBLE_EQ(timeOfAReadThatHangs(), accessibilityTimeout);
+}
+
+TEST_F(EndOfSessionTest, SaysNothingOfAHeartbeatThatFailsAfterIt) {
+    launch();
+    enterLockdown();
+    answer(heartbeat(), NetworkAnswer::failure("Richiesta scaduta.", 8));
+    mac().runUntil(36);
+    answer(heartbeat(), NetworkAnswer::reply(200, "{}"));
+    askToEnd();
+    participant().answerAlert("Termina");
+    mac().runFor(20);
+    EXPECT_EQ(screen(), "endView");
+    EXPECT_EQ(count("[HEARTBEAT] Errore (1/20): Richiesta scaduta."), 0u);
 }
 
 TEST_F(EndOfSessionTest, ComesWithTheServersWord) {
@@ -180,6 +246,29 @@ TEST_F(EndOfSessionTest, GivesTheNextSessionAClosableWindowAndNoOldMessage) {
     mac().runFor(0);
     EXPECT_EQ(text("errorLabel"), "");
     EXPECT_TRUE(isClosable());
+}
+
+TEST_F(EndOfSessionTest, RunsWithoutServicesBeforeTheActivationHasMadeThem) {
+    mac().trust().setTrusted(false);
+    std::shared_ptr<MainWindowController> kept;
+    mac().onMain([&] {
+        kept = MainWindowController::create(computer());
+        kept->window().makeKeyAndOrderFront();
+    });
+    join();
+    mac().runFor(1);
+    ASSERT_THAT(alerts(), ElementsAre("Permesso Accessibilità richiesto"));
+    forgetEvents();
+    mac().onMain([&] { kept->endSession(SessionEndReason::browserCrashed); });
+    EXPECT_THAT(logLines(),
+                ElementsAre("[SESSION] Fine sessione: Il browser si è chiuso inaspettatamente", endScreenShown));
+    EXPECT_EQ(screen(), "endView");
+    participant().answerAlert("Annulla");
+    mac().runFor(10);
+    EXPECT_TRUE(isClosable());
+    EXPECT_THAT(bodies("/api/heartbeat"), testing::IsEmpty());
+    expectNothingLeft();
+    mac().onMain([&] { kept.reset(); });
 }
 
 class EveryReasonTest : public EndOfSessionTest, public testing::WithParamInterface<SessionEndReason> {};

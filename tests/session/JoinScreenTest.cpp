@@ -10,7 +10,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testing::Not;
 using virtualmac::NetworkAnswer;
 
 using Kind = Control::Kind;
@@ -95,8 +94,8 @@ TEST(JoinScreen, HasItsControlsInTheirPlaces) {
                        {{24, 50}, {392, 16}}}});
     EXPECT_EQ(view.controls[3].placeholder, defaultServerAddress);
     EXPECT_EQ(view.controls[6].placeholder, "es. NQRP5D");
-    EXPECT_THAT(view.controls[8].placeholder, Not(IsEmpty()));
-    EXPECT_THAT(view.controls[10].placeholder, Not(IsEmpty()));
+    EXPECT_EQ(view.controls[8].placeholder, "Maria Bianchi");
+    EXPECT_EQ(view.controls[10].placeholder, "maria.bianchi@example.com");
     EXPECT_EQ(view.controls[12].keyEquivalent, "\r");
     EXPECT_EQ(view.controls[12].action, "joinTapped");
 }
@@ -236,6 +235,20 @@ TEST_F(JoinScreenTest, IsRefilledAfterAnEndWithTheCodeEmpty) {
     EXPECT_EQ(text("errorLabel"), "");
     EXPECT_TRUE(isClosable());
     EXPECT_TRUE(isEnabled("joinButton"));
+}
+
+TEST_F(JoinScreenTest, KeepsTheNameAndTheEMailThoughWhatWasSavedIsEmptyByTheNextSession) {
+    launch();
+    enterLockdown();
+    mac().defaults().put("vt_fullName", "");
+    mac().defaults().put("vt_email", "");
+    askToEnd();
+    participant().answerAlert("Termina");
+    mac().runFor(10);
+    participant().press("Nuova sessione");
+    mac().runFor(0);
+    EXPECT_EQ(text("fullNameField"), "Ada Neri");
+    EXPECT_EQ(text("emailField"), "ada@example.com");
 }
 
 TEST_F(JoinScreenTest, OpensAWindowThatCannotBeResized) {

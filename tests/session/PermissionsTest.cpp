@@ -96,6 +96,14 @@ TEST_F(AccessibilityTest, LetsTheNextPressThroughOnceItIsGranted) {
     enterLockdown();
 }
 
+TEST_F(AccessibilityTest, LeavesNoShorterTimeoutForAnApplicationThatHangsAfterARefusal) {
+    joinUntrusted();
+    participant().answerAlert("Annulla");
+    mac().runFor(5);
+    mac().trust().setTrusted(true);
+    EXPECT_DOUBLE_EQ(timeOfAReadThatHangs(), accessibilityTimeout);
+}
+
 class CaptureTest : public ClientTest {};
 
 TEST_F(CaptureTest, AsksForTheMicrophoneFirstAndGoesOnWhenBothAreDecided) {

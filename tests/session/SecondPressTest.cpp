@@ -267,6 +267,11 @@ TEST_F(SecondPressTest, InALockdownThatStandsKeepsTheKeysHeld) {
     expectKeysSwallowed();
 }
 
+TEST_F(SecondPressTest, InALockdownThatStandsKeepsTheShorterTimeoutForAnApplicationThatHangs) {
+    waitInAStandingLockdown();
+    EXPECT_DOUBLE_EQ(timeOfAReadThatHangs(), limitedAccessibilityTimeout);
+}
+
 TEST_F(SecondPressTest, InALockdownThatStandsReportsAtOnceAndAsLockedToItsOwnSession) {
     waitInAStandingLockdown();
     const auto sent = bodies("/api/heartbeat");
