@@ -2,6 +2,7 @@
 
 #include "tests/simulation/model/acts/Alerts.h"
 #include "tests/simulation/model/acts/Blackout.h"
+#include "tests/simulation/model/acts/Fullscreen.h"
 #include "tests/simulation/model/acts/Heartbeat.h"
 #include "tests/simulation/model/acts/JoinScreen.h"
 #include "tests/simulation/model/reading/Words.h"
@@ -148,6 +149,8 @@ void completeLockdown(Stage& stage) {
     stage.waitTo(line->at);
     if (!stage.claim(Deed::completion)) return stage.depart(line->line, "no launch is over now");
     if (!client.inLockdown) return stage.depart(line->line, "no lockdown stands");
+    // It has been queued behind Safari's activation.
+    if (client.launcher != nullptr) passOverSafari(stage, client.launcher);
     stage.expectLog("✅ Step 1/4: Fullscreen completato");
     startHook(stage);
     if (stage.departed()) return;

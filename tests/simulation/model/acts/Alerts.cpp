@@ -193,7 +193,8 @@ void secondInstance(Stage& stage) {
 
 void manualEnd(Stage& stage) {
     stage.turnTo("the participant ends a session from the menu after a question");
-    stage.client().questionOver = stage.world().lastOther();
+    const bool known = stage.world().front() != 0 && stage.world().front() == stage.world().lastOther();
+    stage.client().questionOver = known ? stage.world().lastOther() : 0;
     const std::string button = runAlert(stage,
                                         {.style = "warning",
                                          .message = "Terminare la sessione?",

@@ -212,10 +212,11 @@ bool Background::mayComeToNothing(const Due& due) {
         case Deed::firstAttempt:
             return launcher->dropped;
         case Deed::attempt:
-            return launcher->confirmed || (launcher->dropped && !due.strong);
+            return !due.sure || launcher->confirmed || (launcher->dropped && !due.strong);
         case Deed::retry:
+            return launcher->dropped || !launcher->applicationKnown || launcher->unsure || client.givenBackAt == due.at;
         case Deed::bringSafari:
-            return launcher->dropped || !launcher->applicationKnown;
+            return launcher->dropped || !launcher->applicationKnown || !due.sure;
         case Deed::completion:
             return !client.inLockdown || !due.sure;
         case Deed::displayChange:
@@ -230,7 +231,7 @@ bool Background::mayComeToNothing(const Due& due) {
         case Deed::spaceNotice:
             return true;
         case Deed::joinResult:
-            return due.note == "*";
+            return due.note == "*" || !due.sure;
         default:
             return false;
     }
@@ -243,6 +244,7 @@ void Background::comeToNothing(const Due& due) {
     }
     const bool asks = due.deed == Deed::retry || due.deed == Deed::bringSafari;
     if (!asks || due.launcher->dropped) return;
+    if (std::exchange(due.launcher->unsure, false)) due.launcher->applicationKnown = false;
     stage_.add({.deed = Deed::attempt,
                 .way = Way::queue,
                 .at = due.at + 500,
@@ -271,7 +273,9 @@ void Background::endDues(std::int64_t at, std::int64_t next) {
     if (std::exchange(wasStrange_, strange) && !strange)
         std::erase_if(dues, [&](const Due& due) { return due.at < at && !stage_.blocks(due.way); });
     for (std::size_t index = 0; index < dues.size() && !stage_.departed();) {
-        const bool waits = strange && (dues[index].deed == Deed::spaceLook || !mayComeToNothing(dues[index]));
+        // Nothing is done while the client hangs; a notice may have come before.
+        const bool hangs = stage_.world().hangsUntil() >= next && dues[index].deed != Deed::spaceNotice;
+        const bool waits = strange && (hangs || dues[index].deed == Deed::spaceLook || !mayComeToNothing(dues[index]));
         if (dues[index].at >= next || stage_.blocks(dues[index].way) || waits) {
             dues[index].sure = dues[index].sure && !(waits && dues[index].deed == Deed::spaceLook);
             ++index;
@@ -318,14 +322,16 @@ void Background::endLooks(std::int64_t at, std::int64_t next) {
 }
 
 void Background::endBeats(std::int64_t at, std::int64_t next) {
-    (void)at;
     Heartbeats& heartbeats = stage_.client().heartbeats;
     Blackout& blackout = stage_.client().blackout;
+    if (stage_.isHeld() && stage_.heldSince() == at && heartbeats.running && heartbeats.beats.next == at)
+        perhapsBeat(stage_);
     if (stage_.isHeld() || stage_.isBusy()) return;
     while (blackout.raises.on && blackout.raises.next < next) blackout.raises.next += blackout.raises.period;
     if (!heartbeats.running || heartbeats.beats.next >= next || stage_.departed()) return;
-    if (stage_.strange() || stage_.world().bent()) {
-        while (heartbeats.beats.next < next - 1000) {
+    if (stage_.strange() || stage_.world().failsRequests()) {
+        const std::int64_t slack = stage_.strange() ? 1000 : 0;
+        while (heartbeats.beats.next < next - slack) {
             loseViolations(stage_, std::max(heartbeats.beats.next, stage_.freeSince()));
             heartbeats.beats.next += heartbeats.beats.period;
         }

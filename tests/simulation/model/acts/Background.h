@@ -23,6 +23,7 @@ class Background final : public Backstage {
     bool claims(const Entry& entry) const override;
     void sent(const Entry& request) override;
     void joinBegins() override;
+    void joinIsOver() override;
     void launchBegins(int prompts) override;
     void killBegins() override;
 
@@ -59,7 +60,9 @@ class Background final : public Backstage {
     // The join.
     void seeJoin(const Entry& entry);
     void failJoin(std::int64_t at, std::string message);
-    void judgeProbe(std::int64_t at);
+    void judgeProbe(std::int64_t at, std::string_view told);
+    void stepJoin(JoinStep step, std::int64_t at);
+    bool isAtStep(JoinStep step, std::int64_t at);
 
     // The launch.
     void seeLaunch(const Entry& entry);
@@ -97,7 +100,9 @@ class Background final : public Backstage {
     JoinStep join_ = JoinStep::none;
     std::int64_t joinAt_ = 0;
     std::string joinBase_, joinCode_, typedCode_;
-    std::string probeStatus_;
+    bool perhapsOther_ = false;  // the reply that is read may be an earlier join's
+    JoinStep perhapsStep_ = JoinStep::none;
+    std::int64_t perhapsAt_ = 0;
     JoinResult joined_;
 
     LaunchStep launch_ = LaunchStep::none;

@@ -201,6 +201,8 @@ void Background::settleProcess(const Entry& entry) {
     if (!launcher_->dropped) {
         launcher_->pid = pid;
         launcher_->applicationKnown = !fallback || world.mayRun(*pid, entry.at);
+        // While the client hangs, applications that start are not known.
+        launcher_->unsure = fallback && entry.at < world.hangsUntil();
     }
     launchIsOver(entry.at + 1000, true);
 }
@@ -238,6 +240,12 @@ void Background::endLaunch(std::int64_t at, std::int64_t next) {
     const bool loose = launcher_ != nullptr && launcher_->dropped;
     switch (launch_) {
         case LaunchStep::reset:
+            // It begins from the main queue.
+            if (launchAt_ <= at && stage_.blocks(Way::queue)) {
+                launchAt_ = next;
+                break;
+            }
+            [[fallthrough]];
         case LaunchStep::address:
         case LaunchStep::browser:
         case LaunchStep::windows:
@@ -265,6 +273,8 @@ void Background::endLaunch(std::int64_t at, std::int64_t next) {
             break;
     }
     stage_.turnTo("a browser whose meeting was left is killed");
+    // A monitor that is released before its kill begins takes it along.
+    if (kill_ == KillStep::cancel && stage_.client().launcher == nullptr) kill_ = KillStep::none;
     const bool stopped = kill_ != KillStep::none && kill_ != KillStep::confirm && killAt_ <= at;
     if (stopped) stage_.depart(0, "the kill stops half way");
     if (kill_ == KillStep::confirm && killAt_ + 1600 < next) stage_.depart(0, "the kill has to be confirmed");

@@ -95,19 +95,17 @@ void Background::seeJoin(const Entry& entry) {
         if (!entry.further.empty()) return stage_.depart(entry.line, "a probe has no header and no body");
         std::erase_if(stage_.dues(), [](const Due& due) { return due.deed == Deed::joinResult && due.note == "*"; });
         join_ = JoinStep::waitsForProbe;
-        probeStatus_.clear();
     } else if (entry.begins("request", "POST ")) {
-        if (join_ != JoinStep::post || entry.at != joinAt_)
-            return stage_.depart(entry.line, "no session is joined now");
+        if (!isAtStep(JoinStep::post, entry.at)) return stage_.depart(entry.line, "no session is joined now");
         if (entry.text != "POST " + address + "/join" && !foreign) return stage_.depart(entry.line, "another address");
         std::erase_if(stage_.dues(), [](const Due& due) { return due.deed == Deed::joinResult && due.note == "*"; });
         join_ = JoinStep::waitsForReply;
         if (!isJoinBody(entry, stage_.client())) stage_.depart(entry.line, "another body");
-    } else if (join_ == JoinStep::ok) {
+    } else if (isAtStep(JoinStep::ok, entry.at)) {
         const std::string said = printable("[SESSION] Join OK — " + joined_.title + ", MeetLink: " + joined_.link);
         std::string whole(entry.text);
         for (const std::string_view line : entry.further) whole += "\n" + std::string(line);
-        if (whole != said || entry.at != joinAt_) return stage_.depart(entry.line, "the join has given something else");
+        if (whole != said) return stage_.depart(entry.line, "the join has given something else");
         Due due{.deed = Deed::joinResult,
                 .way = Way::queue,
                 .at = entry.at,
@@ -122,22 +120,46 @@ void Background::seeJoin(const Entry& entry) {
     }
 }
 
+/// The step that a reply leads to; where it may have answered an earlier join, both go on.
+void Background::stepJoin(JoinStep step, std::int64_t at) {
+    if (perhapsOther_) {
+        perhapsStep_ = step;
+        perhapsAt_ = at;
+    } else {
+        join_ = step;
+        joinAt_ = at;
+    }
+}
+
+/// Whether a line of this step may come now. If it does, the join has taken the step.
+bool Background::isAtStep(JoinStep step, std::int64_t at) {
+    if (join_ == step && joinAt_ == at) return true;
+    if (perhapsStep_ != step || perhapsAt_ != at) return false;
+    perhapsStep_ = JoinStep::none;
+    join_ = step;
+    joinAt_ = at;
+    return true;
+}
+
+void Background::joinIsOver() {
+    join_ = perhapsStep_ = JoinStep::none;
+}
+
 void Background::failJoin(std::int64_t at, std::string message) {
-    join_ = JoinStep::none;
-    Due due{.deed = Deed::joinResult, .way = Way::queue, .at = at};
+    if (!perhapsOther_) join_ = JoinStep::none;
+    Due due{.deed = Deed::joinResult, .way = Way::queue, .at = at, .sure = !perhapsOther_};
     due.text = std::move(message);
     stage_.add(due);
 }
 
-void Background::judgeProbe(std::int64_t at) {
-    if (probeStatus_.empty()) return failJoin(at, "Codice sessione non trovato");
-    std::string status = upperCase(probeStatus_);
+void Background::judgeProbe(std::int64_t at, std::string_view told) {
+    if (told.empty()) return failJoin(at, "Codice sessione non trovato");
+    std::string status = upperCase(told);
     constexpr std::string_view blank = " \t";
     status.erase(0, status.find_first_not_of(blank));
     status.erase(status.find_last_not_of(blank) + 1);
     if (status == "ENDED") return failJoin(at, "Questa sessione è già terminata");
-    join_ = JoinStep::post;
-    joinAt_ = at;
+    stepJoin(JoinStep::post, at);
     if (!stage_.world().bent()) return;
     Due due{.deed = Deed::joinResult, .way = Way::queue, .at = at};
     due.note = "*";
@@ -178,8 +200,10 @@ void Background::seeReply(const Entry& entry) {
     if (address.find("/api/version/latest") != address.npos) {
         replyToVersion(entry, status);
     } else if (address.ends_with("/join")) {
+        perhapsOther_ = several;
         replyToJoin(entry, status);
     } else if (address.find("/api/sessions/") != address.npos) {
+        perhapsOther_ = several;
         replyToProbe(entry, status);
     } else if (several && !alike) {
         ambiguousAt_ = entry.at;
@@ -232,8 +256,7 @@ void Background::replyToProbe(const Entry& entry, std::string_view status) {
         }
     }
     if (join_ != JoinStep::waitsForProbe) return;
-    probeStatus_ = found;
-    judgeProbe(entry.at);
+    judgeProbe(entry.at, found);
 }
 
 void Background::replyToJoin(const Entry& entry, std::string_view status) {
@@ -257,8 +280,7 @@ void Background::replyToJoin(const Entry& entry, std::string_view status) {
     const auto title = body ? body->text("sessionTitle") : std::nullopt;
     if (!link || !token || !title) return failJoin(entry.at, "Risposta server non valida");
     joined_ = {*link, *token, *title};
-    join_ = JoinStep::ok;
-    joinAt_ = entry.at;
+    stepJoin(JoinStep::ok, entry.at);
 }
 
 void Background::replyToHeartbeat(const Entry& entry, std::string_view status) {
@@ -315,10 +337,12 @@ void Background::endThreads(std::int64_t at, std::int64_t next) {
     if (late && join_ != JoinStep::none)
         object("a join goes on without a pause", 0, "nothing is sent at " + std::to_string(joinAt_) + " ms");
     const bool waits = join_ == JoinStep::waitsForProbe || join_ == JoinStep::waitsForReply;
-    if (waits && joinAt_ + longestWait <= next && stage_.world().lidClosed() == 0) {
+    perhapsStep_ = JoinStep::none;
+    perhapsOther_ = false;
+    if (waits && joinAt_ + longestWait <= next) {
         const std::int64_t over = joinAt_ + longestWait;
         if (join_ == JoinStep::waitsForProbe) {
-            judgeProbe(over);
+            judgeProbe(over, {});
         } else {
             failJoin(over, "Nessuna risposta dal server");
         }

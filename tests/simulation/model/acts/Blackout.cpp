@@ -67,7 +67,9 @@ void readCovers(Stage& stage, const Display* excluded) {
     Blackout& blackout = stage.client().blackout;
     blackout.covers.clear();
     int left = 0;
-    for (const Display& display : stage.world().displays()) {
+    // What comes next may tell of others already.
+    const std::vector<Display> displays = stage.world().displays();
+    for (const Display& display : displays) {
         if (stage.departed()) return;
         const bool skipped = excluded != nullptr && areClose(display, *excluded);
         const Entry* const next = stage.peek();

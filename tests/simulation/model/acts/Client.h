@@ -31,6 +31,7 @@ struct Launcher {
     std::string name;  // of the browser; empty while none is chosen
     std::optional<std::int64_t> pid;
     bool applicationKnown = false;
+    bool unsure = false;  // that it is known; the first line that needs it tells
     bool preExisting = false;
     bool confirmed = false;
     std::int64_t confirmedAt = -1;
@@ -61,6 +62,7 @@ struct Heartbeats {
     bool exist = false;
     bool running = false;
     Grid beats;
+    std::int64_t perhapsSent = -1;  // one that was due when something began to hold the timers up
     int errors = 0;
     std::string base;
     std::string code;
@@ -103,7 +105,8 @@ struct Client {
     std::optional<std::string> savedServer, savedName, savedEmail;
 
     std::int64_t questionClosedAt = -1000000;
-    std::int64_t questionOver = 0;  // the application in front when it opened
+    std::int64_t questionOver = 0;  // the application in front when it opened; 0 if it is not known
+    std::int64_t givenBackAt = -1;  // when the browser was asked to the front after it
     bool menuOpen = false;
     bool tap = false;
     bool tapLost = false;  // the permission was taken away under it

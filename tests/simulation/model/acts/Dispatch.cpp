@@ -48,6 +48,10 @@ void nameSafari(Stage& stage, const Entry& line) {
         return stage.depart(line.line, "no such process");
     launcher->pid = pid;
     launcher->applicationKnown = true;
+    // An activation that was due in this very moment may have found nobody yet.
+    for (Due& due : stage.dues()) {
+        if (due.deed == Deed::bringSafari && due.at <= stage.now()) due.sure = false;
+    }
 }
 
 void dispatchLog(Stage& stage, const Entry& line) {

@@ -15,8 +15,22 @@ void confirm(Stage& stage, Launcher& launcher) {
     stage.client().monitor.confirmed = true;
 }
 
+/// Whether a try that is due now may have begun before this line: nobody is asked to the front where nobody is known.
+bool mayHaveBegun(const Stage& stage, const Due& due) {
+    return due.at <= stage.now() && !due.launcher->applicationKnown && !stage.blocks(Way::timer);
+}
+
 void scheduleRetry(Stage& stage, const std::shared_ptr<Launcher>& launcher) {
-    std::erase_if(stage.dues(), [&](const Due& due) { return due.deed == Deed::retry && due.launcher == launcher; });
+    bool begun = false;
+    std::erase_if(stage.dues(), [&](const Due& due) {
+        const bool pending = due.deed == Deed::retry && due.launcher == launcher;
+        begun = begun || (pending && mayHaveBegun(stage, due));
+        return pending;
+    });
+    if (begun) {
+        stage.add(
+            {.deed = Deed::attempt, .way = Way::queue, .at = stage.now() + 500, .sure = false, .launcher = launcher});
+    }
     stage.add({.deed = Deed::retry, .way = Way::timer, .at = stage.now() + 2000, .launcher = launcher});
 }
 
@@ -53,15 +67,34 @@ bool acceptRequest(Stage& stage, std::int64_t pid) {
 
 }  // namespace
 
-bool acceptActivation(Stage& stage, const Launcher& launcher) {
-    return launcher.applicationKnown && launcher.pid && acceptRequest(stage, *launcher.pid);
+bool acceptActivation(Stage& stage, Launcher& launcher) {
+    if (!launcher.applicationKnown || !launcher.pid) return false;
+    const bool asked = acceptRequest(stage, *launcher.pid);
+    if (launcher.unsure) launcher.applicationKnown = asked;
+    launcher.unsure = false;
+    return asked;
 }
 
 bool acceptFrontGivenBack(Stage& stage, const Launcher& launcher) {
     const std::int64_t other = stage.world().lastOther();
     const std::int64_t before = stage.client().questionOver;
-    if (other == 0 || before == 0) return acceptActivation(stage, launcher);
-    return acceptRequest(stage, other) || (before != other && acceptRequest(stage, before));
+    const auto accept = [&](std::int64_t pid) {
+        if (pid == 0 || !acceptRequest(stage, pid)) return false;
+        if (pid == launcher.pid) stage.client().givenBackAt = stage.now();
+        return true;
+    };
+    const bool known = other != 0 && before != 0;
+    if (!known && launcher.applicationKnown && accept(launcher.pid.value_or(0))) return true;
+    return accept(other) || (before != other && accept(before));
+}
+
+void passOverSafari(Stage& stage, const std::shared_ptr<Launcher>& launcher) {
+    for (Due& due : stage.dues()) {
+        const bool passed = due.deed == Deed::bringSafari && due.launcher == launcher && due.at <= stage.now() &&
+                            (!launcher->applicationKnown || !due.sure);
+        if (!passed) continue;
+        due = {.deed = Deed::attempt, .way = Way::queue, .at = stage.now() + 500, .launcher = launcher, .strong = true};
+    }
 }
 
 void attemptFullscreen(Stage& stage, const std::shared_ptr<Launcher>& launcher) {

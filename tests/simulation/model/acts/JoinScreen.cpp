@@ -175,6 +175,7 @@ void takeJoinResult(Stage& stage) {
     if (!client.joinEnabled) stage.expect("control", "joinButton is enabled");
     client.joinEnabled = true;
     fill(stage, "errorLabel", client.error, "");
+    stage.backstage().joinIsOver();
     if (due->success) return activate(stage, *due);
     if (due->note == "*") due->text = readRefusedAddress(stage);
     fill(stage, "errorLabel", client.error, "❌ " + due->text);

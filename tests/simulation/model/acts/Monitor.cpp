@@ -138,8 +138,9 @@ bool isSurelyVisible(Stage& stage) {
     const auto found = stage.world().windows().find(*launcher->window);
     if (found == stage.world().windows().end()) return false;
     const AppWindow& window = found->second;
-    double width = 0;
-    double height = 0;
+    const bool none = stage.world().displays().empty();
+    double width = none ? 1440 : 0;
+    double height = none ? 900 : 0;
     for (const Display& display : stage.world().displays()) {
         width = std::max(width, display.width);
         height = std::max(height, display.height);
@@ -168,7 +169,7 @@ void readInvisible(Stage& stage, const Entry& line) {
 
 void enforceAgain(Stage& stage) {
     const auto& launcher = stage.client().launcher;
-    if (launcher->applicationKnown && !acceptActivation(stage, *launcher)) {
+    if (!acceptActivation(stage, *launcher) && launcher->applicationKnown) {
         stage.departAtNext("the browser is asked to the front");
     }
     stage.add({.deed = Deed::attempt, .way = Way::queue, .at = stage.now() + 500, .launcher = launcher});
@@ -218,8 +219,9 @@ void readFocus(Stage& stage) {
             return stage.depart(lost->line, "this application is not in front");
         }
         stage.client().heartbeats.pending.push_back({"FOCUS_VIOLATION", frontName, lost->at});
+        const bool asked = acceptActivation(stage, *launcher);
         if (!launcher->applicationKnown) return;
-        if (!acceptActivation(stage, *launcher)) return stage.departAtNext("the browser is asked to the front");
+        if (!asked) return stage.departAtNext("the browser is asked to the front");
         if (stage.strange()) {
             if (const Entry* const next = stage.peek()) stage.waitTo(next->at);
         }

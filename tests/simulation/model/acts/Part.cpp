@@ -71,7 +71,10 @@ bool isOfPlatform(const std::vector<Entry>& entries, const Entry& entry) {
     if (entry.begins("overlay", "is hidden at ")) return (&entry - 1)->begins("fault", "the cover of display ");
     if (!entry.is("client", "asks to come to the front")) return false;
     for (const Entry* before = &entry - 1; before >= entries.data() && &entry - before < 6; --before) {
-        if (before->at == entry.at && before->is("window", "Vantrel is in front")) return false;
+        if (before->at != entry.at) break;
+        // A window that is in front already is not told of.
+        if (before->is("window", "Vantrel is in front")) return false;
+        if (before->is("window", "Vantrel has the style titled, closable, miniaturizable")) return false;
     }
     return true;
 }

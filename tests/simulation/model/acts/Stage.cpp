@@ -52,6 +52,7 @@ void Stage::take(const Entry& entry) {
 const Entry* Stage::next() {
     const Entry* next = peek();
     while (next != nullptr && partOf(*next) == Part::turn) {
+        if (next->at > now_ && !strange()) return nullptr;
         turns_.push_back(next);
         ++cursor_;
         next = peek();

@@ -30,6 +30,8 @@ class Backstage {
     virtual void sent(const Entry& request) = 0;
     /// A tap on the join button sends a join on its way.
     virtual void joinBegins() = 0;
+    /// Its result has come.
+    virtual void joinIsOver() = 0;
     /// An activation waits for so many permission prompts, and then launches the browser.
     virtual void launchBegins(int prompts) = 0;
     /// A kill of the browser begins beside the main thread.

@@ -55,7 +55,9 @@ void findIdentifiers(const YAML::Node& node, Scenario& scenario) {
 void readMac(const YAML::Node& mac, Scenario& scenario) {
     if (!mac.IsMap()) return;
     scenario.accessibility = textAt(mac, "accessibility");
-    scenario.lateFront = textAt(mac, "activation") == "late";
+    const auto activation = textAt(mac, "activation");
+    scenario.lateFront = activation == "late";
+    scenario.comesWhenAsked = activation == "brings" || textAt(mac, "macos") == "13";
     scenario.microphone = textAt(mac, "microphone");
     scenario.camera = textAt(mac, "camera");
     scenario.bundleIdentifier = textAt(mac, "bundle-identifier").value_or(scenario.bundleIdentifier);

@@ -22,7 +22,8 @@ struct Scenario {
     std::optional<std::string> accessibility;
     std::optional<std::string> microphone;
     std::optional<std::string> camera;
-    bool lateFront = false;  // the client comes to the front 2 seconds after it has asked
+    bool lateFront = false;       // the client comes to the front 2 seconds after it has asked
+    bool comesWhenAsked = false;  // or without delay
     std::string bundleIdentifier = "biz.quorrin.vantrel";
     std::string address = "https://server.vantrel.example";
     std::int64_t latency = 50;  // milliseconds

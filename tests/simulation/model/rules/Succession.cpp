@@ -18,6 +18,7 @@ bool isStep(const Entry& entry, const Step& step) {
     return entry.begins(step.kind, step.text);
 }
 
+constexpr std::string_view stopped = "[HEARTBEAT] Fermato";
 constexpr std::string_view separator = "🔒 ========================================";
 
 struct Pair {
@@ -48,7 +49,7 @@ constexpr std::array pairs{
     Pair{{"log", "✅✅✅ LOCKDOWN COMPLETO"}, {"log", separator}, true, false},
     Pair{{"setting", "vt_serverURL"}, {"setting", "vt_fullName"}},
     Pair{{"setting", "vt_fullName"}, {"setting", "vt_email"}},
-    Pair{{"log", "[HEARTBEAT] Disconnessione inviata: "}, {"log", "[HEARTBEAT] Fermato"}, true, false},
+    Pair{{"log", "[HEARTBEAT] Disconnessione inviata: "}, {"log", stopped}, true, false},
     Pair{{"window", "Vantrel is in front"}, {"client", "asks to come to the front"}, true, false},
     Pair{{"view", "endView is shown"}, {"log", "[SESSION] Schermata fine visibile"}, true, false},
 };
@@ -76,14 +77,20 @@ void judgePair(const Entry& one, const Entry& other, const Pair& pair, Verdict& 
 void eachStepIsFollowed(const Transcript& transcript, Verdict& verdict) {
     const Entry* main = nullptr;
     const Entry* launched = nullptr;
+    bool beats = !transcript.entries().empty() && transcript.entries().front().is("prelude");
     std::set<std::int64_t> launches;
     for (const Entry& entry : transcript.entries()) {
         const Part part = partOf(entry);
         if (part == Part::main && !isOfPlatform(transcript.entries(), entry)) {
             if (main != nullptr) {
-                for (const Pair& pair : pairs) judgePair(*main, entry, pair, verdict);
+                for (const Pair& pair : pairs) {
+                    // Of heartbeats that never began nothing is stopped.
+                    const bool stops = pair.other.text == stopped && pair.follows;
+                    if (!stops || beats) judgePair(*main, entry, pair, verdict);
+                }
             }
             main = &entry;
+            beats = !entry.is("log", stopped) && (beats || entry.begins("log", "[HEARTBEAT] Avviato "));
         }
         if (part != Part::launch) continue;
         // Two launches at one moment have no order.

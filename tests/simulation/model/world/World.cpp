@@ -19,7 +19,7 @@ double numberOf(const std::string& text) {
 
 }  // namespace
 
-World::World(const Scenario& scenario) : lateFront_(scenario.lateFront) {
+World::World(const Scenario& scenario) : lateFront_(scenario.lateFront), comesWhenAsked_(scenario.comesWhenAsked) {
     for (const auto& row : scenario.displays) {
         if (row.size() == 5) {
             displays_.push_back({row[0], numberOf(row[1]), numberOf(row[2]), numberOf(row[3]), numberOf(row[4])});
@@ -41,11 +41,14 @@ bool readNamedProcess(std::string_view text, NamedProcess& named) {
 }
 
 void World::see(const Entry& entry) {
+    if (entry.is("client", "asks to come to the front")) {
+        if (lateFront_) comesAt_ = entry.at + comesLate;
+        if (comesWhenAsked_ && front_ != ownPid) comesAt_ = entry.at;
+    }
     if (comesAt_ >= 0 && entry.at >= comesAt_) {
         comesAt_ = -1;
         front_ = 0;
     }
-    if (lateFront_ && entry.is("client", "asks to come to the front")) comesAt_ = entry.at + comesLate;
     if (entry.is("application")) seeApplication(entry);
     if (entry.is("process")) seeProcess(entry);
     if (entry.is("app window")) seeWindow(entry);
@@ -71,12 +74,15 @@ void World::seeApplication(const Entry& entry) {
         process.exited = true;
         process.changed = entry.at;
         if (front_ == named.pid) front_ = 0;
+        ownGone_ = ownGone_ || named.pid == ownPid;
     } else if (named.rest == "is in front") {
         comeToFront(named.pid, named.name, entry.at);
     }
 }
 
 void World::comeToFront(std::int64_t pid, std::string_view name, std::int64_t at) {
+    // A client whose process was killed plays on, but is no running application.
+    if (pid == ownPid && ownGone_) return;
     frontBefore_ = frontSince_ == at ? frontBefore_ : frontName_;
     frontSince_ = at;
     front_ = pid;
@@ -166,7 +172,7 @@ void World::seeFault(const Entry& entry) {
     Words words(entry.text);
     if (words.skip("the client's main thread hangs for ")) {
         const double seconds = words.number().value_or(0);
-        hangsUntil_ = std::max(hangsUntil_, entry.at + static_cast<std::int64_t>(seconds * 1000 + 0.5));
+        hangsUntil_ = std::max(hangsUntil_, entry.at) + static_cast<std::int64_t>(seconds * 1000 + 0.5);
         strangeUntil_ = std::max(strangeUntil_, hangsUntil_ + aftermath);
     }
     failsBodies_ = failsBodies_ || entry.text.starts_with("JSON serialisations");

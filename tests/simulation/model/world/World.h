@@ -66,6 +66,7 @@ class World {
     bool bent() const { return bent_; }                      // elements, lists or bodies fail by a fault
     bool failsBodies() const { return failsBodies_; }
     bool failsAddresses() const { return failsAddresses_; }
+    bool failsRequests() const { return failsBodies_ || failsAddresses_; }
 
   private:
     void seeApplication(const Entry& entry);
@@ -82,6 +83,8 @@ class World {
     std::int64_t front_ = 0;
     std::int64_t lastOther_ = 0;
     bool lateFront_ = false;
+    bool comesWhenAsked_ = false;
+    bool ownGone_ = false;
     std::int64_t comesAt_ = -1;  // the client, without a line; -1 for never
     std::string_view frontName_, frontBefore_;
     std::int64_t frontSince_ = -1;
