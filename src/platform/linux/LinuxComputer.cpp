@@ -29,6 +29,7 @@
 #include "platform/linux/system/LinuxFileManager.h"
 #include "platform/linux/system/LinuxUserDefaults.h"
 #include "platform/linux/system/OwnEnvironment.h"
+#include "platform/linux/system/QtMessages.h"
 #include "platform/linux/system/TerminationSignals.h"
 #include "platform/linux/system/WaylandSigns.h"
 #include "platform/linux/threads/BackgroundQueue.h"
@@ -209,6 +210,7 @@ std::unique_ptr<LinuxComputer> LinuxComputer::create(Block endProcess, NoCompute
         return nullptr;
     }
     prepareEnvironment();
+    qInstallMessageHandler(sayQtMessage);
     auto application = makeApplication();
     auto watcher = X11Watcher::open();
     if (!watcher) return nullptr;

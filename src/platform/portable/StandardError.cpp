@@ -1,14 +1,14 @@
 #include "platform/portable/StandardError.h"
 
-#include <poll.h>
 #include <unistd.h>
+
+#include "platform/portable/Outlet.h"
 
 namespace vantrel {
 
+// Opened for each line: there are few, and a descriptor that is kept would belong to what standard error was before.
 void sayOnStandardError(std::string_view line) {
-    pollfd errors{STDERR_FILENO, POLLOUT, 0};
-    if (poll(&errors, 1, 0) <= 0) return;
-    [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, line.data(), line.size());
+    Outlet(STDERR_FILENO).write(line);
 }
 
 }  // namespace vantrel

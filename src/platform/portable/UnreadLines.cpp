@@ -1,12 +1,10 @@
 #include "platform/portable/UnreadLines.h"
 
 #include <fcntl.h>
-#include <limits.h>
 #include <poll.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <chrono>
 #include <cstdlib>
 #include <system_error>
@@ -33,39 +31,8 @@ All& all() {
 
 }  // namespace
 
-Outlet::Outlet(int descriptor) : descriptor_(descriptor) {
-    std::array<char, PATH_MAX> name{};
-    if (isatty(descriptor) != 1 || ttyname_r(descriptor, name.data(), name.size()) != 0) return;
-    terminal_ = open(name.data(), O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
-}
-
-Outlet::~Outlet() {
-    if (terminal_ >= 0) close(terminal_);
-}
-
-bool Outlet::takesAPiece() const {
-    pollfd state{get(), POLLOUT, 0};
-    return poll(&state, 1, 0) > 0;
-}
-
 UnreadLines::~UnreadLines() {
     end();
-}
-
-// A pipe that takes anything takes PIPE_BUF bytes without waiting.
-UnreadLines::Stream UnreadLines::writeNow(std::string_view& rest) const {
-    while (!rest.empty()) {
-        if (!stream_.takesAPiece()) return Stream::waits;
-        const ssize_t written = ::write(stream_.get(), rest.data(), std::min<std::size_t>(rest.size(), PIPE_BUF));
-        if (written >= 0) {
-            rest.remove_prefix(static_cast<std::size_t>(written));
-        } else if (errno == EAGAIN || errno == EWOULDBLOCK) {
-            return Stream::waits;
-        } else if (errno != EINTR) {
-            return Stream::gone;
-        }
-    }
-    return Stream::takes;
 }
 
 void UnreadLines::write(std::string_view line) {
@@ -73,9 +40,9 @@ void UnreadLines::write(std::string_view line) {
     if (gone_) return;
     std::string_view rest = line;
     if (kept_.empty()) {
-        const Stream stream = writeNow(rest);
-        gone_ = stream == Stream::gone;
-        if (stream != Stream::waits) return;
+        const Outlet::Taken taken = stream_.write(rest);
+        gone_ = taken == Outlet::Taken::nothingAnyMore;
+        if (taken != Outlet::Taken::aPart) return;
     }
     // The rest of a line that has begun is kept in any case: the next line must not continue it.
     const bool fits = rest.size() < line.size() || bytes_ + rest.size() <= mostBytes;
@@ -115,9 +82,9 @@ void UnreadLines::run() {
         }
         std::string_view rest = kept_.front();
         const std::size_t before = rest.size();
-        const Stream stream = writeNow(rest);
+        const Outlet::Taken taken = stream_.write(rest);
         bytes_ -= before - rest.size();
-        if (stream == Stream::waits) {
+        if (taken == Outlet::Taken::aPart) {
             kept_.front() = std::string(rest);
             lock.unlock();
             wait();
@@ -125,7 +92,7 @@ void UnreadLines::run() {
             continue;
         }
         kept_.pop_front();
-        if (stream == Stream::gone) {
+        if (taken == Outlet::Taken::nothingAnyMore) {
             gone_ = true;
             kept_.clear();
             bytes_ = 0;
@@ -141,10 +108,12 @@ void UnreadLines::wait() const {
 }
 
 void UnreadLines::reportDropped() {
-    if (dropped_ == 0 || !errors_.takesAPiece()) return;
-    const std::string text = "vantrel: " + std::to_string(std::exchange(dropped_, 0)) +
-                             " log lines were dropped: nobody read standard output\n";
-    [[maybe_unused]] const ssize_t written = ::write(errors_.get(), text.data(), text.size());
+    if (dropped_ == 0) return;
+    const std::string text =
+        "vantrel: " + std::to_string(dropped_) + " log lines were dropped: nobody read standard output\n";
+    std::string_view rest = text;
+    const bool isSaid = errors_.write(rest) == Outlet::Taken::everything || rest.size() < text.size();
+    if (isSaid) dropped_ = 0;
 }
 
 void UnreadLines::endAll() {

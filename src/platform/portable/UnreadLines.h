@@ -10,26 +10,9 @@
 #include <string_view>
 #include <thread>
 
+#include "platform/portable/Outlet.h"
+
 namespace vantrel {
-
-/// Where text for a descriptor is written without waiting. A terminal may say that it takes something and then hold up
-/// who writes more than that, for as long as it is stopped. So a terminal is opened once more, in a way that never
-/// waits: its flags belong to this opening alone.
-class Outlet {
-  public:
-    explicit Outlet(int descriptor);
-    ~Outlet();
-    Outlet(const Outlet&) = delete;
-    Outlet& operator=(const Outlet&) = delete;
-
-    /// To be waited for and written to, at most PIPE_BUF bytes at once and if it takes anything.
-    int get() const { return terminal_ >= 0 ? terminal_ : descriptor_; }
-    bool takesAPiece() const;
-
-  private:
-    const int descriptor_;
-    int terminal_ = -1;
-};
 
 /// Writes text to a stream whose reader may stop reading. The caller never waits for the reader: what the stream does
 /// not take at once is kept, at most about four megabytes, and written in order by a thread of its own as soon as the
@@ -51,9 +34,6 @@ class UnreadLines : public std::enable_shared_from_this<UnreadLines> {
     static void endAll();
 
   private:
-    enum class Stream { takes, waits, gone };
-
-    Stream writeNow(std::string_view& rest) const;
     bool startThread();
     void run();
     void wait() const;

@@ -14,6 +14,7 @@
 #include "platform/linux/system/FileDescriptor.h"
 #include "platform/linux/x11/X11Windows.h"
 #include "tests/linux/support/DesktopTest.h"
+#include "tests/linux/support/StoppedTerminal.h"
 #include "tests/linux/support/TemporaryFolder.h"
 
 namespace vantrel::linuxdesktop {
@@ -37,11 +38,12 @@ class ProgramOutput : public DesktopTest {
     }
 
     // Through a shell that runs the preparation first. Waits for the client's window.
-    void start(const std::string& preparation, int standardOutput) {
+    void start(const std::string& preparation, int standardOutput) { start(preparation, standardOutput, errors[1]); }
+    void start(const std::string& preparation, int standardOutput, int standardError) {
         posix_spawn_file_actions_t actions{};
         posix_spawn_file_actions_init(&actions);
         posix_spawn_file_actions_adddup2(&actions, standardOutput, STDOUT_FILENO);
-        posix_spawn_file_actions_adddup2(&actions, errors[1], STDERR_FILENO);
+        posix_spawn_file_actions_adddup2(&actions, standardError, STDERR_FILENO);
         std::string settings = "XDG_CONFIG_HOME=" + home.path().string();
         std::string display = std::string("DISPLAY=") + getenv("DISPLAY");
         std::string folder = "HOME=" + home.path().string();
@@ -89,6 +91,14 @@ TEST_F(ProgramOutput, ThatNobodyReadsLetsTheClientStartAndEndAndIsCounted) {
     EXPECT_EQ(end(), 0);
     const std::string said = standardError();
     EXPECT_NE(said.find(" log lines were dropped: nobody read standard output\n"), std::string::npos) << said;
+}
+
+TEST_F(ProgramOutput, OnATerminalThatIsStoppedLetsTheClientComplainStartAndEnd) {
+    std::filesystem::create_directories(home.path() / "vantrel");
+    writeContents(home.path() / "vantrel/defaults.json", "damaged");
+    const StoppedTerminal terminal;
+    start("", terminal.get(), terminal.get());
+    EXPECT_EQ(end(), 0);
 }
 
 TEST_F(ProgramOutput, ThatMayNotGrowDoesNotKillTheClient) {

@@ -4,20 +4,20 @@
 
 #include <array>
 #include <cerrno>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <system_error>
 
 #include "platform/linux/system/HomeDirectory.h"
 #include "platform/linux/system/SmallFile.h"
+#include "platform/portable/StandardError.h"
 
 namespace vantrel::linuxdesktop {
 
 namespace {
 
 void complain(const std::filesystem::path& file, const char* what, const char* why) {
-    std::fprintf(stderr, "vantrel: %s %s: %s\n", file.c_str(), what, why);
+    sayOnStandardError("vantrel: " + file.string() + " " + what + ": " + why + "\n");
 }
 
 std::string timeStamp() {

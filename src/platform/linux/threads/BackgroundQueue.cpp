@@ -1,12 +1,13 @@
 #include "platform/linux/threads/BackgroundQueue.h"
 
-#include <cstdio>
 #include <cstdlib>
+#include <string>
 #include <system_error>
 #include <thread>
 #include <utility>
 
 #include "platform/linux/threads/DelayedWork.h"
+#include "platform/portable/StandardError.h"
 
 namespace vantrel::linuxdesktop {
 
@@ -31,7 +32,7 @@ void BackgroundQueue::async(Block block) {
             ended_.notify_all();
         }).detach();
     } catch (const std::system_error& error) {
-        std::fprintf(stderr, "vantrel: no thread for background work: %s\n", error.what());
+        sayOnStandardError(std::string("vantrel: no thread for background work: ") + error.what() + "\n");
         std::abort();
     }
 }

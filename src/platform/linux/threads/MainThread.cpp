@@ -4,9 +4,11 @@
 #include <QEvent>
 #include <QObject>
 #include <QThread>
-#include <cstdio>
 #include <cstdlib>
+#include <string>
 #include <utility>
+
+#include "platform/portable/StandardError.h"
 
 namespace vantrel::linuxdesktop {
 
@@ -51,7 +53,7 @@ void MainThread::runPosted() {
 void MainThread::require(const char* operation) {
     const QCoreApplication* application = QCoreApplication::instance();
     if (application != nullptr && QThread::currentThread() == application->thread()) return;
-    std::fprintf(stderr, "vantrel: %s was called off the main thread\n", operation);
+    sayOnStandardError(std::string("vantrel: ") + operation + " was called off the main thread\n");
     std::abort();
 }
 

@@ -3,13 +3,13 @@
 #include <unistd.h>
 
 #include <cstdint>
-#include <cstdio>
 #include <utility>
 
 #include "platform/linux/guard/GuardSource.h"
 #include "platform/linux/threads/MainThread.h"
 #include "platform/linux/ui/QtConnection.h"
 #include "platform/linux/x11/FrontWindows.h"
+#include "platform/portable/StandardError.h"
 
 namespace vantrel::linuxdesktop {
 
@@ -74,7 +74,7 @@ void LinuxOverlay::orderFrontRegardless() {
 bool LinuxOverlay::isGuarded() {
     if (!guards_) guards_ = source_.guards();
     if (!guards_ && !std::exchange(saidUnguarded_, true)) {
-        std::fputs("vantrel: a display is not covered: no process that could uncover it can be started\n", stderr);
+        sayOnStandardError("vantrel: a display is not covered: no process that could uncover it can be started\n");
     }
     return guards_ != nullptr;
 }

@@ -7,8 +7,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdio>
 #include <cstdlib>
+#include <string>
 #include <utility>
 
 #include "platform/linux/desktop/LinuxScreens.h"
@@ -18,13 +18,14 @@
 #include "platform/linux/ui/MenuBars.h"
 #include "platform/linux/ui/WindowActivation.h"
 #include "platform/linux/ui/WindowWidget.h"
+#include "platform/portable/StandardError.h"
 
 namespace vantrel::linuxdesktop {
 
 namespace {
 
 [[noreturn]] void unknown(std::string_view id) {
-    std::fprintf(stderr, "vantrel: no control or view is called %.*s\n", static_cast<int>(id.size()), id.data());
+    sayOnStandardError("vantrel: no control or view is called " + std::string(id) + "\n");
     std::abort();
 }
 

@@ -3,11 +3,11 @@
 #include <QString>
 #include <atomic>
 #include <chrono>
-#include <cstdio>
 #include <cstdlib>
 #include <thread>
 #include <utility>
 
+#include "platform/linux/system/QtMessages.h"
 #include "platform/linux/threads/MainThread.h"
 #include "platform/linux/threads/RunLoopModes.h"
 #include "platform/linux/ui/QtConnection.h"
@@ -39,8 +39,8 @@ LostDisplay::~LostDisplay() {
 
 // Qt has no other hook. It says why and calls exit() where it notices, on the main thread, in whatever loop of events
 // runs. In a handler of exit() some of Qt's own objects would be gone already.
-void LostDisplay::hear(QtMsgType, const QMessageLogContext&, const QString& message) {
-    std::fprintf(stderr, "%s\n", qPrintable(message));
+void LostDisplay::hear(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+    sayQtMessage(type, context, message);
     LostDisplay* self = present;
     if (self == nullptr || !self->mainThread_.isCurrent() || qtHasDisplay()) return;
     present = nullptr;

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string_view>
+
+namespace vantrel {
+
+/// Where text for a descriptor is written without waiting. A terminal may say that it takes something and then hold up
+/// who writes more than that, for as long as it is stopped. So a terminal is opened once more, in a way that never
+/// waits: its flags belong to this opening alone. Any thread.
+class Outlet {
+  public:
+    enum class Taken { everything, aPart, nothingAnyMore };
+
+    explicit Outlet(int descriptor);
+    ~Outlet();
+    Outlet(const Outlet&) = delete;
+    Outlet& operator=(const Outlet&) = delete;
+
+    /// To be waited for.
+    int get() const { return terminal_ >= 0 ? terminal_ : descriptor_; }
+    /// Writes as much as is taken at once, and leaves the rest.
+    Taken write(std::string_view& rest) const;
+
+  private:
+    bool takesAPiece() const;
+
+    const int descriptor_;
+    int terminal_ = -1;
+};
+
+}  // namespace vantrel
