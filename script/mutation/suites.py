@@ -6,6 +6,7 @@ import dataclasses
 import json
 import os
 import pathlib
+import re
 import resource
 import signal
 import subprocess
@@ -78,9 +79,12 @@ class GoogleTests:
         status, output = run([*self.command, filters, "--gtest_fail_fast"], {**self.environment, **variables}, self.folder, timeout)
         if status == 0:
             return None
-        begun = [line.split("] ", 1)[1] for line in output.decode(errors="replace").splitlines() if line.startswith("[ RUN ")]
+        lines = output.decode(errors="replace").splitlines()
+        # After a failure the others are named, too, as they are skipped. A test that does not end has no result.
+        named = ([re.split(r", where | \(", line.split("] ", 1)[1])[0] for line in lines if line.startswith("[  FAILED")][:1] or
+                 [line.split("] ", 1)[1] for line in lines if line.startswith("[ RUN ")][-1:])
         how = "hung" if status is None else "failed" if status == 1 else f"ended with {status}"
-        return f"{self.name} {begun[-1] if begun else ''} {how}"
+        return " ".join([self.name, *named, how])
 
 
 class Scenarios:

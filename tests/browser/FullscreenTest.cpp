@@ -248,6 +248,17 @@ TEST_F(Fullscreen, SurvivesABrowserThatDoesNotAnswer) {
     EXPECT_EQ(count("[FULLSCREEN] Nessuna finestra AX — riprovo tra 2s"), 8u);
 }
 
+TEST_F(Fullscreen, IsTriedAgainTwoSecondsAfterAWindowThatHangsWasMadeLarge) {
+    launchToFirstAttempt();
+    const auto browser = *launcher().browserPID();
+    faults().afterRead("AXFullScreen", [this, browser] { mac().accessibility().setUnresponsive(browser, true); });
+    mac().runFor(30);
+    const auto times = attemptTimes();
+    ASSERT_GE(times.size(), 2u);
+    // The three writes (full screen, position and size) wait for the browser.
+    EXPECT_NEAR(times[1] - times[0], 3 * accessibilityTimeout + 2.5, 1e-6);
+}
+
 TEST_F(Fullscreen, IsTriedOnThoughTheActivationIsDeclined) {
     installChrome([](auto& chrome) { chrome.application.declinesActivation = true; });
     faults().fail(Operation::write, "AXFullScreen", accessibilityFailure, 2);

@@ -85,6 +85,13 @@ def a_mutant_is_killed_by_the_test_that_executes_it():
     return same(house().killer('case Light::green → left out'), "door Door.NamesItsLights failed")
 
 
+def a_test_that_was_skipped_after_the_failure_is_not_named():
+    number = next(mutant.number for mutant in house().mutants if "places: 2 → 3" in str(mutant))
+    tests = house().bench.tests
+    return same(tests[0].suite.passes(tests, {"VANTREL_MUTANT": str(number)}, 60),
+                "door Door.LetsInWhoHasATicketUntilTheHouseIsFull failed")
+
+
 def a_mutant_that_never_ends_is_killed():
     return same(house().killer("coins -= 2; → left out"), "door Door.CountsWhatIsPaid hung")
 
@@ -221,7 +228,8 @@ SURVIVORS = [
 ]
 
 TESTS = [without_a_mutant_the_tests_pass, the_sources_are_not_touched, what_no_test_notices_survives,
-         every_kind_of_mutant_is_there, a_mutant_is_killed_by_the_test_that_executes_it, a_mutant_that_never_ends_is_killed,
+         every_kind_of_mutant_is_there, a_mutant_is_killed_by_the_test_that_executes_it,
+         a_test_that_was_skipped_after_the_failure_is_not_named, a_mutant_that_never_ends_is_killed,
          a_constant_that_the_compiler_knows_is_mutated, a_mutant_is_run_against_the_tests_that_execute_it_only,
          what_cannot_be_compiled_is_left_out_and_told, a_source_that_cannot_be_read_is_an_error,
          a_failing_test_stops_the_run_before_any_mutant, a_wrong_command_line_is_refused,
