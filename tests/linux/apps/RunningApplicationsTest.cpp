@@ -231,6 +231,24 @@ TEST_F(RunningApplicationsTest, TheBrowserIsTheApplicationAndNotTheScriptThatWai
     EXPECT_TRUE(waitUntil([&] { return processes("com.google.Chrome").empty(); })) << "the script ends by itself";
 }
 
+// So it looks in the midst of every exec, too.
+TEST_F(RunningApplicationsTest, WhatWasStartedFromABundleIsThatApplicationWithoutAnEnvironmentToo) {
+    const auto wrapper =
+        writeScript("Applications/Google Chrome.app/Contents/MacOS/Google Chrome", "exec env -i /bin/sleep 60\n");
+    const auto result = computer->processLauncher.launch(wrapper.string(), {});
+    ASSERT_TRUE(std::holds_alternative<ProcessIdentifier>(result));
+    const auto process = std::get<ProcessIdentifier>(result);
+    started.push_back(process);
+    ASSERT_TRUE(waitUntil([process] {
+        const auto entry = ProcessTable::find(process);
+        return entry && !entry->isScript && entry->arguments.size() == 2 && entry->display.empty();
+    }));
+    EXPECT_EQ(processes("com.google.Chrome"), std::vector{process});
+    const auto application = computer->runningApplications.withProcessIdentifier(process);
+    ASSERT_TRUE(application);
+    EXPECT_EQ(application->bundleIdentifier(), "com.google.Chrome");
+}
+
 // It was all that there was when the client asked for the process that it had started.
 TEST_F(RunningApplicationsTest, AScriptThatWasTakenForTheBrowserHasItsWindowsAndEndsWithIt) {
     const auto browser = folder.path() / "usr/lib/chromium/chromium";

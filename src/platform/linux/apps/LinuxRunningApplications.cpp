@@ -54,6 +54,11 @@ std::vector<std::shared_ptr<RunningApplication>> LinuxRunningApplications::withB
         const auto named = name(entry);
         if (named && named->bundleIdentifier == identifier) entries.push_back(std::move(entry));
     }
+    readScriptsAgain(entries);
+    std::erase_if(entries, [&name, identifier](const ProcessEntry& entry) {
+        const auto named = name(entry);
+        return !named || named->bundleIdentifier != identifier;
+    });
     leaveScriptsOut(entries, started_);
     std::vector<std::shared_ptr<RunningApplication>> found;
     found.reserve(entries.size());
@@ -61,9 +66,25 @@ std::vector<std::shared_ptr<RunningApplication>> LinuxRunningApplications::withB
     return found;
 }
 
+// In the midst of an exec the kernel shows neither arguments nor environment, which on a busy computer can take a tenth
+// of a second. What the client has started from a bundle has its display all the same.
 ProcessEntry LinuxRunningApplications::asStarted(ProcessEntry entry) const {
-    if (auto executable = started_.executableOf(entry)) entry.executablePath = std::move(*executable);
+    auto executable = started_.executableOf(entry);
+    if (!executable) return entry;
+    entry.executablePath = std::move(*executable);
+    if (entry.display.empty()) entry.display = display_;
     return entry;
+}
+
+// Reading every process takes a while, in which a script may have become another one before its subshell was read. Each
+// subshell that is known by now has the script's arguments of now.
+void LinuxRunningApplications::readScriptsAgain(std::vector<ProcessEntry>& entries) const {
+    for (ProcessEntry& entry : entries) {
+        if (!entry.isScript) continue;
+        const auto now = find(entry.process);
+        entry = now && now->startTime == entry.startTime ? *now : ProcessEntry{};
+    }
+    std::erase_if(entries, [](const ProcessEntry& entry) { return entry.process == 0; });
 }
 
 std::optional<ProcessEntry> LinuxRunningApplications::find(ProcessIdentifier process) const {

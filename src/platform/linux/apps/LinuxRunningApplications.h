@@ -42,6 +42,7 @@ class LinuxRunningApplications final : public RunningApplications {
   private:
     /// What a process was started as, where the client knows it.
     ProcessEntry asStarted(ProcessEntry entry) const;
+    void readScriptsAgain(std::vector<ProcessEntry>& entries) const;
     std::optional<ProcessEntry> find(ProcessIdentifier process) const;
     /// By its executable alone. Empty if the process is no application; the name is empty if its bundle identifier is
     /// not known.
