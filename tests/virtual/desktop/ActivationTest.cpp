@@ -151,6 +151,28 @@ TEST_F(ActivationTest, TheClientsWindowIsSeenWhateverTheAnswer) {
     }
 }
 
+TEST_F(ActivationTest, AClientThatComesLateIsToldThenAndOneThatComesAtOnceIsNot) {
+    participantGoesToNote();
+    answer(ActivationAnswer::brings);
+    mac().onMain([this] { computer().application.activate(); });
+    EXPECT_TRUE(isClientInFront());
+    EXPECT_EQ(Lines{}, texts(ApplicationEvent::frontmost));
+    participantGoesToNote();
+    answer(ActivationAnswer::comesLate);
+    mac().onMain([this] { computer().application.activate(); });
+    mac().runFor(5);
+    EXPECT_EQ(Lines{"Vantrel"}, texts(ApplicationEvent::frontmost));
+}
+
+TEST_F(ActivationOnMacOS13, AClientThatComesLateIsToldThen) {
+    participantGoesToNote();
+    answer(ActivationAnswer::comesLate);
+    mac().onMain([this] { computer().application.activate(); });
+    mac().runFor(5);
+    EXPECT_TRUE(isClientInFront());
+    EXPECT_EQ(Lines{"Vantrel"}, texts(ApplicationEvent::frontmost));
+}
+
 TEST_F(ActivationTest, AClientThatWasHiddenIsSeenAgain) {
     answer(ActivationAnswer::ignores);
     participant().hideOthersOf("Note");

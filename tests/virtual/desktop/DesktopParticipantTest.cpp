@@ -42,6 +42,22 @@ TEST_F(DesktopParticipantTest, ClosesAWindowAndQuitsAnApplication) {
     EXPECT_EQ("it does not run", ignored());
 }
 
+TEST_F(DesktopParticipantTest, QuitsAndKillsAnotherApplicationOfTheClientsNameAndNeverTheClient) {
+    const auto own = mac().processes().find(mac().applications().ownProcess());
+    const ProcessIdentifier namesake = mac().processes().add({"Vantrel", "com.example.other"});
+    participant().quit("Vantrel");
+    mac().runFor(0);
+    EXPECT_FALSE(mac().processes().find(namesake)->isAlive());
+    participant().kill("Vantrel");
+    participant().openWindowOf("Vantrel", {});
+    mac().runFor(1);
+    EXPECT_EQ("it does not run", ignored());
+    EXPECT_TRUE(own->isAlive());
+    participant().bringToFront("Vantrel");
+    mac().runFor(0);
+    EXPECT_TRUE(own->isFrontmost());
+}
+
 TEST_F(DesktopParticipantTest, StartsAnApplicationAndBringsOthersToTheFront) {
     participant().openApplication(safariPath);
     participant().openApplication(edgePath);

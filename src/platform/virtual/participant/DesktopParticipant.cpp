@@ -55,19 +55,25 @@ void DesktopParticipant::inWorld(Happening what, Attempt attempt) {
         0, [this, what = std::move(what), attempt = std::move(attempt)] { perform(what, attempt); });
 }
 
-std::shared_ptr<VirtualProcess> DesktopParticipant::running(const std::string& application) const {
+std::shared_ptr<VirtualProcess> DesktopParticipant::running(
+    const std::string& application, const std::function<bool(const VirtualProcess&)>& counts) const {
     const auto all = dependencies_.processes.all();
-    const auto found = std::find_if(all.begin(), all.end(), [&application](const auto& process) {
-        return process->isListed() && process->description().name == application;
+    const auto found = std::find_if(all.begin(), all.end(), [&](const auto& process) {
+        return process->isListed() && process->description().name == application && counts(*process);
     });
     return found == all.end() ? nullptr : *found;
+}
+
+std::shared_ptr<VirtualProcess> DesktopParticipant::runningOther(const std::string& application) const {
+    const ProcessIdentifier own = dependencies_.processes.ownProcess();
+    return running(application, [own](const VirtualProcess& process) { return process.processIdentifier() != own; });
 }
 
 void DesktopParticipant::withWindow(const Happening& what, const std::function<bool(const AppWindow&)>& pick,
                                     WindowAttempt attempt) {
     inWorld(what,
             [this, application = what.text, pick, attempt = std::move(attempt)](const auto& heard) -> std::string {
-                const auto process = running(application);
+                const auto process = runningOther(application);
                 if (!process) return "it does not run";
                 const auto windows = dependencies_.desktop.windowsOf(process->processIdentifier());
                 const auto found = std::find_if(windows.begin(), windows.end(), pick);
@@ -89,7 +95,7 @@ void DesktopParticipant::openApplication(const std::string& executablePath) {
 
 void DesktopParticipant::bringToFront(const std::string& application) {
     inWorld({DesktopDeed::bringToFront, application}, [this, application](const auto& heard) -> std::string {
-        const auto process = running(application);
+        const auto process = running(application, [](const VirtualProcess&) { return true; });
         if (!process) return "it does not run";
         heard();
         process->comeToFront();
@@ -99,7 +105,7 @@ void DesktopParticipant::bringToFront(const std::string& application) {
 
 void DesktopParticipant::quit(const std::string& application) {
     inWorld({DesktopDeed::quit, application}, [this, application](const auto& heard) -> std::string {
-        const auto process = running(application);
+        const auto process = runningOther(application);
         if (!process) return "it does not run";
         if (process->description().ignoresTerminate) return "it goes on";
         heard();
@@ -110,7 +116,7 @@ void DesktopParticipant::quit(const std::string& application) {
 
 void DesktopParticipant::kill(const std::string& application) {
     inWorld({DesktopDeed::kill, application}, [this, application](const auto& heard) -> std::string {
-        const auto process = running(application);
+        const auto process = runningOther(application);
         if (!process) return "it does not run";
         heard();
         constexpr int signal = 9;
@@ -168,7 +174,7 @@ void DesktopParticipant::toggleFullScreenOf(const std::string& application) {
 
 void DesktopParticipant::hideOthersOf(const std::string& application) {
     inWorld({DesktopDeed::hideOthers, application}, [this, application](const auto& heard) -> std::string {
-        const auto process = running(application);
+        const auto process = runningOther(application);
         if (!process) return "it does not run";
         heard();
         for (const auto& other : dependencies_.processes.all()) {
@@ -195,7 +201,7 @@ void DesktopParticipant::swipe(VirtualSpaces::Direction direction) {
 
 void DesktopParticipant::openWindowOf(const std::string& application, const NewWindow& window) {
     inWorld({DesktopDeed::openWindow, application}, [this, application, window](const auto& heard) -> std::string {
-        const auto process = running(application);
+        const auto process = runningOther(application);
         if (!process) return "it does not run";
         heard();
         dependencies_.processes.openWindow(process->processIdentifier(), window);

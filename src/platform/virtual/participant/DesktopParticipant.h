@@ -19,7 +19,7 @@ namespace vantrel::virtualmac {
 
 /// What the participant does with other applications and Spaces. Any thread. None of this needs the client, so it
 /// happens outside the client's threads, whatever the client shows. An application is found by its name, the oldest
-/// running one first; its window is the front one.
+/// running one first; its window is the front one. The client is one of them only when it is brought to the front.
 class DesktopParticipant {
   public:
     struct Dependencies {
@@ -88,7 +88,10 @@ class DesktopParticipant {
     void deliver(const KeyStroke& key);
     /// The effect of a click into another application's window.
     void bringToFront(ProcessIdentifier process);
-    std::shared_ptr<VirtualProcess> running(const std::string& application) const;
+    /// The oldest one of that name that counts.
+    std::shared_ptr<VirtualProcess> running(const std::string& application,
+                                            const std::function<bool(const VirtualProcess&)>& counts) const;
+    std::shared_ptr<VirtualProcess> runningOther(const std::string& application) const;
     /// Does the deed to the window that `pick` chooses among the application's. The application is the text of `what`.
     void withWindow(const Happening& what, const std::function<bool(const AppWindow&)>& pick, WindowAttempt attempt);
 

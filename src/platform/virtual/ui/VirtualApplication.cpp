@@ -67,12 +67,14 @@ void VirtualApplication::requestActivation() {
     if (engine_.isOver()) return;
     const auto decision = dependencies_.activations.decide(dependencies_.processes.ownProcess());
     if (!decision.comesAfter) return;
-    if (*decision.comesAfter == 0) return comeToFront();
-    engine_.world.after(*decision.comesAfter, [this] { comeToFront(); });
+    if (*decision.comesAfter == 0) return comeToFront(false);
+    engine_.world.after(*decision.comesAfter, [this] { comeToFront(true); });
 }
 
-void VirtualApplication::comeToFront() {
-    dependencies_.desktop.bringToFront({dependencies_.processes.ownProcess(), {}, false});
+void VirtualApplication::comeToFront(bool isTold) {
+    FrontCandidate client = dependencies_.processes.find(dependencies_.processes.ownProcess())->asCandidate();
+    client.isTold = isTold;
+    dependencies_.desktop.bringToFront(client);
 }
 
 void VirtualApplication::terminate() {

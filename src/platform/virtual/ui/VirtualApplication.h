@@ -56,7 +56,8 @@ class VirtualApplication final : public Application {
     bool perform(const MenuItem& item);
 
   private:
-    void comeToFront();
+    /// At once, the request has told it already.
+    void comeToFront(bool isTold);
 
     Engine& engine_;
     const Dependencies dependencies_;

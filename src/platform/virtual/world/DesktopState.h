@@ -16,7 +16,7 @@ namespace vantrel::virtualmac {
 struct FrontCandidate {
     ProcessIdentifier process = 0;
     std::string name = {};
-    /// Whether it is told when this one comes to the front.
+    /// Whether it is told when this one comes to the front. Not, if another event shows it.
     bool isTold = true;
     bool operator==(const FrontCandidate&) const = default;
 };

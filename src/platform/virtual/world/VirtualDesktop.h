@@ -60,8 +60,7 @@ class VirtualDesktop {
     /// How many seconds transitions to and from full screen take.
     void setFullScreenDuration(double seconds);
 
-    /// For the applications: their windows, and coming to the front. An application without a name comes to the front
-    /// without an event, when another event shows it.
+    /// For the applications: their windows, and coming to the front.
     std::int64_t open(ProcessIdentifier owner, const std::string& ownerName, const NewWindow& made);
     void bringToFront(const FrontCandidate& application);
     void processEnded(ProcessIdentifier process);

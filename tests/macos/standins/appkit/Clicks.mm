@@ -26,7 +26,7 @@ NSWindow* coverAt(const Point& point) {
 }
 
 void bringClientToFront() {
-    mac().desktop().bringToFront({mac().processes().ownProcess(), {}});
+    mac().desktop().bringToFront(mac().processes().find(mac().processes().ownProcess())->asCandidate());
 }
 
 NSEvent* click() {
