@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 #include "platform/macos/bridge/Text.h"
 #include "platform/macos/system/MacISO8601DateFormatter.h"
@@ -60,9 +61,10 @@ void wakeModalLoop(NSApplication* application) {
 }  // namespace
 
 // Under an alert only timers of the common modes fire.
-AlertSight::AlertSight(NSAlert* alert, NSInteger lastButton)
+AlertSight::AlertSight(NSAlert* alert, NSInteger lastButton, Block onLook)
     : alert_(alert),
       lastButton_(lastButton),
+      onLook_(std::move(onLook)),
       looks_([NSTimer timerWithTimeInterval:secondsBetweenLooks
                                     repeats:YES
                                       block:^(NSTimer*) {
@@ -78,8 +80,11 @@ AlertSight::~AlertSight() {
 
 // Nobody can answer what nobody sees. What may bring the client to the front, and its browser out of it, comes last.
 void AlertSight::look() {
+    onLook_();
     NSApplication* application = NSApplication.sharedApplication;
     NSWindow* panel = alert_.window;
+    // It lies under a later alert, which is looked after first: raised, it would cover that one.
+    if (application.modalWindow != panel) return;
     if (isSeen(panel)) {
         unseen_ = 0;
         return;
@@ -90,7 +95,7 @@ void AlertSight::look() {
     [panel orderFrontRegardless];
     if (unseen_ == 1 || isSeen(panel)) return;
     if (!application.active) bringClientToFront(application);
-    if (unseen_ >= mostUnseenLooks && !isSeen(panel) && application.modalWindow == panel) giveUp();
+    if (unseen_ >= mostUnseenLooks && !isSeen(panel)) giveUp();
 }
 
 void AlertSight::giveUp() {

@@ -15,6 +15,8 @@ class MacAlerts final : public Alerts {
 
   private:
     NSModalResponse runWhereTheUserIs(NSAlert* alert, std::size_t lastButton);
+    /// Where the one that was there has ended.
+    void rememberWhoIsInFront();
 
     struct InFront {
         NSRunningApplication* application = nil;
@@ -22,7 +24,7 @@ class MacAlerts final : public Alerts {
 
     static void giveTheFrontBack(const std::shared_ptr<InFront>& before, int times);
 
-    // Who was in front before an alert, until the front has been given back.
+    // Who was in front before an alert, or came there after its end, until the front has been given back.
     const std::shared_ptr<InFront> before_ = std::make_shared<InFront>();
 };
 

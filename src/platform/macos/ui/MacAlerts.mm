@@ -31,18 +31,23 @@ void MacAlerts::giveTheFrontBack(const std::shared_ptr<InFront>& before, int tim
     NSApplication* application = NSApplication.sharedApplication;
     // A later alert over the client itself takes nobody's place.
     if (!application.active || showsAWindow(application)) before->application = nil;
-    NSRunningApplication* giveTo = before->application;
-    if (times == 0 || giveTo == nil || !hasTakenTheFront(application)) return;
+    const auto giveTo = MacRunningApplication::wrap(before->application);
+    if (times == 0 || !giveTo || !hasTakenTheFront(application)) return;
     if (@available(macOS 14.0, *)) {
-        NSString* identifier = giveTo.bundleIdentifier;
+        NSString* identifier = before->application.bundleIdentifier;
         if (identifier != nil) [application yieldActivationToApplicationWithBundleIdentifier:identifier];
     }
-    MacRunningApplication::wrapEvenEnded(giveTo)->activate(ActivationOptions::none);
+    giveTo->activate(ActivationOptions::none);
     // A copy: a block would keep the reference.
     const std::shared_ptr<InFront> kept = before;  // NOLINT(performance-unnecessary-copy-initialization)
     dispatch_after(timeFromNow(FrontRequests::soon), dispatch_get_main_queue(), ^{
       giveTheFrontBack(kept, times - 1);
     });
+}
+
+void MacAlerts::rememberWhoIsInFront() {
+    if (NSApplication.sharedApplication.active || MacRunningApplication::wrap(before_->application)) return;
+    before_->application = NSWorkspace.sharedWorkspace.frontmostApplication;
 }
 
 // In a lockdown the client has no window, and the browser is in front on a Space of its own. Nobody would see a
@@ -53,7 +58,7 @@ NSModalResponse MacAlerts::runWhereTheUserIs(NSAlert* alert, std::size_t lastBut
     if (!application.active) before_->application = NSWorkspace.sharedWorkspace.frontmostApplication;
     NSModalResponse response = 0;
     {
-        const AlertSight sight(alert, static_cast<NSInteger>(lastButton));
+        const AlertSight sight(alert, static_cast<NSInteger>(lastButton), [this] { rememberWhoIsInFront(); });
         response = [alert runModal];
     }
     // The click on the alert's button may have brought the client to the front, where nothing takes keys. So the front

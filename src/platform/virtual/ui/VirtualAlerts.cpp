@@ -47,7 +47,17 @@ std::size_t VirtualAlerts::runWhereTheUserIs(const Alert& alert) {
     return answer;
 }
 
+void VirtualAlerts::rememberWhoIsInFront() {
+    const auto before = dependencies_.processes.find(before_);
+    if (dependencies_.activations.isClientInFront() || (before && before->isAlive())) return;
+    const auto inFront = dependencies_.desktop.front();
+    before_ = inFront.empty() ? ProcessIdentifier{0} : inFront.front().process;
+}
+
 void VirtualAlerts::look(const PanelPointer& panel, int& unseen) {
+    rememberWhoIsInFront();
+    // The one above is looked after first.
+    if (!isInFront(panel)) return;
     if (isSeen(*panel)) {
         unseen = 0;
         return;
@@ -58,8 +68,7 @@ void VirtualAlerts::look(const PanelPointer& panel, int& unseen) {
     if (unseen == 1 || isSeen(*panel)) return;
     if (!dependencies_.activations.isClientInFront()) dependencies_.application.activate();
     if (unseen < mostUnseenLooks || isSeen(*panel)) return;
-    const auto shown = front();
-    if (shown && shown->panel == panel) stop(panel, shown->alert.buttons.size() - 1);
+    if (const auto shown = shownWith(panel)) stop(panel, shown->alert.buttons.size() - 1);
 }
 
 bool VirtualAlerts::hasTakenTheFront() const {
@@ -71,7 +80,7 @@ void VirtualAlerts::giveTheFrontBack(int times) {
     if (!dependencies_.activations.isClientInFront() || dependencies_.windows.front()) before_ = 0;
     if (times == 0 || !hasTakenTheFront()) return;
     const auto process = dependencies_.processes.find(before_);
-    if (!process) return;
+    if (!process || !process->isAlive()) return;
     if (const auto identifier = process->bundleIdentifier(); identifier && dependencies_.activations.isCooperative()) {
         dependencies_.activations.yieldTo(*identifier);
     }
@@ -150,6 +159,11 @@ bool VirtualAlerts::isSeen(const AlertPanel& panel) const {
         if (panel.isLetIn(letIn_, isClientInFront)) return true;
     }
     return !dependencies_.desktop.mainDisplayShowsFullScreen();
+}
+
+bool VirtualAlerts::isInFront(const PanelPointer& panel) const {
+    const ShownPointer shown = front();
+    return shown && shown->panel == panel;
 }
 
 void VirtualAlerts::tellWhoIsSeen() {

@@ -46,8 +46,10 @@ class VirtualAlerts final : public Alerts {
     void setCollectionBehavior(const PanelPointer& panel, unsigned behavior);
     /// Ends it as if that button had been pressed.
     void stop(const PanelPointer& panel, std::size_t button);
-    /// Whether somebody in front of the screen sees it (occlusionState).
+    /// Whether somebody in front of the screen sees it, if nothing of the client lies over it (occlusionState).
     bool isSeen(const AlertPanel& panel) const;
+    /// Whether it is the front alert's, the one that can be answered (modalWindow).
+    bool isInFront(const PanelPointer& panel) const;
 
     /// Driver-facing, any thread: the alerts shown, the front one last, with their buttons as shown.
     std::vector<Alert> up() const;
@@ -81,6 +83,8 @@ class VirtualAlerts final : public Alerts {
     using ShownPointer = std::shared_ptr<Shown>;
 
     std::size_t runWhereTheUserIs(const Alert& alert);
+    /// Where the one that was there has ended.
+    void rememberWhoIsInFront();
     /// `unseen` looks before this one have found it unseen.
     void look(const PanelPointer& panel, int& unseen);
     bool hasTakenTheFront() const;
@@ -96,7 +100,7 @@ class VirtualAlerts final : public Alerts {
     Engine& engine_;
     std::atomic<AlertsLetIn> letIn_ = AlertsLetIn::atOnce;
     std::atomic<bool> activating_ = false;
-    /// The last one in front that was not the client. Main thread.
+    /// The one in front before a question, or who came there after its end under the question. Main thread.
     ProcessIdentifier before_ = 0;
     mutable std::mutex mutex_;
     std::vector<ShownPointer> stack_;

@@ -44,8 +44,9 @@ using namespace vantrel::standins;
     mac().alerts().setCollectionBehavior([self vantrel_panel], static_cast<unsigned>(behavior));
 }
 
+// An alert that lies under another one of the client counts as covered by it.
 - (NSWindowOcclusionState)occlusionState {
-    const bool seen = mac().alerts().isSeen(*[self vantrel_panel]);
+    const bool seen = mac().alerts().isInFront([self vantrel_panel]) && mac().alerts().isSeen(*[self vantrel_panel]);
     return static_cast<NSWindowOcclusionState>(seen ? NSWindowOcclusionStateVisible : 0);
 }
 
