@@ -1,9 +1,12 @@
 #include "platform/macos/desktop/AccessibilityLoss.h"
 
+#import <AppKit/AppKit.h>
+
 #include <utility>
 #include <vector>
 
 #include "platform/macos/bridge/CFReference.h"
+#include "platform/macos/desktop/AccessibilityTimeout.h"
 #include "platform/macos/threads/MacClock.h"
 #include "platform/portable/LostTap.h"
 
@@ -17,24 +20,36 @@ std::vector<AccessibilityLoss*>& living() {
     return losses;
 }
 
-// Of the system itself: no application is waited for.
+// Of the system itself. No page says that it does not pass the question on to the application in front, which may not
+// answer. Two waits in a row would be too long for the tap.
 AXError askForTheFocus() {
+    const MacClock clock;
+    const pid_t front = NSWorkspace.sharedWorkspace.frontmostApplication.processIdentifier;
+    const double asked = clock.uptime();
+    if (AccessibilityTimeout::refuses(front, asked)) return kAXErrorCannotComplete;
     CFTypeRef copied = nullptr;
     const auto systemWide = CFReference<AXUIElementRef>::created(AXUIElementCreateSystemWide());
     const AXError error =
         AXUIElementCopyAttributeValue(systemWide.get(), (__bridge CFStringRef) @"AXFocusedApplication", &copied);
     const auto focus = CFReference<CFTypeRef>::copied(copied);
+    const double answered = clock.uptime();
+    if (error == kAXErrorCannotComplete) AccessibilityTimeout::noteFailure(front, answered - asked, answered);
     return error;
+}
+
+void look() {
+    @autoreleasepool {
+        AccessibilityLoss::note(AXIsProcessTrusted() ? askForTheFocus() : kAXErrorAPIDisabled);
+    }
 }
 
 NSTimer* startedLooks() {
     @autoreleasepool {
-        NSTimer* looks = [NSTimer
-            timerWithTimeInterval:betweenLooksForLostTrust
-                          repeats:YES
-                            block:^(NSTimer*) {
-                              AccessibilityLoss::note(AXIsProcessTrusted() ? askForTheFocus() : kAXErrorAPIDisabled);
-                            }];
+        NSTimer* looks = [NSTimer timerWithTimeInterval:betweenLooksForLostTrust
+                                                repeats:YES
+                                                  block:^(NSTimer*) {
+                                                    look();
+                                                  }];
         [NSRunLoop.mainRunLoop addTimer:looks forMode:NSRunLoopCommonModes];
         return looks;
     }

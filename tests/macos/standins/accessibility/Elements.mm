@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "tests/macos/standins/MacInUse.h"
+#include "tests/macos/standins/accessibility/FocusQuestion.h"
 #include "tests/macos/standins/corefoundation/Types.h"
 #include "tests/macos/standins/foundation/Text.h"
 #include "tests/macos/standins/runtime/Classes.h"
@@ -154,7 +155,12 @@ static AXError copyFocus(NSString* attribute, CFTypeRef* value) {
     const auto front = mac().parts().frontmostApplication.frontmostApplication();
     if (!front) return kAXErrorNoValue;
     const pid_t process = front->processIdentifier();
-    *value = (__bridge_retained CFTypeRef)makeElement(mac().parts().accessibility.application(process), process);
+    const Element element = mac().parts().accessibility.application(process);
+    if (focusIsAskedOfTheFront()) {
+        const auto answer = element->attribute("AXFrontmost");
+        if (const auto* error = std::get_if<vantrel::AccessibilityError>(&answer)) return static_cast<AXError>(*error);
+    }
+    *value = (__bridge_retained CFTypeRef)makeElement(element, process);
     return kAXErrorSuccess;
 }
 

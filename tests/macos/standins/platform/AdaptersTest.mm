@@ -22,6 +22,7 @@
 #include "platform/macos/threads/MainThread.h"
 #include "platform/macos/ui/MacWindows.h"
 #include "tests/macos/standins/MacInUse.h"
+#include "tests/macos/standins/accessibility/FocusQuestion.h"
 #include "tests/macos/standins/foundation/Text.h"
 #include "tests/macos/standins/runtime/AutoreleasePools.h"
 #include "tests/macos/standins/runtime/Objects.h"
@@ -72,6 +73,46 @@ TEST_F(AdaptersTest, ACallThatIsRefusedOnAnotherThreadRemovesTheTap) {
     EXPECT_NE(testing::internal::GetCapturedStderr().find("the Accessibility permission was taken away"),
               std::string::npos);
     mac_.onMain(withPool([&] { tap.reset(); }));
+}
+
+// Several waits in a row would be too long for the tap, whether the looks begin them or the rules.
+TEST_F(AdaptersTest, TheLooksForALostPermissionAndOtherCallsPauseForOneAnother) {
+    const ProcessIdentifier chrome = mac_.processes().add({"Google Chrome", "com.google.Chrome"});
+    mac_.desktop().bringToFront({chrome, "Google Chrome"});
+    mac_.accessibility().setUnresponsive(chrome, true);
+    focusIsAskedOfTheFront() = true;
+    const auto nothing = [](const KeyEvent&) noexcept { return std::string_view(); };
+    std::unique_ptr<KeyboardTap> tap;
+    std::unique_ptr<AccessibilityTimeLimit> limit;
+    mac_.onMain(withPool([&] {
+        limit = macos::MacAccessibility().limitTime();
+        tap = macos::MacKeyboardTaps().create(nothing, {});
+    }));
+    const auto ask = withPool([chrome] { macos::MacAccessibility().application(chrome)->attribute("AXWindows"); });
+    const auto uptime = [this] { return mac_.computer().clock.uptime(); };
+    const double start = uptime();
+    const auto freeAt = [&] {
+        double at = 0;
+        mac_.onMain([&] { at = uptime() - start; });
+        return at;
+    };
+
+    mac_.runFor(1.7);
+    mac_.onMain(ask);
+    // Due at 2, and late.
+    mac_.runFor(0.01);
+    EXPECT_NEAR(freeAt(), 2.21, 0.02) << "a look right after a call that was not answered waits for nobody";
+    // Due at 4, when that is forgotten.
+    mac_.runFor(2);
+    EXPECT_NEAR(freeAt(), 4.5, 0.02) << "a look waits as long as any call";
+    mac_.onMain(ask);
+    EXPECT_NEAR(freeAt(), 4.5, 0.02) << "a call right after such a look waits for nobody";
+
+    focusIsAskedOfTheFront() = false;
+    mac_.onMain(withPool([&] {
+        tap.reset();
+        limit.reset();
+    }));
 }
 
 TEST_F(AdaptersTest, AnErrorHasAText) {
