@@ -69,10 +69,12 @@ void MacTimer::invalidate() {
     if (NSThread.isMainThread) {
         [timer invalidate];
     } else {
-        // Only the thread of its run loop can remove it.
-        dispatch_async(dispatch_get_main_queue(), ^{
+        // Only the thread of its run loop can remove it. Not by the main queue, which waits under an alert that one of
+        // its blocks has opened.
+        CFRunLoopPerformBlock(CFRunLoopGetMain(), kCFRunLoopCommonModes, ^{
           [timer invalidate];
         });
+        CFRunLoopWakeUp(CFRunLoopGetMain());
     }
 }
 

@@ -39,14 +39,12 @@ AccessibilityError VirtualAccessibility::reach(ProcessIdentifier process) const 
     if (!trust_.isTrusted()) return accessibilityDisabled;
     const auto found = processes_.find(process);
     if (!found || !found->isListed()) return accessibilityCannotComplete;
-    const auto uptime = [this] { return toSeconds(engine_.scheduler.now()); };
-    if (pauses_ && unanswered_.refuses(process, uptime())) return accessibilityCannotComplete;
     const auto answers = [this, process] { return !unresponsive_.contains(process); };
     if (engine_.scheduler.locked(answers)) return accessibilitySuccess;
     const Moment end = later(engine_.scheduler.now(), timeout_);
     engine_.scheduler.wait([answers, end] { return Due::at(answers() ? 0 : end); }, Scheduler::Wait::blocked);
     if (engine_.scheduler.locked(answers) && found->isListed()) return accessibilitySuccess;
-    unanswered_.note(process, uptime());
+    unanswered_.note(process, toSeconds(engine_.scheduler.now()));
     return accessibilityCannotComplete;
 }
 

@@ -19,6 +19,7 @@ std::string describe(const AccessibilityValue& value) {
 
 std::variant<AccessibilityValue, AccessibilityError> VirtualAccessibility::Element::attribute(
     std::string_view name) const {
+    if (isInPause()) return accessibilityCannotComplete;
     AccessibilityError reached = owner_.reach(process_);
     if (reached == accessibilityCannotComplete && owner_.insists_) reached = owner_.reach(process_);
     Answer answer = reached;
@@ -32,10 +33,14 @@ std::variant<AccessibilityValue, AccessibilityError> VirtualAccessibility::Eleme
     return answer;
 }
 
+bool VirtualAccessibility::Element::isInPause() const {
+    return owner_.pauses_ && owner_.unanswered_.refuses(process_, toSeconds(owner_.engine_.scheduler.now()));
+}
+
 template <class Function>
 AccessibilityError VirtualAccessibility::Element::carryOut(AccessibilityFaults::Operation operation,
                                                            std::string_view name, Fields fields, Function intent) {
-    if (owner_.engine_.isOver()) return accessibilityCannotComplete;
+    if (owner_.engine_.isOver() || isInPause()) return accessibilityCannotComplete;
     Intent intended = AccessibilityError(owner_.reach(process_));
     if (std::get<AccessibilityError>(intended) == accessibilitySuccess) {
         const auto fault = owner_.faults_.strike(operation, name, process_);

@@ -35,6 +35,8 @@ class VirtualAccessibility::Element : public AccessibilityElement {
     const std::int64_t window_;
 
   private:
+    /// Whether a call must fail at once: the client does not make it.
+    bool isInPause() const;
     /// Records the write or the action and then performs it.
     template <class Function>
     AccessibilityError carryOut(AccessibilityFaults::Operation operation, std::string_view name, Fields fields,
