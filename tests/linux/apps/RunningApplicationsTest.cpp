@@ -115,6 +115,23 @@ TEST_F(RunningApplicationsTest, KnowsABrowserByItsBundleFolder) {
     EXPECT_EQ(application->localizedName(), "Google Chrome");
 }
 
+// Chromium writes its title over its environment, and on a busy computer shows its first window much later.
+TEST_F(RunningApplicationsTest, KnowsWhatTheClientHasStartedThoughItsEnvironmentIsGone) {
+    const auto script = writeScript("Google Chrome.app/Contents/MacOS/Google Chrome", "exec env -i sleep 600\n");
+    const auto result = computer->processLauncher.launch(script.string(), {});
+    ASSERT_TRUE(std::holds_alternative<ProcessIdentifier>(result));
+    const ProcessIdentifier process = std::get<ProcessIdentifier>(result);
+    started.push_back(process);
+    ASSERT_TRUE(waitUntil([process] {
+        const auto entry = ProcessTable::find(process);
+        return entry && entry->executablePath.ends_with("/sleep");
+    }));
+    EXPECT_TRUE(lists("com.google.Chrome", process));
+    const auto application = computer->runningApplications.withProcessIdentifier(process);
+    ASSERT_TRUE(application);
+    EXPECT_EQ(application->localizedName(), "Google Chrome");
+}
+
 TEST_F(RunningApplicationsTest, AFileNameThatIsNoUTF8IsHandedOutAsUTF8) {
     const ProcessIdentifier named = startPeer("calc\xffolo", {"--window=Lezione,100,100,300,200"});
     ASSERT_TRUE(waitUntil([&] { return !windowsOf(named).empty(); }));

@@ -67,7 +67,8 @@ std::vector<std::shared_ptr<RunningApplication>> LinuxRunningApplications::withB
 }
 
 // In the midst of an exec the kernel shows neither arguments nor environment, which on a busy computer can take a tenth
-// of a second. What the client has started from a bundle has its display all the same.
+// of a second. Chromium writes its title over its environment for good. What the client has started from a bundle has
+// its display all the same.
 ProcessEntry LinuxRunningApplications::asStarted(ProcessEntry entry) const {
     auto executable = started_.executableOf(entry);
     if (!executable) return entry;
