@@ -1,7 +1,7 @@
 """Sessions with the real client on separate desktops, as a person would use them.
 
 Leaves under build/run/ one picture for each stage, client.log and other records of the sessions. Exits with status 0
-if all checks passed. With names of scenarios, plays only those. Under another window manager than openbox, a class.
+if all checks passed. With names of scenarios, plays only those. Under another window manager than openbox, a class, or that none begins.
 """
 
 import shutil
@@ -17,12 +17,15 @@ import a_class
 import browser_open_before
 import endings
 import off_the_screen
+import refused
 import two_sessions
 from checks import Checks
 
 SCENARIOS = {"two-sessions": two_sessions.play, "browser-open-before": browser_open_before.play,
              "a-class": a_class.play, "endings": endings.play,
              "off-the-screen": off_the_screen.play}
+# What is played under which other window manager, if not the class.
+ELSEWHERE = {"i3": {"refused": refused.play}}
 
 
 def clients():
@@ -36,8 +39,9 @@ def main(names):
     RUN.mkdir(parents=True)
     check = Checks()
     before = clients()
-    for name in names or (SCENARIOS if MANAGER == "openbox" else ["a-class"]):
-        SCENARIOS[name](check)
+    known = SCENARIOS | ELSEWHERE.get(MANAGER, {})
+    for name in names or (SCENARIOS if MANAGER == "openbox" else ELSEWHERE.get(MANAGER, ["a-class"])):
+        known[name](check)
     check("no process of the client is left", clients() <= before)
 
     if check.failures:

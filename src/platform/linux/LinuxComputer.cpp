@@ -232,6 +232,8 @@ std::optional<NoComputer> LinuxComputer::whyNoClassCanBegin() {
             return NoComputer::noWindowManager;
         case WindowManager::withoutFullScreen:
             return NoComputer::noFullScreen;
+        case WindowManager::losingFullScreen:
+            return NoComputer::losesFullScreen;
         case WindowManager::withFullScreen:
             break;
     }

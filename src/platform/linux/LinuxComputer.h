@@ -9,7 +9,7 @@
 namespace vantrel::linuxdesktop {
 
 /// Why there is no computer, or none that a class can be held on.
-enum class NoComputer { noX11Display, wayland, relativeHome, noWindowManager, noFullScreen };
+enum class NoComputer { noX11Display, wayland, relativeHome, noWindowManager, noFullScreen, losesFullScreen };
 
 /// A Linux X11 desktop. Created and destroyed on the main thread, one at a time in a process. The destructor waits for
 /// background blocks that still run.
@@ -27,7 +27,7 @@ class LinuxComputer {
 
     Computer computer();
 
-    /// Without a window manager, or with one that knows no full screen, the computer works but holds nobody on a
+    /// Without a window manager, or with one that has or keeps no full screen, the computer works but holds nobody on a
     /// meeting. Empty if all is there.
     std::optional<NoComputer> whyNoClassCanBegin();
 

@@ -20,5 +20,10 @@ constexpr std::string_view noWindowManagerMessage =
 constexpr std::string_view noFullScreenMessage =
     "Vantrel richiede un gestore di finestre con lo schermo intero: quello attivo non lo offre.\n"
     "Vantrel needs a window manager with full screen: the one that is running has none.\n";
+constexpr std::string_view losesFullScreenMessage =
+    "Vantrel richiede un gestore di finestre che mantiene lo schermo intero: quello attivo lo toglie quando un'altra "
+    "finestra riceve la tastiera.\n"
+    "Vantrel needs a window manager that keeps full screen: the one that is running takes it away when another window "
+    "gets the keyboard.\n";
 
 }  // namespace vantrel::linuxdesktop

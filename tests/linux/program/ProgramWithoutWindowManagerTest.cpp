@@ -88,5 +88,18 @@ TEST_F(ProgramWithoutWindowManager, SaysThatItNeedsOneWithFullScreen) {
     EXPECT_EQ(refused.standardOutput, "");
 }
 
+TEST_F(ProgramWithoutWindowManager, SaysThatItNeedsOneThatKeepsFullScreen) {
+    const xcb_window_t window = announce();
+    set(connection->root(), "_NET_SUPPORTED", XCB_ATOM_ATOM, {connection->atom("_NET_WM_STATE_FULLSCREEN")});
+    const std::string_view name = "i3";
+    xcb_change_property(connection->get(), XCB_PROP_MODE_REPLACE, window, connection->atom("_NET_WM_NAME"),
+                        connection->atom("UTF8_STRING"), 8, static_cast<std::uint32_t>(name.size()), name.data());
+    sync();
+    const ProgramRun refused = run();
+    EXPECT_EQ(refused.end, 1);
+    EXPECT_EQ(refused.standardError, losesFullScreenMessage);
+    EXPECT_EQ(refused.standardOutput, "");
+}
+
 }  // namespace
 }  // namespace vantrel::linuxdesktop

@@ -9,6 +9,8 @@ enum class WindowManager {
     /// None runs. Its traces may have outlived it.
     none,
     withoutFullScreen,
+    /// A window loses its full screen as soon as another one gets the keyboard, and never gets it back by itself.
+    losingFullScreen,
     withFullScreen
 };
 
