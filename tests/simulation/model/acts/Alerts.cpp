@@ -80,6 +80,19 @@ std::string answerFor(Stage& stage, std::string_view message) {
     return {};
 }
 
+void rememberFront(Stage& stage) {
+    const bool known = stage.world().front() != 0 && stage.world().front() == stage.world().lastOther();
+    stage.client().questionOver = known ? stage.world().lastOther() : 0;
+}
+
+/// Where the answer's click has brought the client to the front, the platform gives that back.
+void readFrontGivenBack(Stage& stage, const std::string& button) {
+    stage.client().questionClosedAt = stage.now();
+    const auto& launcher = stage.client().launcher;
+    if (!button.empty() && launcher != nullptr && stage.world().frontName() == "Vantrel")
+        acceptFrontGivenBack(stage, launcher.get());
+}
+
 void openPage(Stage& stage, const std::string& address) {
     if (address.empty()) return;
     if (stage.accept("url", "opened: " + address) != nullptr) return;
@@ -136,12 +149,14 @@ std::string runAlert(Stage& stage, const AlertText& alert, bool fromQueue) {
 void requiredPrompt(Stage& stage, const Due& due) {
     stage.turnTo("an outdated client is told so, with the page that the server names");
     const bool page = !due.note.empty();
+    rememberFront(stage);
     const std::string button = runAlert(stage,
                                         {.style = "warning",
                                          .message = "Aggiornamento Vantrel richiesto",
                                          .informative = due.text,
                                          .buttons = page ? "[Apri pagina download] [Annulla]" : "[OK]"},
                                         true);
+    readFrontGivenBack(stage, button);
     if (button == "Apri pagina download") openPage(stage, due.note);
 }
 
@@ -162,7 +177,9 @@ void updatePrompt(Stage& stage, const Due& due) {
                      due.text),
                  .buttons = "[Apri pagina download]"};
     }
+    rememberFront(stage);
     const std::string button = runAlert(stage, alert, true);
+    readFrontGivenBack(stage, button);
     if (button == "Apri pagina download") openPage(stage, due.result.link);
 }
 
@@ -193,19 +210,14 @@ void secondInstance(Stage& stage) {
 
 void manualEnd(Stage& stage) {
     stage.turnTo("the participant ends a session from the menu after a question");
-    const bool known = stage.world().front() != 0 && stage.world().front() == stage.world().lastOther();
-    stage.client().questionOver = known ? stage.world().lastOther() : 0;
+    rememberFront(stage);
     const std::string button = runAlert(stage,
                                         {.style = "warning",
                                          .message = "Terminare la sessione?",
                                          .informative = "La sessione verrà registrata come terminata manualmente.",
                                          .buttons = "[Termina] [Annulla]"},
                                         false);
-    stage.client().questionClosedAt = stage.now();
-    // Where the answer's click has brought the client to the front, the platform gives that back.
-    const auto& launcher = stage.client().launcher;
-    if (!button.empty() && launcher != nullptr && stage.world().frontName() == "Vantrel")
-        acceptFrontGivenBack(stage, *launcher);
+    readFrontGivenBack(stage, button);
     if (button == "Termina" && !stage.departed() && stage.client().inLockdown) endSession(stage, EndCause::user);
 }
 

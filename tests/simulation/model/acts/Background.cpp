@@ -73,7 +73,10 @@ void Background::seeParticipant(const Entry& entry) {
     const bool answers = text == "presses Return" && following != nullptr && following->is("answer");
     if (text == "presses Avvia sessione protetta" || text == "presses joinButton" ||
         (text == "presses Return" && !answers)) {
-        stage_.add({.deed = Deed::joinTap, .way = Way::event, .at = entry.at, .line = entry.line});
+        // What is shown already is not told of again.
+        const std::string_view missing = missingField(client);
+        const bool sure = missing.empty() || client.error != missing;
+        stage_.add({.deed = Deed::joinTap, .way = Way::event, .at = entry.at, .line = entry.line, .sure = sure});
     }
     if (text == "presses Nuova sessione" || text == "presses newSessionButton") {
         stage_.add({.deed = Deed::newSession, .way = Way::event, .at = entry.at, .line = entry.line});
@@ -248,8 +251,19 @@ void Background::comeToNothing(const Due& due) {
     stage_.add({.deed = Deed::attempt,
                 .way = Way::queue,
                 .at = due.at + 500,
+                .sure = due.sure || due.deed == Deed::bringSafari,
                 .launcher = due.launcher,
                 .strong = due.deed == Deed::bringSafari});
+}
+
+/// A try that is due in the moment in which the timers begin to be held up may have begun before.
+void Background::perhapsTry(std::size_t index, std::int64_t at) {
+    Due& due = stage_.dues()[index];
+    const bool perhaps = due.deed == Deed::retry && due.at == at && due.sure && !due.launcher->dropped;
+    if (!perhaps || !mayComeToNothing(due)) return;
+    due.sure = false;
+    const auto launcher = due.launcher;
+    stage_.add({.deed = Deed::attempt, .way = Way::queue, .at = at + 500, .sure = false, .launcher = launcher});
 }
 
 void Background::momentEnds(std::int64_t at, std::int64_t next) {
@@ -276,6 +290,7 @@ void Background::endDues(std::int64_t at, std::int64_t next) {
         // Nothing is done while the client hangs; a notice may have come before.
         const bool hangs = stage_.world().hangsUntil() >= next && dues[index].deed != Deed::spaceNotice;
         const bool waits = strange && (hangs || dues[index].deed == Deed::spaceLook || !mayComeToNothing(dues[index]));
+        if (stage_.isHeld() && stage_.heldSince() == at) perhapsTry(index, at);
         if (dues[index].at >= next || stage_.blocks(dues[index].way) || waits) {
             dues[index].sure = dues[index].sure && !(waits && dues[index].deed == Deed::spaceLook);
             ++index;
@@ -296,7 +311,7 @@ void Background::endLooks(std::int64_t at, std::int64_t next) {
     Monitor& monitor = stage_.client().monitor;
     bool asked = std::exchange(looked_, false);
     if (stage_.isHeld() && monitor.ticks.next <= at && stage_.heldSince() == at) {
-        lookedBefore_ = asked;
+        lookedBefore_ = lookedBefore_ || asked;
         monitor.unsure = monitor.unsure || asked;
     }
     if (!monitor.active || stage_.isHeld() || stage_.isBusy() || stage_.departed()) return;

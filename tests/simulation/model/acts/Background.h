@@ -33,6 +33,7 @@ class Background final : public Backstage {
         std::int64_t at = 0;
         bool notice = false;
         std::string_view body{};
+        bool mixed = false;  // with others there, of which one was answered
     };
     bool isOfService(const Request& request) const;
     enum class JoinStep { none, probe, waitsForProbe, post, waitsForReply, ok };
@@ -50,6 +51,7 @@ class Background final : public Backstage {
     // Replies, and the lines that follow them at once.
     void seeReply(const Entry& entry);
     void seeCompletion(const Entry& entry);
+    void seeAmbiguous(const Entry& entry);
     void follow(std::string text) { following_.push_back(std::move(text)); }
     bool isLatencyKnown() const;
     void replyToVersion(const Entry& entry, std::string_view status);
@@ -85,6 +87,7 @@ class Background final : public Backstage {
     void endThreads(std::int64_t at, std::int64_t next);
     bool mayComeToNothing(const Due& due);
     void comeToNothing(const Due& due);
+    void perhapsTry(std::size_t index, std::int64_t at);
     void object(std::string_view rule, std::size_t line, std::string why);
 
     Stage& stage_;
@@ -101,12 +104,14 @@ class Background final : public Backstage {
     std::int64_t joinAt_ = 0;
     std::string joinBase_, joinCode_, typedCode_;
     bool perhapsOther_ = false;  // the reply that is read may be an earlier join's
+    bool surelyOther_ = false;   // or is
     JoinStep perhapsStep_ = JoinStep::none;
     std::int64_t perhapsAt_ = 0;
     JoinResult joined_;
 
     LaunchStep launch_ = LaunchStep::none;
     std::int64_t launchAt_ = 0;
+    std::int64_t launchBegunAt_ = 0;
     int prompts_ = 0;
     std::deque<std::string_view> answers_;  // to permission prompts, as they have to be logged
     std::int64_t answeredAt_ = 0;

@@ -40,7 +40,7 @@ void Background::launchBegins(int prompts) {
     launcher_ = stage_.client().launcher;
     meeting_ = meetingAddress(stage_.client().session.link);
     launch_ = prompts == 0 ? LaunchStep::reset : LaunchStep::prompts;
-    launchAt_ = stage_.now();
+    launchAt_ = launchBegunAt_ = stage_.now();
     safariAsked_ = false;
 }
 
@@ -73,7 +73,7 @@ void Background::seePermission(const Entry& entry) {
     if (launch_ != LaunchStep::prompts || --prompts_ > 0) return;
     launch_ = client.inLockdown && client.launcher == launcher_ ? LaunchStep::reset : LaunchStep::none;
     // It goes on from the main queue.
-    launchAt_ = std::max(entry.at, stage_.world().hangsUntil());
+    launchAt_ = launchBegunAt_ = std::max(entry.at, stage_.world().hangsUntil());
 }
 
 void Background::launchIsOver(std::int64_t at, bool attempts) {
@@ -240,8 +240,8 @@ void Background::endLaunch(std::int64_t at, std::int64_t next) {
     const bool loose = launcher_ != nullptr && launcher_->dropped;
     switch (launch_) {
         case LaunchStep::reset:
-            // It begins from the main queue.
-            if (launchAt_ <= at && stage_.blocks(Way::queue)) {
+            // It begins from the main queue, which a hang has held up in the midst of other work.
+            if (launchAt_ <= at && (stage_.blocks(Way::queue) || stage_.world().hangsUntil() > launchBegunAt_)) {
                 launchAt_ = next;
                 break;
             }

@@ -187,12 +187,16 @@ void Background::seeReply(const Entry& entry) {
     const bool alike = std::all_of(requests_.begin(), requests_.end(), [&](const Request& each) {
         return !answered(each) || (!each.notice && isOfService(each));
     });
-    const std::int64_t took = entry.at - request->at;
+    const std::int64_t sentAt = request->at;
+    const bool mixed = request->mixed;
+    // A long body is shown in part, without its token. A service that is gone hears nothing.
+    const bool gone = request->body.find("\"userToken\":\"") != std::string_view::npos && !isOfService(*request);
     requests_.erase(request);
+    for (Request& each : requests_) each.mixed = each.mixed || (several && !alike && answered(each));
     const Scenario& scenario = stage_.scenario();
     const bool plain = !scenario.bendsReplies && !several && address.starts_with(scenario.address + "/");
-    if (plain && !latency_) latency_ = scenario.begins ? took : scenario.latency;
-    if (plain && isLatencyKnown() && took != *latency_)
+    if (plain && !latency_) latency_ = scenario.begins ? entry.at - sentAt : scenario.latency;
+    if (plain && isLatencyKnown() && entry.at - sentAt != *latency_)
         stage_.depart(entry.line, "it comes after the server's latency");
     if (!following_.empty()) stage_.depart(followingLine_, "expected: " + following_.front());
     followingAt_ = entry.at;
@@ -201,13 +205,15 @@ void Background::seeReply(const Entry& entry) {
         replyToVersion(entry, status);
     } else if (address.ends_with("/join")) {
         perhapsOther_ = several;
+        surelyOther_ = !several && sentAt != joinAt_;
         replyToJoin(entry, status);
     } else if (address.find("/api/sessions/") != address.npos) {
         perhapsOther_ = several;
+        surelyOther_ = !several && sentAt != joinAt_;
         replyToProbe(entry, status);
-    } else if (several && !alike) {
+    } else if (mixed || (several && !alike)) {
         ambiguousAt_ = entry.at;
-    } else if (!notice) {
+    } else if (!notice && !gone) {
         replyToHeartbeat(entry, status);
     }
 }
@@ -255,7 +261,7 @@ void Background::replyToProbe(const Entry& entry, std::string_view status) {
             found = told.value_or("");
         }
     }
-    if (join_ != JoinStep::waitsForProbe) return;
+    if (join_ != JoinStep::waitsForProbe || surelyOther_) return;
     judgeProbe(entry.at, found);
 }
 
@@ -269,7 +275,7 @@ void Background::replyToJoin(const Entry& entry, std::string_view status) {
         due.note = body->text("downloadUrl").value_or("");
         stage_.add(due);
     }
-    if (join_ != JoinStep::waitsForReply) return;
+    if (join_ != JoinStep::waitsForReply || surelyOther_) return;
     if (status == "error") return failJoin(entry.at, "Errore di rete: " + text);
     if (status == "not HTTP") return failJoin(entry.at, "Risposta server non valida");
     if (outdated) return failJoin(entry.at, "Versione Vantrel non più supportata. Scarica la nuova versione.");
@@ -306,11 +312,26 @@ void Background::replyToHeartbeat(const Entry& entry, std::string_view status) {
     stage_.add(due);
 }
 
+/// One of several requests was answered; the line tells which.
+void Background::seeAmbiguous(const Entry& entry) {
+    Heartbeats& heartbeats = stage_.client().heartbeats;
+    Words words(entry.text);
+    if (words.skip("[HEARTBEAT] Errore (")) {
+        const auto errors = words.integer();
+        if (errors != heartbeats.errors + 1 && errors != 1) return stage_.depart(entry.line, "another count");
+        heartbeats.errors = static_cast<int>(*errors);
+        return;
+    }
+    Due due{.deed = Deed::end, .way = Way::queue, .at = entry.at, .line = entry.line};
+    due.text = messageOf(EndCause::user);
+    stage_.add(due);
+}
+
 void Background::seeCompletion(const Entry& entry) {
     stage_.turnTo("what a reply means is logged at once");
     if (following_.empty() || entry.at != followingAt_) {
         const bool heartbeat = entry.text.starts_with("[HEARTBEAT]");
-        if (heartbeat && entry.at == ambiguousAt_) return;
+        if (heartbeat && entry.at == ambiguousAt_) return seeAmbiguous(entry);
         return stage_.depart(entry.line, "no reply says so now");
     }
     std::string& expected = following_.front();

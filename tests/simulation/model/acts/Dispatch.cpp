@@ -37,7 +37,11 @@ void showAlert(Stage& stage, const Entry& line) {
 /// The name of the application that Safari's completion tells of.
 void nameSafari(Stage& stage, const Entry& line) {
     stage.turnTo("Safari is known by the number that the system tells");
-    const auto& launcher = stage.client().launcher;
+    auto launcher = stage.client().launcher;
+    // An attempt that waits keeps the launcher of a session that has ended.
+    for (const Due& due : stage.dues()) {
+        if (launcher == nullptr && due.strong) launcher = due.launcher;
+    }
     const bool safari = launcher != nullptr && (launcher->name == "Safari" || launcher->name == "Firefox");
     if (!safari) return stage.depart(line.line, "Safari was not asked for");
     stage.take(line);

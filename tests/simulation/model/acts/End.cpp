@@ -28,9 +28,9 @@ void closeWindows(Stage& stage, const Launcher& launcher) {
         const Entry* const leaves = stage.acceptBeginning("element", left);
         const Entry* const presses = leaves != nullptr ? nullptr : stage.acceptBeginning("element", pressed);
         const Entry* const entry = leaves != nullptr ? leaves : presses;
-        const bool excused = stage.world().bent() || stage.strange();
+        const bool excused = stage.world().bent() || stage.strange() || stage.client().trusted != true;
         // The kill beside it may have ended the browser meanwhile.
-        const bool runs = stage.world().mayRun(*launcher.pid, stage.now());
+        const bool runs = stage.world().surelyRuns(*launcher.pid, stage.now());
         if (entry == nullptr && taken && runs && !excused)
             stage.departAtNext("a window that was taken out of full screen is closed");
         if (entry == nullptr) return;

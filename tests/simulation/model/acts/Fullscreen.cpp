@@ -1,5 +1,7 @@
 #include "tests/simulation/model/acts/Fullscreen.h"
 
+#include <algorithm>
+
 #include "tests/simulation/model/reading/Words.h"
 
 namespace vantrel::simulation {
@@ -75,16 +77,17 @@ bool acceptActivation(Stage& stage, Launcher& launcher) {
     return asked;
 }
 
-bool acceptFrontGivenBack(Stage& stage, const Launcher& launcher) {
+bool acceptFrontGivenBack(Stage& stage, const Launcher* launcher) {
     const std::int64_t other = stage.world().lastOther();
     const std::int64_t before = stage.client().questionOver;
     const auto accept = [&](std::int64_t pid) {
         if (pid == 0 || !acceptRequest(stage, pid)) return false;
-        if (pid == launcher.pid) stage.client().givenBackAt = stage.now();
+        if (launcher != nullptr && pid == launcher->pid) stage.client().givenBackAt = stage.now();
         return true;
     };
     const bool known = other != 0 && before != 0;
-    if (!known && launcher.applicationKnown && accept(launcher.pid.value_or(0))) return true;
+    const bool runs = launcher != nullptr && launcher->applicationKnown;
+    if (!known && runs && accept(launcher->pid.value_or(0))) return true;
     return accept(other) || (before != other && accept(before));
 }
 
@@ -131,6 +134,24 @@ void attemptFullscreen(Stage& stage, const std::shared_ptr<Launcher>& launcher) 
     scheduleRetry(stage, launcher);
 }
 
+namespace {
+
+/// In strange times: a try that has asked nobody to the front, and whose attempt has waited since.
+std::optional<Due> claimSilentTry(Stage& stage) {
+    if (!stage.strange()) return std::nullopt;
+    auto& dues = stage.dues();
+    const auto found = std::find_if(dues.begin(), dues.end(), [&](const Due& due) {
+        const bool silent = due.deed == Deed::retry && !due.launcher->applicationKnown;
+        return silent && due.at + 500 <= stage.now();
+    });
+    if (found == dues.end()) return std::nullopt;
+    Due due = *found;
+    dues.erase(found);
+    return due;
+}
+
+}  // namespace
+
 void dueAttempt(Stage& stage) {
     stage.turnTo("full screen is tried at its times");
     const Entry* const line = stage.peek();
@@ -139,6 +160,7 @@ void dueAttempt(Stage& stage) {
         auto due = stage.claim(Deed::firstAttempt);
         const bool first = due.has_value();
         if (!due) due = stage.claim(Deed::attempt);
+        if (!due) due = claimSilentTry(stage);
         if (!due) return stage.depart(line->line, "no attempt is due now");
         Launcher& launcher = *due->launcher;
         if (launcher.dropped && !due->strong) continue;
@@ -170,8 +192,9 @@ void dueActivation(Stage& stage) {
     // After the question of the status menu the platform gives the front back, again where the system has ignored it.
     constexpr std::int64_t givenBack = 5000;
     const auto& launcher = stage.client().launcher;
-    const bool question = line->at - stage.client().questionClosedAt <= givenBack && launcher != nullptr;
-    if (question && acceptFrontGivenBack(stage, *launcher)) return;
+    const bool question = line->at - stage.client().questionClosedAt <= givenBack;
+    const bool behind = launcher != nullptr || !stage.client().visible;
+    if (question && behind && acceptFrontGivenBack(stage, launcher.get())) return;
     stage.depart(line->line, "nothing asks the browser to the front now");
 }
 

@@ -15,7 +15,7 @@ void dueActivation(Stage& stage);
 /// "NAME (PID) is asked to come to the front" of the launcher's browser, with what the platform does besides.
 bool acceptActivation(Stage& stage, Launcher& launcher);
 /// The same of the one that had the front before a question of the client's.
-bool acceptFrontGivenBack(Stage& stage, const Launcher& launcher);
+bool acceptFrontGivenBack(Stage& stage, const Launcher* launcher);
 /// Safari's activation was due before this line and had nobody to ask.
 void passOverSafari(Stage& stage, const std::shared_ptr<Launcher>& launcher);
 

@@ -96,15 +96,17 @@ void Stage::depart(std::size_t line, std::string why) {
 void Stage::departAtNext(std::string why) {
     const Entry* const next = peek();
     // The run is over before it could come.
-    if (next == nullptr && endsAt_ <= now_) return giveUp();
+    if (next == nullptr && (endsAt_ <= now_ || strange())) return giveUp();
     depart(next != nullptr ? next->line : 0, std::move(why));
 }
 
 std::optional<Due> Stage::claim(Deed deed) {
-    const auto found = std::find_if(dues_.begin(), dues_.end(), [&](const Due& due) {
+    const auto fits = [&](const Due& due) {
         if (due.deed != deed || due.at > now_) return false;
         return due.at == now_ || strange();
-    });
+    };
+    auto found = std::find_if(dues_.begin(), dues_.end(), [&](const Due& due) { return due.sure && fits(due); });
+    if (found == dues_.end()) found = std::find_if(dues_.begin(), dues_.end(), fits);
     if (found == dues_.end()) return std::nullopt;
     Due due = std::move(*found);
     dues_.erase(found);

@@ -53,6 +53,7 @@ void World::see(const Entry& entry) {
     if (entry.is("process")) seeProcess(entry);
     if (entry.is("app window")) seeWindow(entry);
     if (entry.is("displays")) seeDisplays(entry);
+    if (entry.is("space")) seeSpace(entry);
     if (entry.is("fault")) seeFault(entry);
     // A program that is launched is in front.
     if (entry.is("client", "has activation policy 0")) comeToFront(ownPid, "Vantrel", entry.at);
@@ -121,10 +122,21 @@ void World::seeWindow(const Entry& entry) {
     if (inFull) window.fullScreen = true;
     if (left) window.fullScreen = false;
     if (!inFull && !left && !verb.skip(" opens at ") && !verb.skip(" is now at ")) return;
-    window.moved = window.follows = false;
+    window.moved = inFull && window.shaken;
+    window.follows = window.entering = window.shaken = false;
     for (double* value : {&window.x, &window.y, &window.width, &window.height}) {
         *value = verb.number().value_or(0);
         verb.skip(" ");
+    }
+}
+
+void World::seeSpace(const Entry& entry) {
+    constexpr std::string_view full = "full screen of ";
+    const std::size_t at = entry.text.find(full);
+    if (at == std::string_view::npos) return;
+    for (auto& each : windows_) {
+        AppWindow& window = each.second;
+        if (!window.fullScreen && window.title == entry.text.substr(at + full.size())) window.entering = true;
     }
 }
 
@@ -149,6 +161,7 @@ void World::seeDisplays(const Entry& entry) {
 void World::followDisplays(std::int64_t at) {
     for (auto& entry : windows_) {
         auto& window = entry.second;
+        window.shaken = window.shaken || window.entering;
         if (!window.fullScreen || window.closed) continue;
         const bool fills = std::any_of(displays_.begin(), displays_.end(), [&](const Display& display) {
             return display.width == window.width && display.height == window.height;
@@ -164,9 +177,11 @@ void World::followDisplays(std::int64_t at) {
 }
 
 void World::seeFault(const Entry& entry) {
-    if (entry.text.ends_with(" does not answer")) ++silent_;
-    if (entry.text.ends_with(" answers again")) {
-        --silent_;
+    constexpr std::string_view falls = " does not answer";
+    constexpr std::string_view recovers = " answers again";
+    if (entry.text.ends_with(falls)) silent_.insert(entry.text.substr(0, entry.text.size() - falls.size()));
+    if (entry.text.ends_with(recovers)) {
+        silent_.erase(entry.text.substr(0, entry.text.size() - recovers.size()));
         strangeUntil_ = std::max(strangeUntil_, entry.at + aftermath);
     }
     Words words(entry.text);

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <map>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,8 +25,10 @@ struct AppWindow {
     bool fullScreen = false;
     bool minimised = false;
     bool closed = false;
-    bool moved = false;    // its display has gone, or got another size
-    bool follows = false;  // and which one it fills now is not known
+    bool moved = false;     // its display has gone, or got another size
+    bool follows = false;   // and which one it fills now is not known
+    bool entering = false;  // on its way to full screen
+    bool shaken = false;    // and the displays have changed on that way
     std::int64_t changed = 0;
 };
 
@@ -60,7 +63,7 @@ class World {
     const std::vector<Display>& displays() const { return displays_; }
     /// True while the world does things whose times the model does not foresee: an application that does not answer, a
     /// client that hangs.
-    bool strange(std::int64_t at) const { return silent_ > 0 || at <= strangeUntil_; }
+    bool strange(std::int64_t at) const { return !silent_.empty() || at <= strangeUntil_; }
     std::int64_t hangsUntil() const { return hangsUntil_; }  // the client's main thread
     std::int64_t lidClosed() const { return lidClosed_; }    // milliseconds in all
     bool bent() const { return bent_; }                      // elements, lists or bodies fail by a fault
@@ -74,6 +77,7 @@ class World {
     void seeProcess(const Entry& entry);
     void seeWindow(const Entry& entry);
     void seeDisplays(const Entry& entry);
+    void seeSpace(const Entry& entry);
     void followDisplays(std::int64_t at);
     void seeFault(const Entry& entry);
 
@@ -88,7 +92,7 @@ class World {
     std::int64_t comesAt_ = -1;  // the client, without a line; -1 for never
     std::string_view frontName_, frontBefore_;
     std::int64_t frontSince_ = -1;
-    int silent_ = 0;
+    std::set<std::string_view> silent_;
     std::int64_t strangeUntil_ = -1;
     std::int64_t hangsUntil_ = -1;
     std::int64_t lidClosed_ = 0;
