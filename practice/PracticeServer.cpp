@@ -37,7 +37,7 @@ PracticeReply PracticeServer::handle(const PracticeRequest& request) {
 
 bool PracticeServer::isAside(const RequestTarget& target) {
     return PageFileExchanges::isPageFile(target) || ControlExchanges::isControl(target) ||
-           TrainerExchanges::isTrainer(target) || ReportExchanges::isReport(target);
+           TrainerExchanges::isTrainer(target) || MeetingExchanges::isMeeting(target);
 }
 
 PracticeReply PracticeServer::aside(const PracticeRequest& request, const RequestTarget& target, double now) {

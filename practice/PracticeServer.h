@@ -11,7 +11,7 @@
 #include "practice/exchanges/AccessRules.h"
 #include "practice/exchanges/ApiExchanges.h"
 #include "practice/exchanges/ControlExchanges.h"
-#include "practice/exchanges/ReportExchanges.h"
+#include "practice/exchanges/MeetingExchanges.h"
 #include "practice/exchanges/TrainerExchanges.h"
 #include "practice/messages/PracticeReply.h"
 #include "practice/messages/PracticeRequest.h"
@@ -83,7 +83,7 @@ class PracticeServer {
     ApiExchanges api_;
     ControlExchanges control_;
     TrainerExchanges trainer_;
-    ReportExchanges meeting_;
+    MeetingExchanges meeting_;
 };
 
 }  // namespace vantrel::practice

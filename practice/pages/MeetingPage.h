@@ -10,7 +10,7 @@
 namespace vantrel::practice {
 
 /// The page that plays the meeting. It needs nothing from outside. Once shown, it only reports its state and what is
-/// typed to the server (see ReportExchanges), and works even if the server is gone.
+/// typed to the server (see MeetingExchanges), and works even if the server is gone.
 PracticeReply meetingPage(const PracticeSession& session, const std::vector<PracticeParticipant>& participants);
 
 /// 404, as a page for people.

@@ -9,11 +9,11 @@
 namespace vantrel::practice {
 
 /// What the meeting page sends by itself, to /meet/CODE/reports.
-class ReportExchanges {
+class MeetingExchanges {
   public:
-    ReportExchanges(const SessionRegistry& registry, PageReportLog& reports);
+    MeetingExchanges(const SessionRegistry& registry, PageReportLog& reports);
 
-    static bool isReport(const RequestTarget& target);
+    static bool isMeeting(const RequestTarget& target);
 
     /// `now` in seconds since 1970.
     PracticeReply handle(const PracticeRequest& request, const RequestTarget& target, double now);

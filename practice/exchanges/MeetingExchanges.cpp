@@ -1,4 +1,4 @@
-#include "practice/exchanges/ReportExchanges.h"
+#include "practice/exchanges/MeetingExchanges.h"
 
 #include <nlohmann/json.hpp>
 #include <string>
@@ -10,15 +10,15 @@
 
 namespace vantrel::practice {
 
-ReportExchanges::ReportExchanges(const SessionRegistry& registry, PageReportLog& reports)
+MeetingExchanges::MeetingExchanges(const SessionRegistry& registry, PageReportLog& reports)
     : registry_(registry), reports_(reports) {}
 
-bool ReportExchanges::isReport(const RequestTarget& target) {
+bool MeetingExchanges::isMeeting(const RequestTarget& target) {
     const auto& segments = target.segments();
     return segments.size() == 3 && segments[0] == "meet" && segments[2] == "reports";
 }
 
-PracticeReply ReportExchanges::handle(const PracticeRequest& request, const RequestTarget& target, double now) {
+PracticeReply MeetingExchanges::handle(const PracticeRequest& request, const RequestTarget& target, double now) {
     if (request.method != "POST") return methodNotAllowed("POST");
     const std::string code = upperCaseCode(target.segments()[1]);
     if (!registry_.session(code)) return errorReply(404, "session_not_found");
