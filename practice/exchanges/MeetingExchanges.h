@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "practice/messages/PracticeReply.h"
 #include "practice/messages/PracticeRequest.h"
 #include "practice/messages/RequestTarget.h"
@@ -8,7 +10,8 @@
 
 namespace vantrel::practice {
 
-/// What the meeting page sends by itself, to /meet/CODE/reports.
+/// What the meeting page exchanges by itself: it reports to /meet/CODE/reports, and asks /meet/CODE/state whether the
+/// server is still there.
 class MeetingExchanges {
   public:
     MeetingExchanges(const SessionRegistry& registry, PageReportLog& reports);
@@ -19,6 +22,9 @@ class MeetingExchanges {
     PracticeReply handle(const PracticeRequest& request, const RequestTarget& target, double now);
 
   private:
+    PracticeReply state(const std::string& code) const;
+    PracticeReply addReports(const std::string& code, const std::string& text, double now);
+
     const SessionRegistry& registry_;
     PageReportLog& reports_;
 };

@@ -20,12 +20,15 @@ struct PageFile {
     std::string_view content;
 };
 
-std::array<PageFile, 5> files() {
+std::array<PageFile, 8> files() {
     return {{{"/pages/meeting.css", style, pagefiles::meetingCss},
+             {"/pages/meeting-contact.js", script, pagefiles::meetingContactJs},
              {"/pages/meeting-devices.js", script, pagefiles::meetingDevicesJs},
              {"/pages/meeting.js", script, pagefiles::meetingJs},
              {"/pages/trainer.css", style, pagefiles::trainerCss},
-             {"/pages/trainer.js", script, pagefiles::trainerJs}}};
+             {"/pages/trainer.js", script, pagefiles::trainerJs},
+             {"/pages/trainer-news.js", script, pagefiles::trainerNewsJs},
+             {"/pages/trainer-nodes.js", script, pagefiles::trainerNodesJs}}};
 }
 
 }  // namespace

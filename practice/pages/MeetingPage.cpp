@@ -21,8 +21,12 @@ constexpr std::array<std::string_view, 3> classmates{"Giulia", "Tommaso", "Amina
 /// The first one is the speaker.
 std::string tile(std::string_view name, std::size_t number) {
     std::string look = "face-" + std::to_string(number % faces + 1);
-    if (number == 0) look += " speaking";
-    return filledTemplate(pagefiles::meetingTileHtml, {{"look", look}, {"name", htmlText(name)}});
+    std::string text = htmlText(name);
+    if (number == 0) {
+        look += " speaking";
+        text += "<span class=\"unseen\"> (sta parlando)</span>";
+    }
+    return filledTemplate(pagefiles::meetingTileHtml, {{"look", look}, {"name", text}});
 }
 
 }  // namespace

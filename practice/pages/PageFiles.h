@@ -5,6 +5,7 @@
 /// The files beside this header, by their names, as CMake embeds them in the program (embed.cmake).
 namespace vantrel::practice::pagefiles {
 
+extern const std::string_view meetingContactJs;
 extern const std::string_view meetingCss;
 extern const std::string_view meetingDevicesJs;
 extern const std::string_view meetingEndedHtml;
@@ -15,5 +16,7 @@ extern const std::string_view meetingUnknownHtml;
 extern const std::string_view trainerCss;
 extern const std::string_view trainerHtml;
 extern const std::string_view trainerJs;
+extern const std::string_view trainerNewsJs;
+extern const std::string_view trainerNodesJs;
 
 }  // namespace vantrel::practice::pagefiles

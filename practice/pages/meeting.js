@@ -22,7 +22,7 @@ setInterval(tick, 1000);
 
 // What the page reports about itself; see the list in practice/README.md.
 const page = [...crypto.getRandomValues(new Uint8Array(8))].map(byte => byte.toString(16).padStart(2, "0")).join("");
-const address = location.pathname.replace(/\/+$/, "") + "/reports";
+const address = pageAddress + "/reports";
 const waiting = [];
 let number = 0;
 let underWay = false;
@@ -46,8 +46,11 @@ function post() {
         headers: { "Content-Type": "application/json" },
         body: take(),
         keepalive: true,
-        signal: AbortSignal.timeout(5000),
-    }).catch(() => {});
+        signal: AbortSignal.timeout(patience),
+    }).then(
+        () => noteAnswer(true),
+        () => noteAnswer(false),
+    );
 }
 
 // One request at a time, so that they arrive in order.
@@ -122,8 +125,22 @@ if (form !== null) {
         messages.append(item);
         while (messages.children.length > 100) messages.firstChild.remove();
         messages.scrollTop = messages.scrollHeight;
+        letKeysScroll();
         field.value = "";
     });
-    field.focus();
+    field.focus({ preventScroll: true });
 }
+
+// What scrolls is a stop of the Tab key, and only then.
+function letKeysScroll() {
+    for (const list of document.querySelectorAll("main > ul, .chat > ol")) {
+        const scrolls = list.scrollHeight > list.clientHeight || list.scrollWidth > list.clientWidth;
+        if (scrolls) list.tabIndex = 0;
+        else list.removeAttribute("tabindex");
+    }
+}
+
+// The window is not all that changes their size: words about the server make room for themselves.
+const sizes = new ResizeObserver(letKeysScroll);
+for (const list of document.querySelectorAll("main > ul, .chat > ol")) sizes.observe(list);
 view("opened");

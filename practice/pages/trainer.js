@@ -7,28 +7,9 @@ const freshSeconds = 8;
 const statusTexts = { ACTIVE: "Attiva", WAITING: "In attesa", ENDED: "Terminata" };
 const presenceTexts = { in: "In sessione", lost: "Contatto perso", left: "Uscito" };
 const violationTexts = { KEY_BLOCKED: "Combinazione bloccata", FOCUS_VIOLATION: "Altra applicazione in primo piano" };
+const pageTitle = document.title;
 const cards = new Map();
 let readAt = null;
-
-function byId(id) {
-    return document.getElementById(id);
-}
-
-// Data from outside is set as text, never as markup.
-function make(tag, className, text) {
-    const node = document.createElement(tag);
-    if (className) node.className = className;
-    if (text !== undefined) node.textContent = text;
-    return node;
-}
-
-function set(node, text) {
-    if (node.textContent !== text) node.textContent = text;
-}
-
-function setClass(node, className) {
-    if (node.className !== className) node.className = className;
-}
 
 function clockText(milliseconds) {
     return new Date(milliseconds).toLocaleTimeString("it-IT", { hour12: false });
@@ -54,70 +35,8 @@ function countText(count, one, many) {
     return count === 1 ? "1 " + one : count + " " + many;
 }
 
-function makeCard(code) {
-    const card = { node: make("section", "card"), rows: new Map(), shownViolations: "" };
-    card.node.dataset.code = code;
-    const head = make("div", "head");
-    card.title = make("bdi");
-    const heading = make("h2");
-    heading.append(card.title);
-    card.status = make("span", "badge");
-    card.counts = make("span", "counts");
-    card.end = make("button", "end", "Termina sessione");
-    card.end.type = "button";
-    card.end.addEventListener("click", () => ask(card));
-    head.append(make("span", "code", code), heading, card.status, card.counts, card.end);
-
-    const columns = make("div", "columns");
-    const people = make("div", "people");
-    card.nobody = make("p", "note");
-    card.table = make("table");
-    const header = make("tr");
-    for (const title of ["Partecipante", "Stato", "Ultimo segnale", "Blocco", "Riunione", "Violazioni"]) {
-        const cell = make("th", "", title);
-        cell.scope = "col";
-        header.append(cell);
-    }
-    const top = make("thead");
-    top.append(header);
-    card.body = make("tbody");
-    card.table.append(top, card.body);
-    card.peopleTitle = make("h3", "", "Partecipanti");
-    people.append(card.peopleTitle, card.nobody, card.table);
-    const violations = make("div", "violations");
-    card.nothing = make("p", "note", "Nessuna violazione.");
-    card.list = make("ol");
-    card.more = make("p", "note");
-    violations.append(make("h3", "", "Violazioni, la più recente in alto"), card.nothing, card.list, card.more);
-    columns.append(people, violations);
-    card.columns = columns;
-    card.node.append(head, columns);
-    return card;
-}
-
-function makeRow() {
-    const row = { node: make("tr") };
-    const who = make("td");
-    row.name = make("bdi", "who");
-    row.mail = make("small", "mail");
-    who.append(row.name, row.mail);
-    const presence = make("td");
-    row.presence = make("span", "badge");
-    row.since = make("small");
-    presence.append(row.presence, row.since);
-    const when = make("td", "when");
-    row.ago = make("span");
-    row.at = make("small");
-    when.append(row.ago, row.at);
-    row.lockdown = make("td", "flag");
-    row.meeting = make("td", "flag");
-    row.count = make("td", "number");
-    row.node.append(who, presence, when, row.lockdown, row.meeting, row.count);
-    return row;
-}
-
 function showFlag(cell, heartbeat, value, yes, no) {
-    set(cell, heartbeat ? (value ? yes : no) : "–");
+    set(cell.firstChild, heartbeat ? (value ? yes : no) : "–");
     setClass(cell, "flag" + (heartbeat ? (value ? " yes" : " no") : ""));
 }
 
@@ -139,29 +58,26 @@ function showRow(row, participant, now) {
     setClass(row.count, "number" + (participant.violationCount > 0 ? " some" : ""));
 }
 
+// Puts only what is new on top: a screen reader keeps its place in the list.
+function updateViolations(card, violations) {
+    const texts = violations.map(violation => JSON.stringify(violation));
+    const known = texts.findIndex((_, start) => texts.slice(start).every((text, index) => text === card.shown[index]));
+    const added = known < 0 ? texts.length : known;
+    card.list.prepend(...violations.slice(0, added).map(makeViolation));
+    while (card.list.children.length > texts.length) card.list.lastChild.remove();
+    card.shown = texts;
+}
+
+// What scrolls is a stop of the Tab key, and only then.
+function letKeysScroll(list) {
+    if (list.scrollHeight > list.clientHeight) list.tabIndex = 0;
+    else list.removeAttribute("tabindex");
+}
+
 function showViolations(card, session, now) {
-    const text = JSON.stringify(session.violations);
-    if (text !== card.shownViolations) {
-        card.shownViolations = text;
-        card.list.replaceChildren(
-            ...session.violations.map(violation => {
-                const item = make("li");
-                item.dataset.type = violation.type;
-                const time = make("span", "when", violationTime(violation));
-                time.title = "Ricevuta alle " + momentText(violation.receivedAt);
-                const about = make("div", "about");
-                const detail = make("strong");
-                detail.append(make("bdi", "", violation.detail || "(senza nome)"));
-                const what = make("small", "", violationTexts[violation.type] ?? violation.type);
-                what.title = violation.type;
-                const who = make("small");
-                who.append(make("bdi", "", violation.fullName));
-                about.append(detail, what, who);
-                item.append(time, about);
-                return item;
-            }),
-        );
-    }
+    updateViolations(card, session.violations);
+    if (card.violationCount !== null) noteViolations(session.violationCount - card.violationCount, session.violations[0]);
+    card.violationCount = session.violationCount;
     session.violations.forEach((violation, index) =>
         card.list.children[index].classList.toggle("fresh", now - violation.receivedAt < freshSeconds),
     );
@@ -170,29 +86,35 @@ function showViolations(card, session, now) {
     card.list.hidden = session.violationCount === 0;
     card.more.hidden = hiddenCount <= 0;
     set(card.more, "Non mostrate, meno recenti: " + hiddenCount);
+    letKeysScroll(card.list);
+}
+
+function countsText(session) {
+    const people = session.participants;
+    if (people.length === 0) return "";
+    const present = people.filter(person => person.presence === "in").length;
+    const lost = people.filter(person => person.presence === "lost").length;
+    const parts = [present + " in sessione"];
+    if (lost > 0) parts.push(lost + " senza contatto");
+    parts.push(countText(session.violationCount, "violazione", "violazioni"));
+    return parts.join(" · ");
 }
 
 function showCard(card, session, now) {
     const people = session.participants;
     const ended = session.status === "ENDED";
+    if (ended && card.session && card.session.status !== "ENDED") noteEnd(session.code);
+    const isNew = card.session === undefined;
     card.session = session;
     set(card.title, session.title);
     set(card.status, statusTexts[session.status] ?? session.status);
     setClass(card.status, "badge " + session.status);
     card.end.hidden = ended;
-    const present = people.filter(person => person.presence === "in").length;
-    const lost = people.filter(person => person.presence === "lost").length;
-    const parts = [];
-    if (people.length > 0) {
-        parts.push(present + " in sessione");
-        if (lost > 0) parts.push(lost + " senza contatto");
-        parts.push(countText(session.violationCount, "violazione", "violazioni"));
-    }
-    set(card.counts, parts.join(" · "));
+    set(card.counts, countsText(session));
     card.columns.hidden = ended && people.length === 0;
     card.table.hidden = people.length === 0;
-    card.peopleTitle.hidden = people.length > 0;
     card.nobody.hidden = people.length > 0;
+    setClass(card.peopleTitle, people.length > 0 ? "above-table" : "");
     set(card.nobody, "Nessun partecipante. Per entrare si usa il codice " + session.code + ".");
 
     const numbers = new Set(people.map(person => person.number));
@@ -207,7 +129,10 @@ function showCard(card, session, now) {
             card.rows.set(participant.number, row);
             card.body.append(row.node);
         }
-        showRow(card.rows.get(participant.number), participant, now);
+        const row = card.rows.get(participant.number);
+        // Who was there before the page was opened is no news.
+        if (!isNew) notePresence(participant, row.node.dataset.presence);
+        showRow(row, participant, now);
     }
     showViolations(card, session, now);
 }
@@ -233,6 +158,12 @@ function show(state) {
     set(byId("clock"), momentText(state.now));
 }
 
+// The page's title, seen on its tab: the first session in which somebody is.
+function titleOf(state) {
+    const session = state.sessions.find(each => each.status !== "ENDED" && each.participants.length > 0);
+    return session ? countsText(session) + " · " + pageTitle : pageTitle;
+}
+
 async function exchange(path, method) {
     const reply = await fetch(path, { method, cache: "no-store", signal: AbortSignal.timeout(patience) });
     if (!reply.ok) throw new Error("HTTP " + reply.status);
@@ -248,11 +179,14 @@ async function refresh() {
         set(link, "Collegata al server");
         setClass(link, "link");
         setClass(byId("sessions"), "");
+        document.title = titleOf(state);
     } catch (error) {
         console.error(error);
-        set(link, "Il server non risponde" + (readAt === null ? "" : ": dati delle " + momentText(readAt)));
+        const what = "Il server non risponde" + (readAt === null ? "" : ": dati delle " + momentText(readAt));
+        set(link, what + ". La pagina riprova da sola.");
         setClass(link, "link broken");
         setClass(byId("sessions"), "stale");
+        document.title = "Il server non risponde · " + pageTitle;
     }
 }
 
@@ -281,10 +215,15 @@ byId("ask-yes").addEventListener("click", async () => {
         await exchange("/trainer/end/" + encodeURIComponent(asked.session.code), "POST");
         byId("ask").close();
         await refresh();
+        // The button that had the focus is gone.
+        asked.heading.tabIndex = -1;
+        asked.heading.focus();
     } catch (error) {
         console.error(error);
         set(byId("ask-failed"), "Non è stato possibile terminare la sessione. Riprova.");
         byId("ask-failed").hidden = false;
+        yes.disabled = false;
+        yes.focus();
     } finally {
         yes.disabled = false;
     }
@@ -293,6 +232,7 @@ byId("ask-yes").addEventListener("click", async () => {
 async function follow() {
     for (;;) {
         await refresh();
+        tellNews(byId("news"));
         await new Promise(resolve => setTimeout(resolve, pause));
     }
 }

@@ -67,5 +67,16 @@ TEST(MeetingPage, TellsPeopleThatACodeIsUnknown) {
     EXPECT_TRUE(contains(reply, "ALTRA"));
 }
 
+TEST(MeetingPage, LearnsTheStateOfItsSessionInAnExchangeThatIsNeitherRecordedNorChanged) {
+    PracticeServer server(fourSessions(), [] { return standingTime; });
+    server.handle(post("/control/reply-rule", R"({"path":"*","status":500,"body":""})"));
+    EXPECT_EQ(server.handle(get("/meet/prova/state")).body, R"({"status":"ACTIVE"})");
+    server.endSession("PROVA");
+    EXPECT_EQ(server.handle(get("/meet/PROVA/state")).body, R"({"status":"ENDED"})");
+    EXPECT_EQ(server.handle(get("/meet/ALTRA/state")).status, 404);
+    EXPECT_EQ(server.handle(post("/meet/PROVA/state", "")).status, 405);
+    EXPECT_TRUE(server.received().empty());
+}
+
 }  // namespace
 }  // namespace vantrel::practice::test

@@ -49,9 +49,12 @@ TEST_F(PageFiles, APageRefersOnlyToFilesThatTheServerHas) {
 
 TEST_F(PageFiles, ScriptsAndStylesHaveTheirTypes) {
     const std::vector<std::array<std::string, 3>> files{
+        {"meeting-contact.js", "text/javascript; charset=utf-8", "\"use strict\";"},
         {"meeting.js", "text/javascript; charset=utf-8", "\"use strict\";"},
         {"meeting-devices.js", "text/javascript; charset=utf-8", "\"use strict\";"},
         {"trainer.js", "text/javascript; charset=utf-8", "\"use strict\";"},
+        {"trainer-news.js", "text/javascript; charset=utf-8", "\"use strict\";"},
+        {"trainer-nodes.js", "text/javascript; charset=utf-8", "\"use strict\";"},
         {"meeting.css", "text/css; charset=utf-8", "box-sizing: border-box;"},
         {"trainer.css", "text/css; charset=utf-8", "box-sizing: border-box;"}};
     for (const auto& [name, type, held] : files) {

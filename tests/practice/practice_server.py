@@ -6,8 +6,8 @@ import subprocess
 
 
 class Server:
-    def __init__(self, program, *arguments):
-        self._process = subprocess.Popen([program, "--port", "0", "--exit-with-stdin", *arguments],
+    def __init__(self, program, *arguments, port=0):
+        self._process = subprocess.Popen([program, "--port", str(port), "--exit-with-stdin", *arguments],
                                          stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
         self.port = int(self._process.stdout.readline().rsplit(":", 1)[1])
         self.address = f"http://127.0.0.1:{self.port}/"

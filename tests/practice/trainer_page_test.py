@@ -131,7 +131,8 @@ class TrainerPage(unittest.TestCase):
         self.browser.wait_for("document.getElementById('ask').open")
         self.assertIn(markup, self.texts("#ask-text")[0])
         self.assertEqual(self.browser.value("document.querySelectorAll('img,b').length"), 0)
-        self.assertEqual(self.browser.value("document.title"), "Vantrel · Pagina della formazione")
+        self.assertEqual(self.browser.value("document.title"),
+                         "1 in sessione · 1 violazione · Vantrel · Pagina della formazione")
 
     def test_it_fits_with_long_texts_and_many_people(self):
         server = self.server("--session", "PROVA=" + "Formazione " * 12, "--session",
