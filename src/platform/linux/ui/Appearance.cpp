@@ -20,21 +20,21 @@ QMenuBar::item:selected, QMenuBar::item:pressed { background: #dcdcde; }
 QMenu { background: #f8f8f8; border: 1px solid #c6c6c8; padding: 5px; color: #1d1d1f; }
 QMenu::item { padding: 4px 26px 4px 14px; border-radius: 4px; }
 QMenu::item:selected:enabled { background: #0a6cff; color: white; }
-QMenu::item:disabled { color: #8e8e93; }
+QMenu::item:disabled { color: #6e6e73; }
 QMenu::separator { height: 1px; background: #d9d9db; margin: 5px 9px; }
-QLineEdit { background: white; color: #1d1d1f; border: 1px solid #c9c9cc; border-radius: 5px; padding: 0 6px;
+QLineEdit { background: white; border: 1px solid #c9c9cc; border-radius: 5px; padding: 0 6px;
             selection-background-color: #b3d7ff; selection-color: #1d1d1f; }
-QLineEdit:focus { border: 2px solid #4d9dff; padding: 0 5px; }
-QLineEdit:disabled { background: #f3f3f3; color: #a0a0a5; }
+QLineEdit:focus { border: 2px solid #0a6cff; padding: 0 5px; }
+QLineEdit:disabled { background: #f3f3f3; color: #6b6b70; }
 QPushButton { background: white; color: #1d1d1f; border: 1px solid #c4c4c7; border-radius: 6px; padding: 0 14px;
               outline: none; }
 QPushButton:pressed { background: #e2e2e4; }
-QPushButton:focus { border: 2px solid #6fb0ff; padding: 0 13px; }
-QPushButton:disabled { background: #f1f1f2; color: #a8a8ad; border: 1px solid #d8d8da; }
+QPushButton:focus { border: 2px solid #0a6cff; padding: 0 13px; }
+QPushButton:disabled { background: #f1f1f2; color: #6b6b70; border: 1px solid #d8d8da; }
 QPushButton[prominent="true"] { background: #0a6cff; color: white; border: 1px solid #005ce0; }
 QPushButton[prominent="true"]:pressed { background: #0057d1; }
-QPushButton[prominent="true"]:focus { border: 2px solid #8fc3ff; }
-QPushButton[prominent="true"]:disabled { background: #dcdcdf; color: #9a9aa0; border: 1px solid #cfcfd2; }
+QPushButton[prominent="true"]:focus { border: 2px solid #00286b; }
+QPushButton[prominent="true"]:disabled { background: #dcdcdf; color: #5d5d63; border: 1px solid #cfcfd2; }
 QFrame#separator { background: #d2d2d4; border: none; }
 QScrollArea, QScrollArea > QWidget > QWidget { background: transparent; border: none; }
 )";
@@ -52,7 +52,7 @@ void Appearance::apply(QApplication& application) {
     palette.setColor(QPalette::ButtonText, QColor("#1d1d1f"));
     palette.setColor(QPalette::Highlight, QColor("#b3d7ff"));
     palette.setColor(QPalette::HighlightedText, QColor("#1d1d1f"));
-    palette.setColor(QPalette::PlaceholderText, QColor("#a6a6ab"));
+    palette.setColor(QPalette::PlaceholderText, QColor("#6f6f74"));
     application.setPalette(palette);
     application.setFont(font({}));
     application.setStyleSheet(styleSheet);
@@ -70,9 +70,9 @@ QFont Appearance::font(const Font& font) {
 QString Appearance::colorName(TextColor color) {
     switch (color) {
         case TextColor::secondaryLabel:
-            return "#6e6e73";
+            return "#5f5f64";
         case TextColor::tertiaryLabel:
-            return "#98989d";
+            return "#68686d";
         case TextColor::systemRed:
             return "#d70015";
         case TextColor::standard:
