@@ -7,6 +7,7 @@ import sys
 import tempfile
 import time
 
+from accessible import Accessible
 from browser import FLAGS, FLAGS_AS_ROOT, Browser
 from client import Client, until
 from desktop import Desktop
@@ -18,23 +19,6 @@ from stage import CODE_FIELD, END_SCREEN, LOCKDOWN_COMPLETE, Stage
 from watching import Watcher
 
 RECORDINGS = ROOT / "tests/browsers"
-BUS = "/usr/libexec/at-spi-bus-launcher"
-
-
-class Accessible:
-    """The accessibility bus of a desktop."""
-
-    def __init__(self, desktop):
-        self._desktop = desktop
-
-    def __enter__(self):
-        self._process = subprocess.Popen([BUS, "--launch-immediately", "--a11y=1"], env=self._desktop.environment,
-                                         stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        time.sleep(1)
-
-    def __exit__(self, *_):
-        self._process.terminate()
-        self._process.wait()
 
 
 def end(stage, client):

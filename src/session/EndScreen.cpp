@@ -14,6 +14,7 @@ View EndScreen::view(const Rect& frame) {
     message.font = {13, false};
     message.color = TextColor::secondaryLabel;
     message.frame = {{24, 290}, {392, 80}};
+    message.announced = true;
 
     Control again;
     again.kind = Control::Kind::button;

@@ -24,6 +24,15 @@ Control field(std::string_view id, std::string placeholder, Rect frame) {
     return control;
 }
 
+// Each field is called by the label above it.
+void nameFields(std::vector<Control>& controls) {
+    for (std::size_t index = 1; index < controls.size(); ++index) {
+        if (controls[index].kind == Control::Kind::textField) {
+            controls[index].accessibilityLabel = controls[index - 1].text;
+        }
+    }
+}
+
 Control separator(Rect frame) {
     Control control;
     control.kind = Control::Kind::separator;
@@ -42,6 +51,7 @@ View JoinScreen::view(const Rect& frame, const std::string& clientVersion) {
     const Font caption{12, false};
     auto status = label("", caption, TextColor::systemRed, {{24, 122}, {392, 18}});
     status.id = errorLabel;
+    status.announced = true;
 
     Control join;
     join.kind = Control::Kind::button;
@@ -68,6 +78,7 @@ View JoinScreen::view(const Rect& frame, const std::string& clientVersion) {
         label("v" + clientVersion + " — a cura del gruppo Vantrel", {10, false}, TextColor::tertiaryLabel,
               {{24, 50}, {392, 16}}),
     };
+    nameFields(view.controls);
     return view;
 }
 

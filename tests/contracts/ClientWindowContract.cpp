@@ -334,6 +334,65 @@ TEST_F(ClientWindowContract, TheStyleIsReadAsItWasSet) {
     EXPECT_TRUE(shown({"Vantrel"}));
 }
 
+TEST_F(ClientWindowContract, AScreenReaderCallsAFieldByItsLabel) {
+    WindowDescription description = form();
+    description.views[0].controls[2].accessibilityLabel = "Nome e cognome: «Ada»";
+    make(description);
+    host().onMain([this] { windows.back()->makeKeyAndOrderFront(); });
+    ASSERT_TRUE(sees("name", {{"", true}}));
+    EXPECT_EQ(participant().accessibilityLabel("name"), "Nome e cognome: «Ada»");
+    participant().typeInto("name", "Ada Neri");
+    EXPECT_EQ(participant().accessibilityLabel("name"), "Nome e cognome: «Ada»");
+}
+
+TEST_F(ClientWindowContract, TabGoesThroughTheControlsInTheirOrder) {
+    open();
+    EXPECT_EQ(participant().tabOrder(), (Notes{"name", "start", "quit"}));
+    host().onMain([this] {
+        windows.back()->setEnabled("start", false);
+        windows.back()->setViewHidden("end", false);
+    });
+    EXPECT_TRUE(eventually([this] { return participant().tabOrder() == Notes{"name", "quit", "again"}; }));
+    host().onMain([this] { windows.back()->setViewHidden("join", true); });
+    EXPECT_TRUE(eventually([this] { return participant().tabOrder() == Notes{"again"}; }));
+}
+
+TEST_F(ClientWindowContract, AScreenReaderIsToldAStatusThatIsOnTheScreen) {
+    if (!participant().announcements()) GTEST_SKIP() << "here a test cannot hear what a screen reader is told";
+    WindowDescription description = form();
+    description.views[0].controls[0].announced = true;
+    description.views[1].controls[0].announced = true;
+    make(description);
+    const auto set = [this](const char* id, const char* text) {
+        host().onMain([&] { windows.back()->setText(id, text); });
+    };
+    const auto told = [this](const Notes& texts) {
+        return eventually([&] { return participant().announcements() == texts; });
+    };
+    set("title", "");
+    host().onMain([this] { windows.back()->makeKeyAndOrderFront(); });
+    ASSERT_TRUE(shown({"Vantrel"}));
+    set("title", "Attendi");
+    EXPECT_TRUE(told({"Attendi"}));
+    set("title", "Attendi");
+    set("title", "");
+    set("error", "nobody hears this");
+    set("title", "Errore — «x»");
+    EXPECT_TRUE(told({"Attendi", "Errore — «x»"}));
+    set("message", "Terminata");
+    host().letTimePass(0.1);
+    EXPECT_TRUE(told({"Attendi", "Errore — «x»"})) << "not before it is seen";
+    host().onMain([this] {
+        windows.back()->setViewHidden("join", true);
+        windows.back()->setViewHidden("end", false);
+    });
+    EXPECT_TRUE(told({"Attendi", "Errore — «x»", "Terminata"}));
+    host().onMain([this] { windows.back()->orderOut(); });
+    set("message", "Di nuovo");
+    host().onMain([this] { windows.back()->makeKeyAndOrderFront(); });
+    EXPECT_TRUE(told({"Attendi", "Errore — «x»", "Terminata", "Di nuovo"}));
+}
+
 TEST_F(ClientWindowContract, ACenteredWindowIsOnTheScreen) {
     make(form());
     host().onMain([this] {

@@ -28,6 +28,13 @@ class InterfaceHost {
     /// The control with that id in the client's front window. Empty if the participant does not see it.
     virtual std::optional<SeenControl> controlShown(const std::string& id) = 0;
 
+    /// What a screen reader calls that field of the front window.
+    virtual std::string accessibilityLabel(const std::string& id) = 0;
+    /// The ids of the fields and buttons of the front window that a person sees, as Tab goes through them.
+    virtual std::vector<std::string> tabOrder() = 0;
+    /// What a screen reader was told so far. Empty where a test cannot hear it.
+    virtual std::optional<std::vector<std::string>> announcements() = 0;
+
     /// Clicks a button of the front window. Without effect if the participant does not see it or it is disabled.
     virtual void pressButton(const std::string& id) = 0;
     /// Presses Return in the front window, which has the keyboard.

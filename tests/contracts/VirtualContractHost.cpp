@@ -264,6 +264,21 @@ std::optional<VirtualContractHost::SeenControl> VirtualContractHost::controlShow
     return SeenControl{window->text(id), window->isEnabled(id)};
 }
 
+std::string VirtualContractHost::accessibilityLabel(const std::string& id) {
+    const auto window = mac_.windows().front();
+    const Control* control = window ? window->control(id) : nullptr;
+    return control == nullptr ? std::string() : control->accessibilityLabel;
+}
+
+std::vector<std::string> VirtualContractHost::tabOrder() {
+    const auto window = mac_.windows().front();
+    return window ? window->tabOrder() : std::vector<std::string>();
+}
+
+std::optional<std::vector<std::string>> VirtualContractHost::announcements() {
+    return mac_.windows().announcements();
+}
+
 void VirtualContractHost::pressButton(const std::string& id) {
     mac_.participant().press(id);
 }

@@ -72,6 +72,9 @@ class VirtualContractHost : public ContractHost,
     ProcessIdentifier ownProcess() override;
     std::vector<std::string> windowsShown() override;
     std::optional<SeenControl> controlShown(const std::string& id) override;
+    std::string accessibilityLabel(const std::string& id) override;
+    std::vector<std::string> tabOrder() override;
+    std::optional<std::vector<std::string>> announcements() override;
     void pressButton(const std::string& id) override;
     void pressReturn() override;
     void typeInto(const std::string& id, const std::string& text) override;

@@ -256,6 +256,21 @@ class LinuxContractHost final : public contracts::ContractHost,
         return seen;
     }
 
+    std::string accessibilityLabel(const std::string& id) override {
+        std::string name;
+        onMain([&] { name = OwnWindows::accessibleName(windows_.widget(id)); });
+        return name;
+    }
+
+    std::vector<std::string> tabOrder() override {
+        std::vector<std::string> names;
+        onMain([&] { names = windows_.tabOrder(); });
+        return names;
+    }
+
+    // Qt tells nothing while nobody listens on an accessibility bus. tests/live/keys_alone_test.py does.
+    std::optional<std::vector<std::string>> announcements() override { return std::nullopt; }
+
     void pressButton(const std::string& id) override {
         onMain([&] { windows_.press(id); });
     }

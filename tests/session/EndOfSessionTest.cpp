@@ -141,6 +141,18 @@ TEST_F(EndOfSessionTest, SaysNothingOfAHeartbeatThatFailsAfterIt) {
     EXPECT_EQ(count("[HEARTBEAT] Errore (1/20): Richiesta scaduta."), 0u);
 }
 
+TEST_F(EndOfSessionTest, AScreenReaderIsToldTheReasonOnceItIsSeen) {
+    launch();
+    enterLockdown();
+    askToEnd();
+    EXPECT_THAT(mac().windows().announcements(), ElementsAre("⏳ Connessione al server..."));
+    participant().answerAlert("Termina");
+    mac().runFor(10);
+    EXPECT_THAT(mac().windows().announcements(),
+                ElementsAre("⏳ Connessione al server...", "Sessione terminata dall'utente"));
+    EXPECT_THAT(mac().windows().front()->tabOrder(), ElementsAre("newSessionButton"));
+}
+
 TEST_F(EndOfSessionTest, ComesWithTheServersWord) {
     launch();
     enterLockdown();

@@ -1,5 +1,10 @@
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <string>
+#include <utility>
+#include <vector>
+
 #include "server/ServerAddress.h"
 #include "session/EndScreen.h"
 #include "session/JoinScreen.h"
@@ -129,6 +134,53 @@ TEST_F(JoinScreenTest, IsFilledWithWhatWasSaved) {
     EXPECT_EQ(text("fullNameField"), "Ada Neri");
     EXPECT_EQ(text("emailField"), "ada@example.com");
     EXPECT_EQ(text("errorLabel"), "");
+}
+
+TEST_F(JoinScreenTest, CallsEachFieldByTheLabelAboveIt) {
+    std::vector<std::pair<std::string, std::string>> names;
+    const View join = JoinScreen::view({}, "");
+    for (const Control& control : join.controls) {
+        if (control.kind != Kind::textField) {
+            EXPECT_EQ(control.accessibilityLabel, "") << control.text;
+            continue;
+        }
+        names.emplace_back(control.id, control.accessibilityLabel);
+        const auto label = std::find_if(join.controls.begin(), join.controls.end(),
+                                        [&](const Control& other) { return other.text == control.accessibilityLabel; });
+        ASSERT_NE(label, join.controls.end()) << control.id;
+        EXPECT_GT(label->frame.origin.y, control.frame.origin.y) << control.id;
+        EXPECT_LE(label->frame.origin.y, control.frame.origin.y + control.frame.size.height + 4) << control.id;
+    }
+    using testing::Pair;
+    EXPECT_THAT(names,
+                ElementsAre(Pair("serverUrlField", "Server Vantrel:"), Pair("sessionCodeField", "Codice sessione:"),
+                            Pair("fullNameField", "Nome e cognome:"), Pair("emailField", "Email:")));
+}
+
+TEST_F(JoinScreenTest, TabGoesFromTheTopToTheBottom) {
+    launch();
+    EXPECT_THAT(mac().windows().front()->tabOrder(),
+                ElementsAre("serverUrlField", "sessionCodeField", "fullNameField", "emailField", "joinButton"));
+    const View join = JoinScreen::view({}, "");
+    double above = join.controls.front().frame.origin.y + 1;
+    for (const Control& control : join.controls) {
+        EXPECT_LT(control.frame.origin.y, above) << control.text << control.id;
+        above = control.frame.origin.y;
+    }
+}
+
+TEST_F(JoinScreenTest, AScreenReaderIsToldEachStatus) {
+    launch();
+    EXPECT_THAT(mac().windows().announcements(), IsEmpty());
+    participant().pressReturn();
+    mac().runFor(0);
+    EXPECT_THAT(mac().windows().announcements(), ElementsAre("⚠ Inserisci il codice sessione"));
+    answer(std::string("GET ") + server + "/api/sessions/", NetworkAnswer::reply(404, "", 3));
+    join("XXXXXX");
+    mac().runFor(10);
+    EXPECT_THAT(
+        mac().windows().announcements(),
+        ElementsAre("⚠ Inserisci il codice sessione", "⏳ Connessione al server...", "❌ Codice sessione non trovato"));
 }
 
 class EmptySettingsTest : public ClientTest {

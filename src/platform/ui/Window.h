@@ -45,9 +45,15 @@ struct Control {
     std::string keyEquivalent;
     /// A button's selector, for readers of this table. Buttons report their id.
     std::string action;
+    /// What a screen reader calls a text field (accessibilityLabel).
+    std::string accessibilityLabel;
+    /// A label that says how things stand. A screen reader is told its text when it changes on the screen, and when it
+    /// comes on the screen (NSAccessibilityAnnouncementRequestedNotification). An empty text is not told.
+    bool announced = false;
 };
 
-/// NSView with its controls, in the order in which they were added.
+/// NSView with its controls, in the order in which they were added. Tab goes through fields and buttons in this order,
+/// from view to view, past what is hidden (nextKeyView).
 struct View {
     std::string id;
     Rect frame;

@@ -3,6 +3,7 @@
 #include <QSystemTrayIcon>
 #include <QTest>
 
+#include "platform/linux/keyboard/KeyPositions.h"
 #include "platform/linux/x11/X11Desktops.h"
 #include "platform/linux/x11/X11Windows.h"
 #include "tests/linux/support/Builders.h"
@@ -10,6 +11,7 @@
 #include "tests/linux/x11/ForeignWindow.h"
 #include "tests/linux/x11/MonitorLayout.h"
 #include "tests/linux/x11/ServerView.h"
+#include "tests/linux/x11/TestKeyboard.h"
 #include "tests/linux/x11/TestPointer.h"
 
 namespace vantrel::linuxdesktop {
@@ -85,6 +87,42 @@ TEST_F(StatusBarTest, OpensItsMenuBelowAndRunsTheChosenItem) {
     QTest::keyClick(openMenu(), Qt::Key_Return);
     EXPECT_EQ(openMenu(), nullptr);
     EXPECT_TRUE(waitUntil([this] { return chosen == 1; }));
+}
+
+TEST_F(StatusBarTest, ControlF8OpensItsMenuOverAFullScreenWindow) {
+    const auto item = install();
+    const auto window = fullScreenWindow();
+    ASSERT_TRUE(waitUntil([] { return strip() == nullptr; }));
+    TestKeyboard keyboard;
+    const xcb_keycode_t f8 = TestKeyboard::position(100);
+    keyboard.type(f8);
+    keyboard.type(f8, shiftFlag | controlFlag);
+    keyboard.type(f8, optionFlag | controlFlag);
+    turnFor(0.3);
+    EXPECT_EQ(openMenu(), nullptr) << "with Control alone";
+    keyboard.type(f8, controlFlag);
+    ASSERT_TRUE(waitUntil([] { return openMenu() != nullptr && strip() != nullptr; }));
+    ASSERT_TRUE(waitUntil([] { return openMenu()->activeAction() != nullptr; }));
+    EXPECT_EQ(openMenu()->activeAction()->text(), "Termina sessione");
+    keyboard.type(TestKeyboard::position(36));
+    EXPECT_TRUE(waitUntil([this] { return chosen == 1; }));
+    EXPECT_TRUE(waitUntil([] { return strip() == nullptr; })) << "it hides again with its menu";
+}
+
+TEST_F(StatusBarTest, ControlF8OpensItsMenuThroughAKeyboardTap) {
+    const auto item = install();
+    const auto tap = computer->keyboardTaps.create([](const KeyEvent&) noexcept { return std::string_view(); }, {});
+    ASSERT_TRUE(tap);
+    TestKeyboard keyboard;
+    keyboard.type(TestKeyboard::position(100), controlFlag);
+    ASSERT_TRUE(waitUntil([] { return openMenu() != nullptr; }));
+    keyboard.type(TestKeyboard::position(53));
+    EXPECT_TRUE(waitUntil([] { return openMenu() == nullptr; })) << "the menu has the keyboard";
+    EXPECT_EQ(chosen, 0);
+    computer->statusBar.removeStatusItem(*item);
+    keyboard.type(TestKeyboard::position(100), controlFlag);
+    turnFor(0.3);
+    EXPECT_EQ(openMenu(), nullptr);
 }
 
 TEST_F(StatusBarTest, AChosenItemDoesNothingOnceItIsGone) {

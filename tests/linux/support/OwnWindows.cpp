@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <QAccessible>
 #include <QAction>
 #include <QCoreApplication>
 #include <QKeyEvent>
@@ -50,6 +51,23 @@ std::string OwnWindows::text(const QWidget& widget) {
     if (const auto* button = qobject_cast<const QPushButton*>(&widget)) return plain(button->text());
     if (const auto* label = qobject_cast<const QLabel*>(&widget)) return label->text().toStdString();
     return widget.accessibleName().toStdString();
+}
+
+std::vector<std::string> OwnWindows::tabOrder() {
+    std::vector<std::string> names;
+    const auto windows = shown();
+    if (windows.empty()) return names;
+    QWidget* const window = windows.front();
+    for (QWidget* next = window->nextInFocusChain(); next != window; next = next->nextInFocusChain()) {
+        const bool stops = (next->focusPolicy() & Qt::TabFocus) != 0 && next->isVisible() && next->isEnabled();
+        if (stops) names.push_back(next->objectName().toStdString());
+    }
+    return names;
+}
+
+std::string OwnWindows::accessibleName(QWidget* widget) {
+    const QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(widget);
+    return interface != nullptr ? interface->text(QAccessible::Name).toStdString() : std::string();
 }
 
 void OwnWindows::press(const std::string& name) {

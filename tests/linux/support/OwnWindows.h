@@ -25,6 +25,11 @@ class OwnWindows {
     QWidget* widget(const std::string& name);
     /// What a person reads there.
     static std::string text(const QWidget& widget);
+    /// What a screen reader calls it.
+    static std::string accessibleName(QWidget* widget);
+
+    /// The names of the widgets of the front window that Tab stops at, in order.
+    std::vector<std::string> tabOrder();
 
     void press(const std::string& name);
     /// The release of a mouse button that has been pressed there. Without effect once the button is gone.

@@ -190,6 +190,21 @@ class MacContractHost final : public contracts::ContractHost,
         return seen;
     }
 
+    std::string accessibilityLabel(const std::string& id) override {
+        std::string label;
+        onMain([&] { label = bytesOf(MacOwnWindows::control(id).accessibilityLabel); });
+        return label;
+    }
+
+    std::vector<std::string> tabOrder() override {
+        std::vector<std::string> ids;
+        onMain([&] { ids = MacOwnWindows::tabOrder(); });
+        return ids;
+    }
+
+    // No public interface shows an application its own announcements.
+    std::optional<std::vector<std::string>> announcements() override { return std::nullopt; }
+
     void pressButton(const std::string& id) override {
         onMain([&] { MacOwnWindows::press(id); });
     }

@@ -20,6 +20,10 @@ class MacOwnWindows {
     static NSControl* control(const std::string& identifier);
     static std::string text(NSControl* control);
 
+    /// The identifiers of the controls on the screen, along the key view loop of the front window. Whether Tab stops at
+    /// buttons is a setting of the user's.
+    static std::vector<std::string> tabOrder();
+
     static void press(const std::string& identifier);
     /// The release of a mouse button that has been pressed there.
     static Block heldPress(const std::string& identifier);

@@ -44,6 +44,19 @@ std::string MacOwnWindows::text(NSControl* control) {
     return bytesOf(isButton ? static_cast<NSButton*>(control).title : control.stringValue);
 }
 
+std::vector<std::string> MacOwnWindows::tabOrder() {
+    std::vector<std::string> identifiers;
+    for (NSWindow* window in frontToBack()) {
+        NSView* const first = window.initialFirstResponder;
+        for (NSView* view = first; view != nil; view = view.nextKeyView == first ? nil : view.nextKeyView) {
+            const bool takesKeys = !view.hiddenOrHasHiddenAncestor && static_cast<NSControl*>(view).enabled;
+            if (takesKeys) identifiers.push_back(bytesOf(view.identifier));
+        }
+        break;
+    }
+    return identifiers;
+}
+
 void MacOwnWindows::press(const std::string& identifier) {
     [control(identifier) performClick:nil];
 }

@@ -1,6 +1,8 @@
 #include <functional>
 #include <memory>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "platform/macos/MacComputer.h"
 #include "tests/contracts/VirtualContractHost.h"
@@ -37,6 +39,13 @@ class StandInContractHost final : private standins::CensusGuard, public VirtualC
             main(computer());
             if (hasEnded()) forgetPlatform();
         }));
+    }
+
+    // The virtual Mac has an order of its own.
+    std::vector<std::string> tabOrder() override {
+        std::vector<std::string> order;
+        onMain([&order] { order = standins::tabOrder(); });
+        return order;
     }
 
     // The virtual Mac looks at no button that is hidden.

@@ -3,6 +3,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 
+#include "platform/linux/screenreader/AccessibleRole.h"
 #include "platform/linux/ui/Appearance.h"
 
 namespace vantrel::linuxdesktop {
@@ -20,6 +21,7 @@ StatusStrip::StatusStrip()
     : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint | Qt::X11BypassWindowManagerHint |
                            Qt::WindowStaysOnTopHint | Qt::WindowDoesNotAcceptFocus) {
     setWindowTitle("Vantrel status");
+    presentAs(*this, QAccessible::ButtonMenu);
     setObjectName("statusStrip");
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_QuitOnClose, false);

@@ -1,10 +1,12 @@
 #include "platform/linux/statusbar/StripStatusItem.h"
 
+#include <QApplication>
 #include <QCursor>
 #include <QObject>
 #include <algorithm>
 
 #include "platform/linux/desktop/LinuxScreens.h"
+#include "platform/linux/statusbar/StatusKey.h"
 #include "platform/linux/statusbar/StatusStrip.h"
 #include "platform/linux/statusbar/TopEdge.h"
 #include "platform/linux/threads/MainThread.h"
@@ -38,7 +40,8 @@ StripStatusItem::StripStatusItem(const StatusBarDependencies& dependencies, Pres
       presence_(presence),
       strip_(std::make_unique<StatusStrip>()),
       topEdge_(std::make_unique<TopEdge>(dependencies.connection, dependencies.watcher, dependencies.front,
-                                         [this] { reveal(); })) {
+                                         [this] { reveal(); })),
+      key_(StatusKey::listen([this] { openMenuByKey(); })) {
     strip_->onPress = [this] { openMenu(); };
     QObject::connect(&menu(), &QMenu::aboutToHide, strip_.get(), [this] {
         menuOpen_ = false;
@@ -67,6 +70,7 @@ void StripStatusItem::setButtonTitle(const std::string& title) {
     MainThread::require("setButtonTitle");
     if (removed_) return;
     strip_->setTitle(qtText(title));
+    menu().setAccessibleName(qtText(title));
     place();
 }
 
@@ -83,6 +87,19 @@ void StripStatusItem::openMenu() {
     const QSize size = menu().sizeHint();
     const QRect strip = strip_->geometry();
     menu().popup(QPoint(strip.right() + 1 - size.width(), strip.bottom() + 1));
+}
+
+// The strip comes with its menu, also over a full-screen window. Somebody who does not see the menu hears the entry
+// that can be chosen.
+void StripStatusItem::openMenuByKey() {
+    if (removed_ || menuOpen_ || QApplication::activeModalWidget() != nullptr) return;
+    menuOpen_ = true;
+    update();
+    openMenu();
+    const auto entries = menu().actions();
+    const auto first = std::find_if(entries.begin(), entries.end(),
+                                    [](const QAction* entry) { return entry->isEnabled() && !entry->isSeparator(); });
+    if (first != entries.end()) menu().setActiveAction(*first);
 }
 
 void StripStatusItem::update() {
@@ -140,6 +157,7 @@ void StripStatusItem::remove() {
     settle_.stop();
     looking_.stop();
     topEdge_.reset();
+    key_.reset();
     menu().hide();
     strip_->hide();
 }

@@ -9,13 +9,14 @@
 
 namespace vantrel::linuxdesktop {
 
+class StatusKey;
 class StatusStrip;
 class TopEdge;
 
 /// A status item as a strip at the top of the primary display, in front of everything and on every desktop. While a
 /// full-screen window is there, the strip hides, as a menu bar does. It appears when the pointer touches the display's
-/// top edge, and stays while the pointer is near that edge or the menu is open. It is the way out of a session, so
-/// nothing else may hide it. Main thread.
+/// top edge, and stays while the pointer is near that edge or the menu is open. Control-F8 opens the menu. It is the
+/// way out of a session, so nothing else may hide it. Main thread.
 class StripStatusItem final : public LinuxStatusItem {
   public:
     /// `whileCovered` is for a desktop with a tray: shown while its panel may be covered, by a full-screen window as
@@ -31,6 +32,7 @@ class StripStatusItem final : public LinuxStatusItem {
   private:
     void place();
     void openMenu();
+    void openMenuByKey();
     void update();
     void reveal();
     void look();
@@ -41,6 +43,7 @@ class StripStatusItem final : public LinuxStatusItem {
     const Presence presence_;
     std::unique_ptr<StatusStrip> strip_;
     std::unique_ptr<TopEdge> topEdge_;
+    std::unique_ptr<StatusKey> key_;
     bool covered_ = false;
     bool revealed_ = false;
     bool menuOpen_ = false;

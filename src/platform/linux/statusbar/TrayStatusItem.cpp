@@ -20,6 +20,7 @@ TrayStatusItem::TrayStatusItem(const MenuBuilder& builder) : LinuxStatusItem(bui
 void TrayStatusItem::setButtonTitle(const std::string& title) {
     MainThread::require("setButtonTitle");
     icon_.setToolTip(qtText(title));
+    menu().setAccessibleName(qtText(title));
 }
 
 void TrayStatusItem::remove() {

@@ -5,6 +5,7 @@
 #include <QPushButton>
 #include <cmath>
 
+#include "platform/linux/screenreader/AccessibleRole.h"
 #include "platform/linux/ui/Appearance.h"
 #include "platform/linux/ui/SingleLineLabel.h"
 #include "platform/linux/ui/WrappingLabel.h"
@@ -20,6 +21,7 @@ constexpr int longestShown = 4000;
 QWidget* makeSeparator(QWidget* parent) {
     auto* line = new QFrame(parent);
     line->setObjectName("separator");
+    presentAs(*line, QAccessible::Separator);
     return line;
 }
 
@@ -27,6 +29,7 @@ QLineEdit* makeField(const Control& control, QWidget* parent) {
     auto* field = new QLineEdit(parent);
     field->setMaxLength(longestField);
     field->setPlaceholderText(qtText(control.placeholder));
+    field->setAccessibleName(qtText(control.accessibilityLabel));
     return field;
 }
 
@@ -41,7 +44,10 @@ QPushButton* makeButton(const Control& control, QWidget* parent) {
 }  // namespace
 
 ControlWidget::ControlWidget(const Control& control, double viewHeight, QWidget* parent)
-    : kind_(control.kind), id_(control.id), keyEquivalent_(qtText(control.keyEquivalent)) {
+    : kind_(control.kind),
+      id_(control.id),
+      announced_(control.announced),
+      keyEquivalent_(qtText(control.keyEquivalent)) {
     switch (kind_) {
         case Control::Kind::label:
             widget_ = new SingleLineLabel(parent);
@@ -70,8 +76,10 @@ ControlWidget::ControlWidget(const Control& control, double viewHeight, QWidget*
     if (kind_ == Control::Kind::label || kind_ == Control::Kind::wrappingLabel) {
         palette.setColor(QPalette::WindowText, QColor(Appearance::colorName(control.color)));
         widget_->setPalette(palette);
+        presentAs(*widget_, announced_ ? QAccessible::Notification : QAccessible::StaticText);
     }
     setText(control.text);
+    if (announced_ && text_.empty()) widget_->hide();
 }
 
 std::string ControlWidget::text() const {
@@ -79,8 +87,20 @@ std::string ControlWidget::text() const {
 }
 
 void ControlWidget::setText(std::string_view text) {
+    const std::string before = text_;
     text_ = repairedUTF8(text);
     show(qtText(text_));
+    if (announced_ && text_ != before) announce(qtText(text_));
+}
+
+// A screen reader speaks a notification that comes on the screen. So one without a text is not there.
+void ControlWidget::announce(const QString& text) {
+    widget_->setAccessibleName(shownText(text, longestShown));
+    const bool wasThere = widget_->isVisible();
+    widget_->setVisible(!text.isEmpty());
+    if (!wasThere || text.isEmpty()) return;
+    QAccessibleEvent again(widget_, QAccessible::ObjectShow);
+    QAccessible::updateAccessibility(&again);
 }
 
 void ControlWidget::show(const QString& text) {

@@ -30,9 +30,11 @@ class ControlWidget {
 
   private:
     void show(const QString& text);
+    void announce(const QString& text);
 
     const Control::Kind kind_;
     const std::string id_;
+    const bool announced_;
     std::string text_;
     QString keyEquivalent_;
     QWidget* widget_ = nullptr;

@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "platform/linux/desktop/LinuxScreens.h"
+#include "platform/linux/screenreader/AccessibleRole.h"
 #include "platform/linux/threads/MainThread.h"
 #include "platform/linux/ui/Appearance.h"
 #include "platform/linux/ui/ControlWidget.h"
@@ -59,6 +60,7 @@ LinuxWindow::LinuxWindow(const WindowDescription& description, Windows::ActionHa
     content->setGeometry(0, barHeight, width, height);
     for (const View& view : description.views) addView(view, content);
 
+    presentAs(*widget_, QAccessible::Window);
     widget_->setWindowTitle(qtText(description.title));
     widget_->setFixedSize(width, height + barHeight);
     const X11Rectangle place = dependencies_.screens.toPixels(description.contentRect);

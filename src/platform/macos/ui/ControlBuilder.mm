@@ -38,6 +38,7 @@ NSTextField* textField(const Control& control) {
     NSTextField* field = [[NSTextField alloc] initWithFrame:cgRect(control.frame)];
     field.stringValue = lenientText(control.text);
     field.placeholderString = lenientText(control.placeholder);
+    if (!control.accessibilityLabel.empty()) field.accessibilityLabel = lenientText(control.accessibilityLabel);
     // A field created in code would wrap a long entry into a second line that nobody sees.
     NSCell* cell = field.cell;
     cell.wraps = NO;

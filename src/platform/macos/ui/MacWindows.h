@@ -4,7 +4,9 @@
 
 #include <map>
 #include <string>
+#include <vector>
 
+#include "platform/macos/ui/StatusAnnouncer.h"
 #include "platform/ui/Window.h"
 
 /// The target of a window's buttons. It tells the handler which one was pressed. Main thread.
@@ -39,13 +41,15 @@ class MacWindow final : public Window {
   private:
     using ViewsById = std::map<std::string, NSView*, std::less<>>;
 
-    void addView(const View& view);
+    void addView(const View& view, std::vector<NSView*>& forTab);
+    void linkForTab(const std::vector<NSView*>& views);
     static NSView* named(const ViewsById& views, std::string_view id);
 
     NSWindow* window_;
     VantrelButtonTarget* const target_;
     ViewsById views_;
     ViewsById controls_;
+    StatusAnnouncer statuses_;
 };
 
 class MacWindows final : public Windows {

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "platform/macos/bridge/RectBridge.h"
 #include "platform/macos/bridge/Text.h"
@@ -51,7 +52,9 @@ MacWindow::MacWindow(const WindowDescription& description, Windows::ActionHandle
       target_([[VantrelButtonTarget alloc] initWithHandler:std::move(onAction)]) {
     window_.title = lenientText(description.title);
     window_.releasedWhenClosed = description.releasedWhenClosed;
-    for (const View& view : description.views) addView(view);
+    std::vector<NSView*> forTab;
+    for (const View& view : description.views) addView(view, forTab);
+    linkForTab(forTab);
 }
 
 // AppKit may still be handling an event of this window, such as the press that led here.
@@ -67,7 +70,7 @@ MacWindow::~MacWindow() {
     });
 }
 
-void MacWindow::addView(const View& view) {
+void MacWindow::addView(const View& view, std::vector<NSView*>& forTab) {
     NSView* made = [[NSView alloc] initWithFrame:cgRect(view.frame)];
     made.autoresizingMask = static_cast<NSAutoresizingMaskOptions>(view.autoresizingMask);
     made.hidden = view.hidden;
@@ -76,9 +79,19 @@ void MacWindow::addView(const View& view) {
         NSView* child = appKitControl(control, target_, @selector(buttonPressed:));
         [made addSubview:child];
         if (!control.id.empty()) controls_.emplace(control.id, child);
+        if (control.announced) statuses_.add(static_cast<NSControl*>(child));
+        if (control.kind == Control::Kind::textField || control.kind == Control::Kind::button) forTab.push_back(child);
     }
     [window_.contentView addSubview:made];
     if (!view.id.empty()) views_.emplace(view.id, made);
+}
+
+// AppKit would go by the places on the screen.
+void MacWindow::linkForTab(const std::vector<NSView*>& views) {
+    for (std::size_t index = 0; index < views.size(); ++index) {
+        views[index].nextKeyView = views[(index + 1) % views.size()];
+    }
+    if (!views.empty()) window_.initialFirstResponder = views.front();
 }
 
 NSView* MacWindow::named(const ViewsById& views, std::string_view id) {
@@ -96,16 +109,19 @@ void MacWindow::center() {
 void MacWindow::setIsVisible(bool visible) {
     requireMainThread("setIsVisible");
     [window_ setIsVisible:visible];
+    statuses_.update(window_);
 }
 
 void MacWindow::makeKeyAndOrderFront() {
     requireMainThread("makeKeyAndOrderFront");
     [window_ makeKeyAndOrderFront:nil];
+    statuses_.update(window_);
 }
 
 void MacWindow::orderOut() {
     requireMainThread("orderOut");
     [window_ orderOut:nil];
+    statuses_.update(window_);
 }
 
 unsigned MacWindow::styleMask() const {
@@ -137,6 +153,7 @@ void MacWindow::setText(std::string_view id, std::string_view text) {
     } else if ([view isKindOfClass:[NSControl class]]) {
         static_cast<NSControl*>(view).stringValue = lenientText(text);
     }
+    statuses_.update(window_);
 }
 
 void MacWindow::setEnabled(std::string_view id, bool enabled) {
@@ -148,6 +165,7 @@ void MacWindow::setEnabled(std::string_view id, bool enabled) {
 void MacWindow::setViewHidden(std::string_view viewId, bool hidden) {
     requireMainThread("setViewHidden");
     named(views_, viewId).hidden = hidden;
+    statuses_.update(window_);
 }
 
 std::unique_ptr<Window> MacWindows::makeWindow(const WindowDescription& description, ActionHandler onAction) {

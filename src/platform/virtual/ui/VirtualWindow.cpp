@@ -1,5 +1,6 @@
 #include "platform/virtual/ui/VirtualWindow.h"
 
+#include <algorithm>
 #include <string>
 
 #include "platform/portable/UTF8Validity.h"
@@ -65,6 +66,7 @@ void VirtualWindows::VirtualWindow::setText(std::string_view id, std::string_vie
         }
     });
     owner_.engine_.journal.emit({ControlEvent::text, std::string(id), {{Field::value, text}}});
+    announceSince(before);
 }
 
 void VirtualWindows::VirtualWindow::setEnabled(std::string_view id, bool enabled) {
@@ -94,6 +96,7 @@ void VirtualWindows::VirtualWindow::setViewHidden(std::string_view viewId, bool 
         }
     });
     owner_.engine_.journal.emit({hidden ? ViewEvent::hidden : ViewEvent::shown, std::string(viewId)});
+    announceSince(before);
 }
 
 WindowState VirtualWindows::VirtualWindow::state() const {
@@ -111,6 +114,7 @@ void VirtualWindows::VirtualWindow::show(bool asKey) {
     });
     if (!before.visible) {
         owner_.engine_.journal.emit({WindowEvent::shown, before.title, {{Field::frame, describe(before.contentRect)}}});
+        announceSince(before);
     }
     if (!asKey || before.key) return;
     {
@@ -118,6 +122,14 @@ void VirtualWindows::VirtualWindow::show(bool asKey) {
         for (Record& record : owner_.windows_) record.state.key = record.state.number == number_;
     }
     owner_.engine_.journal.emit({WindowEvent::key, before.title});
+}
+
+void VirtualWindows::VirtualWindow::announceSince(const WindowState& before) {
+    const WindowState now = state();
+    for (const std::string& text : now.announced()) {
+        const auto earlier = before.announced();
+        if (std::find(earlier.begin(), earlier.end(), text) == earlier.end()) owner_.announce(text);
+    }
 }
 
 void VirtualWindows::VirtualWindow::hide() {

@@ -26,6 +26,8 @@ class VirtualWindows::VirtualWindow final : public Window {
   private:
     WindowState state() const;
     void show(bool asKey);
+    /// Tells a screen reader what is on the screen now and was not before, or with another text.
+    void announceSince(const WindowState& before);
     void hide();
 
     VirtualWindows& owner_;

@@ -50,6 +50,16 @@ void VirtualWindows::orderFrontRegardless(int number) {
     engine_.journal.emit({WindowEvent::orderedFront, title});
 }
 
+void VirtualWindows::announce(std::string text) {
+    const std::lock_guard guard(mutex_);
+    announcements_.push_back(std::move(text));
+}
+
+std::vector<std::string> VirtualWindows::announcements() const {
+    const std::lock_guard guard(mutex_);
+    return announcements_;
+}
+
 void VirtualWindows::type(int number, std::string_view fieldId, std::string_view text) {
     with(number, [&](Record& record) {
         for (View& view : record.state.views) {

@@ -30,6 +30,11 @@ class VirtualWindows final : public Windows {
     /// The visible front window. Empty if there is none.
     std::optional<WindowState> front() const;
 
+    /// The client tells a screen reader that text.
+    void announce(std::string text);
+    /// Driver-facing, any thread: what a screen reader was told so far, in order.
+    std::vector<std::string> announcements() const;
+
     /// What the participant does. Main thread, in an event.
     void type(int number, std::string_view fieldId, std::string_view text);
     void act(int number, std::string_view controlId);
@@ -52,6 +57,7 @@ class VirtualWindows final : public Windows {
     mutable std::mutex mutex_;
     /// Front to back.
     mutable std::vector<Record> windows_;
+    std::vector<std::string> announcements_;
     int made_ = 0;
 };
 

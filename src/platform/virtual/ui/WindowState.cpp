@@ -36,4 +36,27 @@ std::string WindowState::text(std::string_view controlId) const {
     return found == nullptr ? std::string() : found->text;
 }
 
+std::vector<std::string> WindowState::announced() const {
+    std::vector<std::string> texts;
+    for (const View& each : views) {
+        if (!visible || each.hidden) continue;
+        for (const Control& control : each.controls) {
+            if (control.announced && !control.text.empty()) texts.push_back(control.text);
+        }
+    }
+    return texts;
+}
+
+std::vector<std::string> WindowState::tabOrder() const {
+    std::vector<std::string> ids;
+    for (const View& each : views) {
+        if (!visible || each.hidden) continue;
+        for (const Control& control : each.controls) {
+            const bool takesKeys = control.kind == Control::Kind::textField || control.kind == Control::Kind::button;
+            if (takesKeys && isEnabled(control.id)) ids.push_back(control.id);
+        }
+    }
+    return ids;
+}
+
 }  // namespace vantrel::virtualmac

@@ -33,6 +33,11 @@ struct WindowState {
     bool shows(std::string_view controlId) const;
     /// The current text of a control. Empty if none has that id.
     std::string text(std::string_view controlId) const;
+
+    /// The texts on the screen that a screen reader is told.
+    std::vector<std::string> announced() const;
+    /// The ids of the controls that Tab goes through, in order.
+    std::vector<std::string> tabOrder() const;
 };
 
 }  // namespace vantrel::virtualmac

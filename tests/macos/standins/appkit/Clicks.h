@@ -1,5 +1,8 @@
 #pragma once
 
+#include <string>
+#include <vector>
+
 #include "platform/desktop/Geometry.h"
 
 namespace vantrel::standins {
@@ -14,5 +17,8 @@ void clickOnCover(const Point& point, MouseButton button);
 /// Return in the client's only window on the screen. The system asks the window's buttons for their key equivalents.
 /// Main thread.
 void pressReturn();
+
+/// The identifiers of the controls on the screen along the key view loop of the client's only window. Main thread.
+std::vector<std::string> tabOrder();
 
 }  // namespace vantrel::standins

@@ -5,6 +5,7 @@
 #include "tests/macos/standins/MacInUse.h"
 #include "tests/macos/standins/appkit/NSWindow+Virtual.h"
 #include "tests/macos/standins/appkit/OwnApplication.h"
+#include "tests/macos/standins/foundation/Text.h"
 
 namespace vantrel::standins {
 
@@ -72,6 +73,19 @@ void pressReturn() {
     for (NSWindow* window in [NSWindow vantrel_all]) {
         if (window.visible && window.canBecomeKeyWindow) [window performKeyEquivalent:returnKey()];
     }
+}
+
+std::vector<std::string> tabOrder() {
+    std::vector<std::string> identifiers;
+    for (NSWindow* window in [NSWindow vantrel_all]) {
+        if (!window.visible || !window.canBecomeKeyWindow) continue;
+        NSView* const first = window.initialFirstResponder;
+        for (NSView* view = first; view != nil; view = view.nextKeyView == first ? nil : view.nextKeyView) {
+            const bool takesKeys = !view.hiddenOrHasHiddenAncestor && static_cast<NSControl*>(view).enabled;
+            if (takesKeys) identifiers.push_back(bytesOf(view.identifier));
+        }
+    }
+    return identifiers;
 }
 
 void clickOnCover(const Point& point, MouseButton button) {

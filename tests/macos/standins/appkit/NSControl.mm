@@ -128,6 +128,7 @@ using namespace vantrel::standins;
                    : _wraps  ? vantrel::Control::Kind::wrappingLabel
                              : vantrel::Control::Kind::label;
     control.placeholder = bytesOf(self.placeholderString);
+    control.accessibilityLabel = bytesOf(self.accessibilityLabel);
     if (self.textColor != nil) control.color = [self.textColor vantrel_meaning];
     return control;
 }

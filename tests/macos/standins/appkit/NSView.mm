@@ -18,7 +18,7 @@ using namespace vantrel::standins;
     BOOL _hidden;
 }
 
-@synthesize identifier = _identifier, bounds = _bounds;
+@synthesize identifier = _identifier, bounds = _bounds, accessibilityLabel = _accessibilityLabel;
 
 - (instancetype)initWithFrame:(NSRect)frame {
     self = [super init];

@@ -1,6 +1,9 @@
 // Declarations only, written from the public documentation; see packaging/macos/declarations/README.md.
 #pragma once
 
+#import <AppKit/NSAccessibility.h>
+#import <AppKit/NSAccessibilityConstants.h>
+#import <AppKit/NSAccessibilityProtocols.h>
 #import <AppKit/NSAlert.h>
 #import <AppKit/NSApplication.h>
 #import <AppKit/NSApplicationScripting.h>

@@ -1,6 +1,7 @@
 // Declarations only, written from the public documentation; see packaging/macos/declarations/README.md.
 #pragma once
 
+#import <AppKit/NSAccessibilityProtocols.h>
 #import <AppKit/NSResponder.h>
 #import <AppKit/NSUserInterfaceItemIdentification.h>
 
@@ -18,7 +19,7 @@ typedef NS_OPTIONS(NSUInteger, NSAutoresizingMaskOptions) {
     NSViewMaxYMargin = 32,
 };
 
-@interface NSView : NSResponder <NSUserInterfaceItemIdentification>
+@interface NSView : NSResponder <NSAccessibility, NSUserInterfaceItemIdentification>
 - (instancetype)initWithFrame:(NSRect)frame NS_DESIGNATED_INITIALIZER;
 - (void)addSubview:(NSView*)view;
 @property(copy) NSArray<__kindof NSView*>* subviews;
@@ -27,6 +28,7 @@ typedef NS_OPTIONS(NSUInteger, NSAutoresizingMaskOptions) {
 @property NSAutoresizingMaskOptions autoresizingMask;
 @property(getter=isHidden) BOOL hidden;
 @property(readonly, getter=isHiddenOrHasHiddenAncestor) BOOL hiddenOrHasHiddenAncestor;
+@property(nullable, assign) NSView* nextKeyView;
 @property BOOL wantsLayer API_AVAILABLE(macos(10.5));
 @property(nullable, strong) CALayer* layer API_AVAILABLE(macos(10.5));
 - (void)setFrameOrigin:(NSPoint)origin;

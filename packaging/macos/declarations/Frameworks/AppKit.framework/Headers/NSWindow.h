@@ -39,6 +39,7 @@ typedef NS_OPTIONS(NSUInteger, NSWindowOcclusionState) {
 @property(copy) NSString* title;
 @property(getter=isReleasedWhenClosed) BOOL releasedWhenClosed;
 @property(nullable, strong) __kindof NSView* contentView;
+@property(nullable, weak) NSView* initialFirstResponder;
 @property NSWindowStyleMask styleMask;
 @property NSWindowLevel level;
 @property(null_resettable, copy) NSColor* backgroundColor;
