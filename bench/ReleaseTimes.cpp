@@ -84,8 +84,12 @@ bool covered(ServerView& view) {
 double timeOf(const Case& one, ServerView& view, TestKeyboard& keyboard, KeyWindow& window) {
     KeyboardClientProcess client(VANTREL_HOLDING_CLIENT);
     if (client.line() != "ready") return -1;
-    if (!waitFor([&] { return covered(view) && childrenOf(client.process()).size() == 2; })) return -1;
-    const std::set<pid_t> guards = childrenOf(client.process());
+    std::set<pid_t> guards;
+    const bool stands = waitFor([&] {
+        guards = childrenOf(client.process());
+        return covered(view) && guards.size() == 2 && std::all_of(guards.begin(), guards.end(), isPresent);
+    });
+    if (!stands) return -1;
     window.pressed();
     window.forget();
     const auto begun = Clock::now();

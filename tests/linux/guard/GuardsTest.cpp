@@ -3,6 +3,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <memory>
 #include <set>
@@ -42,7 +43,10 @@ class GuardsTest : public DesktopTest {
         client = std::make_unique<KeyboardClientProcess>(VANTREL_HOLDING_CLIENT, argument);
         ASSERT_EQ(client->line(), "ready");
         ASSERT_TRUE(waitUntil([&] { return covered(); }));
-        ASSERT_EQ(guards().size(), 2U);
+        ASSERT_TRUE(waitUntil([&] {
+            const auto all = guards();
+            return all.size() == 2 && std::all_of(all.begin(), all.end(), isPresent);
+        }));
     }
 
     bool covered() {

@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <charconv>
 #include <filesystem>
-#include <sstream>
 #include <string_view>
 #include <system_error>
 #include <tuple>
@@ -37,10 +36,13 @@ std::vector<std::string> split(const std::string& text) {
     return parts;
 }
 
-std::string displayOf(const std::vector<std::string>& environment) {
+std::string displayOf(std::string_view environment) {
     constexpr std::string_view name = "DISPLAY=";
-    for (const std::string& entry : environment) {
-        if (entry.rfind(name, 0) == 0) return ProcessTable::displayName(entry.substr(name.size()));
+    while (!environment.empty()) {
+        const std::size_t end = std::min(environment.find('\0'), environment.size());
+        const std::string_view entry = environment.substr(0, end);
+        if (entry.starts_with(name)) return ProcessTable::displayName(std::string(entry.substr(name.size())));
+        environment.remove_prefix(std::min(end + 1, environment.size()));
     }
     return {};
 }
@@ -71,13 +73,17 @@ void readExecutable(ProcessEntry& entry) {
     if (entry.executablePath.empty() && !entry.arguments.empty()) entry.executablePath = entry.arguments.front();
 }
 
-// The fields of the process's entry, from its state on. Empty if there is none. The name before them, in brackets, may
-// itself contain brackets and spaces.
-std::istringstream fieldsFromState(ProcessIdentifier process) {
-    if (process <= 0) return {};
-    const std::string text = readProcFile(folder(process) + "stat");
-    const std::size_t bracket = text.rfind(')');
-    return std::istringstream(bracket == std::string::npos ? std::string() : text.substr(bracket + 1));
+// Takes the next field from the front. They are separated by single spaces.
+std::string_view nextField(std::string_view& fields) {
+    const std::size_t end = std::min(fields.find(' '), fields.size());
+    const std::string_view field = fields.substr(0, end);
+    fields.remove_prefix(std::min(end + 1, fields.size()));
+    return field;
+}
+
+template <typename Number>
+bool read(std::string_view field, Number& number) {
+    return std::from_chars(field.data(), field.data() + field.size(), number).ec == std::errc();
 }
 
 struct Facts {
@@ -87,24 +93,23 @@ struct Facts {
 
 // Empty if there is no such process or it is a zombie.
 std::optional<Facts> factsOf(ProcessIdentifier process) {
-    std::istringstream fields = fieldsFromState(process);
-    std::string state;
+    if (process <= 0) return std::nullopt;
+    const std::string text = readProcFile(folder(process) + "stat");
+    // The name before the state is in brackets, and may itself contain brackets and spaces.
+    const std::size_t name = text.rfind(") ");
+    if (name == std::string::npos) return std::nullopt;
+    std::string_view fields = std::string_view(text).substr(name + 2);
+    const std::string_view state = nextField(fields);
+    if (state == "Z" || state == "X") return std::nullopt;
     Facts facts;
-    fields >> state >> facts.parent;
-    if (state.empty() || state == "Z" || state == "X") return std::nullopt;
-    std::string field;
+    if (!read(nextField(fields), facts.parent)) return std::nullopt;
     constexpr int fieldsBetweenParentAndStart = 17;
-    for (int skipped = 0; skipped < fieldsBetweenParentAndStart; ++skipped) fields >> field;
-    if (!(fields >> facts.startTime)) return std::nullopt;
+    for (int skipped = 0; skipped < fieldsBetweenParentAndStart; ++skipped) nextField(fields);
+    if (!read(nextField(fields), facts.startTime)) return std::nullopt;
     return facts;
 }
 
 }  // namespace
-
-bool ProcessTable::isStopped(ProcessIdentifier process) {
-    std::string state;
-    return fieldsFromState(process) >> state && state == "T";
-}
 
 std::string ProcessTable::displayName(std::string value) {
     const std::size_t colon = value.rfind(':');
@@ -135,7 +140,7 @@ std::optional<ProcessEntry> ProcessTable::find(ProcessIdentifier process) {
     if (!entry) return std::nullopt;
     entry->arguments = split(readProcFile(folder(process) + "cmdline"));
     readExecutable(*entry);
-    entry->display = displayOf(split(readProcFile(folder(process) + "environ")));
+    entry->display = displayOf(readProcFile(folder(process) + "environ"));
     return entry;
 }
 

@@ -38,9 +38,6 @@ class ProcessTable {
     /// Where a process comes from: its number, parent and start time alone. Empty as above. Cheap.
     static std::optional<ProcessEntry> origin(ProcessIdentifier process);
 
-    /// Whether the process is stopped by a signal. One that a debugger holds is not.
-    static bool isStopped(ProcessIdentifier process);
-
     /// A DISPLAY value without its screen and without a needless host: ":1.0", "unix:1" and ":1" are the same display.
     static std::string displayName(std::string value);
 };

@@ -22,7 +22,7 @@ std::variant<AccessibilityValue, AccessibilityError> ApplicationElement::attribu
     if (!focused && name != "AXWindows") return accessibilityAttributeUnsupported;
     std::vector<std::shared_ptr<AccessibilityElement>> elements;
     std::shared_ptr<AccessibilityElement> active;
-    const auto activeWindow = dependencies_.windows.active();
+    const auto activeWindow = focused ? dependencies_.windows.active() : std::nullopt;
     for (const X11WindowFacts& facts : dependencies_.survey.ofProcess(process_)) {
         elements.push_back(std::make_shared<WindowElement>(dependencies_, facts.window, process_));
         if (facts.window == activeWindow) active = elements.back();

@@ -31,6 +31,16 @@ xcb_atom_t X11Connection::atom(std::string_view name) {
     return reply->atom;
 }
 
+std::string X11Connection::nameOf(xcb_atom_t atom) {
+    const std::lock_guard lock(mutex_);
+    if (const auto known = names_.find(atom); known != names_.end()) return known->second;
+    const auto cookie = xcb_get_atom_name(get(), atom);
+    const X11Reply<xcb_get_atom_name_reply_t> reply(xcb_get_atom_name_reply(get(), cookie, nullptr));
+    if (!reply) return {};
+    const auto length = static_cast<std::size_t>(xcb_get_atom_name_name_length(reply.get()));
+    return names_.emplace(atom, std::string(xcb_get_atom_name_name(reply.get()), length)).first->second;
+}
+
 std::vector<std::uint32_t> X11Connection::values(xcb_window_t window, std::string_view property) {
     constexpr std::uint32_t mostValues = 1 << 16;
     const auto cookie = xcb_get_property(get(), 0, window, atom(property), XCB_GET_PROPERTY_TYPE_ANY, 0, mostValues);

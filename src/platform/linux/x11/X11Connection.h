@@ -37,6 +37,8 @@ class X11Connection {
     xcb_connection_t* get() const { return connection_.get(); }
     xcb_window_t root() const { return root_; }
     xcb_atom_t atom(std::string_view name);
+    /// As the server has it, in any encoding. Empty if there is no such atom.
+    std::string nameOf(xcb_atom_t atom);
 
     /// False once the server is gone or has disconnected us. From then on every answer is empty.
     bool isAlive() const { return xcb_connection_has_error(get()) == 0; }
@@ -63,7 +65,9 @@ class X11Connection {
     const std::unique_ptr<xcb_connection_t, Disconnect> connection_;
     const xcb_window_t root_;
     std::mutex mutex_;
+    // An atom keeps its name as long as the server lives.
     std::map<std::string, xcb_atom_t, std::less<>> atoms_;
+    std::map<xcb_atom_t, std::string> names_;
 };
 
 }  // namespace vantrel::linuxdesktop

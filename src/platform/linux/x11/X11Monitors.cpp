@@ -42,7 +42,7 @@ std::vector<X11Monitor> X11Monitors::all() {
         const bool atTopLeft = info.x == 0 && info.y == 0;
         if (!marked && (info.primary != 0 || atTopLeft)) primary = monitors.size();
         marked = marked || info.primary != 0;
-        monitors.push_back({nameOf(info.name), {info.x, info.y, info.width, info.height}});
+        monitors.push_back({repairedUTF8(connection_.nameOf(info.name)), {info.x, info.y, info.width, info.height}});
     }
     if (primary < monitors.size()) {
         const auto first = monitors.begin() + static_cast<std::ptrdiff_t>(primary);
@@ -75,14 +75,6 @@ std::optional<X11Monitor> X11Monitors::holding(const std::vector<X11Monitor>& mo
     });
     if (most == monitors.end() || overlap(most->frame, rectangle) == 0) return std::nullopt;
     return *most;
-}
-
-std::string X11Monitors::nameOf(xcb_atom_t atom) {
-    const auto cookie = xcb_get_atom_name(connection_.get(), atom);
-    const X11Reply<xcb_get_atom_name_reply_t> reply(xcb_get_atom_name_reply(connection_.get(), cookie, nullptr));
-    if (!reply) return {};
-    return repairedUTF8(
-        {xcb_get_atom_name_name(reply.get()), static_cast<std::size_t>(xcb_get_atom_name_name_length(reply.get()))});
 }
 
 std::vector<X11Monitor> X11Monitors::wholeRoot() {

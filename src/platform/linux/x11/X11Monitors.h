@@ -30,7 +30,6 @@ class X11Monitors {
 
   private:
     static void leaveOutMirrors(std::vector<X11Monitor>& monitors);
-    std::string nameOf(xcb_atom_t atom);
     std::vector<X11Monitor> wholeRoot();
 
     X11Connection& connection_;

@@ -224,7 +224,8 @@ std::optional<std::vector<X11WindowFacts>> X11WindowSurvey::frontToBack() {
 }
 
 std::vector<X11WindowFacts> X11WindowSurvey::ofProcess(ProcessIdentifier process) {
-    std::vector<X11WindowFacts> found = of(windows_.ofProcess(process));
+    // Whether they are still there, the inquiry finds out.
+    std::vector<X11WindowFacts> found = of(windows_.listedOf(process));
     std::erase_if(found, [](const X11WindowFacts& facts) { return facts.layer != ordinaryLayer; });
     return found;
 }

@@ -102,15 +102,19 @@ std::vector<xcb_window_t> X11Windows::frontToBack() {
     return windows;
 }
 
-std::vector<xcb_window_t> X11Windows::ofProcess(ProcessIdentifier process) {
+std::vector<xcb_window_t> X11Windows::listedOf(ProcessIdentifier process) {
     const std::vector<xcb_window_t> all = frontToBack();
     const std::vector<ProcessIdentifier> processes = owners(all);
     std::vector<xcb_window_t> windows;
     for (std::size_t i = 0; i < all.size(); ++i) {
-        // The window manager may still list a window that is gone. The server would then name the next client with that
-        // number.
-        if (processes[i] == process && frame(all[i])) windows.push_back(all[i]);
+        if (processes[i] == process) windows.push_back(all[i]);
     }
+    return windows;
+}
+
+std::vector<xcb_window_t> X11Windows::ofProcess(ProcessIdentifier process) {
+    std::vector<xcb_window_t> windows = listedOf(process);
+    std::erase_if(windows, [this](xcb_window_t window) { return !frame(window); });
     return windows;
 }
 

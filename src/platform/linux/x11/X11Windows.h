@@ -27,6 +27,10 @@ class X11Windows {
     /// The managed windows of a process, front to back.
     std::vector<xcb_window_t> ofProcess(ProcessIdentifier process);
 
+    /// The same by the window manager's list, which may still name a window that is gone. The server then gives it the
+    /// process of the next client with that number.
+    std::vector<xcb_window_t> listedOf(ProcessIdentifier process);
+
     /// The process that owns a window; 0 if unknown.
     ProcessIdentifier owner(xcb_window_t window);
 

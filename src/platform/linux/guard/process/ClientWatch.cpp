@@ -12,7 +12,6 @@
 #include <cstring>
 #include <vector>
 
-#include "platform/linux/apps/ProcessTable.h"
 #include "platform/linux/desktop/FullScreenDesktops.h"
 #include "platform/linux/guard/GuardMessage.h"
 #include "platform/linux/x11/X11WindowSurvey.h"
@@ -79,6 +78,7 @@ ClientWatch::ClientWatch(std::unique_ptr<KernelDeadline> deadline, std::unique_p
     : deadline_(std::move(deadline)),
       connection_(std::move(connection)),
       client_(client),
+      state_(client),
       line_(std::move(line)),
       covers_(*connection_, static_cast<std::uint32_t>(client)),
       nextLook_(Clock::now() + betweenLooks),
@@ -117,7 +117,7 @@ bool ClientWatch::listen() {
 
 void ClientWatch::look(Time now) {
     nextLook_ = now + betweenLooks;
-    const bool stopped = ProcessTable::isStopped(client_);
+    const bool stopped = state_.isStopped();
     if (stopped || now - mainThreadRan_ >= mainThreadPatience) {
         expectToWait();
         covers_.hide();

@@ -7,6 +7,7 @@
 #include <optional>
 #include <utility>
 
+#include "platform/linux/guard/process/ClientState.h"
 #include "platform/linux/guard/process/Covers.h"
 #include "platform/linux/guard/process/KernelDeadline.h"
 #include "platform/linux/guard/process/KeyWatch.h"
@@ -52,6 +53,7 @@ class ClientWatch {
     const std::unique_ptr<KernelDeadline> deadline_;
     const std::unique_ptr<X11Connection> connection_;
     const pid_t client_;
+    const ClientState state_;
     const FileDescriptor line_;
     std::unique_ptr<KeyWatch> keys_;
     Covers covers_;
