@@ -10,7 +10,7 @@ from client import until
 from places import MANAGER
 
 # Seconds that a check waits for what has to come. How fast it comes, bench/ measures.
-PATIENCE = 30
+PATIENCE = 60
 
 
 def named(process, name):
@@ -49,6 +49,9 @@ class Harm:
         self.guards_seen |= found
         return found
 
+    def _a_guard(self):
+        return self.chance.choice(sorted(until(self.guards, PATIENCE)))
+
     def covered(self):
         return self.desktop.windows("Vantrel overlay")
 
@@ -59,7 +62,7 @@ class Harm:
         self._is_freed_and_goes_on()
 
     def stop_the_client_and_kill_a_guard(self):
-        victim = self.chance.choice(sorted(self.guards()))
+        victim = self._a_guard()
         deeds = [(self.process, signal.SIGSTOP), (victim, signal.SIGKILL)]
         self.chance.shuffle(deeds)
         for process, number in deeds:
@@ -74,13 +77,13 @@ class Harm:
         self.check("it covers again when it goes on", until(self.covered, PATIENCE))
 
     def kill_a_guard(self):
-        self._harm_guards(signal.SIGKILL, [self.chance.choice(sorted(self.guards()))])
+        self._harm_guards(signal.SIGKILL, [self._a_guard()])
 
     def kill_both_guards(self):
         self._harm_guards(signal.SIGKILL, self.guards())
 
     def stop_a_guard(self):
-        self._harm_guards(signal.SIGSTOP, [self.chance.choice(sorted(self.guards()))])
+        self._harm_guards(signal.SIGSTOP, [self._a_guard()])
 
     def stop_both_guards(self):
         self._harm_guards(signal.SIGSTOP, self.guards())
@@ -150,7 +153,9 @@ class Harm:
         os.kill(int(started.rpartition(" ")[2]), signal.SIGKILL)
 
     def leave_the_space(self):
-        self.desktop.run("xdotool", "set_desktop", 0)
+        # A window manager that is slow to make a desktop leaves the meeting on the one where it was opened.
+        here = int(self.desktop.run("xdotool", "get_desktop"))
+        self.desktop.run("xdotool", "set_desktop", 1 if here == 0 else 0)
 
     def kill_the_cover(self):
         self.desktop.run("xdotool", "windowkill", until(self.covered)[0].identifier)

@@ -15,7 +15,7 @@ from browser import FAKE_DEVICES, Browser
 from checks import Checks
 from client import Client, until
 from desktop import Desktop
-from harm import ENDS, FAULTS, PATIENCE, Harm
+from harm import ENDS, FAULTS, PATIENCE, Harm, send
 from places import MANAGER, PROGRAM, ROOT, SERVER, save_settings
 from practice import Practice
 from small_disk import SmallDisk
@@ -39,9 +39,12 @@ class Plan:
         self._chance = random.Random(seed)
         self._deadline = time.monotonic() + minutes * 60
         self._rest = list(KILLS_AND_STOPS) if short else None
+        self._repeats_left = 3
 
     @property
     def is_over(self):
+        if self._repeats_left < 0:
+            return True
         return not self._rest if self._rest is not None else time.monotonic() > self._deadline
 
     def next(self):
@@ -54,11 +57,20 @@ class Plan:
         end = self._chance.choices(ENDS, weights)[0]
         return [fault.__name__ for fault in faults], end.__name__
 
+    def repeat(self, faults, end):
+        """Has a class that did not come about played again. False if that was tried too often."""
+        if self._rest is None:
+            return True
+        self._rest.insert(0, (" ".join(faults), end))
+        self._repeats_left -= 1
+        return self._repeats_left >= 0
+
 
 class Run:
     def __init__(self, harm, home, check, plan):
         self.harm, self.desktop, self.home, self.check, self.plan = harm, harm.desktop, home, check, plan
-        self.deeds, self.lockdowns, self.clients = collections.Counter(), 0, []
+        self.deeds, self.clients = collections.Counter(), []
+        self.lockdowns = self.too_slow = 0
 
     def play(self):
         faults, end = self.plan.next()
@@ -67,11 +79,18 @@ class Run:
         fresh = lambda line: line in self.client.lines[before:]
         self.stage.fill(CODE_FIELD, CODE)
         self.desktop.key("Return")
-        if not self.check("the lockdown is complete", until(lambda: fresh(LOCKDOWN_COMPLETE), 60)):
+        if not self.check("the lockdown is complete", until(lambda: fresh(LOCKDOWN_COMPLETE), PATIENCE)):
             return False
         self.lockdowns += 1
         self.harm.disk.free()
-        time.sleep(2)
+        if not self.stands(fresh):
+            # As the rules say: a browser that needs that long for its window has none.
+            print("  the browser was too slow, and the session has ended by itself", flush=True)
+            self.too_slow += 1
+            remains.look(self.harm, self.home, self.check, desktops_too=True)
+            self.stage.click(NEW_SESSION_BUTTON)
+            return self.plan.repeat(faults, end) or self.check("the browser is quick enough for a class", False)
+        time.sleep(1)
         self.check("two guards watch", until(lambda: len(self.harm.guards()) == 2, PATIENCE))
         for fault in faults:
             getattr(self.harm, fault)()
@@ -86,11 +105,19 @@ class Run:
             self.stage.click(NEW_SESSION_BUTTON)
         return goes_on
 
+    def stands(self, fresh):
+        """Whether the meeting came to its full screen before the session ended."""
+        full = ("[FULLSCREEN] ✅ Fullscreen attivato via AX", "[MONITOR] Fullscreen già confermato all'avvio")
+        until(lambda: fresh(END_SCREEN) or any(map(fresh, full)), PATIENCE)
+        return not fresh(END_SCREEN)
+
     def play_all(self):
         empty = None
         while not self.plan.is_over:
             with Client(PROGRAM, self.desktop, self.home, FOLDER / "client.log") as self.client:
                 self.play_with_one_client()
+            # What a failed class has left must not be taken for the next one's.
+            send(signal.SIGKILL, self.harm.browser.processes())
             windows = lambda: remains.windows(self.desktop)
             # The window manager makes some of its own at the first class.
             if empty is not None:
@@ -100,7 +127,7 @@ class Run:
     def play_with_one_client(self):
         self.harm.client = self.client
         self.stage = self.harm.stage = Stage(self.desktop, self.client, FOLDER, self.check)
-        self.stage.window()
+        self.stage.window(seconds=PATIENCE)
         self.check("the desktops are as before", until(lambda: remains.desktops(self.desktop) == 4, PATIENCE))
         costs = [remains.cost(self.client.process.pid)]
         while self.play():
@@ -115,6 +142,8 @@ class Run:
 
     def sum_up(self):
         print(f"\n{self.lockdowns} lockdowns of {len(self.clients)} clients under {MANAGER}:")
+        if self.too_slow:
+            print(f"  {self.too_slow:4}  ended by themselves, because the browser was too slow")
         for deed, times in sorted(self.deeds.items()):
             print(f"  {times:4}  {deed.replace('_', ' ')}")
         several = [costs for costs in self.clients if len(costs) > 1]
