@@ -1,7 +1,5 @@
 #include "app/CommandLineAnswer.h"
 
-#include "session/ClientVersion.h"
-
 namespace vantrel {
 namespace {
 
@@ -28,11 +26,12 @@ constexpr int unknownArgument = 2;
 
 }  // namespace
 
-std::optional<CommandLineAnswer> CommandLineAnswer::to(const std::vector<std::string_view>& arguments) {
+std::optional<CommandLineAnswer> CommandLineAnswer::to(const std::vector<std::string_view>& arguments,
+                                                       std::string_view version) {
     if (arguments.empty()) return std::nullopt;
     const std::string_view first = arguments.front();
     if (first == "--help" || first == "-h") return CommandLineAnswer{0, std::string(helpText)};
-    if (first == "--version") return CommandLineAnswer{0, "Vantrel " + std::string(fixedClientVersion) + "\n"};
+    if (first == "--version") return CommandLineAnswer{0, "Vantrel " + std::string(version) + "\n"};
     return CommandLineAnswer{
         unknownArgument, "vantrel: argomento sconosciuto / unknown argument: " + std::string(first) + " (--help)\n"};
 }

@@ -13,7 +13,8 @@ struct CommandLineAnswer {
     std::string text;
 
     /// Empty without arguments: then the client starts. A text with a status other than 0 belongs on standard error.
-    static std::optional<CommandLineAnswer> to(const std::vector<std::string_view>& arguments);
+    static std::optional<CommandLineAnswer> to(const std::vector<std::string_view>& arguments,
+                                               std::string_view version);
 };
 
 }  // namespace vantrel

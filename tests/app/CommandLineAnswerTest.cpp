@@ -1,7 +1,6 @@
 #include <gmock/gmock.h>
 
 #include "app/CommandLineAnswer.h"
-#include "session/ClientVersion.h"
 
 namespace vantrel {
 namespace {
@@ -10,12 +9,12 @@ using testing::HasSubstr;
 using testing::StartsWith;
 
 TEST(CommandLineAnswer, IsNoneWithoutArguments) {
-    EXPECT_FALSE(CommandLineAnswer::to({}));
+    EXPECT_FALSE(CommandLineAnswer::to({}, "3.1"));
 }
 
 TEST(CommandLineAnswer, HelpsInBothLanguages) {
     for (const char* option : {"--help", "-h"}) {
-        const auto answer = CommandLineAnswer::to({option});
+        const auto answer = CommandLineAnswer::to({option}, "3.1");
         ASSERT_TRUE(answer) << option;
         EXPECT_EQ(answer->status, 0);
         EXPECT_THAT(answer->text, StartsWith("Uso: vantrel [--help | --version]\n"));
@@ -23,16 +22,16 @@ TEST(CommandLineAnswer, HelpsInBothLanguages) {
     }
 }
 
-TEST(CommandLineAnswer, NamesTheVersionThatTheServerIsTold) {
-    const auto answer = CommandLineAnswer::to({"--version"});
+TEST(CommandLineAnswer, NamesTheVersion) {
+    const auto answer = CommandLineAnswer::to({"--version"}, "3.1");
     ASSERT_TRUE(answer);
     EXPECT_EQ(answer->status, 0);
-    EXPECT_EQ(answer->text, "Vantrel " + std::string(fixedClientVersion) + "\n");
+    EXPECT_EQ(answer->text, "Vantrel 3.1\n");
 }
 
 TEST(CommandLineAnswer, RefusesWhatItDoesNotKnow) {
     for (const char* argument : {"--Help", "-v", "--version=1", "", "file", "--"}) {
-        const auto answer = CommandLineAnswer::to({argument, "--help"});
+        const auto answer = CommandLineAnswer::to({argument, "--help"}, "3.1");
         ASSERT_TRUE(answer) << argument;
         EXPECT_EQ(answer->status, 2);
         EXPECT_EQ(answer->text,
