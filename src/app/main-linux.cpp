@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "app/ApplicationMain.h"
-#include "app/CommandLineAnswer.h"
 #include "platform/linux/LinuxComputer.h"
+#include "platform/linux/system/CommandLineAnswer.h"
 #include "platform/linux/system/StandardStreams.h"
 #include "platform/portable/UnreadLines.h"
 #include "session/ClientVersion.h"

@@ -12,7 +12,7 @@ RULES = ["app", "session", "server", "browser", "lockdown"]
 # What a Mac's client consists of besides the rules.
 MAC = ["platform/macos", "platform/portable"]
 # In the same folder as a Mac's.
-LINUX = {"CommandLineAnswer.cpp", "main-linux.cpp", "main-linux-guard.cpp", "main-record-linux.cpp"}
+LINUX = {"main-linux.cpp", "main-linux-guard.cpp", "main-record-linux.cpp"}
 LITERAL = re.compile(r'"((?:[^"\\\n]|\\.)*)"')
 OPENING = re.compile(r"\[[A-Z]+\] |🔒 |✅")
 # Texts that begin like a line and are none: the screen's title and the status item's, and the end of a line.

@@ -1,4 +1,4 @@
-#include "app/CommandLineAnswer.h"
+#include "platform/linux/system/CommandLineAnswer.h"
 
 namespace vantrel {
 namespace {

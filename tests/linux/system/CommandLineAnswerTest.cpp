@@ -1,6 +1,6 @@
 #include <gmock/gmock.h>
 
-#include "app/CommandLineAnswer.h"
+#include "platform/linux/system/CommandLineAnswer.h"
 
 namespace vantrel {
 namespace {
