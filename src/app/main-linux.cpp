@@ -58,7 +58,7 @@ int refuse(vantrel::linuxdesktop::NoComputer reason) {
 int main(int argc, char** argv) {
     vantrel::linuxdesktop::openMissingStandardStreams();
     const std::vector<std::string_view> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
-    if (const auto answer = vantrel::CommandLineAnswer::to(arguments, vantrel::fixedClientVersion)) {
+    if (const auto answer = vantrel::linuxdesktop::CommandLineAnswer::to(arguments, vantrel::fixedClientVersion)) {
         std::fputs(answer->text.c_str(), answer->status == 0 ? stdout : stderr);
         return answer->status;
     }

@@ -2,7 +2,7 @@
 
 #include "platform/linux/system/CommandLineAnswer.h"
 
-namespace vantrel {
+namespace vantrel::linuxdesktop {
 namespace {
 
 using testing::HasSubstr;
@@ -40,4 +40,4 @@ TEST(CommandLineAnswer, RefusesWhatItDoesNotKnow) {
 }
 
 }  // namespace
-}  // namespace vantrel
+}  // namespace vantrel::linuxdesktop

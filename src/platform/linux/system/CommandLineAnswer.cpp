@@ -1,6 +1,7 @@
 #include "platform/linux/system/CommandLineAnswer.h"
 
-namespace vantrel {
+namespace vantrel::linuxdesktop {
+
 namespace {
 
 constexpr std::string_view helpText =
@@ -36,4 +37,4 @@ std::optional<CommandLineAnswer> CommandLineAnswer::to(const std::vector<std::st
         unknownArgument, "vantrel: argomento sconosciuto / unknown argument: " + std::string(first) + " (--help)\n"};
 }
 
-}  // namespace vantrel
+}  // namespace vantrel::linuxdesktop

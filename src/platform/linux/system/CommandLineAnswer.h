@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace vantrel {
+namespace vantrel::linuxdesktop {
 
 /// What a program of the client's answers to its arguments instead of starting.
 struct CommandLineAnswer {
@@ -17,4 +17,4 @@ struct CommandLineAnswer {
                                                std::string_view version);
 };
 
-}  // namespace vantrel
+}  // namespace vantrel::linuxdesktop
