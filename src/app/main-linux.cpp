@@ -6,8 +6,8 @@
 #include "app/ApplicationMain.h"
 #include "platform/linux/LinuxComputer.h"
 #include "platform/linux/system/CommandLineAnswer.h"
+#include "platform/linux/system/ProcessEnd.h"
 #include "platform/linux/system/StandardStreams.h"
-#include "platform/portable/UnreadLines.h"
 #include "session/ClientVersion.h"
 
 namespace {
@@ -45,14 +45,6 @@ int refuse(vantrel::linuxdesktop::NoComputer reason) {
     return EXIT_FAILURE;
 }
 
-// On macOS the process is gone as soon as it may terminate, including everything that sleeps in the background.
-// Destructors would wait for that.
-[[noreturn]] void endProcess() {
-    vantrel::UnreadLines::endAll();
-    std::fflush(nullptr);
-    std::_Exit(EXIT_SUCCESS);
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -63,10 +55,10 @@ int main(int argc, char** argv) {
         return answer->status;
     }
     auto reason = vantrel::linuxdesktop::NoComputer::noX11Display;
-    const auto desktop = vantrel::linuxdesktop::LinuxComputer::create(endProcess, reason);
+    const auto desktop = vantrel::linuxdesktop::LinuxComputer::create(vantrel::linuxdesktop::endProcess, reason);
     if (!desktop) return refuse(reason);
     if (const auto missing = desktop->whyNoClassCanBegin()) return refuse(*missing);
     vantrel::Computer computer = desktop->computer();
     vantrel::applicationMain(computer);
-    endProcess();
+    vantrel::linuxdesktop::endProcess();
 }

@@ -3,20 +3,9 @@
 #include <cstring>
 
 #include "platform/linux/LinuxComputer.h"
+#include "platform/linux/system/ProcessEnd.h"
 #include "platform/linux/system/StandardStreams.h"
-#include "platform/portable/UnreadLines.h"
 #include "record/RecordMain.h"
-
-namespace {
-
-// The file has every line already.
-[[noreturn]] void endProcess() {
-    vantrel::UnreadLines::endAll();
-    std::fflush(nullptr);
-    std::_Exit(EXIT_SUCCESS);
-}
-
-}  // namespace
 
 int main(int argc, char** argv) {
     constexpr int wrongUse = 2;
@@ -27,7 +16,7 @@ int main(int argc, char** argv) {
         return help ? EXIT_SUCCESS : wrongUse;
     }
     auto reason = vantrel::linuxdesktop::NoComputer::noX11Display;
-    const auto desktop = vantrel::linuxdesktop::LinuxComputer::create(endProcess, reason);
+    const auto desktop = vantrel::linuxdesktop::LinuxComputer::create(vantrel::linuxdesktop::endProcess, reason);
     if (!desktop) {
         std::fputs("vantrel-record: there is no X11 desktop to look at.\n", stderr);
         return EXIT_FAILURE;
