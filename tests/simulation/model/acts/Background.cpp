@@ -219,7 +219,7 @@ bool Background::mayComeToNothing(const Due& due) {
         case Deed::retry:
             return launcher->dropped || !launcher->applicationKnown || launcher->unsure || client.givenBackAt == due.at;
         case Deed::bringSafari:
-            return launcher->dropped || !launcher->applicationKnown || !due.sure;
+            return launcher->dropped || !launcher->applicationKnown || !due.sure || client.givenBackAt == due.at;
         case Deed::completion:
             return !client.inLockdown || !due.sure;
         case Deed::displayChange:

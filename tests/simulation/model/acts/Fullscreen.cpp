@@ -94,7 +94,7 @@ bool acceptFrontGivenBack(Stage& stage, const Launcher* launcher) {
 void passOverSafari(Stage& stage, const std::shared_ptr<Launcher>& launcher) {
     for (Due& due : stage.dues()) {
         const bool passed = due.deed == Deed::bringSafari && due.launcher == launcher && due.at <= stage.now() &&
-                            (!launcher->applicationKnown || !due.sure);
+                            (!launcher->applicationKnown || !due.sure || stage.client().givenBackAt == stage.now());
         if (!passed) continue;
         due = {.deed = Deed::attempt, .way = Way::queue, .at = stage.now() + 500, .launcher = launcher, .strong = true};
     }
