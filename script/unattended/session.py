@@ -4,12 +4,13 @@ Leaves under build/run/ one picture for each stage, client.log and other records
 if all checks passed. With names of scenarios, plays only those. Under another window manager than openbox, a class, or that none begins.
 """
 
+import os
+import pathlib
 import shutil
 import signal
-import subprocess
 import sys
 
-from places import MANAGER, ROOT, RUN, RUN_NAME
+from places import MANAGER, PROGRAM, ROOT, RUN, RUN_NAME
 
 sys.path.insert(0, str(ROOT / "tests/practice"))
 
@@ -29,7 +30,16 @@ ELSEWHERE = {"i3": {"refused": refused.play}}
 
 
 def clients():
-    return set(subprocess.run(["pgrep", "-x", "vantrel"], capture_output=True, text=True).stdout.split())
+    """The processes of this project's client, and not of another copy's on the same computer."""
+    program = str(PROGRAM)
+    found = set()
+    for folder in pathlib.Path("/proc").iterdir():
+        try:
+            if folder.name.isdigit() and os.readlink(folder / "exe").removesuffix(" (deleted)") == program:
+                found.add(folder.name)
+        except OSError:
+            continue
+    return found
 
 
 def main(names):

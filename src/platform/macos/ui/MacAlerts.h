@@ -20,11 +20,13 @@ class MacAlerts final : public Alerts {
 
     struct InFront {
         NSRunningApplication* application = nil;
+        // Who came there last after its end.
+        NSRunningApplication* successor = nil;
     };
 
     static void giveTheFrontBack(const std::shared_ptr<InFront>& before, int times);
 
-    // Who was in front before an alert, or came there after its end, until the front has been given back.
+    // Who was in front before an alert, until the front has been given back.
     const std::shared_ptr<InFront> before_ = std::make_shared<InFront>();
 };
 

@@ -30,11 +30,13 @@ bool hasTakenTheFront(NSApplication* application) {
 void MacAlerts::giveTheFrontBack(const std::shared_ptr<InFront>& before, int times) {
     NSApplication* application = NSApplication.sharedApplication;
     // A later alert over the client itself takes nobody's place.
-    if (!application.active || showsAWindow(application)) before->application = nil;
-    const auto giveTo = MacRunningApplication::wrap(before->application);
+    if (!application.active || showsAWindow(application)) *before = InFront{};
+    NSRunningApplication* chosen =
+        MacRunningApplication::wrap(before->application) ? before->application : before->successor;
+    const auto giveTo = MacRunningApplication::wrap(chosen);
     if (times == 0 || !giveTo || !hasTakenTheFront(application)) return;
     if (@available(macOS 14.0, *)) {
-        NSString* identifier = before->application.bundleIdentifier;
+        NSString* identifier = chosen.bundleIdentifier;
         if (identifier != nil) [application yieldActivationToApplicationWithBundleIdentifier:identifier];
     }
     giveTo->activate(ActivationOptions::none);
@@ -47,7 +49,7 @@ void MacAlerts::giveTheFrontBack(const std::shared_ptr<InFront>& before, int tim
 
 void MacAlerts::rememberWhoIsInFront() {
     if (NSApplication.sharedApplication.active || MacRunningApplication::wrap(before_->application)) return;
-    before_->application = NSWorkspace.sharedWorkspace.frontmostApplication;
+    before_->successor = NSWorkspace.sharedWorkspace.frontmostApplication;
 }
 
 // In a lockdown the client has no window, and the browser is in front on a Space of its own. Nobody would see a
@@ -55,7 +57,7 @@ void MacAlerts::rememberWhoIsInFront() {
 NSModalResponse MacAlerts::runWhereTheUserIs(NSAlert* alert, std::size_t lastButton) {
     NSApplication* application = NSApplication.sharedApplication;
     if (showsAWindow(application)) return [alert runModal];
-    if (!application.active) before_->application = NSWorkspace.sharedWorkspace.frontmostApplication;
+    if (!application.active) *before_ = InFront{NSWorkspace.sharedWorkspace.frontmostApplication};
     NSModalResponse response = 0;
     {
         const AlertSight sight(alert, static_cast<NSInteger>(lastButton), [this] { rememberWhoIsInFront(); });

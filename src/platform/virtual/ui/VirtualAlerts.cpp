@@ -32,8 +32,7 @@ std::size_t VirtualAlerts::runModal(const Alert& alert) {
 
 std::size_t VirtualAlerts::runWhereTheUserIs(const Alert& alert) {
     const auto& [engine, desktop, activations, processes, windows, application] = dependencies_;
-    const auto inFront = desktop.front();
-    if (!activations.isClientInFront()) before_ = inFront.empty() ? ProcessIdentifier{0} : inFront.front().process;
+    if (!activations.isClientInFront()) before_ = {.process = whoIsInFront()};
     const auto panel = std::make_shared<AlertPanel>();
     panel->asksNotToActivate = true;
     panel->collectionBehavior = AlertPanel::everywhere;
@@ -47,11 +46,19 @@ std::size_t VirtualAlerts::runWhereTheUserIs(const Alert& alert) {
     return answer;
 }
 
-void VirtualAlerts::rememberWhoIsInFront() {
-    const auto before = dependencies_.processes.find(before_);
-    if (dependencies_.activations.isClientInFront() || (before && before->isAlive())) return;
+ProcessIdentifier VirtualAlerts::whoIsInFront() const {
     const auto inFront = dependencies_.desktop.front();
-    before_ = inFront.empty() ? ProcessIdentifier{0} : inFront.front().process;
+    return inFront.empty() ? ProcessIdentifier{0} : inFront.front().process;
+}
+
+bool VirtualAlerts::isAlive(ProcessIdentifier process) const {
+    const auto found = dependencies_.processes.find(process);
+    return found && found->isAlive();
+}
+
+void VirtualAlerts::rememberWhoIsInFront() {
+    if (dependencies_.activations.isClientInFront() || isAlive(before_.process)) return;
+    before_.successor = whoIsInFront();
 }
 
 void VirtualAlerts::look(const PanelPointer& panel, int& unseen) {
@@ -77,9 +84,9 @@ bool VirtualAlerts::hasTakenTheFront() const {
 
 void VirtualAlerts::giveTheFrontBack(int times) {
     // A later alert over the client itself takes nobody's place.
-    if (!dependencies_.activations.isClientInFront() || dependencies_.windows.front()) before_ = 0;
+    if (!dependencies_.activations.isClientInFront() || dependencies_.windows.front()) before_ = {};
     if (times == 0 || !hasTakenTheFront()) return;
-    const auto process = dependencies_.processes.find(before_);
+    const auto process = dependencies_.processes.find(isAlive(before_.process) ? before_.process : before_.successor);
     if (!process || !process->isAlive()) return;
     if (const auto identifier = process->bundleIdentifier(); identifier && dependencies_.activations.isCooperative()) {
         dependencies_.activations.yieldTo(*identifier);

@@ -83,8 +83,10 @@ class VirtualAlerts final : public Alerts {
     using ShownPointer = std::shared_ptr<Shown>;
 
     std::size_t runWhereTheUserIs(const Alert& alert);
+    ProcessIdentifier whoIsInFront() const;
     /// Where the one that was there has ended.
     void rememberWhoIsInFront();
+    bool isAlive(ProcessIdentifier process) const;
     /// `unseen` looks before this one have found it unseen.
     void look(const PanelPointer& panel, int& unseen);
     bool hasTakenTheFront() const;
@@ -100,8 +102,12 @@ class VirtualAlerts final : public Alerts {
     Engine& engine_;
     std::atomic<AlertsLetIn> letIn_ = AlertsLetIn::atOnce;
     std::atomic<bool> activating_ = false;
-    /// The one in front before a question, or who came there after its end under the question. Main thread.
-    ProcessIdentifier before_ = 0;
+    /// Who was in front before a question, and who came there last after its end. Main thread.
+    struct InFront {
+        ProcessIdentifier process = 0;
+        ProcessIdentifier successor = 0;
+    };
+    InFront before_;
     mutable std::mutex mutex_;
     std::vector<ShownPointer> stack_;
 };
