@@ -86,7 +86,7 @@ def knowledge(program):
     """Everything that a program's own sources and those behind it say; its options are among it."""
     behind = {"script/test": ["script/testing"], "script/rehearse": ["rehearsal/program", "tests/scenarios/accept.py"],
               "script/check-server": ["script/wire"], "script/run": ["script/unattended"], "script/explain": ["script/explaining"],
-              "vantrel-practice": ["practice/program"], "vantrel-rehearse": ["rehearsal/program"], "vantrel": ["src/app"]}
+              "vantrel-practice": ["practice/program"], "vantrel-rehearse": ["rehearsal/program"], "vantrel": ["src/platform/linux/system/CommandLineAnswer.cpp"]}
     places = [pages.ROOT / place for place in behind.get(program, [])]
     if program.startswith("script/"):
         places.append(pages.ROOT / program)
