@@ -33,3 +33,5 @@ def look(browser, width, height, scheme):
     browser.resize(width, height)
     browser.call("Emulation.setEmulatedMedia", features=[{"name": "prefers-color-scheme", "value": scheme},
                                                          {"name": "prefers-reduced-motion", "value": "reduce"}])
+    # A page answers a change of sizes as it is painted: what it does then is part of the next picture.
+    browser.value("new Promise(painted=>requestAnimationFrame(()=>requestAnimationFrame(()=>painted(0))))")
