@@ -217,7 +217,8 @@ bool Background::mayComeToNothing(const Due& due) {
         case Deed::attempt:
             return !due.sure || launcher->confirmed || (launcher->dropped && !due.strong);
         case Deed::retry:
-            return launcher->dropped || !launcher->applicationKnown || launcher->unsure || client.givenBackAt == due.at;
+            return launcher->dropped || !launcher->applicationKnown || launcher->unsure || due.silent ||
+                   client.givenBackAt == due.at;
         case Deed::bringSafari:
             return launcher->dropped || !launcher->applicationKnown || !due.sure || client.givenBackAt == due.at;
         case Deed::completion:
@@ -275,6 +276,8 @@ void Background::momentEnds(std::int64_t at, std::int64_t next) {
     if (!std::exchange(blocked_, {}).empty())
         object("each key that is pressed is swallowed or reaches somebody", blockedLine_, "it is not");
     endThreads(at, next);
+    // What is read ahead in a strange time has not been held up by a menu yet that opened meanwhile.
+    if (!stage_.turns().empty()) return;
     endDues(at, next);
     endLooks(at, next);
     endBeats(at, next);
@@ -339,15 +342,21 @@ void Background::endLooks(std::int64_t at, std::int64_t next) {
 void Background::endBeats(std::int64_t at, std::int64_t next) {
     Heartbeats& heartbeats = stage_.client().heartbeats;
     Blackout& blackout = stage_.client().blackout;
-    if (stage_.isHeld() && stage_.heldSince() == at && heartbeats.running && heartbeats.beats.next == at)
+    if (stage_.isHeld() && stage_.heldSince() == at && heartbeats.running && heartbeats.beats.next <= at)
         perhapsBeat(stage_);
     if (stage_.isHeld() || stage_.isBusy()) return;
     while (blackout.raises.on && blackout.raises.next < next) blackout.raises.next += blackout.raises.period;
     if (!heartbeats.running || heartbeats.beats.next >= next || stage_.departed()) return;
     if (stage_.strange() || stage_.world().failsRequests()) {
         const std::int64_t slack = stage_.strange() ? 1000 : 0;
-        while (heartbeats.beats.next < next - slack) {
-            loseViolations(stage_, std::max(heartbeats.beats.next, stage_.freeSince()));
+        // One that comes due while the client hangs waits for the end of it.
+        const auto due = [&] {
+            const std::int64_t hangs = stage_.world().hangsUntil();
+            const std::int64_t free = std::max(heartbeats.beats.next, stage_.freeSince());
+            return heartbeats.beats.next <= hangs ? std::max(free, hangs) : free;
+        };
+        while (due() < next - slack) {
+            loseViolations(stage_, due());
             heartbeats.beats.next += heartbeats.beats.period;
         }
         return;

@@ -201,8 +201,9 @@ void Background::settleProcess(const Entry& entry) {
     if (!launcher_->dropped) {
         launcher_->pid = pid;
         launcher_->applicationKnown = !fallback || world.mayRun(*pid, entry.at);
-        // While the client hangs, applications that start are not known.
-        launcher_->unsure = fallback && entry.at < world.hangsUntil();
+        // While the client hangs, applications that start are not known; nor is one that ends in this moment.
+        const bool hangs = entry.at < world.hangsUntil();
+        launcher_->unsure = fallback && launcher_->applicationKnown && (hangs || !world.surelyRuns(*pid, entry.at));
     }
     launchIsOver(entry.at + 1000, true);
 }

@@ -52,9 +52,11 @@ void nameSafari(Stage& stage, const Entry& line) {
         return stage.depart(line.line, "no such process");
     launcher->pid = pid;
     launcher->applicationKnown = true;
-    // An activation that was due in this very moment may have found nobody yet.
+    // An activation or a try that was due in this very moment may have found nobody yet.
     for (Due& due : stage.dues()) {
         if (due.deed == Deed::bringSafari && due.at <= stage.now()) due.sure = false;
+        const bool tries = due.deed == Deed::retry && due.at <= stage.now() && !stage.blocks(due.way);
+        due.silent = due.silent || (tries && due.launcher == launcher);
     }
 }
 

@@ -51,6 +51,7 @@ struct Due {
     std::string note{};  // what more it needs: an address, a severity
     std::shared_ptr<Launcher> launcher{};
     bool strong = false;  // it keeps its launcher alive
+    bool silent = false;  // it may have asked nobody to the front, as nobody was known yet
 };
 
 }  // namespace vantrel::simulation

@@ -31,13 +31,14 @@ void closeWindows(Stage& stage, const Launcher& launcher) {
         const bool excused = stage.world().bent() || stage.strange() || stage.client().trusted != true;
         // The kill beside it may have ended the browser meanwhile.
         const bool runs = stage.world().surelyRuns(*launcher.pid, stage.now());
-        if (entry == nullptr && taken && runs && !excused)
+        const bool gone = taken && stage.world().windows().at(*taken).closed;
+        if (entry == nullptr && taken && runs && !excused && !gone)
             stage.departAtNext("a window that was taken out of full screen is closed");
         if (entry == nullptr) return;
         const auto number = Words(entry->text.substr(leaves != nullptr ? left.size() : pressed.size())).integer();
         const auto& windows = stage.world().windows();
         if (!number || windows.find(*number) == windows.end()) stage.depart(entry->line, "there is no such window");
-        if (taken && taken != number && !excused) stage.depart(entry->line, "another window");
+        if (taken && taken != number && !excused && !gone) stage.depart(entry->line, "another window");
         if (presses != nullptr && !closed.insert(number.value_or(0)).second) stage.depart(entry->line, "it was closed");
         taken = leaves != nullptr ? number : std::nullopt;
         if (leaves != nullptr) stage.waitTo(stage.now() + 500);

@@ -22,7 +22,9 @@ bool Stage::isMain(const Entry& entry) const {
 
 void Stage::closeMomentsBefore(std::int64_t at) {
     if (at <= moment_) return;
+    const std::string_view rule = rule_;
     backstage_->momentEnds(moment_, at);
+    rule_ = rule;
     moment_ = at;
 }
 
@@ -34,8 +36,10 @@ const Entry* Stage::peek() {
         if (isMain(entry)) return &entry;
         if (fed_ <= cursor_) {
             fed_ = cursor_ + 1;
+            const std::string_view rule = rule_;
             world_.see(entry);
             backstage_->see(entry);
+            rule_ = rule;
         }
         ++cursor_;
     }
