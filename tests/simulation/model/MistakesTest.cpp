@@ -22,7 +22,7 @@ TEST(Judgement, EveryKeptTranscriptHoldsTheRules) {
 
 TEST(Judgement, MistakesOnPurposeAreSeen) {
     constexpr int wanted = 2000;
-    constexpr int seen98 = wanted * 98 / 100;
+    constexpr int seenAtLeast = wanted * 99 / 100;
     const auto kept = keptScenarios();
     ASSERT_FALSE(kept.empty());
     std::mt19937 random(17);                            // always the same mistakes
@@ -44,7 +44,7 @@ TEST(Judgement, MistakesOnPurposeAreSeen) {
         std::cout << kind << ": " << counts.second << " of " << counts.first << " are seen\n";
     }
     std::cout << seen << " of " << made << " are seen\n";
-    EXPECT_GE(seen, seen98);
+    EXPECT_GE(seen, seenAtLeast);
 }
 
 }  // namespace

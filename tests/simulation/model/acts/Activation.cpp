@@ -129,8 +129,8 @@ void activate(Stage& stage, const Due& result) {
     stage.expectLog("🔒 Demo Mode: false");
     // Two activations of one lockdown share and replace services; the rules for one do not hold.
     if (second) return stage.giveUp();
-    // The word that a session had ended was ahead in the queue, and found none to end.
-    std::erase_if(stage.dues(), [&](const Due& due) { return due.deed == Deed::end && due.line < result.line; });
+    // What has ended an earlier session ends no later one.
+    stage.drop(Deed::end);
     client.inLockdown = true;
     if (client.closable) stage.expect("window", "Vantrel has the style titled, miniaturizable");
     client.closable = false;

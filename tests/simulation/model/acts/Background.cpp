@@ -121,6 +121,11 @@ void Background::seeSystem(const Entry& entry) {
     } else if (entry.is("tap", "is removed") && tries_) {
         tries_ = false;
     } else if (entry.is("tap", "is removed") || entry.begins("tap", "is disabled")) {
+        const bool untouched = client.tap && !client.tapLost && client.trusted == true;
+        if (untouched && entry.is("tap", "is removed") && !stage_.strange()) {
+            stage_.turnTo("no tap goes while the permission stands");
+            stage_.depart(entry.line, "nothing takes it away");
+        }
         client.tap = client.tapLost = false;
     } else if (entry.is("tap")) {
         // Whether a tap would be given; one that is not tells that the client's is lost.
@@ -164,6 +169,14 @@ void Background::seeKey(const Entry& entry) {
         !secureInput_) {
         stage_.depart(entry.line, "it would leave the meeting");
     }
+    constexpr std::string_view reaches = " reaches ";
+    const std::size_t reached = entry.text.rfind(reaches);
+    const std::string_view whom = reached == entry.text.npos ? "" : entry.text.substr(reached + reaches.size());
+    const World& world = stage_.world();
+    constexpr std::string_view own = "Vantrel";
+    const bool known = world.front() != 0 && world.frontName() != own && whom != own && whom != "the system";
+    if (!whom.empty() && known && whom != world.frontName() && whom != world.frontBefore(entry.at))
+        stage_.depart(entry.line, "it reaches another application than the one in front");
     if (allowedKeys_-- == 0) stage_.depart(entry.line, "nobody has pressed it");
     blocked_ = {};
     if (pressedKeys_ > 0) --pressedKeys_;

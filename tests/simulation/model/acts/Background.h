@@ -97,6 +97,7 @@ class Background final : public Backstage {
     std::size_t followingLine_ = 0;
 
     std::int64_t ambiguousAt_ = -1;  // a reply to a heartbeat or to a notice
+    int ambiguousErrors_ = 0;        // as they were counted before it
     std::optional<std::int64_t> latency_;
     bool repliesChange_ = false;  // by a step
 

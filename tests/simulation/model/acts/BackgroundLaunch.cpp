@@ -116,6 +116,11 @@ void Background::seeLaunchLog(const Entry& entry) {
             constexpr std::string_view counted = "[BROWSER] Finestre prima: ";
             const auto count = text.starts_with(counted) ? integerOf(text.substr(counted.size())) : std::nullopt;
             if (!count || *count < 0) return wrong("the windows are counted");
+            // Where no application has ever shown one there is the client's alone.
+            const World& world = stage_.world();
+            const bool alone =
+                !stage_.scenario().begins && world.windows().empty() && !world.bent() && !stage_.isHeld();
+            if (alone && *count != (stage_.client().visible ? 1 : 0)) return wrong("there are other windows");
             const bool workspace = launcher_->name == "Safari" || launcher_->name == "Firefox";
             launch_ = workspace ? LaunchStep::open : LaunchStep::route;
             // An address that is none is not opened, and the next step comes at once.

@@ -61,6 +61,12 @@ bool isJoinBody(const Entry& request, const Client& client) {
            printable(body->text("fullName").value_or("")) == client.savedName;
 }
 
+/// As the server answers by itself.
+bool isUsualSession(const std::string& text) {
+    const auto body = JsonObject::read(text);
+    return text.starts_with("{\"code\":\"") && body && body->size() == 3 && body->raw("status") && body->raw("title");
+}
+
 }  // namespace
 
 void Background::sent(const Entry& request) {
@@ -194,7 +200,7 @@ void Background::seeReply(const Entry& entry) {
     requests_.erase(request);
     for (Request& each : requests_) each.mixed = each.mixed || (several && !alike && answered(each));
     const Scenario& scenario = stage_.scenario();
-    const bool plain = !scenario.bendsReplies && !several && address.starts_with(scenario.address + "/");
+    const bool plain = !scenario.bendsTimes && !several && address.starts_with(scenario.address + "/");
     if (plain && !latency_) latency_ = scenario.begins ? entry.at - sentAt : scenario.latency;
     if (plain && isLatencyKnown() && entry.at - sentAt != *latency_)
         stage_.depart(entry.line, "it comes after the server's latency");
@@ -212,6 +218,8 @@ void Background::seeReply(const Entry& entry) {
         surelyOther_ = !several && sentAt != joinAt_;
         replyToProbe(entry, status);
     } else if (mixed || (several && !alike)) {
+        // A service that is dropped in this moment may still count.
+        if (ambiguousAt_ != entry.at) ambiguousErrors_ = stage_.client().heartbeats.errors;
         ambiguousAt_ = entry.at;
     } else if (!notice && !gone) {
         replyToHeartbeat(entry, status);
@@ -220,7 +228,7 @@ void Background::seeReply(const Entry& entry) {
 
 bool Background::isLatencyKnown() const {
     const Scenario& scenario = stage_.scenario();
-    const bool changed = scenario.bendsReplies || repliesChange_ || (scenario.begins && scenario.setsLatency);
+    const bool changed = scenario.bendsTimes || repliesChange_ || (scenario.begins && scenario.setsLatency);
     return !changed && latency_ && stage_.world().lidClosed() == 0;
 }
 
@@ -254,7 +262,8 @@ void Background::replyToProbe(const Entry& entry, std::string_view status) {
             const std::string text = joinedLines(entry);
             // A body that a rule gives is logged as it was sent, not as a transcript writes it.
             const bool bent = stage_.scenario().bendsReplies || repliesChange_;
-            follow("[SESSION] GET body: " + (bent ? std::string(1, anyRest) : text));
+            const bool open = bent && !isUsualSession(text);
+            follow("[SESSION] GET body: " + (open ? std::string(1, anyRest) : text));
             const auto body = JsonObject::read(text);
             const auto told = body ? body->text("status") : std::nullopt;
             if (told) follow(printable("[SESSION] Status parsed: " + *told));
@@ -318,8 +327,9 @@ void Background::seeAmbiguous(const Entry& entry) {
     Words words(entry.text);
     if (words.skip("[HEARTBEAT] Errore (")) {
         const auto errors = words.integer();
-        if (errors != heartbeats.errors + 1 && errors != 1) return stage_.depart(entry.line, "another count");
-        heartbeats.errors = static_cast<int>(*errors);
+        if (errors != ambiguousErrors_ + 1 && errors != 1) return stage_.depart(entry.line, "another count");
+        ambiguousErrors_ = static_cast<int>(*errors);
+        if (heartbeats.exist) heartbeats.errors = ambiguousErrors_;
         return;
     }
     Due due{.deed = Deed::end, .way = Way::queue, .at = entry.at, .line = entry.line};
@@ -362,11 +372,14 @@ void Background::endThreads(std::int64_t at, std::int64_t next) {
     perhapsOther_ = false;
     if (waits && joinAt_ + longestWait <= next) {
         const std::int64_t over = joinAt_ + longestWait;
+        // A reply may still come in the very moment in which the wait ends.
+        perhapsOther_ = over == next;
         if (join_ == JoinStep::waitsForProbe) {
             judgeProbe(over, {});
         } else {
             failJoin(over, "Nessuna risposta dal server");
         }
+        perhapsOther_ = false;
     }
     endLaunch(at, next);
 }

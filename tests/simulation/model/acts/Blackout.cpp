@@ -13,10 +13,16 @@ constexpr std::array<std::string_view, 5> coverText{"🔒", "Vantrel", "Sessione
                                                     "Lo schermo principale è bloccato sulla riunione Meet.",
                                                     "Questo monitor è temporaneamente disabilitato."};
 
+/// The most by which two frames differ in one of their values.
+double differenceOf(const Display& one, const Display& other) {
+    return std::max({std::abs(one.x - other.x), std::abs(one.y - other.y), std::abs(one.width - other.width),
+                     std::abs(one.height - other.height)});
+}
+
+constexpr double tolerance = 1.0;
+
 bool areClose(const Display& one, const Display& other) {
-    constexpr double tolerance = 1.0;
-    return std::abs(one.x - other.x) <= tolerance && std::abs(one.y - other.y) <= tolerance &&
-           std::abs(one.width - other.width) <= tolerance && std::abs(one.height - other.height) <= tolerance;
+    return differenceOf(one, other) < tolerance;
 }
 
 bool areEqual(const Display& one, const Display& other) {
@@ -152,11 +158,12 @@ void remakeCovers(Stage& stage) {
     Blackout& blackout = stage.client().blackout;
     stage.expectLog("[BLACKOUT] Cambio configurazione display — ricreo overlay");
     closeCovers(stage);
-    const Display* excluded = nullptr;
+    std::optional<Display> kept;
+    bool open = false;  // a display that differs by just the tolerance may be the same one or not
     for (const Display& display : stage.world().displays()) {
-        if (excluded == nullptr && areClose(display, blackout.excluded)) excluded = &display;
+        open = open || (!kept && differenceOf(display, blackout.excluded) == tolerance);
+        if (!open && !kept && areClose(display, blackout.excluded)) kept = display;
     }
-    const std::optional<Display> kept = excluded != nullptr ? std::optional(*excluded) : std::nullopt;
     if (kept) blackout.excluded = *kept;
     readCovers(stage, kept ? &*kept : nullptr);
 }

@@ -2,6 +2,7 @@
 
 #include <yaml-cpp/yaml.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdio>
@@ -84,6 +85,14 @@ void readServer(const YAML::Node& server, Scenario& scenario) {
         scenario.setsLatency = true;
     }
     if (server["replies"]) scenario.bendsReplies = true;
+    constexpr std::array<std::string_view, 4> timeless{"to", "times", "status", "body"};
+    for (const auto& rule : server["replies"]) {
+        for (const auto& entry : rule) {
+            const std::string key = entry.first.as<std::string>();
+            const bool plain = std::find(timeless.begin(), timeless.end(), key) != timeless.end();
+            scenario.bendsTimes = scenario.bendsTimes || !plain;
+        }
+    }
 }
 
 }  // namespace

@@ -28,7 +28,8 @@ struct Scenario {
     std::string address = "https://server.vantrel.example";
     std::int64_t latency = 50;  // milliseconds
     bool setsLatency = false;
-    bool bendsReplies = false;  // a reply rule anywhere
+    bool bendsReplies = false;  // a reply rule at the begin
+    bool bendsTimes = false;    // one that does more than to give another status or body
     bool separateSpaces = true;
     std::vector<std::vector<std::string>> displays;  // name, x, y, width, height
 };

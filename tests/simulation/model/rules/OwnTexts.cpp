@@ -182,6 +182,18 @@ constexpr std::array texts{
     OwnText{"client", "is asked to quit"},
     OwnText{"client", "refuses to quit"},
     OwnText{"client", "quits"},
+    OwnText{"element", "AXFullScreen = true of process #, window ##"},
+    OwnText{"element", "AXFullScreen = true of process #, window ##: error #"},
+    OwnText{"element", "AXFullScreen = false of process #, window ##"},
+    OwnText{"element", "AXFullScreen = false of process #, window ##: error #"},
+    OwnText{"element", "AXPosition = * of process #, window ##"},
+    OwnText{"element", "AXPosition = * of process #, window ##: error #"},
+    OwnText{"element", "AXSize = * of process #, window ##"},
+    OwnText{"element", "AXSize = * of process #, window ##: error #"},
+    OwnText{"element", "AXPress of process #, window ##"},
+    OwnText{"element", "AXPress of process #, window ##: error #"},
+    OwnText{"element", "AXFrontmost = true of process #"},
+    OwnText{"element", "AXFrontmost = true of process #: error #"},
 };
 
 bool isDigit(char character) {
@@ -227,8 +239,9 @@ bool isOwn(const Entry& entry) {
 }  // namespace
 
 void everyTextIsTheProducts(const Transcript& transcript, Verdict& verdict) {
-    constexpr std::array<std::string_view, 10> kinds{"log",    "alert",       "text",      "control", "view",
-                                                     "window", "status item", "main menu", "setting", "client"};
+    constexpr std::array<std::string_view, 11> kinds{"log",     "alert",  "text",        "control",
+                                                     "view",    "window", "status item", "main menu",
+                                                     "setting", "client", "element"};
     for (const Entry& entry : transcript.entries()) {
         const bool judged = std::find(kinds.begin(), kinds.end(), entry.kind) != kinds.end();
         if (!judged || isOwn(entry)) continue;

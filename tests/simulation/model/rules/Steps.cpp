@@ -1,9 +1,13 @@
 #include "tests/simulation/model/rules/Steps.h"
 
 #include <array>
+#include <set>
+#include <utility>
 
 #include "tests/simulation/model/acts/BlockedKey.h"
 #include "tests/simulation/model/acts/Part.h"
+#include "tests/simulation/model/reading/Words.h"
+#include "tests/simulation/model/world/World.h"
 
 namespace vantrel::simulation {
 namespace {
@@ -106,6 +110,35 @@ void swallowedKeysAreNamed(const Transcript& transcript, Verdict& verdict) {
         if (swallowed && (told.empty() || told != name)) verdict.object(entry.line, "the log does not say so");
         if (!swallowed && !told.empty()) verdict.object(entry.line, "the log says that it was swallowed");
         told = {};
+    }
+}
+
+void whatIsNamedIsThere(const Transcript& transcript, Verdict& verdict) {
+    if (!transcript.entries().empty() && transcript.entries().front().is("prelude")) return;
+    constexpr std::string_view process = " of process ";
+    constexpr std::string_view window = ", window #";
+    std::set<std::int64_t> processes;
+    std::set<std::int64_t> windows;
+    std::set<std::pair<std::int64_t, std::int64_t>> closed;  // when and which
+    for (const Entry& entry : transcript.entries()) {
+        NamedProcess named;
+        const bool tells = entry.is("application") || entry.is("process");
+        if (tells && readNamedProcess(entry.text, named)) processes.insert(named.pid);
+        if (entry.begins("app window", "#")) windows.insert(Words(entry.text.substr(1)).integer().value_or(0));
+        const std::size_t settled = entry.begins("log", "[BROWSER] ") ? entry.text.rfind("): ") : entry.text.npos;
+        if (settled != entry.text.npos && entry.text.find(" PID (") != entry.text.npos &&
+            processes.count(integerOf(entry.text.substr(settled + 3)).value_or(0)) == 0)
+            verdict.object(entry.line, "no such process");
+        const std::size_t owner = entry.is("element") ? entry.text.find(process) : entry.text.npos;
+        if (owner == entry.text.npos) continue;
+        Words words(entry.text.substr(owner + process.size()));
+        if (processes.count(words.integer().value_or(0)) == 0) verdict.object(entry.line, "no such process");
+        if (!words.skip(window)) continue;
+        const std::int64_t number = words.integer().value_or(0);
+        if (windows.count(number) == 0) verdict.object(entry.line, "no such window");
+        const bool again =
+            entry.begins("element", "AXPress") && words.atEnd() && !closed.insert({entry.at, number}).second;
+        if (again) verdict.object(entry.line, "it was closed just now");
     }
 }
 

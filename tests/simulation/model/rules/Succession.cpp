@@ -11,11 +11,14 @@ namespace {
 
 struct Step {
     std::string_view kind;
-    std::string_view text;  // its beginning
+    std::string_view text;         // its beginning
+    std::string_view otherKind{};  // or this
+    std::string_view otherText{};
 };
 
 bool isStep(const Entry& entry, const Step& step) {
-    return entry.begins(step.kind, step.text);
+    return entry.begins(step.kind, step.text) ||
+           (!step.otherKind.empty() && entry.begins(step.otherKind, step.otherText));
 }
 
 constexpr std::string_view stopped = "[HEARTBEAT] Fermato";
@@ -26,7 +29,13 @@ struct Pair {
     Step other;
     bool follows = true;   // after the one comes nothing but the other
     bool precedes = true;  // before the other comes nothing but the one
+    bool atOnce = true;    // and both in one moment
 };
+
+constexpr Step microphone{"log", "[TCC] Microfono: stato", "permission", "microphone is requested"};
+constexpr Step camera{"log", "[TCC] Camera: stato", "permission", "camera is requested"};
+constexpr Step attempt{"log", "[FULLSCREEN] Tentativo "};
+constexpr Step fullScreen{"element", "AXFullScreen = true of "};
 
 constexpr std::array pairs{
     Pair{{"log", "🔒 VERIFICA ACCESSIBILITY"}, {"log", separator}, true, false},
@@ -38,9 +47,25 @@ constexpr std::array pairs{
     Pair{{"log", "🔒 ATTIVAZIONE LOCKDOWN"}, {"log", separator}, true, false},
     Pair{{"log", "✅ Step 1/4: Fullscreen completato"}, {"log", "🔒 Step 2/4: "}},
     Pair{{"log", "[LOCKDOWN] ✅ Keyboard hook"}, {"log", "✅ Step 2/4: "}, true, false},
+    Pair{{"log", "🔒 Step 2/4: "}, {"log", "[HOOK] ⚠ Permessi"}, false, true},
+    Pair{{"log", "[HOOK] ⚠ Permessi"}, {"log", "✅ Step 2/4: "}, true, false},
     Pair{{"log", "✅ Step 2/4: "}, {"log", "🔒 Step 3/4: "}},
     Pair{{"log", "[MONITOR] Fullscreen già confermato"}, {"log", "[MONITOR] Monitoraggio avviato"}, true, false},
     Pair{{"log", "✅ Step 3/4: "}, {"log", "🔒 Step 3.5: "}},
+    Pair{{"log", "🔒 Step 1/4: "}, microphone},
+    Pair{microphone, camera},
+    // A second activation starts the services of the first anew, elsewhere in its order.
+    Pair{
+        {"log", "[MONITOR] Monitoraggio avviato"}, {"log", "✅ Step 3/4: ", "log", "[HEARTBEAT] Avviato "}, true, false},
+    Pair{{"log", "[MONITOR] Monitoraggio avviato", "log", "🔒 Step 3/4: "}, {"log", "✅ Step 3/4: "}, false, true},
+    Pair{{"status item", "is installed"}, {"status item", "is titled ", "status item", "is removed: "}, true, false},
+    Pair{
+        {"log", "✅ Step 4/4: ", "log", "[MONITOR] Monitoraggio avviato"}, {"log", "[HEARTBEAT] Avviato "}, false, true},
+    Pair{attempt, {"log", "[FULLSCREEN] Nessuna finestra AX"}, false, true, false},
+    Pair{attempt, {"log", "[FULLSCREEN] ✅ Già in fullscreen"}, false, true, false},
+    Pair{attempt, fullScreen, false, true, false},
+    Pair{
+        fullScreen, {"log", "[FULLSCREEN] ✅ Fullscreen attivato", "log", "[FULLSCREEN] AX fallito"}, true, true, false},
     Pair{{"log", "[BLACKOUT] Attivato — escluso: "}, {"log", "✅ Step 3.5: "}, true, false},
     Pair{{"log", "✅ Step 3.5: "}, {"log", "🔒 Step 4/4: "}},
     Pair{{"status item", "is titled "}, {"status item", "has the menu"}},
@@ -63,7 +88,7 @@ constexpr std::array launch{
 void judgePair(const Entry& one, const Entry& other, const Pair& pair, Verdict& verdict) {
     const bool first = isStep(one, pair.one);
     const bool second = isStep(other, pair.other);
-    const bool together = first && second && one.at == other.at;
+    const bool together = first && second && (one.at == other.at || !pair.atOnce);
     if (pair.follows && first && !together) {
         verdict.object(one.line, "it is not followed by: " + std::string(pair.other.text));
     }
@@ -88,6 +113,8 @@ void eachStepIsFollowed(const Transcript& transcript, Verdict& verdict) {
                     const bool stops = pair.other.text == stopped && pair.follows;
                     if (!stops || beats) judgePair(*main, entry, pair, verdict);
                 }
+                if (main->is("log", separator) && entry.is("log", separator))
+                    verdict.object(entry.line, "nothing stands between two lines of signs");
             }
             main = &entry;
             beats = !entry.is("log", stopped) && (beats || entry.begins("log", "[HEARTBEAT] Avviato "));
