@@ -280,6 +280,13 @@ void Background::perhapsTry(std::size_t index, std::int64_t at) {
     stage_.add({.deed = Deed::attempt, .way = Way::queue, .at = at + 500, .sure = false, .launcher = launcher});
 }
 
+/// Also where lines were read ahead, in a strange time, past a menu that has opened.
+bool Background::areTimersHeld() const {
+    const auto& turns = stage_.turns();
+    return stage_.isHeld() ||
+           std::any_of(turns.begin(), turns.end(), [](const Entry* turn) { return turn->begins("menu", "opened: "); });
+}
+
 void Background::momentEnds(std::int64_t at, std::int64_t next) {
     if (stage_.client().quit) return stage_.dues().clear();
     if (std::exchange(pressedKeys_, 0) > 0 && !stage_.strange() && !stage_.client().tapLost) {
@@ -289,8 +296,6 @@ void Background::momentEnds(std::int64_t at, std::int64_t next) {
     if (!std::exchange(blocked_, {}).empty())
         object("each key that is pressed is swallowed or reaches somebody", blockedLine_, "it is not");
     endThreads(at, next);
-    // What is read ahead in a strange time has not been held up by a menu yet that opened meanwhile.
-    if (!stage_.turns().empty()) return;
     endDues(at, next);
     endLooks(at, next);
     endBeats(at, next);
@@ -307,7 +312,8 @@ void Background::endDues(std::int64_t at, std::int64_t next) {
         const bool hangs = stage_.world().hangsUntil() >= next && dues[index].deed != Deed::spaceNotice;
         const bool waits = strange && (hangs || dues[index].deed == Deed::spaceLook || !mayComeToNothing(dues[index]));
         if (stage_.isHeld() && stage_.heldSince() == at) perhapsTry(index, at);
-        if (dues[index].at >= next || stage_.blocks(dues[index].way) || waits) {
+        const bool held = stage_.blocks(dues[index].way) || (dues[index].way == Way::timer && areTimersHeld());
+        if (dues[index].at >= next || held || waits) {
             dues[index].sure = dues[index].sure && !(waits && dues[index].deed == Deed::spaceLook);
             ++index;
             continue;
@@ -330,7 +336,7 @@ void Background::endLooks(std::int64_t at, std::int64_t next) {
         lookedBefore_ = lookedBefore_ || asked;
         monitor.unsure = monitor.unsure || asked;
     }
-    if (!monitor.active || stage_.isHeld() || stage_.isBusy() || stage_.departed()) return;
+    if (!monitor.active || areTimersHeld() || stage_.isBusy() || stage_.departed()) return;
     asked = std::exchange(lookedBefore_, false) || asked;
     const bool strange = stage_.strange();
     while (monitor.ticks.next <= at || monitor.ticks.next < next) {
@@ -357,7 +363,7 @@ void Background::endBeats(std::int64_t at, std::int64_t next) {
     Blackout& blackout = stage_.client().blackout;
     if (stage_.isHeld() && stage_.heldSince() == at && heartbeats.running && heartbeats.beats.next <= at)
         perhapsBeat(stage_);
-    if (stage_.isHeld() || stage_.isBusy()) return;
+    if (areTimersHeld() || stage_.isBusy()) return;
     while (blackout.raises.on && blackout.raises.next < next) blackout.raises.next += blackout.raises.period;
     if (!heartbeats.running || heartbeats.beats.next >= next || stage_.departed()) return;
     if (stage_.strange() || stage_.world().failsRequests()) {

@@ -83,6 +83,7 @@ class Background final : public Backstage {
     void endDues(std::int64_t at, std::int64_t next);
     void endLooks(std::int64_t at, std::int64_t next);
     void endBeats(std::int64_t at, std::int64_t next);
+    bool areTimersHeld() const;
     void endLaunch(std::int64_t at, std::int64_t next);
     void endThreads(std::int64_t at, std::int64_t next);
     bool mayComeToNothing(const Due& due);

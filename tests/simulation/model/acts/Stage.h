@@ -76,6 +76,7 @@ class Stage {
 
     /// Answers and menus that came while the main thread was at something else.
     std::vector<const Entry*>& turns() { return turns_; }
+    const std::vector<const Entry*>& turns() const { return turns_; }
 
     // What is due.
     void add(Due due) { dues_.push_back(std::move(due)); }
