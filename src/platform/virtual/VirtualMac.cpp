@@ -63,6 +63,7 @@ VirtualMac::VirtualMac(Options options)
         return accessibility_.application(process)->setAttribute("AXFrontmost", true);
     };
     accessibility_.onDenied = [this] { keyboard_.noteLostTrust(); };
+    screens_.onChange = [this] { desktop_.followDisplays(); };
     desktop_.client = processes_.ownProcess();
     desktop_.clientShowsAWindow = [this] { return windows_.front().has_value(); };
     engine_.start();

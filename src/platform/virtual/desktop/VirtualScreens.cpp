@@ -91,6 +91,7 @@ void VirtualScreens::change(Displays displays) {
         every = noticesEvery_;
     }
     engine_.journal.emit({SystemEvent::screensChanged, {}, std::move(fields)});
+    onChange();
     if (notices > 0) changes_.post();
     for (int notice = 1; notice < notices; ++notice) engine_.world.after(notice * every, [this] { changes_.post(); });
 }

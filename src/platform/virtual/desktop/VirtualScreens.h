@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -48,6 +49,9 @@ class VirtualScreens final : public Screens {
     void setNotices(int count, double every);
 
     std::size_t observers() const { return changes_.observers(); }
+
+    /// Set once, before the Mac starts. Called on each change, before observers are told.
+    std::function<void()> onChange = [] {};
 
   private:
     /// A mirroring display, as it was listed before.

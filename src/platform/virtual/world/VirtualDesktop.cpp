@@ -255,6 +255,10 @@ void VirtualDesktop::putClientWindowsAbove() {
     change([](DesktopState& state, Happenings&) { state.clientWindowsAbove = true; });
 }
 
+void VirtualDesktop::followDisplays() {
+    change([](DesktopState&, Happenings&) {});
+}
+
 void VirtualDesktop::processEnded(ProcessIdentifier process) {
     change([process](DesktopState& state, Happenings& happenings) {
         const std::vector<AppWindow> windows = state.windows;

@@ -65,6 +65,8 @@ class VirtualDesktop {
     void bringToFront(const FrontCandidate& application);
     void processEnded(ProcessIdentifier process);
     void putClientWindowsAbove();
+    /// Windows and Spaces follow the displays: at once, and not when somebody looks next.
+    void followDisplays();
 
     /// Whether the display with that frame, from the bottom left of the primary one, shows a full-screen window. The
     /// client has none, so it is another application's.
