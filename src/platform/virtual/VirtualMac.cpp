@@ -150,6 +150,8 @@ Leftovers VirtualMac::leftovers() const {
     leftovers.workers = engine_.scheduler.count(Scheduler::Rank::worker);
     leftovers.requests = network_.underWay();
     leftovers.prompts = capture_.prompts();
+    // A client that has quit takes along its threads, requests and prompts, with all that waits in them.
+    if (!isRunning() && leftovers.workers + leftovers.requests + leftovers.prompts > 0) return {};
     return leftovers;
 }
 
