@@ -20,8 +20,14 @@ std::string describe(const AccessibilityValue& value) {
 std::variant<AccessibilityValue, AccessibilityError> VirtualAccessibility::Element::attribute(
     std::string_view name) const {
     if (isInPause()) return accessibilityCannotComplete;
-    AccessibilityError reached = owner_.reach(process_);
-    if (reached == accessibilityCannotComplete && owner_.insists_) reached = owner_.reach(process_);
+    Answer answer = ask(name);
+    const auto* error = std::get_if<AccessibilityError>(&answer);
+    if (error != nullptr && *error == accessibilityCannotComplete && owner_.insists_) answer = ask(name);
+    return answer;
+}
+
+AccessibilityFaults::Answer VirtualAccessibility::Element::ask(std::string_view name) const {
+    const AccessibilityError reached = owner_.reach(process_);
     Answer answer = reached;
     if (reached == accessibilitySuccess) {
         auto fault = owner_.faults_.strike(AccessibilityFaults::Operation::read, name, process_);

@@ -37,6 +37,8 @@ class VirtualAccessibility::Element : public AccessibilityElement {
   private:
     /// Whether a call must fail at once: the client does not make it.
     bool isInPause() const;
+    /// Asks for the value once.
+    Answer ask(std::string_view name) const;
     /// Records the write or the action and then performs it.
     template <class Function>
     AccessibilityError carryOut(AccessibilityFaults::Operation operation, std::string_view name, Fields fields,
