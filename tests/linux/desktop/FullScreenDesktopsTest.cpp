@@ -71,8 +71,8 @@ class FullScreenDesktopsTest : public DesktopTest {
         const auto index = [&]() -> std::optional<std::size_t> {
             X11Windows windows(*server);
             std::size_t i = 0;
-            for (const auto& one : X11WindowSurvey(*server, windows).ofProcess(getpid())) {
-                if (one.window == window.id()) return i;
+            for (const xcb_window_t one : X11WindowSurvey(*server, windows).ofProcess(getpid())) {
+                if (one == window.id()) return i;
                 ++i;
             }
             return std::nullopt;

@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cstdint>
+#include <memory>
 #include <thread>
+#include <vector>
 
 #include "platform/linux/x11/X11Desktops.h"
 #include "platform/linux/x11/X11WindowFacts.h"
@@ -107,6 +110,34 @@ TEST_F(WindowListTest, DoesNotCallAWindowOfAnotherDesktopOnScreen) {
     EXPECT_EQ(entry(window)->isOnscreen, std::nullopt);
     desktops.move(window.id(), X11WindowFacts::allDesktops);
     EXPECT_TRUE(waitUntil([&] { return isOnScreen(window); }));
+}
+
+TEST_F(WindowListTest, IsOfNowWhateverThePreviousLookFound) {
+    const auto numbers = [this] {
+        std::vector<std::int64_t> found;
+        const auto list = computer->windowList.copy(WindowListOption::all);
+        if (!list) return found;
+        for (const WindowEntry& one : *list) found.push_back(one.number.value_or(0));
+        std::sort(found.begin(), found.end());
+        return found;
+    };
+    const auto expect = [&](std::vector<std::int64_t> wanted) {
+        std::sort(wanted.begin(), wanted.end());
+        EXPECT_TRUE(waitUntil([&] { return numbers() == wanted; }));
+        EXPECT_EQ(numbers(), wanted) << "the same once more";
+    };
+    auto first = std::make_unique<ForeignWindow>("prima", X11Rectangle{100, 100, 300, 200});
+    expect({first->id()});
+    ForeignWindow second("seconda", {150, 150, 300, 200});
+    expect({first->id(), second.id()});
+    X11Windows(second.connection()).resize(second.id(), 420, 310);
+    EXPECT_TRUE(waitUntil([&] { return entry(second)->bounds->size.width >= 420; }));
+    first.reset();
+    expect({second.id()});
+    ForeignWindow third("terza", {50, 50, 200, 100});
+    expect({second.id(), third.id()});
+    EXPECT_EQ(entry(third)->name, "terza");
+    EXPECT_EQ(entry(third)->ownerPID, getpid());
 }
 
 TEST_F(WindowListTest, LeavesOutWindowsThatDieMeanwhile) {

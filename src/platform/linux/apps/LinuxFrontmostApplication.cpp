@@ -8,10 +8,8 @@ namespace vantrel::linuxdesktop {
 
 std::shared_ptr<RunningApplication> LinuxFrontmostApplication::frontmostApplication() const {
     MainThread::require("frontmostApplication");
-    const auto window = windows_.active();
-    // The window manager may still name a window that is gone; the server would then report the next owner of its
-    // number.
-    return window && windows_.frame(*window) ? applications_.ofWindow(*window, windows_.owner(*window)) : nullptr;
+    const auto active = windows_.activeWindow();
+    return active ? applications_.ofWindow(active->window, active->owner) : nullptr;
 }
 
 }  // namespace vantrel::linuxdesktop

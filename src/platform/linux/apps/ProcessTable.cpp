@@ -1,10 +1,13 @@
 #include "platform/linux/apps/ProcessTable.h"
 
+#include <limits.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <charconv>
+#include <cstddef>
 #include <filesystem>
 #include <string_view>
 #include <system_error>
@@ -42,7 +45,8 @@ std::string displayOf(std::string_view environment) {
         const std::size_t end = std::min(environment.find('\0'), environment.size());
         const std::string_view entry = environment.substr(0, end);
         if (entry.starts_with(name)) return ProcessTable::displayName(std::string(entry.substr(name.size())));
-        environment.remove_prefix(std::min(end + 1, environment.size()));
+        // Chromium leaves thousands of zeros.
+        environment.remove_prefix(std::min(environment.find_first_not_of('\0', end), environment.size()));
     }
     return {};
 }
@@ -64,9 +68,15 @@ std::string scriptOf(const std::vector<std::string>& arguments) {
     return {};
 }
 
+// One call of the kernel; std::filesystem::read_symlink makes two. Empty if it cannot be read.
+std::string linkTarget(const std::string& link) {
+    std::array<char, PATH_MAX> target{};
+    const ssize_t length = readlink(link.c_str(), target.data(), target.size());
+    return {target.data(), length > 0 ? static_cast<std::size_t>(length) : 0};
+}
+
 void readExecutable(ProcessEntry& entry) {
-    std::error_code error;
-    const std::filesystem::path path = std::filesystem::read_symlink(folder(entry.process) + "exe", error);
+    const std::filesystem::path path = linkTarget(folder(entry.process) + "exe");
     const std::string script = isShell(path) ? scriptOf(entry.arguments) : std::string();
     entry.isScript = !script.empty();
     entry.executablePath = entry.isScript ? script : path.string();

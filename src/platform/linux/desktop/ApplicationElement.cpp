@@ -1,5 +1,6 @@
 #include "platform/linux/desktop/ApplicationElement.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "platform/linux/apps/ProcessTable.h"
@@ -18,19 +19,23 @@ bool ApplicationElement::isGone() const {
 
 std::variant<AccessibilityValue, AccessibilityError> ApplicationElement::attribute(std::string_view name) const {
     if (isGone()) return accessibilityCannotComplete;
-    const bool focused = name == "AXFocusedWindow";
-    if (!focused && name != "AXWindows") return accessibilityAttributeUnsupported;
+    if (name == "AXFocusedWindow") return focusedWindow();
+    if (name != "AXWindows") return accessibilityAttributeUnsupported;
     std::vector<std::shared_ptr<AccessibilityElement>> elements;
-    std::shared_ptr<AccessibilityElement> active;
-    const auto activeWindow = focused ? dependencies_.windows.active() : std::nullopt;
-    for (const X11WindowFacts& facts : dependencies_.survey.ofProcess(process_)) {
-        elements.push_back(std::make_shared<WindowElement>(dependencies_, facts.window, process_));
-        if (facts.window == activeWindow) active = elements.back();
+    for (const xcb_window_t window : dependencies_.survey.ofProcess(process_)) {
+        elements.push_back(std::make_shared<WindowElement>(dependencies_, window, process_));
     }
-    if (!focused) return AccessibilityValue(std::move(elements));
-    if (active) return AccessibilityValue(std::move(active));
-    if (elements.empty()) return accessibilityNoValue;
-    return AccessibilityValue(elements.front());
+    return AccessibilityValue(std::move(elements));
+}
+
+std::variant<AccessibilityValue, AccessibilityError> ApplicationElement::focusedWindow() const {
+    AskedProperty asked = dependencies_.windows.askActive();
+    const auto all = dependencies_.survey.ofProcess(process_);
+    if (all.empty()) return accessibilityNoValue;
+    const auto active = X11Windows::active(asked);
+    const bool isOurs = active && std::find(all.begin(), all.end(), *active) != all.end();
+    const xcb_window_t window = isOurs ? *active : all.front();
+    return AccessibilityValue(std::make_shared<WindowElement>(dependencies_, window, process_));
 }
 
 AccessibilityError ApplicationElement::setAttribute(std::string_view, const AccessibilityValue&) {

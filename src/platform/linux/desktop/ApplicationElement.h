@@ -20,6 +20,7 @@ class ApplicationElement final : public AccessibilityElement {
 
   private:
     bool isGone() const;
+    std::variant<AccessibilityValue, AccessibilityError> focusedWindow() const;
 
     const AccessibilityDependencies dependencies_;
     const ProcessIdentifier process_;

@@ -57,25 +57,23 @@ std::vector<Screen> LinuxScreens::screens() const {
 
 std::optional<Screen> LinuxScreens::mainScreen() const {
     MainThread::require("mainScreen");
-    const auto all = monitors_.all();
-    const auto main = mainMonitor(all);
-    if (!main) return std::nullopt;
-    return toScreen(*main, all.front());
+    const auto found = mainAndPrimary();
+    if (!found) return std::nullopt;
+    return toScreen(found->first, found->second);
 }
 
-std::optional<X11Monitor> LinuxScreens::mainMonitor(const std::vector<X11Monitor>& all) const {
+std::optional<std::pair<X11Monitor, X11Monitor>> LinuxScreens::mainAndPrimary() const {
+    const auto asked = monitors_.ask();
+    const auto active = windows_.activeWindow();
+    const auto all = monitors_.all(asked);
     if (all.empty()) return std::nullopt;
-    if (const auto window = windows_.active()) {
-        if (const auto frame = windows_.frame(*window)) {
-            if (auto monitor = X11Monitors::holding(all, *frame)) return monitor;
-        }
-    }
-    return all.front();
+    const auto main = active ? X11Monitors::holding(all, active->frame) : std::nullopt;
+    return std::pair(main.value_or(all.front()), all.front());
 }
 
 X11Rectangle LinuxScreens::mainFrame() const {
-    const auto monitor = mainMonitor(monitors_.all());
-    return monitor ? monitor->frame : anyFrame;
+    const auto found = mainAndPrimary();
+    return found ? found->first.frame : anyFrame;
 }
 
 X11Rectangle LinuxScreens::primaryFrame() const {

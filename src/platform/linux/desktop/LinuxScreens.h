@@ -2,6 +2,8 @@
 
 #include <QTimer>
 #include <memory>
+#include <optional>
+#include <utility>
 #include <vector>
 
 #include "platform/desktop/Screens.h"
@@ -41,7 +43,7 @@ class LinuxScreens final : public Screens {
     struct Observer;
     class Removal;
 
-    std::optional<X11Monitor> mainMonitor(const std::vector<X11Monitor>& all) const;
+    std::optional<std::pair<X11Monitor, X11Monitor>> mainAndPrimary() const;
     void burstEnded();
 
     mutable X11Monitors monitors_;

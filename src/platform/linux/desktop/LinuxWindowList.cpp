@@ -5,15 +5,19 @@
 
 #include "platform/linux/x11/PrimaryOrigin.h"
 #include "platform/linux/x11/X11Desktops.h"
+#include "platform/linux/x11/X11Monitors.h"
 #include "platform/linux/x11/X11WindowSurvey.h"
 
 namespace vantrel::linuxdesktop {
 
 std::optional<std::vector<WindowEntry>> LinuxWindowList::copy(WindowListOption option) const {
     if (!hasDisplay_()) return std::nullopt;
-    const PrimaryOrigin origin(connection_);
-    const auto currentDesktop = X11Desktops(connection_).current();
+    X11Monitors monitors(connection_);
+    const auto displays = monitors.ask();
+    AskedProperty desktop = X11Desktops(connection_).askCurrent();
     const auto windows = survey_.frontToBack();
+    const PrimaryOrigin origin(monitors.all(displays));
+    const auto currentDesktop = desktop.value();
     if (!windows) return std::nullopt;
 
     std::map<ProcessIdentifier, std::optional<std::string>> names;

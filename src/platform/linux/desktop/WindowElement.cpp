@@ -31,9 +31,13 @@ std::optional<X11WindowFacts> WindowElement::facts() const {
 }
 
 std::variant<AccessibilityValue, AccessibilityError> WindowElement::attribute(std::string_view name) const {
+    if (name == "AXFullScreen") {
+        const auto state = dependencies_.survey.stateOf(window_);
+        if (!state || state->owner != owner_) return accessibilityInvalidElement;
+        return AccessibilityValue(state->fullScreen);
+    }
     const auto window = facts();
     if (!window) return accessibilityInvalidElement;
-    if (name == "AXFullScreen") return AccessibilityValue(window->fullScreen);
     if (name == "AXTitle") {
         if (!window->title) return accessibilityNoValue;
         return AccessibilityValue();

@@ -1,11 +1,11 @@
 #pragma once
 
 #include <chrono>
-#include <condition_variable>
 #include <map>
 #include <mutex>
 #include <thread>
 
+#include "platform/linux/system/FileDescriptor.h"
 #include "platform/threads/Block.h"
 
 namespace vantrel::linuxdesktop {
@@ -26,9 +26,11 @@ class DelayedWork {
     using Moment = std::chrono::steady_clock::time_point;
 
     void run();
+    void wakeAt(Moment moment) const;
 
+    // A timer of the kernel. Unlike a condition variable it takes a new moment without waking the thread.
+    const FileDescriptor alarm_;
     std::mutex mutex_;
-    std::condition_variable changed_;
     std::multimap<Moment, Block> waiting_;
     bool stopping_ = false;
     std::thread thread_;

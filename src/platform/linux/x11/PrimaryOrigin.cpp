@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "platform/linux/x11/X11Monitors.h"
-
 namespace vantrel::linuxdesktop {
 
 namespace {
@@ -17,8 +15,9 @@ int toPixel(double points) {
 
 }  // namespace
 
-PrimaryOrigin::PrimaryOrigin(X11Connection& connection) {
-    const auto monitors = X11Monitors(connection).all();
+PrimaryOrigin::PrimaryOrigin(X11Connection& connection) : PrimaryOrigin(X11Monitors(connection).all()) {}
+
+PrimaryOrigin::PrimaryOrigin(const std::vector<X11Monitor>& monitors) {
     if (monitors.empty()) return;
     x_ = monitors.front().frame.x;
     y_ = monitors.front().frame.y;

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <vector>
+
 #include "platform/desktop/Geometry.h"
-#include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11Monitors.h"
 #include "platform/linux/x11/X11Rectangle.h"
 
 namespace vantrel::linuxdesktop {
@@ -11,6 +13,8 @@ namespace vantrel::linuxdesktop {
 class PrimaryOrigin {
   public:
     explicit PrimaryOrigin(X11Connection& connection);
+    /// Of displays that are known already.
+    explicit PrimaryOrigin(const std::vector<X11Monitor>& monitors);
 
     Rect toPoints(const X11Rectangle& rectangle) const;
     /// The pixel of the root window. A point that is too far away gives a pixel far outside it.

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/linux/x11/AskedProperty.h"
+
 namespace vantrel::linuxdesktop {
 
 std::unique_ptr<X11Connection> X11Connection::open() {
@@ -42,12 +44,7 @@ std::string X11Connection::nameOf(xcb_atom_t atom) {
 }
 
 std::vector<std::uint32_t> X11Connection::values(xcb_window_t window, std::string_view property) {
-    constexpr std::uint32_t mostValues = 1 << 16;
-    const auto cookie = xcb_get_property(get(), 0, window, atom(property), XCB_GET_PROPERTY_TYPE_ANY, 0, mostValues);
-    const X11Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(get(), cookie, nullptr));
-    if (!reply || reply->format != 32) return {};
-    const auto* first = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
-    return {first, first + xcb_get_property_value_length(reply.get()) / 4};
+    return AskedProperty(*this, window, property).values();
 }
 
 void X11Connection::tellWindowManager(xcb_window_t window, std::string_view message,

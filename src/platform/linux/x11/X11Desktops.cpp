@@ -1,7 +1,6 @@
 #include "platform/linux/x11/X11Desktops.h"
 
 #include <chrono>
-#include <string_view>
 #include <thread>
 
 #include "platform/linux/x11/X11Connection.h"
@@ -9,12 +8,6 @@
 namespace vantrel::linuxdesktop {
 
 namespace {
-
-std::optional<std::uint32_t> rootValue(X11Connection& connection, std::string_view property) {
-    const auto values = connection.values(connection.root(), property);
-    if (values.empty()) return std::nullopt;
-    return values.front();
-}
 
 template <typename Condition>
 bool isSoon(Condition condition) {
@@ -31,11 +24,15 @@ bool isSoon(Condition condition) {
 }  // namespace
 
 std::optional<std::uint32_t> X11Desktops::count() {
-    return rootValue(connection_, "_NET_NUMBER_OF_DESKTOPS");
+    return AskedProperty(connection_, connection_.root(), "_NET_NUMBER_OF_DESKTOPS").value();
 }
 
 std::optional<std::uint32_t> X11Desktops::current() {
-    return rootValue(connection_, "_NET_CURRENT_DESKTOP");
+    return askCurrent().value();
+}
+
+AskedProperty X11Desktops::askCurrent() {
+    return {connection_, connection_.root(), "_NET_CURRENT_DESKTOP"};
 }
 
 bool X11Desktops::setCount(std::uint32_t wanted) {

@@ -5,9 +5,9 @@
 #include <cstdint>
 #include <optional>
 
-namespace vantrel::linuxdesktop {
+#include "platform/linux/x11/AskedProperty.h"
 
-class X11Connection;
+namespace vantrel::linuxdesktop {
 
 /// The window manager's desktops, counted from 0. Changes are requests, which the window manager carries out in order
 /// within some 20 ms. Any thread.
@@ -18,6 +18,8 @@ class X11Desktops {
     /// Both are empty if the window manager has no desktops.
     std::optional<std::uint32_t> count();
     std::optional<std::uint32_t> current();
+    /// The current one, for asking other things before its number is read.
+    [[nodiscard]] AskedProperty askCurrent();
 
     /// Asks for this number of desktops and waits for it, a fifth of a second at most. False if that was not enough.
     bool setCount(std::uint32_t count);

@@ -1,7 +1,5 @@
 #include "platform/linux/x11/X11Monitors.h"
 
-#include <xcb/randr.h>
-
 #include <algorithm>
 #include <cstddef>
 
@@ -24,12 +22,17 @@ bool holds(const X11Rectangle& outer, const X11Rectangle& inner) {
 
 }  // namespace
 
-std::vector<X11Monitor> X11Monitors::all() {
+X11Monitors::Asked X11Monitors::ask() {
     xcb_connection_t* connection = connection_.get();
     const auto* extension = xcb_get_extension_data(connection, &xcb_randr_id);
-    if (extension == nullptr || extension->present == 0) return wholeRoot();
-    const auto cookie = xcb_randr_get_monitors(connection, connection_.root(), 1);
-    const X11Reply<xcb_randr_get_monitors_reply_t> reply(xcb_randr_get_monitors_reply(connection, cookie, nullptr));
+    if (extension == nullptr || extension->present == 0) return {};
+    return {xcb_randr_get_monitors(connection, connection_.root(), 1)};
+}
+
+std::vector<X11Monitor> X11Monitors::all(const Asked& asked) {
+    if (!asked.cookie) return wholeRoot();
+    const X11Reply<xcb_randr_get_monitors_reply_t> reply(
+        xcb_randr_get_monitors_reply(connection_.get(), *asked.cookie, nullptr));
     if (!reply) return wholeRoot();
 
     std::vector<X11Monitor> monitors;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <xcb/randr.h>
+
 #include <optional>
 #include <string>
 #include <vector>
@@ -23,7 +25,14 @@ class X11Monitors {
   public:
     explicit X11Monitors(X11Connection& connection) : connection_(connection) {}
 
-    std::vector<X11Monitor> all();
+    std::vector<X11Monitor> all() { return all(ask()); }
+
+    /// The same in two steps, for asking other things in between. Each question has to be answered.
+    struct Asked {
+        std::optional<xcb_randr_get_monitors_cookie_t> cookie;
+    };
+    [[nodiscard]] Asked ask();
+    std::vector<X11Monitor> all(const Asked& asked);
 
     /// The display that contains most of the rectangle. Empty if none contains any of it.
     static std::optional<X11Monitor> holding(const std::vector<X11Monitor>& monitors, const X11Rectangle& rectangle);

@@ -23,6 +23,7 @@ struct X11Margins {
 /// What is known of one window at a moment.
 struct X11WindowFacts {
     static constexpr std::uint32_t allDesktops = 0xFFFFFFFF;
+    static constexpr std::int64_t ordinaryLayer = 0;
 
     xcb_window_t window = XCB_WINDOW_NONE;
     /// 0 if unknown.
@@ -35,8 +36,8 @@ struct X11WindowFacts {
     X11Margins shadow;
     /// Empty if the window manager has no desktops; allDesktops for a window that is on every one.
     std::optional<std::uint32_t> desktop;
-    /// As on macOS: 0 is the layer of ordinary windows.
-    std::int64_t layer = 0;
+    /// As on macOS.
+    std::int64_t layer = ordinaryLayer;
     bool viewable = false;
     /// Not mapped, and not just waiting for its desktop to be shown.
     bool unmapped = false;

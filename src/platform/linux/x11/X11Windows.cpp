@@ -1,7 +1,5 @@
 #include "platform/linux/x11/X11Windows.h"
 
-#include <xcb/res.h>
-
 #include <algorithm>
 #include <cstddef>
 #include <map>
@@ -27,31 +25,42 @@ ProcessIdentifier X11Windows::owner(xcb_window_t window) {
 }
 
 std::vector<ProcessIdentifier> X11Windows::owners(const std::vector<xcb_window_t>& windows) {
-    std::vector<ProcessIdentifier> found = realOwners(windows);
+    return owners(askOwners(windows));
+}
+
+std::vector<ProcessIdentifier> X11Windows::owners(const AskedOwners& asked) {
+    std::vector<ProcessIdentifier> found = realOwners(asked);
     if (owner_) std::transform(found.begin(), found.end(), found.begin(), owner_);
     return found;
 }
 
 std::vector<ProcessIdentifier> X11Windows::behind(ProcessIdentifier process) {
-    std::vector<ProcessIdentifier> found = realOwners(frontToBack());
+    std::vector<ProcessIdentifier> found = realOwners(askOwners(frontToBack()));
     std::erase_if(found, [this, process](ProcessIdentifier one) { return (owner_ ? owner_(one) : one) != process; });
     std::sort(found.begin(), found.end());
     found.erase(std::unique(found.begin(), found.end()), found.end());
     return found;
 }
 
+X11Windows::AskedOwners X11Windows::askOwners(const std::vector<xcb_window_t>& windows) {
+    if (windows.empty()) return {};
+    std::vector<xcb_res_client_id_spec_t> specs;
+    specs.reserve(windows.size());
+    for (const xcb_window_t window : windows) specs.push_back({window, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID});
+    return {windows,
+            xcb_res_query_client_ids(connection_.get(), static_cast<std::uint32_t>(specs.size()), specs.data())};
+}
+
 // The server's own knowledge of its clients comes first; _NET_WM_PID is only a window's claim. The server is asked
 // about the client, whose number begins the numbers of all its windows.
-std::vector<ProcessIdentifier> X11Windows::realOwners(const std::vector<xcb_window_t>& windows) {
+std::vector<ProcessIdentifier> X11Windows::realOwners(const AskedOwners& asked) {
+    const std::vector<xcb_window_t>& windows = asked.windows;
     std::vector<ProcessIdentifier> found(windows.size(), 0);
     xcb_connection_t* connection = connection_.get();
     const xcb_setup_t* setup = xcb_get_setup(connection);
-    if (windows.empty() || setup == nullptr) return found;
-    std::vector<xcb_res_client_id_spec_t> asked;
-    asked.reserve(windows.size());
-    for (const xcb_window_t window : windows) asked.push_back({window, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID});
-    const auto cookie = xcb_res_query_client_ids(connection, static_cast<std::uint32_t>(asked.size()), asked.data());
-    const X11Reply<xcb_res_query_client_ids_reply_t> reply(xcb_res_query_client_ids_reply(connection, cookie, nullptr));
+    if (!asked.cookie || setup == nullptr) return found;
+    const X11Reply<xcb_res_query_client_ids_reply_t> reply(
+        xcb_res_query_client_ids_reply(connection, *asked.cookie, nullptr));
     const std::uint32_t clientBits = ~setup->resource_id_mask;
     std::map<std::uint32_t, ProcessIdentifier> processes;
     if (reply) {
@@ -95,7 +104,16 @@ std::vector<ProcessIdentifier> X11Windows::claimedOwners(const std::vector<xcb_w
 }
 
 std::vector<xcb_window_t> X11Windows::frontToBack() {
-    std::vector<xcb_window_t> windows = connection_.values(connection_.root(), "_NET_CLIENT_LIST_STACKING");
+    AskedProperty asked = askFrontToBack();
+    return frontToBack(asked);
+}
+
+AskedProperty X11Windows::askFrontToBack() {
+    return {connection_, connection_.root(), "_NET_CLIENT_LIST_STACKING"};
+}
+
+std::vector<xcb_window_t> X11Windows::frontToBack(AskedProperty& asked) {
+    std::vector<xcb_window_t> windows = asked.values();
     // In the order of their mapping, if the window manager has nothing better.
     if (windows.empty()) windows = connection_.values(connection_.root(), "_NET_CLIENT_LIST");
     std::reverse(windows.begin(), windows.end());
@@ -119,18 +137,58 @@ std::vector<xcb_window_t> X11Windows::ofProcess(ProcessIdentifier process) {
 }
 
 std::optional<xcb_window_t> X11Windows::active() {
-    const auto value = connection_.values(connection_.root(), "_NET_ACTIVE_WINDOW");
-    if (value.empty() || value.front() == XCB_WINDOW_NONE) return std::nullopt;
-    return value.front();
+    AskedProperty asked = askActive();
+    return active(asked);
+}
+
+AskedProperty X11Windows::askActive() {
+    return {connection_, connection_.root(), "_NET_ACTIVE_WINDOW"};
+}
+
+std::optional<xcb_window_t> X11Windows::active(AskedProperty& asked) {
+    const auto value = asked.value();
+    return value == xcb_window_t{XCB_WINDOW_NONE} ? std::nullopt : value;
+}
+
+// Most often it is the window of the last time. So its facts are asked for together with its number, and only those of
+// another window after it.
+std::optional<X11Windows::Active> X11Windows::activeWindow() {
+    AskedProperty named = askActive();
+    const xcb_window_t expected = lastActive_;
+    std::optional<AskedFacts> asked;
+    if (expected != XCB_WINDOW_NONE) asked = askFacts(expected);
+    const auto window = active(named);
+    lastActive_ = window.value_or(XCB_WINDOW_NONE);
+    const auto expectedOne = asked ? facts(*asked) : std::nullopt;
+    if (!window) return std::nullopt;
+    return *window == expected ? expectedOne : facts(askFacts(*window));
+}
+
+X11Windows::AskedFacts X11Windows::askFacts(xcb_window_t window) {
+    return {window, askFrame(window), askOwners({window})};
+}
+
+std::optional<X11Windows::Active> X11Windows::facts(const AskedFacts& asked) {
+    const auto place = frame(asked.frame);
+    const ProcessIdentifier process = owners(asked.owner).front();
+    if (!place) return std::nullopt;
+    return Active{asked.window, *place, process};
 }
 
 std::optional<X11Rectangle> X11Windows::frame(xcb_window_t window) {
+    return frame(askFrame(window));
+}
+
+X11Windows::AskedFrame X11Windows::askFrame(xcb_window_t window) {
+    return {xcb_get_geometry(connection_.get(), window),
+            xcb_translate_coordinates(connection_.get(), window, connection_.root(), 0, 0)};
+}
+
+std::optional<X11Rectangle> X11Windows::frame(const AskedFrame& asked) {
     xcb_connection_t* connection = connection_.get();
-    const auto sizeCookie = xcb_get_geometry(connection, window);
-    const auto placeCookie = xcb_translate_coordinates(connection, window, connection_.root(), 0, 0);
-    const X11Reply<xcb_get_geometry_reply_t> size(xcb_get_geometry_reply(connection, sizeCookie, nullptr));
+    const X11Reply<xcb_get_geometry_reply_t> size(xcb_get_geometry_reply(connection, asked.size, nullptr));
     const X11Reply<xcb_translate_coordinates_reply_t> place(
-        xcb_translate_coordinates_reply(connection, placeCookie, nullptr));
+        xcb_translate_coordinates_reply(connection, asked.place, nullptr));
     if (!size || !place) return std::nullopt;
     return X11Rectangle{place->dst_x, place->dst_y, size->width, size->height};
 }

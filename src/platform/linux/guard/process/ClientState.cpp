@@ -9,8 +9,10 @@
 
 namespace vantrel::linuxdesktop {
 
+// For the process as a whole the kernel would add up all threads at each look.
 ClientState::ClientState(pid_t client)
-    : file_(open(("/proc/" + std::to_string(client) + "/stat").c_str(), O_RDONLY | O_CLOEXEC)) {}
+    : file_(open(("/proc/" + std::to_string(client) + "/task/" + std::to_string(client) + "/stat").c_str(),
+                 O_RDONLY | O_CLOEXEC)) {}
 
 // The state follows the name, which is in brackets and may itself contain some.
 bool ClientState::isStopped() const {

@@ -110,9 +110,16 @@ bool ClientWatch::listen() {
         const Heard heard = receive(line_.get(), message, passed);
         if (heard == Heard::nothing) return true;
         if (heard == Heard::end) return false;
-        mainThreadRan_ = message.kind == GuardMessage::Kind::mainThreadRuns ? Clock::now() : mainThreadRan_;
+        if (message.kind == GuardMessage::Kind::mainThreadRuns) hearThatTheMainThreadRuns();
         if (message.kind == GuardMessage::Kind::watchKeys) keys_->add(std::move(passed), message.resource);
     }
+}
+
+// As good as a look: the client was not stopped.
+void ClientWatch::hearThatTheMainThreadRuns() {
+    mainThreadRan_ = Clock::now();
+    nextLook_ = mainThreadRan_ + betweenLooks;
+    wasStopped_ = false;
 }
 
 void ClientWatch::look(Time now) {

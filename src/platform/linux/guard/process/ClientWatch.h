@@ -46,6 +46,7 @@ class ClientWatch {
 
     void wait();
     bool listen();
+    void hearThatTheMainThreadRuns();
     void look(Time now);
     void expectToWait();
     void putDesktopsBack();
