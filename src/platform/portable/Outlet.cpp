@@ -8,18 +8,39 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <charconv>
 #include <cstddef>
+#include <system_error>
 
 namespace vantrel {
 
+namespace {
+
+using Name = std::array<char, PATH_MAX>;
+
+bool nameOf(int descriptor, Name& name) {
+    if (isatty(descriptor) == 1) return ttyname_r(descriptor, name.data(), name.size()) == 0;
+// Linux has names for pipes.
+#ifdef F_GETPIPE_SZ
+    constexpr std::string_view folder = "/proc/self/fd/";
+    if (fcntl(descriptor, F_GETPIPE_SZ) <= 0) return false;
+    std::copy(folder.begin(), folder.end(), name.begin());
+    const auto [end, error] = std::to_chars(name.data() + folder.size(), name.data() + name.size() - 1, descriptor);
+    return error == std::errc();
+#else
+    return false;
+#endif
+}
+
+}  // namespace
+
 Outlet::Outlet(int descriptor) : descriptor_(descriptor) {
-    std::array<char, PATH_MAX> name{};
-    if (isatty(descriptor) != 1 || ttyname_r(descriptor, name.data(), name.size()) != 0) return;
-    terminal_ = open(name.data(), O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    Name name{};
+    if (nameOf(descriptor, name)) own_ = open(name.data(), O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
 }
 
 Outlet::~Outlet() {
-    if (terminal_ >= 0) close(terminal_);
+    if (own_ >= 0) close(own_);
 }
 
 bool Outlet::takesAPiece() const {
@@ -27,7 +48,7 @@ bool Outlet::takesAPiece() const {
     return poll(&state, 1, 0) > 0;
 }
 
-// A pipe that takes anything takes PIPE_BUF bytes without waiting.
+// A pipe that takes anything takes PIPE_BUF bytes without waiting, unless somebody else has written there meanwhile.
 Outlet::Taken Outlet::write(std::string_view& rest) const {
     while (!rest.empty()) {
         if (!takesAPiece()) return Taken::aPart;

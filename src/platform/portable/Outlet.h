@@ -5,8 +5,9 @@
 namespace vantrel {
 
 /// Where text for a descriptor is written without waiting. A terminal may say that it takes something and then hold up
-/// who writes more than that, for as long as it is stopped. So a terminal is opened once more, in a way that never
-/// waits: its flags belong to this opening alone. Any thread.
+/// who writes more than that, for as long as it is stopped. A pipe may say so, and another process that writes there
+/// fill it first. So a terminal, and on Linux a pipe, is opened once more, in a way that never waits: its flags belong
+/// to this opening alone. Any thread.
 class Outlet {
   public:
     enum class Taken { everything, aPart, nothingAnyMore };
@@ -17,7 +18,7 @@ class Outlet {
     Outlet& operator=(const Outlet&) = delete;
 
     /// To be waited for.
-    int get() const { return terminal_ >= 0 ? terminal_ : descriptor_; }
+    int get() const { return own_ >= 0 ? own_ : descriptor_; }
     /// Writes as much as is taken at once, and leaves the rest.
     Taken write(std::string_view& rest) const;
 
@@ -25,7 +26,7 @@ class Outlet {
     bool takesAPiece() const;
 
     const int descriptor_;
-    int terminal_ = -1;
+    int own_ = -1;
 };
 
 }  // namespace vantrel
