@@ -130,7 +130,9 @@ void UnreadLines::endAll() {
 void UnreadLines::end() {
     std::unique_lock lock(mutex_);
     if (ended_) return;
-    changed_.wait_for(lock, longestWaitAtTheEnd, [this] { return kept_.empty(); });
+    changed_.wait_for(lock, longestWaitAtTheEnd, [this] { return kept_.empty() || ended_; });
+    // Another thread may have ended it meanwhile.
+    if (ended_) return;
     ended_ = true;
     dropped_ += kept_.size();
     reportDropped();

@@ -148,6 +148,17 @@ TEST(StandardOutputLog, EndsThoughNobodyReads) {
     EXPECT_EQ(errors.some(), "vantrel: 2 log lines were dropped: nobody read standard output\n");
 }
 
+TEST(StandardOutputLog, EndsOnceThoughTwoThreadsEndIt) {
+    const LogPipe output;
+    const LogPipe errors;
+    const auto lines = std::make_shared<UnreadLines>(output.writing(), errors.writing());
+    lines->write(std::string(70000, 'x') + "\n");
+    std::thread other([&lines] { lines->end(); });
+    lines->end();
+    other.join();
+    EXPECT_EQ(errors.some(), "vantrel: 1 log lines were dropped: nobody read standard output\n");
+}
+
 TEST(StandardOutputLog, WaitsAtExitForAReaderThatGoesOn) {
     const LogPipe output;
     constexpr int many = 20000;
