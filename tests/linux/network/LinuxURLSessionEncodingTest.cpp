@@ -88,6 +88,18 @@ TEST_F(LinuxURLSessionEncoding, FailsWhatIsNotWhatItsEncodingSays) {
     }
 }
 
+// The body of a redirect is not what was asked for.
+TEST_F(LinuxURLSessionEncoding, FollowsARedirectWhoseOwnBodyCannotBeRead) {
+    const OneAnswerServer target(answer("identity", "here"));
+    std::string moved = answer("gzip", "not compressed at all");
+    moved.replace(moved.find("200 OK"), 6, "302 Found\r\nLocation: " + target.address());
+    const OneAnswerServer server(moved);
+    const URLReply answered = reply(request(server.address()));
+    EXPECT_FALSE(answered.error);
+    EXPECT_EQ(answered.statusCode, 200);
+    EXPECT_EQ(answered.data, "here");
+}
+
 TEST_F(LinuxURLSessionEncoding, FailsACompressedBodyWithoutItsEnd) {
     const std::string whole = compressed("gzip", std::string(100'000, 'x'));
     for (const std::size_t length : {std::size_t{5}, whole.size() / 2, whole.size() - 1}) {

@@ -179,8 +179,9 @@ HTTPTransfer::Result HTTPTransfer::result(CURLcode code) {
     } else if (status < firstFinalStatus) {
         made.reply.error = PlatformError{std::string(unreadableReplyText)};
     } else {
-        made.reply = reply(static_cast<int>(status));
+        made.status = static_cast<int>(status);
         made.location = field("Location");
+        made.reply = reply(made.status);
     }
     return made;
 }

@@ -16,6 +16,8 @@ class HTTPTransfer {
   public:
     struct Result {
         URLReply reply;
+        /// Zero without a final reply. There may be one whose body cannot be read.
+        int status = 0;
         /// Where a redirect leads, as the server wrote it.
         std::optional<std::string> location;
         /// The reply's headers were longer than anybody's are. The error is set.

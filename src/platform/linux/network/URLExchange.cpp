@@ -83,8 +83,7 @@ std::optional<URLReply> URLExchange::transferEnded(CURLcode code) {
         transfer_.reset();
         return std::nullopt;
     }
-    const int status = result.reply.statusCode.value_or(0);
-    if (isRedirect(status) && result.location) return follow(status, *result.location);
+    if (isRedirect(result.status) && result.location) return follow(result.status, *result.location);
     return std::move(result.reply);
 }
 
