@@ -281,6 +281,29 @@ TEST_F(GuardsTest, AreNeededBeforeADisplayIsCovered) {
     EXPECT_EQ(guards().size(), 2U);
 }
 
+TEST_F(GuardsTest, AreNeededAsLongAsADisplayIsCovered) {
+    const auto program = folder.path() / "client";
+    std::filesystem::copy_file(VANTREL_HOLDING_CLIENT, program);
+    std::filesystem::create_symlink(guardProgram(), folder.path() / "vantrel-guard");
+    client = std::make_unique<KeyboardClientProcess>(program.string());
+    ASSERT_EQ(client->line(), "ready");
+    ASSERT_TRUE(waitUntil([&] { return covered() && guards().size() == 2; }));
+    std::filesystem::remove(folder.path() / "vantrel-guard");
+    for (const pid_t guard : guards()) kill(guard, SIGKILL);
+    EXPECT_TRUE(waitUntil([&] {
+        client->tell('r');
+        turnFor(0.2);
+        return !covered();
+    })) << "nobody could take the cover from a client that is stopped";
+    std::filesystem::create_symlink(guardProgram(), folder.path() / "vantrel-guard");
+    EXPECT_TRUE(waitUntil([&] {
+        client->tell('r');
+        turnFor(0.2);
+        return covered();
+    }));
+    EXPECT_FALSE(guards().empty());
+}
+
 // A lease holds every opening of the file up, as a slow disk does.
 TEST_F(GuardsTest, HoldNoKeyUpWhileTheyAreReadFromASlowDisk) {
     std::filesystem::copy_file(VANTREL_HOLDING_CLIENT, folder.path() / "client");

@@ -64,9 +64,18 @@ void Guards::beat() {
     }
 }
 
+bool Guards::areThere() {
+    constexpr std::chrono::seconds toReplaceOne{3};
+    const std::lock_guard lock(mutex_);
+    for (std::size_t guard = 0; guard < count; ++guard) isThere(guard);
+    return std::chrono::steady_clock::now() - seen_ < toReplaceOne;
+}
+
 bool Guards::isThere(std::size_t guard) {
     const auto& process = processes_.at(guard);
-    return process && process->isThere();
+    if (!process || !process->isThere()) return false;
+    seen_ = std::chrono::steady_clock::now();
+    return true;
 }
 
 bool Guards::keepUp(std::size_t guard) {

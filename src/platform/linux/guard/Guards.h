@@ -4,6 +4,7 @@
 
 #include <array>
 #include <atomic>
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -40,6 +41,9 @@ class Guards {
     /// guard's file may lie on a slow disk. The line ends if it is impossible.
     KeyLine keyLine(std::size_t guard, std::uint32_t resource, pid_t failed = 0);
 
+    /// False once none has been there for longer than it takes to replace one.
+    bool areThere();
+
     /// To be called by the main thread every mainThreadBeat. Also has a guard replaced that is gone.
     void beat();
 
@@ -57,6 +61,8 @@ class Guards {
     const FileDescriptor presence_;
     std::mutex mutex_;
     std::array<std::unique_ptr<GuardProcess>, count> processes_;
+    // When one was last seen.
+    std::chrono::steady_clock::time_point seen_ = std::chrono::steady_clock::now();
     // Last, so that it has ended before the others go.
     SerialQueue keeper_;
 };

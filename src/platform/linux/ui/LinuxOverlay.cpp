@@ -59,7 +59,8 @@ void LinuxOverlay::setLevel(int level) {
 
 void LinuxOverlay::orderFrontRegardless() {
     MainThread::require("orderFrontRegardless");
-    if (!window_ || !isGuarded()) return;
+    if (!window_) return;
+    if (!isGuarded()) return orderOut();
     if (!window_->isVisible()) window_->show();
     if (level_ <= ordinaryLevel) window_->raise();
     waitForQtRequests();
@@ -73,10 +74,11 @@ void LinuxOverlay::orderFrontRegardless() {
 // A cover that nobody takes away from a stopped client would hold the person.
 bool LinuxOverlay::isGuarded() {
     if (!guards_) guards_ = source_.guards();
-    if (!guards_ && !std::exchange(saidUnguarded_, true)) {
+    const bool guarded = guards_ && guards_->areThere();
+    if (!std::exchange(saidUnguarded_, !guarded) && !guarded) {
         sayOnStandardError("vantrel: a display is not covered: no process that could uncover it can be started\n");
     }
-    return guards_ != nullptr;
+    return guarded;
 }
 
 void LinuxOverlay::keepInFront() {

@@ -22,7 +22,7 @@ class LinuxOverlay final : public Overlay {
         X11Rectangle place;
         X11Connection& connection;
         FrontWindows& front;
-        /// They take the overlay off the screen when the client is stopped or hangs. While none can be started it is
+        /// They take the overlay off the screen when the client is stopped or hangs. While none is there it is
         /// not shown.
         GuardSource& guards;
     };
@@ -43,7 +43,7 @@ class LinuxOverlay final : public Overlay {
     FrontWindows& front_;
     int level_;
     GuardSource& source_;
-    std::shared_ptr<const Guards> guards_;
+    std::shared_ptr<Guards> guards_;
     bool saidUnguarded_ = false;
     std::unique_ptr<OverlayWindow> window_;
     std::unique_ptr<Observation> kept_;
