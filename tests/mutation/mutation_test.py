@@ -88,12 +88,32 @@ def a_mutant_is_killed_by_the_test_that_executes_it():
 def a_test_that_was_skipped_after_the_failure_is_not_named():
     number = next(mutant.number for mutant in house().mutants if "places: 2 → 3" in str(mutant))
     tests = house().bench.tests
-    return same(tests[0].suite.passes(tests, {"VANTREL_MUTANT": str(number)}, 60),
+    return same(tests[0].suite.passes(tests, {"VANTREL_MUTANT": str(number)}, suites.Allowance(60)),
                 "door Door.LetsInWhoHasATicketUntilTheHouseIsFull failed")
 
 
 def a_mutant_that_never_ends_is_killed():
     return same(house().killer("coins -= 2; → left out"), "door Door.CountsWhatIsPaid hung")
+
+
+def time_without_the_processor_fails_nothing():
+    allowance = suites.Allowance(1)
+    return (same(suites.run(["sleep", "3"], {}, None, allowance), (0, b"")) or
+            same(allowance.used < 1, True))
+
+
+def too_much_processor_time_ends_a_run():
+    allowance = suites.Allowance(1)
+    return (same(suites.run(["sh", "-c", "echo began; while :; do :; done"], {}, None, allowance), (None, b"began\n")) or
+            same(allowance.used > 0.5, True))
+
+
+def a_run_that_only_waits_is_ended_at_last():
+    usual, suites.REAL_SECONDS = suites.REAL_SECONDS, 1
+    try:
+        return same(suites.run(["sleep", "600"], {}, None, suites.Allowance(1)), (None, b""))
+    finally:
+        suites.REAL_SECONDS = usual
 
 
 def a_constant_that_the_compiler_knows_is_mutated():
@@ -165,10 +185,10 @@ def random_classes_are_run_after_all_tests():
 
 def a_random_class_that_breaks_a_rule_kills_and_is_named():
     suite = classes_that_say("class 7:\\n  One end (line 3 of the transcript): two\\n  again: x\\n", 1)
-    killer = suite.passes(suite.tests(), {}, 10)
+    killer = suite.passes(suite.tests(), {}, suites.Allowance(10))
     return (same(killer, "random class 7: One end (line 3 of the transcript): two") or
             same([suites.is_by_classes(killer), suites.is_by_classes("scenario ends.by-menu failed")], [True, False]) or
-            same(classes_that_say("", 0).passes(suite.tests(), {}, 10), None))
+            same(classes_that_say("", 0).passes(suite.tests(), {}, suites.Allowance(10)), None))
 
 
 def reported(outcomes, explanations):
@@ -230,6 +250,7 @@ SURVIVORS = [
 TESTS = [without_a_mutant_the_tests_pass, the_sources_are_not_touched, what_no_test_notices_survives,
          every_kind_of_mutant_is_there, a_mutant_is_killed_by_the_test_that_executes_it,
          a_test_that_was_skipped_after_the_failure_is_not_named, a_mutant_that_never_ends_is_killed,
+         time_without_the_processor_fails_nothing, too_much_processor_time_ends_a_run, a_run_that_only_waits_is_ended_at_last,
          a_constant_that_the_compiler_knows_is_mutated, a_mutant_is_run_against_the_tests_that_execute_it_only,
          what_cannot_be_compiled_is_left_out_and_told, a_source_that_cannot_be_read_is_an_error,
          a_failing_test_stops_the_run_before_any_mutant, a_wrong_command_line_is_refused,
