@@ -56,7 +56,7 @@ void setFrame(AccessibilityElement& window, const Rect& frame) {
 
 void pressCloseButton(const AccessibilityElement& window) {
     const auto button = read<std::shared_ptr<AccessibilityElement>>(window, closeButtonAttribute);
-    if (button && *button) (*button)->performAction(pressAction);
+    if (button) (*button)->performAction(pressAction);
 }
 
 }  // namespace vantrel

@@ -24,9 +24,9 @@ constexpr Facts facts(SupportedBrowser browser) {
             return {"com.microsoft.edgemac", "Microsoft Edge",
                     "/Applications/Microsoft Edge.app/Contents/MacOS/Microsoft Edge", true, true};
         case SupportedBrowser::safari:
-            return {"com.apple.Safari", "Safari", "/Applications/Safari.app/Contents/MacOS/Safari", false, false};
+            break;
     }
-    return {};
+    return {"com.apple.Safari", "Safari", "/Applications/Safari.app/Contents/MacOS/Safari", false, false};
 }
 
 }  // namespace

@@ -70,12 +70,10 @@ void BlackoutOverlayManager::closeOverlays() {
 }
 
 void BlackoutOverlayManager::enforce() {
-    if (!isActive_) return;
     for (auto& window : windows_) window.enforce();
 }
 
 void BlackoutOverlayManager::handleScreenChange() {
-    if (!isActive_) return;
     print("[BLACKOUT] Cambio configurazione display — ricreo overlay");
     const auto screens = screens_.screens();
     const auto same = std::find_if(screens.begin(), screens.end(),

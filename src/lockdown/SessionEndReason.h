@@ -31,9 +31,9 @@ constexpr std::string_view message(SessionEndReason reason) {
         case SessionEndReason::browserCrashed:
             return "Il browser si è chiuso inaspettatamente";
         case SessionEndReason::userRequest:
-            return "Sessione terminata dall'utente";
+            break;
     }
-    return {};
+    return "Sessione terminata dall'utente";
 }
 
 /// The reason with exactly that message; empty for any other text.

@@ -76,7 +76,7 @@ void WindowMonitorService::tick() {
     }
     browserNotVisibleCount_ = 0;
     checkGeometry(*launcher, *process);
-    checkFocus(*launcher);
+    checkFocus(*launcher, *process);
 }
 
 void WindowMonitorService::handleMissingBrowser(BrowserLauncher& launcher) {
@@ -142,7 +142,7 @@ void WindowMonitorService::enforceFullscreenSoon(BrowserLauncher& launcher) {
     });
 }
 
-void WindowMonitorService::checkFocus(BrowserLauncher& launcher) {
+void WindowMonitorService::checkFocus(BrowserLauncher& launcher, ProcessIdentifier process) {
     const auto frontmost = dependencies_.frontmost.frontmostApplication();
     if (!frontmost) return;
     const auto name = frontmost->localizedName().value_or("");
@@ -157,14 +157,13 @@ void WindowMonitorService::checkFocus(BrowserLauncher& launcher) {
         launcher.bringToFront();
         return;
     }
-    if (!fullscreenConfirmed_ || isFocusedWindowFullscreen(launcher)) return;
+    if (!fullscreenConfirmed_ || isFocusedWindowFullscreen(process)) return;
     print("[MONITOR] " + name + " frontmost ma finestra sbagliata — ripristino lockdown");
     enforceFullscreenSoon(launcher);
 }
 
-bool WindowMonitorService::isFocusedWindowFullscreen(const BrowserLauncher& launcher) const {
-    const auto process = launcher.browserPID();
-    const auto window = process ? accessibilityFocusedWindow(dependencies_.accessibility, *process) : nullptr;
+bool WindowMonitorService::isFocusedWindowFullscreen(ProcessIdentifier process) const {
+    const auto window = accessibilityFocusedWindow(dependencies_.accessibility, process);
     return !window || isFullscreen(*window).value_or(false);
 }
 
@@ -175,7 +174,7 @@ void WindowMonitorService::observeSpaces() {
 }
 
 void WindowMonitorService::handleSpaceChange() {
-    if (!isActive_ || !fullscreenConfirmed_) return;
+    if (!fullscreenConfirmed_) return;
     // The notification arrives while window flags still show the old state.
     dependencies_.dispatch.mainQueue().asyncAfter(pauseAfterSpaceChange, [weak = weak_from_this()] {
         if (const auto self = weak.lock()) self->checkSpace();

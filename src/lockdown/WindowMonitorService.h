@@ -74,8 +74,8 @@ class WindowMonitorService : public FullscreenObserver, public std::enable_share
     void handleMissingBrowser(BrowserLauncher& launcher);
     void handleInvisibleWindow(ProcessIdentifier process);
     void checkGeometry(BrowserLauncher& launcher, ProcessIdentifier process);
-    void checkFocus(BrowserLauncher& launcher);
-    bool isFocusedWindowFullscreen(const BrowserLauncher& launcher) const;
+    void checkFocus(BrowserLauncher& launcher, ProcessIdentifier process);
+    bool isFocusedWindowFullscreen(ProcessIdentifier process) const;
     void enforceFullscreenSoon(BrowserLauncher& launcher);
 
     void observeSpaces();

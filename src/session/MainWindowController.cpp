@@ -176,7 +176,7 @@ void MainWindowController::wireServices() {
     const auto weak = weak_from_this();
     const auto report = [weak](const char* type) {
         return [weak, type](const std::string& detail) {
-            if (const auto self = weak.lock(); self && self->heartbeat_) self->heartbeat_->addViolation(type, detail);
+            if (const auto self = weak.lock()) self->heartbeat_->addViolation(type, detail);
         };
     };
     keyboardHook_->onKeyBlocked = report("KEY_BLOCKED");
@@ -227,8 +227,8 @@ void MainWindowController::continueLockdown(const JoinedSession& session) {
 
 void MainWindowController::startKeyboardHook() {
     print("🔒 Step 2/4: Attivazione keyboard hook...");
-    if (keyboardHook_) keyboardHook_->start();
-    if (keyboardHook_ && keyboardHook_->isActive()) print("[LOCKDOWN] ✅ Keyboard hook verificato e attivo");
+    keyboardHook_->start();
+    if (keyboardHook_->isActive()) print("[LOCKDOWN] ✅ Keyboard hook verificato e attivo");
     print("✅ Step 2/4: Keyboard hook attivato");
 }
 
@@ -239,15 +239,12 @@ void MainWindowController::startWindowMonitor(const std::string& meetLink) {
 }
 
 void MainWindowController::watchBrowser(const std::string& meetLink) {
-    if (browserLauncher_ && windowMonitor_) {
-        windowMonitor_->authorizedMeetURL = meetLink;
-        windowMonitor_->startMonitoring(browserLauncher_);
-    }
-    if (browserLauncher_) browserLauncher_->windowMonitor = windowMonitor_;
+    windowMonitor_->authorizedMeetURL = meetLink;
+    windowMonitor_->startMonitoring(browserLauncher_);
+    browserLauncher_->windowMonitor = windowMonitor_;
 }
 
 void MainWindowController::startHeartbeat() {
-    if (!heartbeat_) return;
     heartbeat_->lockdownActive = true;
     heartbeat_->meetConnected = true;
     heartbeat_->start();

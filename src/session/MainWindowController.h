@@ -94,10 +94,13 @@ class MainWindowController : public std::enable_shared_from_this<MainWindowContr
     const Computer computer_;
     const std::string clientVersion_{fixedClientVersion};
 
+    /// Four services that an activation makes together and the end routine drops together. A lockdown that launches its
+    /// browser or is complete has all four; before that, and after an end, there are none.
     std::shared_ptr<KeyboardHookService> keyboardHook_;
     std::shared_ptr<WindowMonitorService> windowMonitor_;
     std::shared_ptr<HeartbeatService> heartbeat_;
     std::shared_ptr<BrowserLauncher> browserLauncher_;
+    /// Only from the lockdown's completion on.
     std::shared_ptr<BlackoutOverlayManager> blackoutOverlay_;
     bool isInLockdown_ = false;
     std::uint64_t lockdownNumber_ = 0;
