@@ -28,11 +28,10 @@ const char* explanation(vantrel::linuxdesktop::NoComputer reason) {
             return "Vantrel richiede un gestore di finestre con lo schermo intero: quello attivo non lo offre.\n"
                    "Vantrel needs a window manager with full screen: the one that is running has none.\n";
         case NoComputer::losesFullScreen:
-            return "Vantrel richiede un gestore di finestre che mantiene lo schermo intero: quello attivo lo toglie "
-                   "quando "
-                   "un'altra finestra riceve la tastiera.\n"
-                   "Vantrel needs a window manager that keeps full screen: the one that is running takes it away when "
-                   "another window gets the keyboard.\n";
+            return "Vantrel richiede un gestore di finestre che mantiene lo schermo intero: quello attivo "
+                   "lo toglie quando un'altra finestra riceve la tastiera.\n"
+                   "Vantrel needs a window manager that keeps full screen: the one that is running "
+                   "takes it away when another window gets the keyboard.\n";
         case NoComputer::noX11Display:
             break;
     }

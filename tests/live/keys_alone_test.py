@@ -134,6 +134,10 @@ class Session:
         self.expect("the reason is spoken", lambda: self.reader.spoken[-1] == "Sessione terminata dall'utente")
         self.shows(("label", "Sessione terminata"), ("notification", "Sessione terminata dall'utente"),
                    ("push button", AGAIN))
+        # Somebody was still typing in the meeting.
+        self.desktop.key("space", "space", "Return")
+        self.reader.turn(0.5)
+        self.shows(("label", "Sessione terminata"))
         self.tab_to("push button", AGAIN)
         self.desktop.key("space")
         self.focus_is("text", "Server Vantrel:")

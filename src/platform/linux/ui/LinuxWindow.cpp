@@ -169,6 +169,8 @@ void LinuxWindow::applyStyleMask() {
     xcb_flush(connection.get());
 }
 
+// Without a field the window itself gets the focus. Qt would give it to a button as soon as the window is activated, and
+// whoever is typing then would press it.
 void LinuxWindow::focusFirstField() {
     for (const auto& control : controls_) {
         QLineEdit* field = control->field();
@@ -177,6 +179,7 @@ void LinuxWindow::focusFirstField() {
         field->selectAll();
         return;
     }
+    widget_->setFocus();
 }
 
 ControlWidget& LinuxWindow::control(std::string_view id) {
@@ -210,7 +213,7 @@ void LinuxWindow::setViewHidden(std::string_view viewId, bool hidden) {
     if (found == views_.end()) unknown(viewId);
     found->second->setVisible(!hidden);
     const QWidget* focused = widget_->focusWidget();
-    if (focused == nullptr || !focused->isVisible()) focusFirstField();
+    if (focused == nullptr || focused == widget_.get() || !focused->isVisible()) focusFirstField();
 }
 
 }  // namespace vantrel::linuxdesktop
