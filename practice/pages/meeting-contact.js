@@ -8,7 +8,7 @@ const patience = 5000;
 const returnShown = 6000;
 const pageAddress = location.pathname.replace(/\/+$/, "");
 const pageTitle = document.title;
-// The page of an ended session has none: it needs the server no longer.
+// The page of an ended session has none. Neither that nor a page that has heard of the end needs the server any longer.
 const contactPlace = document.getElementById("contact");
 const contactTexts = {
     there: "",
@@ -21,7 +21,7 @@ let contact = "there";
 let backTimer = 0;
 
 function showContact(state) {
-    if (state === contact || contactPlace === null) return;
+    if (state === contact || contact === "ended" || contactPlace === null) return;
     contact = state;
     contactPlace.dataset.contact = state;
     contactPlace.textContent = contactTexts[state];
@@ -46,7 +46,7 @@ async function askState() {
 }
 
 async function keepContact() {
-    for (;;) {
+    while (contact !== "ended") {
         await new Promise(resolve => setTimeout(resolve, askPause));
         await askState();
     }

@@ -44,12 +44,16 @@ function forgetNews() {
     news.violations = 0;
 }
 
-// Called again and again. Between two sentences the place is empty, so that the same words count as new ones.
+// Called again and again. Between two sentences the place is empty for a while, so that the same words count as new ones.
 function tellNews(place) {
     const now = performance.now();
-    if (newsAt !== 0 && now - newsAt < newsPause) return;
+    if (place.textContent !== "") {
+        if (now - newsAt >= newsPause) set(place, "");
+        return;
+    }
     const text = newsText();
+    if (text === "") return;
     set(place, text);
     forgetNews();
-    newsAt = text === "" ? 0 : now;
+    newsAt = now;
 }

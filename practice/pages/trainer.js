@@ -211,6 +211,8 @@ byId("ask-no").addEventListener("click", () => byId("ask").close());
 byId("ask-yes").addEventListener("click", async () => {
     const yes = byId("ask-yes");
     yes.disabled = true;
+    // Taken away, so that a second failure is told as well.
+    byId("ask-failed").hidden = true;
     try {
         await exchange("/trainer/end/" + encodeURIComponent(asked.session.code), "POST");
         byId("ask").close();

@@ -6,6 +6,7 @@ import unittest
 
 import class_on_pages
 import headless_chromium
+from practice_server import Server
 
 PROGRAM = ""
 DEVICES = ("--use-fake-device-for-media-stream", "--use-fake-ui-for-media-stream")
@@ -159,6 +160,46 @@ class ReachablePages(unittest.TestCase):
         self.assertTrue(all(later[0] - earlier[0] >= 5900 for earlier, later in zip(told, told[1:])), told)
         self.assertEqual(self.browser.value("document.getElementById('news').getAttribute('role')"), "status")
 
+    def test_what_happens_again_is_told_again(self):
+        # Nobody is lost soon there.
+        self.server.close()
+        self.server = Server(PROGRAM, "--session", "PROVA=Sicurezza")
+        self.open("", "document.querySelector('.card')!==null")
+        self.browser.value("window.told=[];new MutationObserver(()=>{const text=document.getElementById('news').textContent;"
+                           "if(text!=='')told.push(text);}).observe(document.getElementById('news'),{childList:true});0")
+        token = self.server.join("Elena Fontana", "elena@example.org")
+        self.browser.wait_for("told.length===1")
+        for count in (2, 3):
+            # It comes before the pause after the last sentence is over.
+            self.server.beat(token, ("KEY_BLOCKED", "Cmd+Tab"))
+            self.browser.wait_for(f"told.length==={count}")
+        self.assertEqual(self.browser.value("told"), ["Ingresso: Elena Fontana"] + ["Nuova violazione: Cmd+Tab, Elena Fontana"] * 2)
+
+    def test_a_second_failure_to_end_a_session_is_told_too(self):
+        self.open_trainer()
+        self.browser.value("document.querySelector('.end').click()")
+        self.browser.wait_for("document.getElementById('ask').open")
+        self.server.close()
+        self.browser.value("window.told=[];new MutationObserver(changes=>changes.forEach(change=>told.push(change.oldValue===null)))"
+                           ".observe(document.getElementById('ask-failed'),{attributeFilter:['hidden'],attributeOldValue:true});0")
+        for _ in range(2):
+            self.browser.wait_for("!document.getElementById('ask-yes').disabled")
+            self.browser.value("document.getElementById('ask-yes').click()")
+            self.browser.wait_for("document.activeElement.id==='ask-yes'&&!document.getElementById('ask-failed').hidden")
+        # It went and came back.
+        self.assertEqual(self.browser.value("told")[-2:], [True, False])
+        self.server = class_on_pages.start(PROGRAM)
+
+    def test_the_trainers_header_reaches_the_scrollbar(self):
+        self.server.close()
+        # A page that needs no scrolling.
+        self.server = Server(PROGRAM, "--session", "PROVA=Sicurezza")
+        self.open("", "document.querySelector('.card')!==null")
+        class_on_pages.look(self.browser, 1280, 800, "light")
+        beside = self.browser.value("innerWidth-document.querySelector('.bar').getBoundingClientRect().right")
+        bar = self.browser.value("getComputedStyle(document.documentElement).overflowY==='scroll'")
+        self.assertTrue(beside == 0 or bar, beside)
+
     def without_its_server(self, lost, back, place):
         title = self.browser.value("document.title")
         self.server.close()
@@ -187,6 +228,15 @@ class ReachablePages(unittest.TestCase):
         self.server.ask("POST", "/control/end/PROVA")
         self.browser.wait_for("document.getElementById('contact').textContent.startsWith('La lezione è terminata')")
         self.assertEqual(self.browser.value("document.title"), "Lezione terminata · Sicurezza sul lavoro, modulo 1")
+        # The page needs the server no longer.
+        self.browser.value("window.failed=0;window.real=fetch;window.fetch=(...what)=>real(...what).catch("
+                           "error=>{failed+=1;throw error;});0")
+        self.server.close()
+        for count in (1, 2):
+            self.browser.press("a", "KeyA")
+            self.browser.wait_for(f"failed>={count}")
+        self.assertTrue(self.browser.value("contactPlace.textContent.startsWith('La lezione è terminata')"))
+        self.server = class_on_pages.start(PROGRAM)
 
 
 if __name__ == "__main__":
