@@ -80,9 +80,13 @@ std::vector<std::string> tabOrder() {
     for (NSWindow* window in [NSWindow vantrel_all]) {
         if (!window.visible || !window.canBecomeKeyWindow) continue;
         NSView* const first = window.initialFirstResponder;
-        for (NSView* view = first; view != nil; view = view.nextKeyView == first ? nil : view.nextKeyView) {
+        NSView* view = first;
+        while (view != nil) {
             const bool takesKeys = !view.hiddenOrHasHiddenAncestor && static_cast<NSControl*>(view).enabled;
             if (takesKeys) identifiers.push_back(bytesOf(view.identifier));
+            view = view.nextKeyView;
+            if (view == first) break;
+            if (view == nil) identifiers.emplace_back("the end, without a way back");
         }
     }
     return identifiers;
