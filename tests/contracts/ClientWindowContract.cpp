@@ -389,6 +389,8 @@ TEST_F(ClientWindowContract, AScreenReaderIsToldAStatusThatIsOnTheScreen) {
     EXPECT_TRUE(told({"Attendi", "Errore — «x»", "Terminata"}));
     host().onMain([this] { windows.back()->orderOut(); });
     set("message", "Di nuovo");
+    host().letTimePass(0.1);
+    EXPECT_TRUE(told({"Attendi", "Errore — «x»", "Terminata"})) << "not while the window is away";
     host().onMain([this] { windows.back()->makeKeyAndOrderFront(); });
     EXPECT_TRUE(told({"Attendi", "Errore — «x»", "Terminata", "Di nuovo"}));
 }

@@ -47,6 +47,23 @@ def wrong_figures(read):
     return wrong
 
 
+def sessions_of_a_run(read):
+    """How many an unattended run plays under openbox."""
+    two = len(re.findall(r"^  - code:", read("script/unattended/two_sessions.py"), re.MULTILINE))
+    several = [re.search(r"^CODES = {(.*)}$", read(f"script/unattended/{name}.py"), re.MULTILINE)[1].count(": ")
+               for name in ("endings", "off_the_screen")]
+    single = sum(len(re.findall(r"^CODE[,\s]", read(f"script/unattended/{name}.py"), re.MULTILINE))
+                 for name in ("browser_open_before", "a_class"))
+    return two + sum(several) + single
+
+
+def wrong_sessions(read):
+    word = {8: "eight", 9: "nine", 10: "ten", 11: "eleven", 12: "twelve"}.get(sessions_of_a_run(read), "another number of")
+    said = {"README.md": f"plays {word} such sessions", "docs/linux.md": f"plays {word} sessions under openbox",
+            "script/run": f"{word} sessions are played"}
+    return "".join(f"{page}: there is no {text!r}\n" for page, text in said.items() if text not in read(page))
+
+
 def wrong_counts(read):
     mutants = read("tests/macos/standins/mutants/mutants.yaml")
     made, survive = (len(re.findall(rf"^(?:- |  ){key}: ", mutants, re.MULTILINE)) for key in ("name", "survives"))
@@ -81,6 +98,8 @@ def objects():
     mistakes = [
         (wrong_counts, "docs/macos.md", caught, "1 of the 2"),
         (wrong_counts, "tests/macos/standins/mutants/mutants.yaml", "- name: a menu item's block", "- nme: a menu item's block"),
+        (wrong_sessions, "README.md", "ten such", "nine such"), (wrong_sessions, "script/run", "ten sessions", "two sessions"),
+        (wrong_sessions, "script/unattended/endings.py", ', "FINE03": "Un browser ucciso"', ""),
         (wrong_keys, PARTICIPANTS, "D, H, L,", "D, H,"), (wrong_keys, PARTICIPANTS, "D, H, L,", "D, E, H, L,"),
         (wrong_keys, PARTICIPANTS, "Comando-Controllo-F", "Comando-Controllo-G"), (wrong_keys, PARTICIPANTS, "da 1 a 9", "da 1 a 8"),
         (wrong_keys, "src/lockdown/BlockedCombination.cpp", '"Cmd+Space"', '"Cmd+Z"'),
@@ -98,7 +117,7 @@ def objects():
 
 TESTS = {
     "documentation.times-and-limits-are-those-of-the-code": lambda: wrong_figures(pages.read),
-    "documentation.counts-are-those-of-the-tree": lambda: wrong_counts(pages.read),
+    "documentation.counts-are-those-of-the-tree": lambda: wrong_counts(pages.read) + wrong_sessions(pages.read),
     "documentation.the-guide-names-every-combination-that-is-held-back": lambda: wrong_keys(pages.read),
     "documentation.the-check-of-figures-objects": objects,
 }

@@ -169,8 +169,8 @@ void LinuxWindow::applyStyleMask() {
     xcb_flush(connection.get());
 }
 
-// Without a field the window itself gets the focus. Qt would give it to a button as soon as the window is activated, and
-// whoever is typing then would press it.
+// Without a field the window itself gets the focus. Qt would give it to a button as soon as the window is activated,
+// and whoever is typing then would press it.
 void LinuxWindow::focusFirstField() {
     for (const auto& control : controls_) {
         QLineEdit* field = control->field();
