@@ -156,6 +156,8 @@ bool typeBlock(Typist& typist, std::vector<double>& microseconds) {
 
 bool measure(Typist& typist, MainThread& mainThread, std::array<Way, 3>& ways) {
     GuardSource guards(mainThread);
+    // As in a class, where the guards start once. A start costs more than many keys and would compete with them.
+    const auto running = guards.guards();
     LinuxKeyboardTaps taps(mainThread, guards);
     std::unique_ptr<KeyboardTap> tap;
     const auto onMain = [&](const std::function<void()>& block) {
