@@ -27,8 +27,9 @@ CODE = "PROVA1"
 # Every kill and stop once, in as few classes as that takes.
 KILLS_AND_STOPS = [
     ("stop_the_client kill_a_guard stop_the_browser", "kill_the_browser"),
-    ("stop_a_guard stop_the_client_and_kill_a_guard", "end_from_the_menu"),
-    ("kill_both_guards stop_both_guards", "kill_the_client"),
+    ("stop_a_guard stop_the_client_and_kill_a_guard", "kill_the_cover"),
+    ("kill_both_guards", "kill_the_client_and_its_guards"),
+    ("stop_both_guards", "kill_the_client"),
 ]
 
 

@@ -62,6 +62,15 @@ class Catalogue(unittest.TestCase):
             with self.subTest(name):
                 self.assertEqual(in_lockdown(recordings()[name]), in_scenario(scenario[1]))
 
+    def test_every_recording_is_played_or_has_no_window_anywhere(self):
+        page = (ROOT / "docs/browsers.md").read_text(encoding="utf-8")
+        played = {name for name, row in rows().items() if "nothing" not in row.split("|")[-1]}
+        for item in re.findall(r"^- (.*?`real-browsers/[^`]+`\))", page, re.MULTILINE | re.DOTALL):
+            *named, scenario = re.findall(r"`([^`]+)`", item)
+            self.assertTrue((ROOT / "tests/scenarios" / f"{scenario}.transcript").is_file(), scenario)
+            played.update(named)
+        self.assertEqual(sorted(set(recordings()) - played), ["crash-page"])
+
     def test_where_nothing_is_played_the_client_says_nothing_of_windows(self):
         for name, row in rows().items():
             if "nothing to play" in row:
